@@ -1,0 +1,15 @@
+# Formatting and static checks. "format" rewrites, "check" only complains.
+file(GLOB_RECURSE KT_SOURCES CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}
+     host/*.h plexidex/*.h plexidex/*.cpp events/*.h events/*.cpp tests/*.h tests/*.cpp benchmarks/*.h benchmarks/*.cpp)
+set(KT_UNITS ${KT_SOURCES})
+list(FILTER KT_UNITS INCLUDE REGEX "^(plexidex|events)/.*\\.cpp$")
+
+find_program(CLANG_FORMAT clang-format)
+find_program(RUN_CLANG_TIDY run-clang-tidy)
+if(CLANG_FORMAT AND RUN_CLANG_TIDY)
+  add_custom_target(format COMMAND ${CLANG_FORMAT} -i ${KT_SOURCES} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} VERBATIM)
+  add_custom_target(check
+    COMMAND ${CLANG_FORMAT} --dry-run --Werror ${KT_SOURCES}
+    COMMAND ${RUN_CLANG_TIDY} -quiet -p ${CMAKE_BINARY_DIR} ${KT_UNITS}
+    WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} VERBATIM)
+endif()
