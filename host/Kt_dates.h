@@ -9,8 +9,8 @@
 namespace Kt_util_01 {
 
 /// Days since 30 December 1899; the fraction is the time of day. The scale is linear: -0.25 is 18:00 on the
-/// 29th, so the order of values is the order of moments on both sides of day 0. Local time, Gregorian calendar
-/// in both directions.
+/// 29th, so the order of values is the order of moments on both sides of day 0. Local time, Gregorian
+/// calendar in both directions.
 using TDateTime = double;
 
 inline constexpr std::int64_t Msecs_Per_Day = 86'400'000;
@@ -35,10 +35,16 @@ struct TTime_Parts {
   int Msec;    // 0..999
 };
 
-/// The value as whole milliseconds since day 0, rounded to the nearest: a fraction of a day has no exact binary
-/// form, and truncating would turn about half of all minutes into the minute before.
+/// The value as whole milliseconds since day 0, rounded to the nearest: a fraction of a day has no exact
+/// binary form, and truncating would turn about half of all minutes into the minute before. Any double will
+/// do: what is no date (a damaged file can hold one) is drawn to the nearest limit, so that two results can
+/// be subtracted without overflow; not-a-number is day 0.
 inline std::int64_t To_Msecs(TDateTime value) {
-  return static_cast<std::int64_t>(std::floor(value * static_cast<double>(Msecs_Per_Day) + 0.5));
+  constexpr double limit = 4.0e18;
+  const double msecs = std::floor(value * static_cast<double>(Msecs_Per_Day) + 0.5);
+  if (msecs > -limit && msecs < limit) return static_cast<std::int64_t>(msecs);
+  if (msecs != msecs) return 0;
+  return static_cast<std::int64_t>(msecs < 0 ? -limit : limit);
 }
 
 inline constexpr TDateTime From_Msecs(std::int64_t msecs) {
@@ -82,7 +88,8 @@ inline constexpr TDate_Parts Date_From_Day(std::int64_t day) {
   const std::int64_t z = day - Unix_Epoch_Day + 719468;
   const std::int64_t era = (z >= 0 ? z : z - 146096) / 146097;
   const std::int64_t day_of_era = z - era * 146097;
-  const std::int64_t year_of_era = (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;
+  const std::int64_t year_of_era =
+      (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;
   const std::int64_t day_of_year = day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100);
   const std::int64_t shifted_month = (5 * day_of_year + 2) / 153;
   const int month = static_cast<int>(shifted_month < 10 ? shifted_month + 3 : shifted_month - 9);
@@ -97,7 +104,9 @@ inline constexpr int Day_Of_Week(std::int64_t day) {
   return static_cast<int>(rest < 0 ? rest + 7 : rest) + 1;
 }
 
-inline TDate_Parts Decode_Date(TDateTime value) { return Date_From_Day(Whole_Day(value)); }
+inline TDate_Parts Decode_Date(TDateTime value) {
+  return Date_From_Day(Whole_Day(value));
+}
 
 inline TTime_Parts Decode_Time(TDateTime value) {
   const auto msecs = static_cast<int>(Msec_Of_Day(value));

@@ -2,12 +2,12 @@
 
 // KTUTIL01: what the calendar module asks of its host besides data. Everything runs on one thread.
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <array>
 #include <vector>
 
 #include "Kt_dates.h"
@@ -30,10 +30,11 @@ TDateTime SubtractMins(TDateTime value, std::int64_t minutes);
 TDateTime SubtractSecs(TDateTime value, std::int64_t seconds);
 /// Whole days from the day of `from` to the day of `to`; negative when `to` lies before.
 std::int64_t TimeApartInDays(TDateTime from, TDateTime to);
-/// Whole minutes from the alarm moment to the reference; negative when the alarm lies later.
+/// Whole minutes from the alarm moment to the reference, a started minute not counted; negative when the
+/// alarm lies later.
 std::int64_t Get_Alarm_Offset(TDateTime reference, TDateTime alarm);
 
-/// -1, 0 or 1. Moments less than a millisecond apart are equal.
+/// -1, 0 or 1, by whole milliseconds as To_Msecs rounds them: an order that sorting may rely on.
 int CompareDates(TDateTime a, TDateTime b);
 int CompareInteger(std::int64_t a, std::int64_t b);
 /// false sorts before true.
@@ -58,54 +59,64 @@ struct TFormat_Settings {
   int FirstDayOfWeek = 2;                                       // 1 Sunday .. 7 Saturday
 };
 
-/// Fills the settings from a locale such as "de_DE"; "" takes the environment's, "C" and "POSIX" give ISO dates
-/// and 24-hour times. An unknown name falls back the same way. Texts are UTF-8 without direction marks.
+/// Fills the settings from a locale such as "de_DE"; "" takes the environment's, "C" and "POSIX" give ISO
+/// dates and 24-hour times. An unknown name falls back the same way. Texts are UTF-8 without direction marks.
 TFormat_Settings Settings_From_Locale(const std::string& locale);
-/// Makes a locale the user's: formats, comparison and upper-casing.
+/// Makes a locale the user's: formats, comparison and upper-casing. Until the first call it is the
+/// environment's.
 void Install_Locale(const std::string& locale);
 const TFormat_Settings& Format_Settings();
 
 /// Renders by a pattern: d, dd, ddd, dddd (names), ddddd (short date), dddddd (long date), m, mm, mmm, mmmm,
-/// yy, yyyy, h, hh, n, nn, s, ss, z, zzz, t (short time), tt (long time), am/pm, a/p, ampm, c, "/" and ":" as the
-/// user's separators, texts in double or single quotes as they stand. m and mm after an hour are minutes. Other
-/// characters, blanks included, stand for themselves. Never throws.
-std::string FormatDateTime(std::string_view format, TDateTime value, const TFormat_Settings& settings = Format_Settings());
+/// yy, yyyy, h, hh, n, nn, s, ss, z, zzz, t (short time), tt (long time), am/pm and a/p (in the letters of
+/// the pattern), ampm (in the user's words), c (short date, and long time unless it is midnight), "/" and ":"
+/// as the user's separators, texts in double or single quotes as they stand. Letters of either case. m and mm
+/// as the field after an hour are minutes; an hour is of 12 when the pattern has AM or PM anywhere. Other
+/// characters, blanks included, stand for themselves. Never fails; a value outside the years 1..9999 gives an
+/// empty text.
+std::string FormatDateTime(std::string_view format, TDateTime value,
+                           const TFormat_Settings& settings = Format_Settings());
 
 /// Reads a date in the user's short date order: any separators, month names in the user's language, and
-/// yyyy-mm-dd whatever the locale. Two-digit years lie within 50 years before and 49 after the current one; no year
-/// means the current one. False leaves `value` unchanged. Never throws; nothing may follow but blanks.
+/// yyyy-mm-dd whatever the locale; also the user's long date. Two-digit years lie within 50 years before and
+/// 49 after the current one; no year means the current one. False leaves `value` unchanged. Never throws;
+/// nothing may follow but blanks, and a dot where dots separate.
 bool Str2Date(std::string_view text, TDateTime& value, const TFormat_Settings& settings = Format_Settings());
-/// Reads a time of day: h, h:mm, h:mm:ss, with the user's separator, ":" or ".", and AM or PM in the user's or the
-/// English form. False leaves `value` unchanged.
+/// Reads a time of day: h, h:mm, h:mm:ss, with the user's separator, ":" or ".", and AM or PM in the user's
+/// or the English form, before or after it. False leaves `value` unchanged.
 bool Str2Time(std::string_view text, TDateTime& value, const TFormat_Settings& settings = Format_Settings());
 /// A date, optionally followed by a blank or "T" and a time.
-bool Str2DateTime(std::string_view text, TDateTime& value, const TFormat_Settings& settings = Format_Settings());
-/// Reads a whole number: blanks around it, a sign, digits; no separators. False on anything else and on overflow.
+bool Str2DateTime(std::string_view text, TDateTime& value,
+                  const TFormat_Settings& settings = Format_Settings());
+/// Reads a whole number: blanks around it, a sign, digits; no separators. False on anything else and on
+/// overflow.
 bool Str2Int(std::string_view text, std::int64_t& value);
-/// Reads a number with the user's decimal separator. False on anything else, on infinity and not-a-number.
+/// Reads a number with the user's decimal separator, without exponent or thousands. False on anything else
+/// and when it is too large.
 bool Str2Float(std::string_view text, double& value, const TFormat_Settings& settings = Format_Settings());
 
-/// yyyy-mm-ddThh:mm:ss.
+/// yyyy-mm-ddThh:mm:ss; empty outside the years 1..9999.
 std::string ISO_DateTime(TDateTime value);
 
 // ---- texts ---------------------------------------------------------------------------------------------
 
 /// Case-blind comparison under the user's locale: -1, 0 or 1.
 int CompareText(std::string_view a, std::string_view b);
-/// A byte string whose order is the order of CompareText: sort by these instead of comparing texts over and over.
+/// A byte string whose order is the order of CompareText: sort by these instead of comparing texts over and
+/// over.
 std::string Sort_Key(std::string_view text);
 /// Full upper-casing under the user's locale; a text may grow ("ß").
 std::string UpperCase(std::string_view text);
-/// Upper-cases each code point that has a one-to-one counterpart and leaves the others, so lengths in code points
-/// never change.
+/// Upper-cases each code point that has a one-to-one counterpart and leaves the others, so lengths in code
+/// points never change.
 std::string Simple_UpperCase(std::string_view text);
 /// The text as valid UTF-8: unchanged when it is, otherwise read as Windows-1252.
 std::string Valid_UTF8(std::string_view text);
 /// Columns a terminal needs for the text: wide characters take two, combining marks none.
 int Display_Width(std::string_view text);
 
-/// A fresh globally unique identifier in text form, 36 characters, lower case: UUID version 7 (RFC 9562), so keys made
-/// later sort later, also within one millisecond of one process.
+/// A fresh globally unique identifier in text form, 36 characters, lower case: UUID version 7 (RFC 9562), so
+/// keys made later sort later, also within one millisecond of one process.
 std::string Get_GUID();
 
 // ---- the user and the clock ----------------------------------------------------------------------------
@@ -114,7 +125,7 @@ std::string Get_GUID();
 const std::string& User_Key();
 void Set_User_Key(const std::string& key);
 
-/// The date that all calendar pages show.
+/// The date that all calendar pages show; 0 until the host sets it.
 extern TDateTime CurrentDate;
 
 class TClock {
@@ -133,11 +144,11 @@ TDateTime Today();
 std::string Time_Zone();
 /// Replaces the time zone; "" restores the system's. False, and no change, for a name that is unknown.
 bool Install_Time_Zone(const std::string& name);
-/// Conversion by the user's time zone. In the hour that a zone skips, the later reading; in the one it repeats,
-/// the first.
+/// Conversion by the user's time zone. In the hour that a zone skips, the later reading; in the one it
+/// repeats, the first.
 TDateTime UTC_To_Local(TDateTime utc);
 TDateTime Local_To_UTC(TDateTime local);
-/// The same from any IANA zone; false when the zone is unknown.
+/// The user's local time of a local time in any IANA zone; false when the zone is unknown.
 bool Zone_To_Local(const std::string& zone, TDateTime value, TDateTime& local);
 
 // ---- prompts, sounds, settings: seams that a host or a test replaces -------------------------------------
@@ -156,7 +167,7 @@ class TPrompts {
   virtual void Notice(const std::string& text) = 0;
 };
 
-/// Not owned; null restores the default, which writes to standard error and answers No.
+/// Not owned; null restores the default, which writes one line to standard error and answers No.
 void Install_Prompts(TPrompts* prompts);
 /// Installs the question whether an update bracket is open; no prompt may be shown inside one (asserted).
 void Install_Bracket_Check(bool (*bracket_is_open)());

@@ -1,0 +1,256 @@
+#pragma once
+
+// KTDATA01: the host's shared database as the calendar module sees it. One thread.
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include "Kt_event_key.h"
+#include "Kt_lists.h"
+#include "Kt_text.h"
+
+namespace Kt_data_01 {
+
+using Kt_util_01::TDateTime;
+
+class TDatabase;
+
+/// A table operation that failed: says which operation on which table, and the database's own words.
+class EData_Error : public std::runtime_error {
+ public:
+  EData_Error(std::string operation, std::string table, std::string reason);
+  const std::string Operation, Table, Reason;
+};
+
+/// Thrown by a body whose part has failed and has been reported already: FailUpdate then undoes without a
+/// second report.
+class EAlready_Reported : public std::exception {
+ public:
+  const char* what() const noexcept override { return "a part of the update failed and was reported"; }
+};
+
+/// One value going into a table or a key. Texts are not copied: the value lives no longer than its text.
+class TValue {
+ public:
+  enum class TKind { Integer, Real, Text };
+
+  TValue(bool value) : kind(TKind::Integer), integer(value ? 1 : 0) {}
+  TValue(int value) : kind(TKind::Integer), integer(value) {}
+  TValue(std::int64_t value) : kind(TKind::Integer), integer(value) {}
+  TValue(double value) : kind(TKind::Real), real(value) {}
+  TValue(const char* value) : kind(TKind::Text), text(value) {}
+  TValue(std::string_view value) : kind(TKind::Text), text(value) {}
+  TValue(const std::string& value) : kind(TKind::Text), text(value) {}
+  TValue(const TText& value) : kind(TKind::Text), text(value.View()) {}
+
+  TKind Kind() const { return kind; }
+  std::int64_t Integer() const { return kind == TKind::Real ? static_cast<std::int64_t>(real) : integer; }
+  double Real() const { return kind == TKind::Real ? real : static_cast<double>(integer); }
+  std::string_view Text() const { return text; }
+
+ private:
+  TKind kind;
+  union {
+    std::int64_t integer = 0;
+    double real;
+  };
+  std::string_view text;
+};
+
+using TValues = std::initializer_list<TValue>;
+
+/// A column of a table, by position from 0. Look it up once and keep it: it holds for every cursor on that
+/// table, for the life of the program.
+struct TField {
+  int Position = -1;
+};
+
+/// A positioned view of one table. Reads happen in batches behind it; no statement stays open between two
+/// calls. Every operation may throw EData_Error; inside an update bracket that also marks the bracket as
+/// failed.
+class TTable {
+ public:
+  /// A table of the shared database; opens nothing by itself.
+  explicit TTable(std::string_view name);
+  /// A table of a database of one's own choice, which must outlive the view.
+  TTable(TDatabase& database, std::string_view name);
+  /// A cursor of its own on the same table, in natural order, without range, filter or cache. With column
+  /// names it reads only these and its indexes' columns; reading another throws.
+  explicit TTable(TTable& table, std::initializer_list<std::string_view> columns = {});
+  ~TTable();
+  TTable(TTable&& other) noexcept;
+  TTable(const TTable&) = delete;
+  TTable& operator=(const TTable&) = delete;
+
+  const std::string& Name() const;
+  /// Throws EData_Error for a name that the table has not; case-blind.
+  TField Field(std::string_view column) const;
+
+  /// Orders by an index, rows of equal key by age; "" is the natural order, by age. Drops range and position.
+  void Set_Index(std::string_view index);
+  /// Positions on the first row whose leading index columns equal the values. Not found: false, at the end.
+  /// Ignores the range, heeds the filter.
+  bool FindKey(TValues key);
+  /// Restricts the walk to keys from `low` to `high`, both included, compared by their leading columns.
+  /// Positions before the first row; go there with First or Last.
+  void SetRange(TValues low, TValues high);
+  void CancelRange();
+  /// Restricts to rows that meet an expression such as "(Deleted = False) and (Type = 0)": columns compared
+  /// by =, <>,
+  /// <, <=, >, >= with numbers, quoted texts, True or False, joined by and, or, not and brackets. "" lifts
+  /// it. Throws EData_Error for an expression that cannot be read.
+  void Set_Filter(std::string_view expression);
+
+  void First();
+  void Last();
+  void Next();
+  void Prior();
+  bool Eof() const;
+  bool Bof() const;
+  /// How many rows the walk from First would meet.
+  std::int64_t Record_Count() const;
+
+  std::string_view Text(TField field) const;  // valid until the view moves
+  TText Shared_Text(TField field) const;      // shared with the cache where the row is cached
+  std::int64_t Integer(TField field) const;
+  bool Boolean(TField field) const;
+  TDateTime DateTime(TField field) const;
+  /// The whole of a blob column; empty when none was ever written.
+  std::string Blob(TField field) const;
+
+  /// Begin a new row, or a change of the current one; written by PostUpdate, forgotten by Cancel or by moving
+  /// on. Edit reads the row again and throws when it is gone.
+  void Insert();
+  void Edit();
+  void Cancel();
+  void Set(TField field, const TValue& value);
+  void Set_Blob(TField field, std::string_view bytes);
+  /// Sets the columns in their physical order, from the first.
+  void SetFields(TValues values);
+  /// Deletes the current row and moves to the next one.
+  void Delete();
+
+ private:
+  friend void PostUpdate(TTable& table);
+  friend void Set_Cache(TTable& table);
+  friend void Cache_Off(TTable& table);
+  class TImpl;
+  std::unique_ptr<TImpl> impl;
+};
+
+/// Reads and writes a blob column of a table's current or pending row as a stream.
+class TBlob_Stream {
+ public:
+  enum class TMode { Read, Write };
+  /// Opening for writing empties the column; the table must be inserting or editing. What was written reaches
+  /// the pending row when the stream is freed.
+  TBlob_Stream(TTable& table, TField field, TMode mode);
+  ~TBlob_Stream();
+  TBlob_Stream(const TBlob_Stream&) = delete;
+  TBlob_Stream& operator=(const TBlob_Stream&) = delete;
+  void Write(std::string_view bytes) { data.append(bytes); }
+  const std::string& Data() const { return data; }
+
+ private:
+  TTable& table;
+  TField field;
+  TMode mode;
+  std::string data;
+};
+
+/// Bytes in memory with a position.
+class TMemory_Stream {
+ public:
+  TMemory_Stream() = default;
+  explicit TMemory_Stream(std::string bytes) : data(std::move(bytes)) {}
+  std::size_t Position = 0;
+  std::size_t Size() const { return data.size(); }
+  void Write(std::string_view bytes);
+  /// From the position to the end; leaves the position at the end.
+  std::string_view Read_All();
+
+ private:
+  std::string data;
+};
+
+extern TTable Events_Table, Events_Data, Alarms_Table;
+extern TTable Contacts_Table, Contacts_Data, Books_Table, Filters_Table, Templates_Table, Categories_Table,
+    Categories_InUse, Fields_Table, Flags_Table, Links_Table, Log_Table;
+
+/// `Type` of a row of Contacts_Table. Stored: never renumber.
+inline constexpr int Contact_Type_Contact = 0;
+inline constexpr int Contact_Type_Folder = 1;
+inline constexpr int Contact_Type_Calendar =
+    2;  // the book's own calendar record, one per book, without a parent
+
+/// Switches record caching on and off around a long scan. Rows found by a unique key are then kept, and a
+/// table of which much is looked up is scanned ahead once. The cache serves only inside a snapshot or a
+/// bracket and dies with any change of the data, so that it never shows what is no longer so.
+void Set_Cache(TTable& table);
+void Cache_Off(TTable& table);
+
+/// While one lives, all reads see one state of the database, unless an update is started meanwhile. They
+/// nest.
+class TSnapshot {
+ public:
+  TSnapshot();
+  explicit TSnapshot(TDatabase& database);
+  ~TSnapshot();
+  TSnapshot(const TSnapshot&) = delete;
+  TSnapshot& operator=(const TSnapshot&) = delete;
+
+ private:
+  TDatabase* database;
+};
+
+// ---- the update bracket --------------------------------------------------------------------------------
+
+/// Opens a bracket; brackets nest, an inner one can be undone by itself. False when the database is
+/// read-only, or stays locked by another writer past the busy time, or is not open: then nothing may be
+/// written and no bracket is open, and the host tells the user why, once.
+bool Start_Update();
+/// Writes the table's pending insert or edit. Without one it does nothing.
+void PostUpdate(TTable& table);
+/// Closes the bracket and keeps what it wrote. In a bracket that has failed (a table operation threw, or an
+/// exception is passing through) it undoes everything instead; it then throws EData_Error unless an exception
+/// is under way already. Throws EData_Error, with everything undone, when the database cannot commit.
+void EndUpdate();
+/// To be called from the handler of the exception that ended the bracket: undoes the bracket unless EndUpdate
+/// has done so, and reports the failure once, with the tag; the report is shown when no bracket is open any
+/// more. Cancels the ranges and pending changes of the module's tables. Never throws.
+void FailUpdate(std::string_view tag);
+/// Reports a failed read, from the handler of its exception. Never throws.
+void FailRead(std::string_view tag);
+bool Update_Is_Open();
+
+// ---- rights, users, journal, holidays --------------------------------------------------------------------
+
+inline constexpr int Access_Create = 1;
+inline constexpr int Access_Update = 2;
+inline constexpr int Access_Delete = 3;
+inline constexpr int Access_See = 4;
+
+/// Whether a user ("" is the current one) has one of the four rights on the objects of an owner: a contact or
+/// calendar record, whose rights fall back to its folder and then to its book. The rights are separate, none
+/// implies another. An unknown owner and an unknown level give false in a database with users.
+bool Access_Allowed(std::string_view owner, int level, std::string_view user = {});
+/// "" for an unknown key.
+std::string Get_UserName(std::string_view user);
+
+/// Writes a journal entry; inside a bracket only. `minutes` is the time spent.
+void LogJournal(int type, std::string_view occurrence, std::string_view contact, std::string_view title,
+                TDateTime date, std::string_view text, int minutes, TDateTime second_date);
+/// Removes the journal entries of an occurrence; inside a bracket only.
+void RemoveLog(std::string_view occurrence);
+
+/// Appends the holidays from the day of `from` to the day of `to`, in order.
+void Build_Holidays_Data(TEventKey_List& list, TDateTime from, TDateTime to);
+
+}  // namespace Kt_data_01

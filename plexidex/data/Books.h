@@ -1,0 +1,49 @@
+#pragma once
+
+// Books, contacts, users and their rights, as the host keeps them. What writes must be called inside an update bracket,
+// and throws EData_Error.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Kt_data_01.h"
+
+namespace Kt_data_01 {
+
+/// Owner of rights rows that hold for every user.
+inline constexpr std::string_view Global_User = "GLOBAL";
+
+struct TBook {
+  std::string Key, Name;
+  std::string Calendar;  // key of the book's calendar record
+};
+
+/// In the order they were made.
+std::vector<TBook> List_Books();
+/// False when no book has exactly this name.
+bool Find_Book(std::string_view name, TBook& book);
+/// With its calendar record.
+TBook Create_Book(std::string_view name);
+/// Key of the book's calendar record; "" for an unknown book.
+std::string Calendar_Of_Book(std::string_view book);
+
+/// Returns the key of the new contact or folder; `parent` is a folder of the same book or empty.
+std::string Create_Contact(std::string_view book, std::string_view display_name, std::string_view parent = {},
+                           int type = Contact_Type_Contact);
+/// Deleted contacts are kept, with their entries, and can be restored. False when there is no such contact.
+bool Set_Contact_Deleted(std::string_view contact, bool deleted);
+
+/// The first user makes the database one with users, in which everybody but administrators needs rights.
+std::string Create_User(std::string_view name, bool administrator);
+struct TRights {
+  bool Create = false, Update = false, Delete = false, See = false;
+};
+/// `owner` is a contact, folder, calendar record or book; `user` may be Global_User.
+void Set_Rights(std::string_view owner, std::string_view user, const TRights& rights);
+
+/// A named value of the database itself; "" when there is none.
+std::string Database_Setting(std::string_view name);
+void Set_Database_Setting(std::string_view name, std::string_view value);
+
+}  // namespace Kt_data_01

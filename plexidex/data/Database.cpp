@@ -1,0 +1,355 @@
+#include "Database.h"
+
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+
+#include "Kt_util_01.h"
+
+namespace Kt_data_01 {
+
+namespace {
+
+// "KTRm", in the header of every database file of this program.
+constexpr std::int64_t Application_Id = 0x4B54526D;
+
+std::int64_t Read_Number(TEngine& engine, std::string_view sql) {
+  const auto statement = engine.Prepare(sql);
+  return statement->Step() ? statement->Integer(0) : 0;
+}
+
+void Create_Schema(TEngine& engine) {
+  engine.Execute(Creation_Sql());
+  engine.Execute("PRAGMA application_id = " + std::to_string(Application_Id));
+  engine.Execute("PRAGMA user_version = " + std::to_string(Schema_Version));
+  const auto owner = engine.Prepare("INSERT INTO KT_Settings (Name, Value) VALUES ('Owner', ?)");
+  const std::string key = Kt_util_01::Get_GUID();
+  owner->Bind(0, std::string_view(key));
+  owner->Step();
+}
+
+// Makes or updates the schema. Throws EOpen_Error for a database that is not ours to touch.
+void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only) {
+  const auto look = [&engine] {
+    struct {
+      std::int64_t Id, Version, Objects;
+    } found{Read_Number(engine, "PRAGMA application_id"), Read_Number(engine, "PRAGMA user_version"),
+            Read_Number(engine, "SELECT count(*) FROM sqlite_schema")};
+    return found;
+  };
+  auto found = look();
+  const auto refuse_foreign = [&] {
+    if (found.Id != Application_Id && (found.Id != 0 || found.Objects != 0)) {
+      throw EOpen_Error("\"" + path + "\" is a database of another program.");
+    }
+    if (found.Version > Schema_Version) {
+      throw EOpen_Error("\"" + path + "\" was written by a newer version of this program (its schema is " +
+                        std::to_string(found.Version) + ", this program knows " + std::to_string(Schema_Version) +
+                        ").");
+    }
+  };
+  refuse_foreign();
+  engine.Prepare_Storage();
+  if (found.Id == Application_Id && found.Version == Schema_Version) return;
+  if (read_only) throw EOpen_Error("\"" + path + "\" needs a newer schema, but is read-only.");
+
+  std::string reason;
+  if (!engine.Begin_Write(reason)) throw EOpen_Error("\"" + path + "\" cannot be prepared: " + reason + ".");
+  try {
+    found = look();  // another process may have been faster
+    refuse_foreign();
+    if (found.Id != Application_Id) {
+      Create_Schema(engine);
+    } else {
+      Migrate(engine, static_cast<int>(found.Version), Migrations());
+    }
+    engine.Commit();
+  } catch (...) {
+    engine.Rollback();
+    throw;
+  }
+}
+
+std::string Describe_Current_Exception() {
+  try {
+    throw;
+  } catch (const std::exception& e) {
+    return e.what();
+  } catch (...) {
+    return "an unknown error";
+  }
+}
+
+bool Current_Exception_Was_Reported() {
+  try {
+    throw;
+  } catch (const EAlready_Reported&) {
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+std::string Savepoint(std::size_t depth) { return "kt_bracket_" + std::to_string(depth); }
+
+}  // namespace
+
+EData_Error::EData_Error(std::string operation, std::string table, std::string reason)
+    : std::runtime_error(operation + (table.empty() ? "" : " " + table) + ": " + reason),
+      Operation(std::move(operation)),
+      Table(std::move(table)),
+      Reason(std::move(reason)) {}
+
+void Migrate(TEngine& engine, int version, const std::vector<TMigration>& steps) {
+  for (const TMigration& step : steps) {
+    if (step.Version <= version) continue;
+    engine.Execute(step.Sql);
+    engine.Execute("PRAGMA user_version = " + std::to_string(step.Version));
+  }
+}
+
+void TDatabase::Open(const std::string& file, TMode mode, const TSqlite_Options& options) {
+  Close();
+  std::error_code ignored;
+  const bool exists = std::filesystem::exists(file, ignored);
+  if (!exists && (mode == TMode::Must_Exist || options.Read_Only)) {
+    throw EOpen_Error("There is no database \"" + file + "\".");
+  }
+  try {
+    if (!exists) {
+      const auto folder = std::filesystem::path(file).parent_path();
+      if (!folder.empty()) std::filesystem::create_directories(folder);
+    }
+    auto opened = Open_Sqlite(file, options);
+    Bring_Up_To_Date(*opened, file, options.Read_Only);
+    Adopt(std::move(opened));
+    path = file;
+  } catch (const EOpen_Error&) {
+    throw;
+  } catch (const std::exception& e) {
+    throw EOpen_Error("\"" + file + "\" cannot be opened as a database: " + e.what() + ".");
+  }
+}
+
+void TDatabase::Adopt(std::unique_ptr<TEngine> new_engine) {
+  Close();
+  engine = std::move(new_engine);
+  ++opening;
+  All_Changed();
+}
+
+void TDatabase::Close() noexcept {
+  if (!engine) return;
+  engine->Rollback();
+  brackets.clear();
+  closed_as_failed = false;
+  reading = false;
+  statements.clear();
+  engine.reset();
+  path.clear();
+  last_refusal.clear();
+  ++opening;
+  for (TTable_Link* link : links) link->After_Failure();
+}
+
+TEngine& TDatabase::Engine() {
+  if (!engine) throw EData_Error("open", "", "no database is open");
+  return *engine;
+}
+
+TStatement& TDatabase::Statement(const std::string& sql) {
+  auto& slot = statements[sql];
+  if (!slot) slot = Engine().Prepare(sql);
+  return *slot;
+}
+
+void TDatabase::Refuse(const std::string& reason) {
+  if (reason == last_refusal) return;
+  last_refusal = reason;
+  Kt_util_01::Raise_Notice("The database cannot be changed now: " + reason + ".");
+}
+
+bool TDatabase::Start_Update() {
+  closed_as_failed = false;
+  if (!engine) {
+    Refuse("none is open");
+    return false;
+  }
+  try {
+    if (brackets.empty()) {
+      if (reading) {
+        reading = false;
+        engine->Commit();
+      }
+      std::string reason;
+      if (!engine->Begin_Write(reason)) {
+        Refuse(reason);
+        return false;
+      }
+      try {
+        Notice_External_Changes();
+      } catch (...) {
+        engine->Rollback();
+        throw;
+      }
+      last_refusal.clear();
+    } else {
+      if (!engine->In_Transaction()) return false;
+      engine->Execute("SAVEPOINT " + Savepoint(brackets.size()));
+    }
+  } catch (const std::exception& e) {
+    if (brackets.empty()) {
+      Refuse(e.what());
+    } else {
+      Operation_Failed(e.what());
+    }
+    return false;
+  }
+  brackets.push_back({std::uncaught_exceptions(), false, {}});
+  return true;
+}
+
+void TDatabase::EndUpdate() {
+  if (brackets.empty()) return;
+  TBracket& bracket = brackets.back();
+  const bool unwinding = std::uncaught_exceptions() > bracket.Exceptions;
+  if (!bracket.Failed && !unwinding) {
+    try {
+      if (brackets.size() == 1) {
+        engine->Commit();
+      } else {
+        engine->Execute("RELEASE " + Savepoint(brackets.size() - 1));
+      }
+      brackets.pop_back();
+      Show_Reports();
+      return;
+    } catch (const std::exception& e) {
+      Operation_Failed(e.what());
+    }
+  }
+  const std::string reason = bracket.Reason;
+  Undo_Bracket();
+  closed_as_failed = true;
+  if (!unwinding) throw EData_Error("EndUpdate", "", reason.empty() ? "the update has failed" : reason);
+}
+
+void TDatabase::FailUpdate(std::string_view tag) noexcept {
+  try {
+    const bool reported = std::current_exception() && Current_Exception_Was_Reported();
+    const std::string reason = std::current_exception() ? Describe_Current_Exception() : "no reason was given";
+    if (!closed_as_failed && !brackets.empty()) Undo_Bracket();
+    closed_as_failed = false;
+    if (!reported) {
+      reports.emplace_back("Update Failed", "The change could not be saved and has been undone: " + reason + "\n\n" +
+                                                std::string(tag));
+    }
+  } catch (...) {
+    // Out of memory while telling of a failure: the update is undone, which is what matters.
+  }
+  Show_Reports();
+}
+
+void TDatabase::FailRead(std::string_view tag) noexcept {
+  try {
+    const std::string reason = std::current_exception() ? Describe_Current_Exception() : "no reason was given";
+    reports.emplace_back("Read Failed", "The data could not be read: " + reason + "\n\n" + std::string(tag));
+  } catch (...) {
+  }
+  Show_Reports();
+}
+
+void TDatabase::Operation_Failed(const std::string& reason) noexcept {
+  if (brackets.empty()) return;
+  const bool lost = !engine->In_Transaction();
+  for (auto bracket = brackets.rbegin(); bracket != brackets.rend(); ++bracket) {
+    if (!bracket->Failed) bracket->Reason = reason;
+    bracket->Failed = true;
+    if (!lost) break;
+  }
+}
+
+void TDatabase::Undo_Bracket() noexcept {
+  const std::size_t inner = brackets.size() - 1;
+  const std::string reason = brackets.back().Reason;
+  brackets.pop_back();
+  if (inner == 0) {
+    engine->Rollback();
+  } else if (engine->In_Transaction()) {
+    try {
+      engine->Execute("ROLLBACK TO " + Savepoint(inner));
+      engine->Execute("RELEASE " + Savepoint(inner));
+    } catch (const std::exception& e) {
+      Operation_Failed(e.what());
+    }
+  } else {
+    Operation_Failed(reason);
+  }
+  All_Changed();
+  for (TTable_Link* link : links) link->After_Failure();
+}
+
+void TDatabase::All_Changed() noexcept {
+  for (auto& serial : serials) ++serial;
+}
+
+void TDatabase::Notice_External_Changes() {
+  const std::int64_t now = engine->External_Changes();
+  if (now != external_changes) All_Changed();
+  external_changes = now;
+}
+
+void TDatabase::Show_Reports() noexcept {
+  while (brackets.empty() && !reports.empty()) {
+    const auto [caption, text] = std::move(reports.front());
+    reports.erase(reports.begin());
+    try {
+      Kt_util_01::Raise_Error(caption, text);
+    } catch (...) {
+    }
+  }
+}
+
+void TDatabase::Enter_Snapshot() {
+  if (snapshots == 0 && brackets.empty() && engine) {
+    engine->Begin_Read();
+    reading = true;
+    Notice_External_Changes();
+  }
+  ++snapshots;
+}
+
+void TDatabase::Leave_Snapshot() noexcept {
+  if (--snapshots > 0 || !reading) return;
+  reading = false;
+  engine->Rollback();  // nothing was written
+}
+
+void TDatabase::Detach(TTable_Link* link) noexcept {
+  links.erase(std::remove(links.begin(), links.end(), link), links.end());
+}
+
+TDatabase& Shared_Database() {
+  static TDatabase database;
+  return database;
+}
+
+void Open_Database(const std::string& path, TDatabase::TMode mode, const TSqlite_Options& options) {
+  Shared_Database().Open(path, mode, options);
+  const auto owner = Shared_Database().Engine().Prepare("SELECT Value FROM KT_Settings WHERE Name = 'Owner'");
+  Kt_util_01::Set_User_Key(owner->Step() ? std::string(owner->Text(0)) : std::string());
+  Kt_util_01::Install_Bracket_Check(&Update_Is_Open);
+}
+
+void Close_Database() noexcept { Shared_Database().Close(); }
+
+bool Start_Update() { return Shared_Database().Start_Update(); }
+void EndUpdate() { Shared_Database().EndUpdate(); }
+void FailUpdate(std::string_view tag) { Shared_Database().FailUpdate(tag); }
+void FailRead(std::string_view tag) { Shared_Database().FailRead(tag); }
+bool Update_Is_Open() { return Shared_Database().Bracket_Depth() > 0; }
+
+TSnapshot::TSnapshot() : TSnapshot(Shared_Database()) {}
+TSnapshot::TSnapshot(TDatabase& of) : database(&of) { database->Enter_Snapshot(); }
+TSnapshot::~TSnapshot() { database->Leave_Snapshot(); }
+
+}  // namespace Kt_data_01

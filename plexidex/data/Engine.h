@@ -1,0 +1,69 @@
+#pragma once
+
+// The seam between the table layer and a database engine. The table layer writes portable SQL with "?" for values and
+// "row_id" for the engine's own ascending row number; everything else about an engine stays behind this header.
+
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace Kt_data_01 {
+
+/// The engine's own words for what went wrong.
+class EEngine_Error : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// A prepared statement. Columns and parameters count from 0. Every call may throw EEngine_Error; Reset does not.
+class TStatement {
+ public:
+  virtual ~TStatement() = default;
+  virtual void Bind(int parameter, std::int64_t value) = 0;
+  virtual void Bind(int parameter, double value) = 0;
+  /// Not copied: must stay as it is until Reset.
+  virtual void Bind(int parameter, std::string_view text) = 0;
+  virtual void Bind_Blob(int parameter, std::string_view bytes) = 0;
+  /// True while there is a row.
+  virtual bool Step() = 0;
+  virtual std::int64_t Integer(int column) = 0;
+  virtual double Real(int column) = 0;
+  /// Valid until the next Step or Reset.
+  virtual std::string_view Text(int column) = 0;
+  virtual std::string_view Blob(int column) = 0;
+  /// Ends the execution, so that no reader stays open, and frees the bound values.
+  virtual void Reset() noexcept = 0;
+};
+
+class TEngine {
+ public:
+  virtual ~TEngine() = default;
+
+  /// To be called once the file is known to be ours: settings that the file remembers.
+  virtual void Prepare_Storage() = 0;
+
+  virtual std::unique_ptr<TStatement> Prepare(std::string_view sql) = 0;
+  /// Runs statements that give no rows.
+  virtual void Execute(const std::string& sql) = 0;
+
+  /// Begins a write transaction, waiting for another writer no longer than the busy time. False with the reason in the
+  /// user's words when the database cannot be written; nothing is open then.
+  virtual bool Begin_Write(std::string& reason) = 0;
+  virtual void Begin_Read() = 0;
+  virtual void Commit() = 0;
+  virtual void Rollback() noexcept = 0;
+  /// An engine may end a transaction by itself after an error such as a full disk.
+  virtual bool In_Transaction() = 0;
+
+  virtual std::int64_t Last_Row_Id() = 0;
+  virtual std::int64_t Rows_Changed() = 0;
+  /// A number that moves when another connection has changed the database. Inside a transaction it stands still.
+  virtual std::int64_t External_Changes() = 0;
+
+  /// One sentence per damage found; empty for a sound database.
+  virtual std::string Check_Storage() = 0;
+};
+
+}  // namespace Kt_data_01

@@ -1,0 +1,26 @@
+#include "Kt_data_01.h"
+#include "Kt_util_01.h"
+
+namespace Kt_data_01 {
+
+std::string TEventKey::Get_Tip(bool one_line) const {
+  if (Private) return "Private";
+  std::string tip;
+  const auto add = [&](std::string_view part) {
+    if (part.empty()) return;
+    if (!tip.empty()) tip += one_line ? ", " : "\n";
+    tip += part;
+  };
+  add(Description);
+  if (EventType == Type_Task) {
+    add(FirstText);
+  } else {
+    add(SecondText);
+  }
+  add(Kt_util_01::FormatDateTime(Timeless ? "dddddd" : "dddddd t", EventDate));
+  add(Get_UserName(User));
+  add(ContactName);
+  return tip;
+}
+
+}  // namespace Kt_data_01

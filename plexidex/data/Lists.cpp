@@ -1,0 +1,50 @@
+#include <algorithm>
+#include <numeric>
+
+#include "Kt_lists.h"
+
+namespace Kt_data_01 {
+
+void TList_Item::Update() {
+  if (List) List->Repaint(*this);
+}
+
+void TItem_List::Begin_Update() {
+  if (updating++ == 0 && observer) observer->Reset_Begins();
+}
+
+void TItem_List::End_Update() {
+  if (--updating == 0 && observer) observer->Reset_Ends();
+}
+
+void TItem_List::Clear() { items.clear(); }
+
+TList_Item& TItem_List::Add(std::unique_ptr<TList_Item> item) {
+  item->List = this;
+  return *items.emplace_back(std::move(item));
+}
+
+void TItem_List::Reverse() { std::reverse(items.begin(), items.end()); }
+
+void TItem_List::Remove(std::size_t position) {
+  items.erase(items.begin() + static_cast<std::ptrdiff_t>(position));
+  if (observer && updating == 0) observer->Item_Removed(position);
+}
+
+void TItem_List::Sort(const std::function<bool(std::uint32_t, std::uint32_t)>& less) {
+  std::vector<std::uint32_t> order(items.size());
+  std::iota(order.begin(), order.end(), 0U);
+  std::stable_sort(order.begin(), order.end(), less);
+  std::vector<std::unique_ptr<TList_Item>> sorted(items.size());
+  for (std::size_t i = 0; i < order.size(); ++i) sorted[i] = std::move(items[order[i]]);
+  items.swap(sorted);
+  if (observer && updating == 0) observer->Items_Sorted(order);
+}
+
+void TItem_List::Repaint(const TList_Item& item) {
+  if (!observer || updating > 0) return;
+  const auto found = std::find_if(items.begin(), items.end(), [&item](const auto& own) { return own.get() == &item; });
+  if (found != items.end()) observer->Item_Changed(static_cast<std::size_t>(found - items.begin()));
+}
+
+}  // namespace Kt_data_01

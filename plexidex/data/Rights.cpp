@@ -1,0 +1,111 @@
+#include <array>
+#include <string>
+#include <unordered_map>
+
+#include "Books.h"
+#include "Database.h"
+#include "Kt_util_01.h"
+
+namespace Kt_data_01 {
+
+namespace {
+
+std::size_t Table_Number(std::string_view name) { return static_cast<std::size_t>(&Table_Def(name) - Schema().data()); }
+
+// What the rights of a whole list come down to, kept while no table they rest on changes.
+class TRights_Cache {
+ public:
+  bool Allowed(std::string_view owner, int level, std::string_view user) {
+    Keep_Up();
+    if (open) return true;
+    if (level < Access_Create || level > Access_See) return false;
+    if (user.empty()) user = Kt_util_01::User_Key();
+    if (user != current) {
+      current = user;
+      answers.clear();
+      administrator = Is_Administrator(user);
+    }
+    if (administrator) return true;
+    auto [answer, fresh] = answers.try_emplace(std::string(owner));
+    if (fresh) answer->second = Levels_Of(owner, user);
+    return answer->second[static_cast<std::size_t>(level - 1)];
+  }
+
+  std::string Name_Of(std::string_view user) {
+    TTable table("KT_Users");
+    table.Set_Index("Key");
+    return table.FindKey({user}) ? std::string(table.Text(table.Field("Name"))) : std::string();
+  }
+
+ private:
+  using TLevels = std::array<bool, 4>;
+
+  void Keep_Up() {
+    TDatabase& database = Shared_Database();
+    if (!database.Is_Stable()) TSnapshot glance;  // notices what other connections have changed
+    const std::array<std::uint64_t, 4> now{database.Opening(), database.Table_Serial(users), database.Table_Serial(rights),
+                                           database.Table_Serial(contacts)};
+    if (now == seen) return;
+    seen = now;
+    answers.clear();
+    current.clear();
+    TTable table("KT_Users");
+    table.First();
+    open = table.Eof();
+  }
+
+  static bool Is_Administrator(std::string_view user) {
+    TTable table("KT_Users");
+    table.Set_Index("Key");
+    return table.FindKey({user}) && table.Boolean(table.Field("Administrator"));
+  }
+
+  static bool Find_Levels(std::string_view owner, std::string_view user, TLevels& levels) {
+    TTable table("KT_Rights");
+    table.Set_Index("OwnerandUser");
+    if (!table.FindKey({owner, user}) && !table.FindKey({owner, Global_User})) return false;
+    levels = {table.Boolean(table.Field("Level1")), table.Boolean(table.Field("Level2")),
+              table.Boolean(table.Field("Level3")), table.Boolean(table.Field("Level4"))};
+    return true;
+  }
+
+  // The owner's own rights, or else its folder's, its folder's folder's, or its book's.
+  static TLevels Levels_Of(std::string_view owner, std::string_view user) {
+    constexpr int Deepest_Folder = 64;  // a circle of folders must not hang the program
+    TLevels levels{};
+    std::string at(owner), book;
+    TTable table("KT_Contacts");
+    table.Set_Index("Key");
+    const TField parent = table.Field("Parent"), book_field = table.Field("Book");
+    for (int depth = 0; depth < Deepest_Folder && !at.empty(); ++depth) {
+      if (Find_Levels(at, user, levels)) return levels;
+      if (!table.FindKey({at})) break;
+      book = table.Text(book_field);
+      at = table.Text(parent);
+    }
+    if (!book.empty()) Find_Levels(book, user, levels);
+    return levels;
+  }
+
+  const std::size_t users = Table_Number("KT_Users");
+  const std::size_t rights = Table_Number("KT_Rights");
+  const std::size_t contacts = Table_Number("KT_Contacts");
+  std::array<std::uint64_t, 4> seen{};
+  bool open = true;
+  bool administrator = false;
+  std::string current;
+  std::unordered_map<std::string, TLevels> answers;
+};
+
+TRights_Cache& Cache() {
+  static TRights_Cache cache;
+  return cache;
+}
+
+}  // namespace
+
+bool Access_Allowed(std::string_view owner, int level, std::string_view user) { return Cache().Allowed(owner, level, user); }
+
+std::string Get_UserName(std::string_view user) { return Cache().Name_Of(user); }
+
+}  // namespace Kt_data_01

@@ -1,0 +1,218 @@
+#include "Schema.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace Kt_data_01 {
+
+namespace {
+
+constexpr TColumn_Type Text = TColumn_Type::Text;
+constexpr TColumn_Type Integer = TColumn_Type::Integer;
+constexpr TColumn_Type Boolean = TColumn_Type::Boolean;
+constexpr TColumn_Type DateTime = TColumn_Type::DateTime;
+constexpr TColumn_Type Blob = TColumn_Type::Blob;
+
+std::vector<TColumn_Def> Template_Columns() {
+  static const std::vector<std::string> names = [] {
+    std::vector<std::string> made;
+    for (int i = 1; i <= 40; ++i) made.push_back("Field" + std::to_string(i));
+    return made;
+  }();
+  std::vector<TColumn_Def> columns;
+  for (int i = 1; i <= 40; ++i) {
+    if (i == 1) {
+      columns.push_back({"Key", Text});
+    } else if (i == 25) {
+      columns.push_back({"AddressStyle", Integer});
+    } else {
+      columns.push_back({names[static_cast<std::size_t>(i - 1)], Text});
+    }
+  }
+  columns.push_back({"Book", Text});
+  columns.push_back({"Name", Text});
+  return columns;
+}
+
+std::vector<TTable_Def> Make_Schema() {
+  return {
+      {"KT_Books", {{"Key", Text}, {"BookName", Text}}, {{"Key", {"Key"}, true}}},
+      {"KT_Users",
+       {{"Key", Text}, {"Name", Text}, {"Administrator", Boolean}, {"Password", Text}},
+       {{"Key", {"Key"}, true}, {"Name", {"Name"}, true}}},
+      {"KT_Rights",
+       {{"Owner", Text}, {"User", Text}, {"Level1", Boolean}, {"Level2", Boolean}, {"Level3", Boolean},
+        {"Level4", Boolean}},
+       {{"OwnerandUser", {"Owner", "User"}, true}}},
+      {"KT_Contacts",
+       {{"Key", Text},
+        {"DisplayName", Text},
+        {"Type", Integer},
+        {"Book", Text, 0, "KT_Books(Key)"},
+        {"Parent", Text},
+        {"Group", Text},
+        {"User", Text},
+        {"Deleted", Boolean},
+        {"ModifiedBy", Text},
+        {"ModifiedAt", DateTime}},
+       {{"Key", {"Key"}, true},
+        {"TypeBookandParent", {"Type", "Book", "Parent"}},
+        {"ParentandGroup", {"Parent", "Group"}},
+        {"BookandUser", {"Book", "User"}}}},
+      {"KT_Contacts_Data",
+       {{"Contact", Text, 0, "KT_Contacts(Key)"},
+        {"Template", Text},
+        {"Field1", Text},  {"Field2", Text},  {"Field3", Text},  {"Field4", Text},  {"Field5", Text},
+        {"Field6", Text},  {"Field7", Text},  {"Field8", Text},  {"Field9", Text},  {"Field10", Text},
+        {"Field11", Text}, {"Field12", Text}, {"Field13", Text}, {"Field14", Text}, {"Field15", Text},
+        {"Field16", Text}, {"Field17", Text}, {"Field18", Text}, {"Field19", Text}, {"Field20", Text},
+        {"Other_1", Text}, {"Other_2", Text}, {"Other_3", Text}, {"Other_4", Text}, {"Other_5", Text},
+        {"Other_6", Text}, {"Other_7", Text}, {"Other_8", Text}, {"Notes", Blob}},
+       {{"Contact", {"Contact"}}, {"ContactandTemplate", {"Contact", "Template"}, true}}},
+      {"KT_Events",
+       {{"Key", Text},          {"FirstDate", DateTime}, {"Title", Text},      {"Location", Text},
+        {"LastDate", DateTime}, {"Freq", Integer},       {"Period", Integer},  {"Priority", Integer},
+        {"PeriodDefault", Boolean}, {"User", Text},      {"AllDay", Boolean},  {"Private", Boolean},
+        {"P1", Boolean},        {"P2", Boolean},         {"P3", Boolean},      {"P4", Boolean},
+        {"P5", Boolean},        {"P6", Boolean},         {"P7", Boolean},      {"P8", Boolean},
+        {"P9", Boolean},        {"P10", Boolean},        {"Month", Integer},   {"Instance", Integer},
+        {"EventType", Integer}, {"Started", Integer},    {"Completed", Integer}, {"Percentage", Integer},
+        {"Status", Integer},    {"Budget", Integer},     {"Worked", Integer},  {"Type", Integer, -1},
+        {"Notes", Blob}},
+       {{"Key", {"Key"}, true}, {"EventType", {"EventType"}}}},
+      {"KT_Events_Data",
+       {{"Key", Text},
+        {"Contact", Text},
+        {"Book", Text},
+        {"Event", Text, 0, "KT_Events(Key)"},
+        {"Actioned", Boolean},
+        {"EventDate", DateTime}},
+       {{"Key", {"Key"}, true},
+        {"Event", {"Event"}},
+        {"ContactandDate", {"Contact", "EventDate"}},
+        {"BookandDate", {"Book", "EventDate"}}}},
+      {"KT_Alarms",
+       {{"Key", Text, 0, "KT_Events_Data(Key)"},
+        {"User", Text},
+        {"Offset", Integer},
+        {"WAVFile", Text},
+        {"NextTime", DateTime},
+        {"Actioned", Boolean}},
+       {{"Key", {"Key"}, true}}},
+      {"KT_Filters",
+       {{"User", Text}, {"BookKey", Text}, {"Name", Text}, {"Settings", Blob}},
+       {{"User", {"User", "BookKey", "Name"}, true}}},
+      {"KT_Templates", Template_Columns(), {{"Key", {"Key"}, true}, {"BookandName", {"Book", "Name"}}}},
+      {"KT_Categories",
+       {{"Key", Text}, {"Book", Text}, {"Name", Text}},
+       {{"Key", {"Key"}, true}, {"Book", {"Book"}}, {"BookandName", {"Book", "Name"}}}},
+      {"KT_Categories_InUse",
+       {{"Category", Text}, {"Contact", Text}},
+       {{"KeyandContact", {"Category", "Contact"}, true}, {"Contact", {"Contact"}}}},
+      {"KT_Fields",
+       {{"Book", Text}, {"Other_1", Text}, {"Other_2", Text}, {"Other_3", Text}, {"Other_4", Text}, {"Other_5", Text},
+        {"Other_6", Text}, {"Other_7", Text}, {"Other_8", Text}},
+       {{"Book", {"Book"}, true}}},
+      {"KT_Flags", {{"User", Text}, {"Contact", Text}}, {{"User", {"User", "Contact"}, true}}},
+      {"KT_Links",
+       {{"Contact", Text}, {"Title", Text}, {"FileOrUrl", Text}, {"HasLink", Boolean}},
+       {{"Contact", {"Contact"}}}},
+      {"KT_Log",
+       {{"Contact", Text},
+        {"Type", Integer},
+        {"LogDate", DateTime},
+        {"SecondDate", DateTime},
+        {"Title", Text},
+        {"Description", Text},
+        {"Occurrence", Text},
+        {"Minutes", Integer}},
+       {{"ContactandType", {"Contact", "Type"}}, {"Contact", {"Contact"}}, {"Occurrence", {"Occurrence"}}}},
+      {"KT_Holidays",
+       {{"HolidayDate", DateTime}, {"Name", Text}, {"Country", Text}},
+       {{"HolidayDate", {"HolidayDate"}}, {"CountryandDate", {"Country", "HolidayDate", "Name"}, true}}},
+      {"KT_Settings", {{"Name", Text}, {"Value", Text}}, {{"Name", {"Name"}, true}}},
+      // What an import brought, so that the same file changes nothing and a changed component replaces it.
+      {"KT_Imports",
+       {{"Book", Text}, {"UID", Text}, {"Digest", Text}},
+       {{"BookandUID", {"Book", "UID"}, true}}},
+      {"KT_Import_Events",
+       {{"Book", Text}, {"UID", Text}, {"Event", Text}},
+       {{"BookandUID", {"Book", "UID"}}, {"Event", {"Event"}}}},
+      {"KT_Alerts",
+       {{"User", Text}, {"Occurrence", Text}, {"Dismissed", Boolean}, {"CheckedUntil", DateTime}},
+       {{"UserandOccurrence", {"User", "Occurrence"}, true}}},
+      {"KT_Open_Editors", {{"User", Text}, {"Event", Text}}, {{"User", {"User", "Event"}, true}}},
+  };
+}
+
+}  // namespace
+
+bool Same_Name(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
+    return std::tolower(x) == std::tolower(y);
+  });
+}
+
+int TTable_Def::Column(std::string_view name) const {
+  for (std::size_t i = 0; i < Columns.size(); ++i) {
+    if (Same_Name(Columns[i].Name, name)) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+const TIndex_Def* TTable_Def::Index(std::string_view name) const {
+  for (const TIndex_Def& index : Indexes) {
+    if (Same_Name(index.Name, name)) return &index;
+  }
+  return nullptr;
+}
+
+const std::vector<TTable_Def>& Schema() {
+  static const std::vector<TTable_Def> schema = Make_Schema();
+  return schema;
+}
+
+const std::vector<TMigration>& Migrations() {
+  static const std::vector<TMigration> migrations;
+  return migrations;
+}
+
+std::string Creation_Sql() {
+  std::string sql;
+  const auto quoted = [](std::string_view name) { return '"' + std::string(name) + '"'; };
+  for (const TTable_Def& table : Schema()) {
+    sql += "CREATE TABLE " + quoted(table.Name) + " (";
+    for (const TColumn_Def& column : table.Columns) {
+      sql += quoted(column.Name);
+      switch (column.Type) {
+        case Text: sql += " TEXT NOT NULL DEFAULT ''"; break;
+        case Integer:
+        case Boolean: sql += " INTEGER NOT NULL DEFAULT " + std::to_string(column.Default); break;
+        case DateTime: sql += " REAL NOT NULL DEFAULT 0"; break;
+        case Blob: sql += " BLOB"; break;
+      }
+      if (!column.References.empty()) sql += " REFERENCES " + std::string(column.References);
+      sql += ", ";
+    }
+    sql += "row_id INTEGER PRIMARY KEY);\n";
+    for (const TIndex_Def& index : table.Indexes) {
+      sql += std::string("CREATE ") + (index.Unique ? "UNIQUE " : "") + "INDEX " +
+             quoted(std::string(table.Name) + "_" + std::string(index.Name)) + " ON " + quoted(table.Name) + " (";
+      for (const std::string_view column : index.Columns) {
+        if (column != index.Columns.front()) sql += ", ";
+        sql += quoted(column);
+      }
+      sql += ");\n";
+    }
+  }
+  return sql;
+}
+
+const TTable_Def& Table_Def(std::string_view name) {
+  for (const TTable_Def& table : Schema()) {
+    if (Same_Name(table.Name, name)) return table;
+  }
+  throw EData_Error("open", std::string(name), "there is no such table");
+}
+
+}  // namespace Kt_data_01

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Kt_data_01.h"
+
+namespace Kt_data_01 {
+
+enum class TColumn_Type { Text, Integer, Boolean, DateTime, Blob };
+
+struct TColumn_Def {
+  std::string_view Name;
+  TColumn_Type Type;
+  std::int64_t Default = 0;  // for numbers; texts are empty
+  std::string_view References = {};  // "Table(Column)"
+};
+
+struct TIndex_Def {
+  std::string_view Name;
+  std::vector<std::string_view> Columns;
+  bool Unique = false;
+};
+
+struct TTable_Def {
+  std::string_view Name;
+  std::vector<TColumn_Def> Columns;
+  std::vector<TIndex_Def> Indexes;
+
+  /// -1 when there is none; case-blind.
+  int Column(std::string_view name) const;
+  const TIndex_Def* Index(std::string_view name) const;
+};
+
+/// All tables, referenced ones before those that refer to them.
+const std::vector<TTable_Def>& Schema();
+/// Throws EData_Error.
+const TTable_Def& Table_Def(std::string_view name);
+
+/// Version of what Schema() describes; kept in the database file.
+inline constexpr int Schema_Version = 1;
+
+/// The statements that lead from the version before to this one. Once released, never changed and only added to.
+struct TMigration {
+  int Version;
+  std::string Sql;
+};
+/// In ascending order, ending with Schema_Version; none leads to version 1, with which new databases began.
+const std::vector<TMigration>& Migrations();
+
+/// The statements that make an empty database one of Schema_Version.
+std::string Creation_Sql();
+
+bool Same_Name(std::string_view a, std::string_view b);
+
+}  // namespace Kt_data_01

@@ -1,0 +1,44 @@
+#include "Temporary_Database.h"
+
+#include <filesystem>
+
+#include "Kt_util_01.h"
+
+using namespace Kt_data_01;
+
+TTemporary_Folder::TTemporary_Folder()
+    : path((std::filesystem::temp_directory_path() / ("kt_" + Kt_util_01::Get_GUID())).string()) {
+  std::filesystem::create_directories(path);
+}
+
+TTemporary_Folder::~TTemporary_Folder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path, ignored);
+}
+
+TTemporary_Database::TTemporary_Database() {
+  Open_Database(Path(), TDatabase::TMode::Create_If_Missing);
+  In_Update([this] { book = Create_Book("Home"); });
+}
+
+TTemporary_Database::~TTemporary_Database() {
+  Close_Database();
+}
+
+void TTemporary_Database::Reopen(const TSqlite_Options& options) {
+  Open_Database(Path(), TDatabase::TMode::Must_Exist, options);
+}
+
+std::int64_t Query_Number(const std::string& sql) {
+  const auto statement = Shared_Database().Engine().Prepare(sql);
+  return statement->Step() ? statement->Integer(0) : 0;
+}
+
+std::string Query_Text(const std::string& sql) {
+  const auto statement = Shared_Database().Engine().Prepare(sql);
+  return statement->Step() ? std::string(statement->Text(0)) : std::string();
+}
+
+void Run_Sql(const std::string& sql) {
+  Shared_Database().Engine().Execute(sql);
+}
