@@ -39,6 +39,8 @@ class TText {
   bool Empty() const { return !block; }
 
   friend bool operator==(const TText& a, std::string_view b) { return a.View() == b; }
+  friend bool operator==(const TText& a, const std::string& b) { return a.View() == b; }
+  friend bool operator==(const TText& a, const char* b) { return a.View() == b; }
   friend bool operator==(const TText& a, const TText& b) {
     return a.block == b.block || a.View() == b.View();
   }

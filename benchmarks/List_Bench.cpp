@@ -1,0 +1,206 @@
+// Building lists: the module's builders against one bare SQL join of the same rows read into structs.
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "Bench_Database.h"
+#include "Event_Lists.h"
+#include "Kt_util_01.h"
+#include "Ratio_Main.h"
+#include "Reminder_Utils.h"
+
+namespace {
+
+using namespace Bench;
+using Kt_data_01::TEventKey_List;
+using Kt_util_01::TDateTime;
+
+struct TBare_Entry {
+  std::string Key, Title, Location, Contact, ContactName, User, Status;
+  double EventDate, FirstDate;
+  int Priority, EventType, Percentage;
+  bool Private, AllDay, Done, Alarm;
+};
+
+// Without an order of its own, so that the engine may choose the fastest way.
+std::string Join(const char* alarm_key, const char* range) {
+  return std::string(
+             "SELECT d.Key, e.Title, e.Location, d.Contact, c.DisplayName, e.User, d.EventDate, e.FirstDate, e.Priority, "
+             "e.EventType, e.Percentage, e.Status, e.Private, e.AllDay, d.Actioned, a.Key IS NOT NULL "
+             "FROM KT_Events_Data d JOIN KT_Events e ON e.Key = d.Event JOIN KT_Contacts c ON c.Key = d.Contact "
+             "LEFT JOIN KT_Alarms a ON a.Key = ") +
+         alarm_key + " WHERE d.Book = 'book' AND c.Deleted = 0" + range;
+}
+
+std::vector<TBare_Entry> Read_Bare(sqlite3_stmt* statement, const std::string& user) {
+  const auto text = [statement](int column) {
+    return std::string(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
+                       static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
+  };
+  const auto number = [statement](int column) { return sqlite3_column_int(statement, column); };
+  std::vector<TBare_Entry> entries;
+  while (sqlite3_step(statement) == SQLITE_ROW) {
+    TBare_Entry& entry = entries.emplace_back();
+    entry.Key = text(0);
+    entry.Title = text(1);
+    entry.Location = text(2);
+    entry.Contact = text(3);
+    entry.ContactName = text(4);
+    entry.User = text(5);
+    entry.EventDate = sqlite3_column_double(statement, 6);
+    entry.FirstDate = sqlite3_column_double(statement, 7);
+    entry.Priority = number(8);
+    entry.EventType = number(9);
+    entry.Percentage = number(10);
+    if (entry.EventType == 3) entry.Status = KTReminds::Task_Status_Text(number(11), entry.Percentage);
+    entry.Private = number(12) != 0 && entry.User != user;
+    entry.AllDay = number(13) != 0;
+    entry.Done = number(14) != 0;
+    entry.Alarm = number(15) != 0 && !entry.Done && entry.User == user;
+  }
+  sqlite3_reset(statement);
+  return entries;
+}
+
+// The whole book, as Build_Reminder_AllView reads it, but for the sorting.
+TEventKey_List Read_All() {
+  TEventKey_List list;
+  KTReminds::TEntry_Walk walk({}, Book, true, -1e300, 1e300, KTReminds::TAlarm_Key::Occurrence);
+  while (auto entry = walk.Next()) list.push_back(std::move(entry));
+  return list;
+}
+
+const TSize All_Size = {100'000, 20'000, 2'000, 2'100, 30};
+
+sqlite3_stmt* All_Join() {
+  static sqlite3_stmt* statement = Prepare(Bare_Connection(Database_File(All_Size)), Join("d.Key", ""));
+  return statement;
+}
+
+void AllView(benchmark::State& state) {
+  Use_Database(Database_File(All_Size));
+  benchmark::DoNotOptimize(Read_All().size());
+  for (auto _ : state) {
+    auto list = Read_All();
+    benchmark::DoNotOptimize(list.data());
+    state.PauseTiming();
+    list.clear();
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(AllView)->Unit(benchmark::kMillisecond);
+
+void AllView_Bare_Join(benchmark::State& state) {
+  const std::string user = Kt_util_01::User_Key();
+  benchmark::DoNotOptimize(Read_Bare(All_Join(), user).size());
+  for (auto _ : state) {
+    auto list = Read_Bare(All_Join(), user);
+    benchmark::DoNotOptimize(list.data());
+    state.PauseTiming();
+    list.clear();
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(AllView_Bare_Join)->Unit(benchmark::kMillisecond);
+
+TDateTime Window_Start(const TSize& size) { return First_Day + size.Days / 2; }
+
+sqlite3_stmt* Window_Join(const TSize& size) {
+  static std::vector<std::pair<int, sqlite3_stmt*>> statements;
+  for (const auto& [occurrences, statement] : statements) {
+    if (occurrences == size.Occurrences) return statement;
+  }
+  sqlite3_stmt* made = Prepare(Bare_Connection(Database_File(size)),
+                               Join("d.Event", " AND d.EventDate >= ? AND d.EventDate < ?"));
+  statements.emplace_back(size.Occurrences, made);
+  return made;
+}
+
+std::vector<TBare_Entry> Read_Window_Bare(const TSize& size) {
+  sqlite3_stmt* statement = Window_Join(size);
+  sqlite3_bind_double(statement, 1, Window_Start(size));
+  sqlite3_bind_double(statement, 2, Window_Start(size) + 42);
+  return Read_Bare(statement, Kt_util_01::User_Key());
+}
+
+void Read_Window(const TSize& size, TEventKey_List& list) {
+  KTReminds::Build_Events_Data({}, Book, list, Window_Start(size), Window_Start(size) + 41, true);
+}
+
+void Window(benchmark::State& state) {
+  const TSize size = Size_Of(static_cast<int>(state.range(0)));
+  Use_Database(Database_File(size));
+  TEventKey_List list;
+  Read_Window(size, list);
+  for (auto _ : state) {
+    Read_Window(size, list);
+    benchmark::DoNotOptimize(list.data());
+  }
+  state.counters["rows"] = static_cast<double>(list.size());
+}
+BENCHMARK(Window)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
+void Window_Bare_Join(benchmark::State& state) {
+  const TSize size = Size_Of(static_cast<int>(state.range(0)));
+  auto list = Read_Window_Bare(size);
+  for (auto _ : state) {
+    list = Read_Window_Bare(size);
+    benchmark::DoNotOptimize(list.data());
+  }
+}
+BENCHMARK(Window_Bare_Join)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
+std::string Compare(std::vector<TBare_Entry> bare, const TEventKey_List& list) {
+  if (bare.size() != list.size()) return "the lists differ in length";
+  std::vector<const Kt_data_01::TEventKey*> ours;
+  for (const auto& entry : list) ours.push_back(entry.get());
+  std::sort(ours.begin(), ours.end(), [](auto* a, auto* b) { return a->Key.View() < b->Key.View(); });
+  std::sort(bare.begin(), bare.end(), [](auto& a, auto& b) { return a.Key < b.Key; });
+  for (std::size_t i = 0; i < bare.size(); ++i) {
+    const TBare_Entry& a = bare[i];
+    const Kt_data_01::TEventKey& b = *ours[i];
+    const bool is_task = a.EventType == 3;
+    if (!(b.Key == a.Key) || !(b.Description == a.Title) || !(b.Contact == a.Contact) ||
+        !(b.ContactName == a.ContactName) || !(b.User == a.User) ||
+        !(b.FirstText == (is_task ? a.Status : a.Title)) || !(b.SecondText == (is_task ? a.Title : a.Location)) ||
+        a.EventDate != b.EventDate || a.FirstDate != b.FirstDate || a.Priority != b.Priority ||
+        a.EventType != b.EventType || a.Percentage != b.Percentage || a.Private != b.Private ||
+        a.AllDay != b.Timeless || a.Done != b.Done || a.Alarm != b.Alarm) {
+      return "the entries of " + a.Key + " differ";
+    }
+  }
+  return {};
+}
+
+[[maybe_unused]] const bool Checks =
+    Ratio_Bench::Check_First("AllView reads what the join reads", [] {
+      Use_Database(Database_File(All_Size));
+      return Compare(Read_Bare(All_Join(), Kt_util_01::User_Key()), Read_All());
+    }) &
+    Ratio_Bench::Check_First("Window reads what the join reads", [] {
+      for (const int occurrences : {10'000, 100'000, 1'000'000}) {
+        const TSize size = Size_Of(occurrences);
+        Use_Database(Database_File(size));
+        TEventKey_List list;
+        Read_Window(size, list);
+        if (std::string complaint = Compare(Read_Window_Bare(size), list); !complaint.empty()) return complaint;
+      }
+      return std::string();
+    });
+
+using Ratio_Bench::TBound;
+[[maybe_unused]] const bool Ratios =
+    Ratio_Bench::Expect_Ratio("AllView / bare join", "AllView", "AllView_Bare_Join", 0.8, TBound::At_Most) &
+    Ratio_Bench::Expect_Ratio("Window / bare join, 10,000", "Window/10000", "Window_Bare_Join/10000", 1.3,
+                              TBound::At_Most) &
+    Ratio_Bench::Expect_Ratio("Window / bare join, 100,000", "Window/100000", "Window_Bare_Join/100000", 1.3,
+                              TBound::At_Most) &
+    Ratio_Bench::Expect_Ratio("Window / bare join, 1,000,000", "Window/1000000", "Window_Bare_Join/1000000", 1.3,
+                              TBound::At_Most) &
+    Ratio_Bench::Expect_Ratio("Window of 1,000,000 / of 10,000", "Window/1000000", "Window/10000", 2.0,
+                              TBound::At_Most);
+
+}  // namespace
