@@ -1,0 +1,114 @@
+#include "Date_Patterns.h"
+
+#include <algorithm>
+#include <array>
+
+namespace Kt_util_01 {
+
+namespace {
+
+char Lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool Starts_With(std::string_view text, std::string_view lower_case) {
+  return text.size() >= lower_case.size() && std::equal(lower_case.begin(), lower_case.end(), text.begin(),
+                                                        [](char a, char b) { return a == Lower(b); });
+}
+
+bool Is_Special(char c) {
+  return std::string_view("acdhmnstyz/:\"'").find(Lower(c)) != std::string_view::npos;
+}
+
+}  // namespace
+
+TPattern_Token TPattern_Scanner::Take(TField field, std::size_t length) {
+  const TPattern_Token token{field, static_cast<int>(length), m_Rest.substr(0, length)};
+  m_Rest.remove_prefix(length);
+  return token;
+}
+
+bool TPattern_Scanner::Next(TPattern_Token& token) {
+  if (m_Rest.empty()) return false;
+  const char letter = Lower(m_Rest[0]);
+
+  if (letter == '"' || letter == '\'') {
+    const std::size_t end = std::min(m_Rest.find(letter, 1), m_Rest.size());
+    token = {TField::Literal, 1, m_Rest.substr(1, end - 1)};
+    m_Rest.remove_prefix(std::min(end + 1, m_Rest.size()));
+    return true;
+  }
+  if (letter == '/' || letter == ':') {
+    token = Take(letter == '/' ? TField::Date_Separator : TField::Time_Separator, 1);
+    return true;
+  }
+  if (!Is_Special(letter)) {
+    const auto end = std::find_if(m_Rest.begin(), m_Rest.end(), Is_Special);
+    token = Take(TField::Literal, static_cast<std::size_t>(end - m_Rest.begin()));
+    return true;
+  }
+
+  if (letter == 'a') {
+    if (Starts_With(m_Rest, "am/pm")) {
+      token = Take(TField::AmPm_Letters, 5);
+    } else if (Starts_With(m_Rest, "ampm")) {
+      token = Take(TField::AmPm_Names, 4);
+    } else if (Starts_With(m_Rest, "a/p")) {
+      token = Take(TField::A_P_Letters, 3);
+    } else {
+      token = Take(TField::Literal, 1);
+      return true;
+    }
+    m_After_Hour = false;
+    return true;
+  }
+
+  const auto run_end =
+      std::find_if(m_Rest.begin(), m_Rest.end(), [letter](char c) { return Lower(c) != letter; });
+  const auto length = letter == 'c' ? std::size_t{1} : static_cast<std::size_t>(run_end - m_Rest.begin());
+  TField field = TField::Literal;
+  switch (letter) {
+    case 'c':
+      field = TField::Date_And_Time;
+      break;
+    case 'd':
+      field = TField::Day;
+      break;
+    case 'm':
+      field = m_After_Hour && length <= 2 ? TField::Minute : TField::Month;
+      break;
+    case 'y':
+      field = TField::Year;
+      break;
+    case 'h':
+      field = TField::Hour;
+      break;
+    case 'n':
+      field = TField::Minute;
+      break;
+    case 's':
+      field = TField::Second;
+      break;
+    case 'z':
+      field = TField::Msec;
+      break;
+    default:
+      field = TField::Time;
+      break;
+  }
+  m_After_Hour = field == TField::Hour;
+  token = Take(field, length);
+  return true;
+}
+
+bool Has_AmPm(std::string_view pattern) {
+  TPattern_Scanner scanner(pattern);
+  for (TPattern_Token token{}; scanner.Next(token);) {
+    if (token.Field == TField::AmPm_Letters || token.Field == TField::A_P_Letters ||
+        token.Field == TField::AmPm_Names)
+      return true;
+  }
+  return false;
+}
+
+}  // namespace Kt_util_01

@@ -1,0 +1,161 @@
+#include "Date_Patterns.h"
+#include "Kt_util_01.h"
+
+namespace Kt_util_01 {
+
+namespace {
+
+/// The formats of the settings are used within a pattern; one that names a format in turn would never end.
+constexpr int Max_Depth = 1;
+
+struct TMoment {
+  TDate_Parts Date;
+  TTime_Parts Time;
+  int Weekday;  // 1 Sunday .. 7 Saturday
+};
+
+void Append_Number(std::string& out, int number, int digits) {
+  char buffer[12];
+  char* const end = buffer + sizeof buffer;
+  char* first = end;
+  for (; number > 0 || end - first < digits; number /= 10) *--first = static_cast<char>('0' + number % 10);
+  out.append(first, end);
+}
+
+class TRenderer {
+ public:
+  TRenderer(std::string& out, const TMoment& moment, const TFormat_Settings& settings)
+      : m_Out(out), m_Moment(moment), m_Settings(settings) {}
+
+  void Render(std::string_view pattern, int depth) {
+    if (depth > Max_Depth) return;
+    TPattern_Scanner scanner(pattern);
+    for (TPattern_Token token{}; scanner.Next(token);) Render_Token(token, pattern, depth);
+  }
+
+ private:
+  void Render_Token(const TPattern_Token& token, std::string_view pattern, int depth) {
+    const int two_digits = token.Count > 1 ? 2 : 1;
+    const bool afternoon = m_Moment.Time.Hour >= 12;
+    switch (token.Field) {
+      case TField::Literal:
+        m_Out += token.Text;
+        break;
+      case TField::Date_Separator:
+        m_Out += m_Settings.DateSeparator;
+        break;
+      case TField::Time_Separator:
+        m_Out += m_Settings.TimeSeparator;
+        break;
+      case TField::Day:
+        Render_Day(token.Count, depth);
+        break;
+      case TField::Month:
+        Render_Month(token.Count);
+        break;
+      case TField::Year:
+        if (token.Count > 2)
+          Append_Number(m_Out, m_Moment.Date.Year, 4);
+        else
+          Append_Number(m_Out, m_Moment.Date.Year % 100, 2);
+        break;
+      case TField::Hour:
+        Append_Number(m_Out, Has_AmPm(pattern) ? (m_Moment.Time.Hour + 11) % 12 + 1 : m_Moment.Time.Hour,
+                      two_digits);
+        break;
+      case TField::Minute:
+        Append_Number(m_Out, m_Moment.Time.Minute, two_digits);
+        break;
+      case TField::Second:
+        Append_Number(m_Out, m_Moment.Time.Second, two_digits);
+        break;
+      case TField::Msec:
+        Append_Number(m_Out, m_Moment.Time.Msec, token.Count < 3 ? token.Count : 3);
+        break;
+      case TField::Time:
+        Render(token.Count == 1 ? m_Settings.ShortTimeFormat : m_Settings.LongTimeFormat, depth + 1);
+        break;
+      case TField::Date_And_Time:
+        Render_Date_And_Time(depth);
+        break;
+      case TField::AmPm_Letters:
+        m_Out += token.Text.substr(afternoon ? 3 : 0, 2);
+        break;
+      case TField::A_P_Letters:
+        m_Out += token.Text[afternoon ? 2 : 0];
+        break;
+      case TField::AmPm_Names:
+        m_Out += afternoon ? m_Settings.TimePMString : m_Settings.TimeAMString;
+        break;
+    }
+  }
+
+  void Render_Day(int count, int depth) {
+    const auto name = static_cast<std::size_t>(m_Moment.Weekday - 1);
+    switch (count) {
+      case 1:
+      case 2:
+        Append_Number(m_Out, m_Moment.Date.Day, count);
+        break;
+      case 3:
+        m_Out += m_Settings.ShortDayNames[name];
+        break;
+      case 4:
+        m_Out += m_Settings.LongDayNames[name];
+        break;
+      case 5:
+        Render(m_Settings.ShortDateFormat, depth + 1);
+        break;
+      default:
+        Render(m_Settings.LongDateFormat, depth + 1);
+        break;
+    }
+  }
+
+  void Render_Month(int count) {
+    const auto name = static_cast<std::size_t>(m_Moment.Date.Month - 1);
+    switch (count) {
+      case 1:
+      case 2:
+        Append_Number(m_Out, m_Moment.Date.Month, count);
+        break;
+      case 3:
+        m_Out += m_Settings.ShortMonthNames[name];
+        break;
+      default:
+        m_Out += m_Settings.LongMonthNames[name];
+        break;
+    }
+  }
+
+  void Render_Date_And_Time(int depth) {
+    const TTime_Parts& time = m_Moment.Time;
+    Render(m_Settings.ShortDateFormat, depth + 1);
+    if (time.Hour == 0 && time.Minute == 0 && time.Second == 0 && time.Msec == 0) return;
+    m_Out += ' ';
+    Render(m_Settings.LongTimeFormat, depth + 1);
+  }
+
+  std::string& m_Out;
+  const TMoment& m_Moment;
+  const TFormat_Settings& m_Settings;
+};
+
+}  // namespace
+
+std::string FormatDateTime(std::string_view format, TDateTime value, const TFormat_Settings& settings) {
+  constexpr std::int64_t first_day = Day_From_Date(Min_Year, 1, 1);
+  constexpr std::int64_t last_day = Day_From_Date(Max_Year, 12, 31);
+  std::string out;
+  const std::int64_t day = Whole_Day(value);
+  if (value != value || day < first_day || day > last_day) return out;
+  const TMoment moment{Date_From_Day(day), Decode_Time(value), Day_Of_Week(day)};
+  TRenderer(out, moment, settings).Render(format, 0);
+  return out;
+}
+
+std::string ISO_DateTime(TDateTime value) {
+  return FormatDateTime("yyyy-mm-dd\"T\"hh\":\"nn\":\"ss", value);
+}
+
+}  // namespace Kt_util_01

@@ -1,0 +1,88 @@
+#include "Test_Seams.h"
+
+#include <gtest/gtest.h>
+
+namespace Kt_test {
+
+using namespace Kt_util_01;
+
+void TPrompt_Queue::Expect_Error(const std::string& caption, const std::string& text) {
+  m_Expected.push_back({"error", caption, text, 0});
+}
+
+void TPrompt_Queue::Expect_Info(const std::string& caption, const std::string& text) {
+  m_Expected.push_back({"information", caption, text, 0});
+}
+
+void TPrompt_Queue::Expect_Question(const std::string& caption, const std::string& text, int answer) {
+  m_Expected.push_back({"question", caption, text, answer});
+}
+
+void TPrompt_Queue::Verify() {
+  for (const TPrompt& prompt : m_Expected) ADD_FAILURE() << "never came: " << Describe(prompt);
+  m_Expected.clear();
+}
+
+void TPrompt_Queue::Error(const std::string& caption, const std::string& text) {
+  Meet({"error", caption, text, 0});
+}
+
+void TPrompt_Queue::Info(const std::string& caption, const std::string& text) {
+  Meet({"information", caption, text, 0});
+}
+
+int TPrompt_Queue::Question(const std::string& caption, const std::string& text) {
+  return Meet({"question", caption, text, Answer_No});
+}
+
+std::string TPrompt_Queue::Describe(const TPrompt& prompt) {
+  return prompt.Kind + " \"" + prompt.Caption + "\": \"" + prompt.Text + "\"";
+}
+
+int TPrompt_Queue::Meet(const TPrompt& prompt) {
+  if (m_Expected.empty()) {
+    ADD_FAILURE() << "unexpected prompt: " << Describe(prompt);
+    return Answer_No;
+  }
+  const TPrompt expected = m_Expected.front();
+  m_Expected.pop_front();
+  if (Describe(expected) != Describe(prompt)) {
+    ADD_FAILURE() << "unexpected prompt: " << Describe(prompt) << "\nexpected: " << Describe(expected);
+    return Answer_No;
+  }
+  return expected.Answer;
+}
+
+bool TMemory_Settings::Read(const std::string& section, const std::string& name, std::string& value) {
+  const auto found = Values.find({section, name});
+  if (found == Values.end()) return false;
+  value = found->second;
+  return true;
+}
+
+void TMemory_Settings::Write(const std::string& section, const std::string& name, const std::string& value) {
+  Values[{section, name}] = value;
+}
+
+TTest_Seams::TTest_Seams(const std::string& locale, const std::string& zone)
+    : Clock(Encode_Date(2024, 1, 15) + 0.5) {
+  Install_Locale(locale);
+  if (!Install_Time_Zone(zone)) ADD_FAILURE() << "no time zone \"" << zone << "\"";
+  Install_Clock(&Clock);
+  Install_Prompts(&Prompts);
+  Install_Sounds(&Sounds);
+  Install_Settings(&Settings);
+}
+
+TTest_Seams::~TTest_Seams() {
+  Install_Settings(nullptr);
+  Install_Sounds(nullptr);
+  Install_Prompts(nullptr);
+  Install_Clock(nullptr);
+  Install_Time_Zone("");
+  Install_Locale("");
+  Set_User_Key("");
+  CurrentDate = 0;
+}
+
+}  // namespace Kt_test
