@@ -19,7 +19,8 @@ namespace {
 
 const std::filesystem::path& Folder() {
   struct TFolder {
-    std::filesystem::path Path = std::filesystem::temp_directory_path() / ("kt_bench_" + Kt_util_01::Get_GUID());
+    std::filesystem::path Path =
+        std::filesystem::temp_directory_path() / ("kt_bench_" + Kt_util_01::Get_GUID());
     TFolder() { std::filesystem::create_directories(Path); }
     ~TFolder() { std::filesystem::remove_all(Path); }
   };
@@ -43,7 +44,8 @@ void Fill(sqlite3* connection, const TSize& size, const std::string& user) {
   std::mt19937 random(20240101);
   Execute(connection, "BEGIN IMMEDIATE");
   Execute(connection, "INSERT INTO KT_Books VALUES ('book', 'Bench', NULL)");
-  Execute(connection, "INSERT INTO KT_Contacts (Key, DisplayName, Type, Book) VALUES ('calendar', 'Bench', 2, 'book')");
+  Execute(connection,
+          "INSERT INTO KT_Contacts (Key, DisplayName, Type, Book) VALUES ('calendar', 'Bench', 2, 'book')");
   std::vector<std::string> contacts;
   sqlite3_stmt* contact =
       Prepare(connection, "INSERT INTO KT_Contacts (Key, DisplayName, Book) VALUES (?, ?, 'book')");
@@ -53,12 +55,14 @@ void Fill(sqlite3* connection, const TSize& size, const std::string& user) {
     Bind(contact, 2, "Contact Number " + std::to_string(i));
     Step(contact);
   }
-  sqlite3_stmt* event = Prepare(connection,
-                                "INSERT INTO KT_Events (Key, FirstDate, Title, Location, LastDate, Freq, Period, Priority, User, "
-                                "EventType) VALUES (?, ?, ?, ?, 0, 1, 1, 5, ?, ?)");
-  sqlite3_stmt* occurrence = Prepare(connection,
-                                     "INSERT INTO KT_Events_Data (Key, Contact, Book, Event, Actioned, EventDate) "
-                                     "VALUES (?, ?, 'book', ?, ?, ?)");
+  sqlite3_stmt* event = Prepare(
+      connection,
+      "INSERT INTO KT_Events (Key, FirstDate, Title, Location, LastDate, Freq, Period, Priority, User, "
+      "EventType) VALUES (?, ?, ?, ?, 0, 1, 1, 5, ?, ?)");
+  sqlite3_stmt* occurrence =
+      Prepare(connection,
+              "INSERT INTO KT_Events_Data (Key, Contact, Book, Event, Actioned, EventDate) "
+              "VALUES (?, ?, 'book', ?, ?, ?)");
   sqlite3_stmt* alarm = Prepare(connection, "INSERT INTO KT_Alarms (Key, User, Offset) VALUES (?, ?, 15)");
   for (int i = 0; i < size.Sets; ++i) {
     const std::string key = Kt_util_01::Get_GUID();
@@ -78,8 +82,9 @@ void Fill(sqlite3* connection, const TSize& size, const std::string& user) {
       Bind(occurrence, 2, owner);
       Bind(occurrence, 3, key);
       sqlite3_bind_int(occurrence, 4, random() % 4 == 0 ? 1 : 0);
-      sqlite3_bind_double(occurrence, 5,
-                          First_Day + static_cast<double>(random() % (static_cast<unsigned>(size.Days) * 96U)) / 96);
+      sqlite3_bind_double(
+          occurrence, 5,
+          First_Day + static_cast<double>(random() % (static_cast<unsigned>(size.Days) * 96U)) / 96);
       Step(occurrence);
       if (static_cast<int>(random() % 100) < size.Alarm_Percent) {
         Bind(alarm, 1, own_key);
@@ -96,7 +101,8 @@ void Fill(sqlite3* connection, const TSize& size, const std::string& user) {
 }  // namespace
 
 TSize Size_Of(int occurrences) {
-  return {occurrences, occurrences / 5, 2000, static_cast<int>(static_cast<std::int64_t>(occurrences) * 42 / 2000), 30};
+  return {occurrences, occurrences / 5, 2000,
+          static_cast<int>(static_cast<std::int64_t>(occurrences) * 42 / 2000), 30};
 }
 
 const std::string& Database_File(const TSize& size, int copy) {
@@ -134,8 +140,8 @@ sqlite3* Bare_Connection(const std::string& path) {
 
 sqlite3_stmt* Prepare(sqlite3* connection, std::string_view sql) {
   sqlite3_stmt* statement = nullptr;
-  if (sqlite3_prepare_v3(connection, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &statement,
-                         nullptr) != SQLITE_OK) {
+  if (sqlite3_prepare_v3(connection, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                         &statement, nullptr) != SQLITE_OK) {
     std::fprintf(stderr, "benchmark statement: %s\n", sqlite3_errmsg(connection));
     std::exit(1);
   }

@@ -7,13 +7,13 @@
 
 namespace Bench {
 
-/// What a generated database holds. One book; the sets' occurrences are written set by set, as the program writes them,
-/// so that the rows of a day lie scattered over the table.
+/// What a generated database holds. One book; the sets' occurrences are written set by set, as the program
+/// writes them, so that the rows of a day lie scattered over the table.
 struct TSize {
   int Occurrences;
   int Sets;
   int Contacts;
-  int Days;            // over which the occurrences are spread evenly, from First_Day
+  int Days;  // over which the occurrences are spread evenly, from First_Day
   int Alarm_Percent;
 };
 

@@ -28,9 +28,11 @@ struct TBare_Entry {
 // Without an order of its own, so that the engine may choose the fastest way.
 std::string Join(const char* alarm_key, const char* range) {
   return std::string(
-             "SELECT d.Key, e.Title, e.Location, d.Contact, c.DisplayName, e.User, d.EventDate, e.FirstDate, e.Priority, "
+             "SELECT d.Key, e.Title, e.Location, d.Contact, c.DisplayName, e.User, d.EventDate, e.FirstDate, "
+             "e.Priority, "
              "e.EventType, e.Percentage, e.Status, e.Private, e.AllDay, d.Actioned, a.Key IS NOT NULL "
-             "FROM KT_Events_Data d JOIN KT_Events e ON e.Key = d.Event JOIN KT_Contacts c ON c.Key = d.Contact "
+             "FROM KT_Events_Data d JOIN KT_Events e ON e.Key = d.Event JOIN KT_Contacts c ON c.Key = "
+             "d.Contact "
              "LEFT JOIN KT_Alarms a ON a.Key = ") +
          alarm_key + " WHERE d.Book = 'book' AND c.Deleted = 0" + range;
 }
@@ -68,7 +70,8 @@ std::vector<TBare_Entry> Read_Bare(sqlite3_stmt* statement, const std::string& u
 // The whole book, as Build_Reminder_AllView reads it, but for the sorting.
 TEventKey_List Read_All() {
   TEventKey_List list;
-  KTReminds::TEntry_Walk walk({}, Book, true, -1e300, 1e300, KTReminds::TAlarm_Key::Occurrence);
+  KTReminds::TEntry_Walk walk({}, Book, true, -1e300, 1e300, KTReminds::TAlarm_Key::Occurrence,
+                              KTReminds::TReading::Whole);
   while (auto entry = walk.Next()) list.push_back(std::move(entry));
   return list;
 }
@@ -106,7 +109,9 @@ void AllView_Bare_Join(benchmark::State& state) {
 }
 BENCHMARK(AllView_Bare_Join)->Unit(benchmark::kMillisecond);
 
-TDateTime Window_Start(const TSize& size) { return First_Day + size.Days / 2; }
+TDateTime Window_Start(const TSize& size) {
+  return First_Day + size.Days / 2;
+}
 
 sqlite3_stmt* Window_Join(const TSize& size) {
   static std::vector<std::pair<int, sqlite3_stmt*>> statements;
@@ -165,10 +170,11 @@ std::string Compare(std::vector<TBare_Entry> bare, const TEventKey_List& list) {
     const bool is_task = a.EventType == 3;
     if (!(b.Key == a.Key) || !(b.Description == a.Title) || !(b.Contact == a.Contact) ||
         !(b.ContactName == a.ContactName) || !(b.User == a.User) ||
-        !(b.FirstText == (is_task ? a.Status : a.Title)) || !(b.SecondText == (is_task ? a.Title : a.Location)) ||
-        a.EventDate != b.EventDate || a.FirstDate != b.FirstDate || a.Priority != b.Priority ||
-        a.EventType != b.EventType || a.Percentage != b.Percentage || a.Private != b.Private ||
-        a.AllDay != b.Timeless || a.Done != b.Done || a.Alarm != b.Alarm) {
+        !(b.FirstText == (is_task ? a.Status : a.Title)) ||
+        !(b.SecondText == (is_task ? a.Title : a.Location)) || a.EventDate != b.EventDate ||
+        a.FirstDate != b.FirstDate || a.Priority != b.Priority || a.EventType != b.EventType ||
+        a.Percentage != b.Percentage || a.Private != b.Private || a.AllDay != b.Timeless ||
+        a.Done != b.Done || a.Alarm != b.Alarm) {
       return "the entries of " + a.Key + " differ";
     }
   }
@@ -176,17 +182,19 @@ std::string Compare(std::vector<TBare_Entry> bare, const TEventKey_List& list) {
 }
 
 [[maybe_unused]] const bool Checks =
-    Ratio_Bench::Check_First("AllView reads what the join reads", [] {
-      Use_Database(Database_File(All_Size));
-      return Compare(Read_Bare(All_Join(), Kt_util_01::User_Key()), Read_All());
-    }) &
+    Ratio_Bench::Check_First("AllView reads what the join reads",
+                             [] {
+                               Use_Database(Database_File(All_Size));
+                               return Compare(Read_Bare(All_Join(), Kt_util_01::User_Key()), Read_All());
+                             }) &
     Ratio_Bench::Check_First("Window reads what the join reads", [] {
       for (const int occurrences : {10'000, 100'000, 1'000'000}) {
         const TSize size = Size_Of(occurrences);
         Use_Database(Database_File(size));
         TEventKey_List list;
         Read_Window(size, list);
-        if (std::string complaint = Compare(Read_Window_Bare(size), list); !complaint.empty()) return complaint;
+        if (std::string complaint = Compare(Read_Window_Bare(size), list); !complaint.empty())
+          return complaint;
       }
       return std::string();
     });
@@ -198,8 +206,8 @@ using Ratio_Bench::TBound;
                               TBound::At_Most) &
     Ratio_Bench::Expect_Ratio("Window / bare join, 100,000", "Window/100000", "Window_Bare_Join/100000", 1.3,
                               TBound::At_Most) &
-    Ratio_Bench::Expect_Ratio("Window / bare join, 1,000,000", "Window/1000000", "Window_Bare_Join/1000000", 1.3,
-                              TBound::At_Most) &
+    Ratio_Bench::Expect_Ratio("Window / bare join, 1,000,000", "Window/1000000", "Window_Bare_Join/1000000",
+                              1.3, TBound::At_Most) &
     Ratio_Bench::Expect_Ratio("Window of 1,000,000 / of 10,000", "Window/1000000", "Window/10000", 2.0,
                               TBound::At_Most);
 

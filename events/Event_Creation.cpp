@@ -12,7 +12,9 @@ namespace {
 void Write_Master(const TNew_Event& event, const std::string& key) {
   const TRecurrence_Pattern& pattern = event.Pattern;
   TTable events(Events_Table);
-  const auto set = [&events](std::string_view column, const TValue& value) { events.Set(events.Field(column), value); };
+  const auto set = [&events](std::string_view column, const TValue& value) {
+    events.Set(events.Field(column), value);
+  };
   events.Insert();
   set("Key", key);
   set("Title", event.Title);
@@ -30,7 +32,8 @@ void Write_Master(const TNew_Event& event, const std::string& key) {
   set("Month", pattern.Month);
   set("Instance", pattern.Instance);
   set("EventType", event.EventType);
-  for (const std::string_view column : {"Started", "Completed", "Percentage", "Status", "Budget", "Worked"}) set(column, 0);
+  for (const std::string_view column : {"Started", "Completed", "Percentage", "Status", "Budget", "Worked"})
+    set(column, 0);
   if (event.Notes) {
     TBlob_Stream blob(events, events.Field("Notes"), TBlob_Stream::TMode::Write);
     event.Notes->Position = 0;
@@ -68,7 +71,8 @@ std::string Create_Event(const TNew_Event& event, std::string& EventKey) {
     const auto actioned_on = [&](TDateTime date) {
       return event.MarkPastActioned && (today > Whole_Day(date) || event.Actioned);
     };
-    TOccurrence_Writer writer({EventKey, event.Contact, event.Book, event.User, event.WAVFile, event.Alarm, event.Offset});
+    TOccurrence_Writer writer(
+        {EventKey, event.Contact, event.Book, event.User, event.WAVFile, event.Alarm, event.Offset});
     std::string first = writer.Write(event.FirstDate, actioned_on(event.FirstDate));
     TDateTime date = event.FirstDate;
     while (event.Pattern.Freq > 0) {
@@ -88,9 +92,10 @@ std::string Create_Event(const TNew_Event& event, std::string& EventKey) {
 std::string Create_Event(const std::string& Contact, const std::string& Book, const std::string& Title,
                          const std::string& Location, const std::string& WAVFile, const std::string& User,
                          std::string& EventKey, TMemory_Stream* Notes, bool Alarm, bool AllDay, bool Actioned,
-                         bool PeriodDefault, TDateTime FirstDate, TDateTime LastDate, int Freq, int Period, int Priority,
-                         int Offset, bool P1, bool P2, bool P3, bool P4, bool P5, bool P6, bool P7, bool P8, bool P9,
-                         bool P10, int Instance, int Month, int EventType, bool MarkPastActioned) {
+                         bool PeriodDefault, TDateTime FirstDate, TDateTime LastDate, int Freq, int Period,
+                         int Priority, int Offset, bool P1, bool P2, bool P3, bool P4, bool P5, bool P6,
+                         bool P7, bool P8, bool P9, bool P10, int Instance, int Month, int EventType,
+                         bool MarkPastActioned) {
   TNew_Event event;
   event.Contact = Contact;
   event.Book = Book;
@@ -118,10 +123,11 @@ std::string Create_Event(const std::string& Contact, const std::string& Book, co
   return Create_Event(event, EventKey);
 }
 
-std::string Create_Event_Entry(const std::string& EventKey, const std::string& Contact, const std::string& Book,
-                               const std::string& User, const std::string& WAVFile, bool Alarm, bool Actioned,
-                               TDateTime EventDate, int Offset) {
-  return TOccurrence_Writer({EventKey, Contact, Book, User, WAVFile, Alarm, Offset}).Write(EventDate, Actioned);
+std::string Create_Event_Entry(const std::string& EventKey, const std::string& Contact,
+                               const std::string& Book, const std::string& User, const std::string& WAVFile,
+                               bool Alarm, bool Actioned, TDateTime EventDate, int Offset) {
+  return TOccurrence_Writer({EventKey, Contact, Book, User, WAVFile, Alarm, Offset})
+      .Write(EventDate, Actioned);
 }
 
 }  // namespace KTReminds

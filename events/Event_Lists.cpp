@@ -10,11 +10,14 @@ using namespace Kt_util_01;
 
 namespace {
 
-constexpr auto Owner_Index(bool by_book) { return by_book ? "BookandDate" : "ContactandDate"; }
+constexpr auto Owner_Index(bool by_book) {
+  return by_book ? "BookandDate" : "ContactandDate";
+}
 
 struct TOccurrence_Fields {
-  const TField Key = Events_Data.Field("Key"), Contact = Events_Data.Field("Contact"), Event = Events_Data.Field("Event"),
-               Actioned = Events_Data.Field("Actioned"), EventDate = Events_Data.Field("EventDate");
+  const TField Key = Events_Data.Field("Key"), Contact = Events_Data.Field("Contact"),
+               Event = Events_Data.Field("Event"), Actioned = Events_Data.Field("Actioned"),
+               EventDate = Events_Data.Field("EventDate");
 };
 struct TEvent_Fields {
   const TField Title = Events_Table.Field("Title"), Location = Events_Table.Field("Location"),
@@ -43,11 +46,11 @@ const TContact_Fields& Contact_Of() {
 
 }  // namespace
 
-TEntry_Walk::TEntry_Walk(const std::string& contact, const std::string& book, bool by_book, TDateTime from, TDateTime to,
-                         TAlarm_Key key)
+TEntry_Walk::TEntry_Walk(const std::string& contact, const std::string& book, bool by_book, TDateTime from,
+                         TDateTime to, TAlarm_Key key, TReading reading)
     : occurrences(Events_Data, {"Key", "Contact", "Event", "Actioned", "EventDate"}),
-      events(Events_Table, {"Key", "Title", "Location", "FirstDate", "User", "Private", "AllDay", "Priority", "EventType",
-                            "Percentage", "Status"}),
+      events(Events_Table, {"Key", "Title", "Location", "FirstDate", "User", "Private", "AllDay", "Priority",
+                            "EventType", "Percentage", "Status"}),
       contacts(Contacts_Table, {"Key", "DisplayName", "Deleted"}),
       alarms(Alarms_Table, {"Key"}),
       alarm_key(key),
@@ -57,9 +60,14 @@ TEntry_Walk::TEntry_Walk(const std::string& contact, const std::string& book, bo
   occurrences.SetRange({owner, from}, {owner, to});
   for (TTable* looked_up : {&events, &contacts, &alarms}) {
     looked_up->Set_Index("Key");
-    Set_Cache(*looked_up);
+    if (reading == TReading::Whole) Set_Cache(*looked_up);
   }
   Set_Cache(occurrences);
+  if (reading == TReading::Window) {
+    Set_Cache(contacts);
+    occurrences.Prefetch(Occurrence().Event, events);
+    occurrences.Prefetch(alarm_key == TAlarm_Key::Set ? Occurrence().Event : Occurrence().Key, alarms);
+  }
 }
 
 std::unique_ptr<TEventKey> TEntry_Walk::Next() {
@@ -89,7 +97,8 @@ std::unique_ptr<TEventKey> TEntry_Walk::Entry() {
   entry->EventType = static_cast<int>(events.Integer(Event().EventType));
   entry->Percentage = static_cast<int>(events.Integer(Event().Percentage));
   if (entry->EventType == Event_Type_Task) {
-    entry->FirstText = TText(Task_Status_Text(static_cast<int>(events.Integer(Event().Status)), entry->Percentage));
+    entry->FirstText =
+        TText(Task_Status_Text(static_cast<int>(events.Integer(Event().Status)), entry->Percentage));
     entry->SecondText = entry->Description;
   } else {
     entry->FirstText = entry->Description;
@@ -105,15 +114,19 @@ std::unique_ptr<TEventKey> TEntry_Walk::Entry() {
   entry->FirstDate = events.DateTime(Event().FirstDate);
   entry->EventDate = occurrences.DateTime(Occurrence().EventDate);
   entry->Done = occurrences.Boolean(Occurrence().Actioned);
-  if (own && !entry->Done) entry->Alarm = alarms.FindKey({alarm_key == TAlarm_Key::Set ? event : entry->Key.View()});
+  if (own && !entry->Done)
+    entry->Alarm = alarms.FindKey({alarm_key == TAlarm_Key::Set ? event : entry->Key.View()});
   return entry;
 }
 
 int State_Image(const TEventKey& entry) {
   switch (entry.EventType) {
-    case TEventKey::Type_Event: return entry.Done ? Image_Done_Event : Image_Open_Event;
-    case Event_Type_Task: return entry.Done ? Image_Done_Task : Image_Open_Task;
-    default: return -1;
+    case TEventKey::Type_Event:
+      return entry.Done ? Image_Done_Event : Image_Open_Event;
+    case Event_Type_Task:
+      return entry.Done ? Image_Done_Task : Image_Open_Task;
+    default:
+      return -1;
   }
 }
 

@@ -13,7 +13,8 @@ struct TMarking {
 
   bool Find(std::string_view occurrence) {
     for (TTable* table : {&occurrences, &events, &alarms}) table->Set_Index("Key");
-    return occurrences.FindKey({occurrence}) && events.FindKey({occurrences.Text(occurrences.Field("Event"))});
+    return occurrences.FindKey({occurrence}) &&
+           events.FindKey({occurrences.Text(occurrences.Field("Event"))});
   }
 
   void Mark_Task(bool done) {
@@ -40,10 +41,11 @@ struct TMarking {
     if (!done) return RemoveLog(key);
     if (activity <= -1) return;
     const TDateTime now = Now();
-    const std::string text =
-        FormatDateTime(is_task ? "\"Task Marked Completed: \"ddddd,t" : "\"Event Marked Completed: \"ddddd,t", now);
-    LogJournal(activity, key, occurrences.Text(occurrences.Field("Contact")), events.Text(events.Field("Title")), now, text,
-               0, is_task ? now : occurrences.DateTime(occurrences.Field("EventDate")));
+    const std::string text = FormatDateTime(
+        is_task ? "\"Task Marked Completed: \"ddddd,t" : "\"Event Marked Completed: \"ddddd,t", now);
+    LogJournal(activity, key, occurrences.Text(occurrences.Field("Contact")),
+               events.Text(events.Field("Title")), now, text, 0,
+               is_task ? now : occurrences.DateTime(occurrences.Field("EventDate")));
   }
 
   bool Is_Task() { return events.Integer(events.Field("EventType")) == Event_Type_Task; }
@@ -51,8 +53,8 @@ struct TMarking {
 
 }  // namespace
 
-void Set_Event_as_Actioned(TList_Item& Item, bool Actioned, bool PlaySound, int DoneEventImage, int OpenEventImage,
-                           int DoneTaskImage, int OpenTaskImage) {
+void Set_Event_as_Actioned(TList_Item& Item, bool Actioned, bool PlaySound, int DoneEventImage,
+                           int OpenEventImage, int DoneTaskImage, int OpenTaskImage) {
   TEventKey& entry = *Item.Data;
   try {
     TMarking marking;

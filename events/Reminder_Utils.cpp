@@ -21,8 +21,12 @@ constexpr int Priority_Of_Type_1 = 10;
 
 constexpr auto Read_Tables = " [KT_Events/KT_Events_Data/KT_Alarms]";
 
-TDateTime Day_Start(TDateTime date) { return static_cast<TDateTime>(Whole_Day(date)); }
-TDateTime Day_End(TDateTime date) { return From_Msecs((Whole_Day(date) + 1) * Msecs_Per_Day - 1000); }
+TDateTime Day_Start(TDateTime date) {
+  return static_cast<TDateTime>(Whole_Day(date));
+}
+TDateTime Day_End(TDateTime date) {
+  return From_Msecs((Whole_Day(date) + 1) * Msecs_Per_Day - 1000);
+}
 
 void Add_Item(TItem_List& list, std::unique_ptr<TEventKey> entry, int image) {
   auto item = std::make_unique<TList_Item>();
@@ -31,7 +35,8 @@ void Add_Item(TItem_List& list, std::unique_ptr<TEventKey> entry, int image) {
   list.Add(std::move(item));
 }
 
-// Clears the list, lets `fill` add items from the last to the first, and sorts; a failed read leaves it empty.
+// Clears the list, lets `fill` add items from the last to the first, and sorts; a failed read leaves it
+// empty.
 template <class TFill>
 void Rebuild(TItem_List& list, const char* routine, TFill fill) {
   list.Begin_Update();
@@ -50,21 +55,30 @@ void Rebuild(TItem_List& list, const char* routine, TFill fill) {
   if (!failed) list.End_Update();
 }
 
-int Effective_Priority(const TEventKey& entry) { return entry.EventType == 1 ? Priority_Of_Type_1 : entry.Priority; }
+int Effective_Priority(const TEventKey& entry) {
+  return entry.EventType == 1 ? Priority_Of_Type_1 : entry.Priority;
+}
 
-int First_Not_Zero(int primary, int tie_break) { return primary != 0 ? primary : tie_break; }
+int First_Not_Zero(int primary, int tie_break) {
+  return primary != 0 ? primary : tie_break;
+}
 
 // By any column but the text's, for which the caller has compared already.
 int Compare(const TEventKey& a, const TEventKey& b, int column, int by_text) {
   switch (column) {
-    case 0: return First_Not_Zero(CompareBool(a.Done, b.Done), CompareDates(a.EventDate, b.EventDate));
-    case 1: return First_Not_Zero(CompareBool(a.Alarm, b.Alarm), CompareDates(a.EventDate, b.EventDate));
-    case 2: return First_Not_Zero(CompareDates(a.EventDate, b.EventDate), CompareInteger(a.Priority, b.Priority));
-    case 3: return First_Not_Zero(by_text, CompareDates(a.EventDate, b.EventDate));
+    case 0:
+      return First_Not_Zero(CompareBool(a.Done, b.Done), CompareDates(a.EventDate, b.EventDate));
+    case 1:
+      return First_Not_Zero(CompareBool(a.Alarm, b.Alarm), CompareDates(a.EventDate, b.EventDate));
+    case 2:
+      return First_Not_Zero(CompareDates(a.EventDate, b.EventDate), CompareInteger(a.Priority, b.Priority));
+    case 3:
+      return First_Not_Zero(by_text, CompareDates(a.EventDate, b.EventDate));
     case 4:
       return First_Not_Zero(CompareInteger(Effective_Priority(a), Effective_Priority(b)),
                             CompareDates(a.EventDate, b.EventDate));
-    default: return 0;
+    default:
+      return 0;
   }
 }
 
@@ -73,18 +87,25 @@ int Compare(const TEventKey& a, const TEventKey& b, int column, int by_text) {
 std::string Task_Status_Text(int status, int percentage) {
   const std::string complete = std::to_string(percentage) + "% Complete";
   switch (status) {
-    case 0: return "Not Started";
-    case 1: return "In Progress " + complete;
-    case 2: return "Completed";
-    case 3: return "Pending " + complete;
-    case 4: return "Postponed " + complete;
-    case 5: return "Cancelled " + complete;
-    default: return "Unknown";
+    case 0:
+      return "Not Started";
+    case 1:
+      return "In Progress " + complete;
+    case 2:
+      return "Completed";
+    case 3:
+      return "Pending " + complete;
+    case 4:
+      return "Postponed " + complete;
+    case 5:
+      return "Cancelled " + complete;
+    default:
+      return "Unknown";
   }
 }
 
-bool Locate_Event(const std::string& Contact, const std::string& Book, TDateTime Date, TDateTime& Found, bool Backward,
-                  bool ByBook) {
+bool Locate_Event(const std::string& Contact, const std::string& Book, TDateTime Date, TDateTime& Found,
+                  bool Backward, bool ByBook) {
   Found = 0;
   try {
     const TDateTime day = Day_Start(Date);
@@ -121,11 +142,12 @@ bool Locate_Event(const std::string& Contact, const std::string& Book, TDateTime
   return Found > 0;
 }
 
-void Build_Events_Data(const std::string& Contact, const std::string& Book, TEventKey_List& List, TDateTime FromDate,
-                       TDateTime ToDate, bool ByBook) {
+void Build_Events_Data(const std::string& Contact, const std::string& Book, TEventKey_List& List,
+                       TDateTime FromDate, TDateTime ToDate, bool ByBook) {
   List.clear();
   try {
-    TEntry_Walk walk(Contact, Book, ByBook, Day_Start(FromDate), Day_End(ToDate), TAlarm_Key::Set);
+    TEntry_Walk walk(Contact, Book, ByBook, Day_Start(FromDate), Day_End(ToDate), TAlarm_Key::Set,
+                     TReading::Window);
     while (auto entry = walk.Next()) List.push_back(std::move(entry));
   } catch (...) {
     List.clear();
@@ -133,10 +155,11 @@ void Build_Events_Data(const std::string& Contact, const std::string& Book, TEve
   }
 }
 
-void Build_Reminder_DayView(const std::string& Contact, const std::string& Book, TItem_List& List, TDateTime Date,
-                            bool IncludeCompleted, bool ByBook) {
+void Build_Reminder_DayView(const std::string& Contact, const std::string& Book, TItem_List& List,
+                            TDateTime Date, bool IncludeCompleted, bool ByBook) {
   Rebuild(List, "Build_Reminder_DayView", [&] {
-    TEntry_Walk walk(Contact, Book, ByBook, Day_Start(Date), Day_End(Date), TAlarm_Key::Occurrence);
+    TEntry_Walk walk(Contact, Book, ByBook, Day_Start(Date), Day_End(Date), TAlarm_Key::Occurrence,
+                     TReading::Window);
     while (auto entry = walk.Next()) {
       if (entry->Done && !IncludeCompleted) continue;
       const int image = State_Image(*entry);
@@ -148,12 +171,12 @@ void Build_Reminder_DayView(const std::string& Contact, const std::string& Book,
   });
 }
 
-void Build_Reminder_AllView(const std::string& Contact, const std::string& Book, TItem_List& List, bool IncludeCompleted,
-                            bool ByBook, TProgress_Bar* Progress) {
+void Build_Reminder_AllView(const std::string& Contact, const std::string& Book, TItem_List& List,
+                            bool IncludeCompleted, bool ByBook, TProgress_Bar* Progress) {
   constexpr std::int64_t progress_step = 1000;
   Rebuild(List, "Build_Reminder_AllView", [&] {
-    TEntry_Walk walk(Contact, Book, ByBook, std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max(),
-                     TAlarm_Key::Occurrence);
+    TEntry_Walk walk(Contact, Book, ByBook, std::numeric_limits<double>::lowest(),
+                     std::numeric_limits<double>::max(), TAlarm_Key::Occurrence, TReading::Whole);
     if (Progress) Progress->Set_Max(walk.Count());
     std::int64_t shown = 0;
     while (auto entry = walk.Next()) {

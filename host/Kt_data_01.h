@@ -108,6 +108,12 @@ class TTable {
   /// it. Throws EData_Error for an expression that cannot be read.
   void Set_Filter(std::string_view expression);
 
+  /// Has rows of another table come along whenever this view reads ahead: those whose unique key, by the
+  /// index that table stands on, equals this view's column `via`. FindKey there then finds the current row's
+  /// without asking the database. Inside a snapshot or a bracket only; elsewhere, and for other keys, FindKey
+  /// asks. Both views must live equally long and keep their indexes.
+  void Prefetch(TField via, TTable& looked_up);
+
   void First();
   void Last();
   void Next();

@@ -54,12 +54,13 @@ std::string Calendar_Of_Book(std::string_view book) {
   return std::string(cursor.Text(cursor.Field("Key")));
 }
 
-std::string Create_Contact(std::string_view book, std::string_view display_name, std::string_view parent, int type) {
+std::string Create_Contact(std::string_view book, std::string_view display_name, std::string_view parent,
+                           int type) {
   const std::string key = Kt_util_01::Get_GUID();
   TTable cursor(Contacts_Table);
   cursor.Insert();
-  cursor.SetFields({key, display_name, type, book, parent, "", Kt_util_01::User_Key(), false, Kt_util_01::User_Key(),
-                    Kt_util_01::Now()});
+  cursor.SetFields({key, display_name, type, book, parent, "", Kt_util_01::User_Key(), false,
+                    Kt_util_01::User_Key(), Kt_util_01::Now()});
   PostUpdate(cursor);
   return key;
 }

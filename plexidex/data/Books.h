@@ -1,7 +1,7 @@
 #pragma once
 
-// Books, contacts, users and their rights, as the host keeps them. What writes must be called inside an update bracket,
-// and throws EData_Error.
+// Books, contacts, users and their rights, as the host keeps them. What writes must be called inside an
+// update bracket, and throws EData_Error.
 
 #include <string>
 #include <string_view>

@@ -44,8 +44,8 @@ void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only) 
     }
     if (found.Version > Schema_Version) {
       throw EOpen_Error("\"" + path + "\" was written by a newer version of this program (its schema is " +
-                        std::to_string(found.Version) + ", this program knows " + std::to_string(Schema_Version) +
-                        ").");
+                        std::to_string(found.Version) + ", this program knows " +
+                        std::to_string(Schema_Version) + ").");
     }
   };
   refuse_foreign();
@@ -90,7 +90,9 @@ bool Current_Exception_Was_Reported() {
   }
 }
 
-std::string Savepoint(std::size_t depth) { return "kt_bracket_" + std::to_string(depth); }
+std::string Savepoint(std::size_t depth) {
+  return "kt_bracket_" + std::to_string(depth);
+}
 
 }  // namespace
 
@@ -236,12 +238,13 @@ void TDatabase::EndUpdate() {
 void TDatabase::FailUpdate(std::string_view tag) noexcept {
   try {
     const bool reported = std::current_exception() && Current_Exception_Was_Reported();
-    const std::string reason = std::current_exception() ? Describe_Current_Exception() : "no reason was given";
+    const std::string reason =
+        std::current_exception() ? Describe_Current_Exception() : "no reason was given";
     if (!closed_as_failed && !brackets.empty()) Undo_Bracket();
     closed_as_failed = false;
     if (!reported) {
-      reports.emplace_back("Update Failed", "The change could not be saved and has been undone: " + reason + "\n\n" +
-                                                std::string(tag));
+      reports.emplace_back("Update Failed", "The change could not be saved and has been undone: " + reason +
+                                                "\n\n" + std::string(tag));
     }
   } catch (...) {
     // Out of memory while telling of a failure: the update is undone, which is what matters.
@@ -251,7 +254,8 @@ void TDatabase::FailUpdate(std::string_view tag) noexcept {
 
 void TDatabase::FailRead(std::string_view tag) noexcept {
   try {
-    const std::string reason = std::current_exception() ? Describe_Current_Exception() : "no reason was given";
+    const std::string reason =
+        std::current_exception() ? Describe_Current_Exception() : "no reason was given";
     reports.emplace_back("Read Failed", "The data could not be read: " + reason + "\n\n" + std::string(tag));
   } catch (...) {
   }
@@ -340,16 +344,32 @@ void Open_Database(const std::string& path, TDatabase::TMode mode, const TSqlite
   Kt_util_01::Install_Bracket_Check(&Update_Is_Open);
 }
 
-void Close_Database() noexcept { Shared_Database().Close(); }
+void Close_Database() noexcept {
+  Shared_Database().Close();
+}
 
-bool Start_Update() { return Shared_Database().Start_Update(); }
-void EndUpdate() { Shared_Database().EndUpdate(); }
-void FailUpdate(std::string_view tag) { Shared_Database().FailUpdate(tag); }
-void FailRead(std::string_view tag) { Shared_Database().FailRead(tag); }
-bool Update_Is_Open() { return Shared_Database().Bracket_Depth() > 0; }
+bool Start_Update() {
+  return Shared_Database().Start_Update();
+}
+void EndUpdate() {
+  Shared_Database().EndUpdate();
+}
+void FailUpdate(std::string_view tag) {
+  Shared_Database().FailUpdate(tag);
+}
+void FailRead(std::string_view tag) {
+  Shared_Database().FailRead(tag);
+}
+bool Update_Is_Open() {
+  return Shared_Database().Bracket_Depth() > 0;
+}
 
 TSnapshot::TSnapshot() : TSnapshot(Shared_Database()) {}
-TSnapshot::TSnapshot(TDatabase& of) : database(&of) { database->Enter_Snapshot(); }
-TSnapshot::~TSnapshot() { database->Leave_Snapshot(); }
+TSnapshot::TSnapshot(TDatabase& of) : database(&of) {
+  database->Enter_Snapshot();
+}
+TSnapshot::~TSnapshot() {
+  database->Leave_Snapshot();
+}
 
 }  // namespace Kt_data_01

@@ -29,8 +29,8 @@ class TTable_Link {
   ~TTable_Link() = default;
 };
 
-/// One connection: its statements, its update bracket, and the numbers by which caches and read-ahead notice change.
-/// Opened and closed explicitly.
+/// One connection: its statements, its update bracket, and the numbers by which caches and read-ahead notice
+/// change. Opened and closed explicitly.
 class TDatabase {
  public:
   enum class TMode { Create_If_Missing, Must_Exist };
@@ -40,8 +40,9 @@ class TDatabase {
   TDatabase(const TDatabase&) = delete;
   TDatabase& operator=(const TDatabase&) = delete;
 
-  /// Opens a file, brings an older schema up to date, or makes a new database with its parent folders. Throws EOpen_Error
-  /// and changes nothing when the file is no database, one of another program, or of a newer schema.
+  /// Opens a file, brings an older schema up to date, or makes a new database with its parent folders. Throws
+  /// EOpen_Error and changes nothing when the file is no database, one of another program, or of a newer
+  /// schema.
   void Open(const std::string& path, TMode mode, const TSqlite_Options& options = {});
   /// Takes an engine whose schema is in place. For tests that put faults between table layer and engine.
   void Adopt(std::unique_ptr<TEngine> new_engine);
@@ -69,8 +70,8 @@ class TDatabase {
   /// Inside a snapshot or a bracket: nobody else's change can come in between.
   bool Is_Stable() const { return reading || !brackets.empty(); }
 
-  /// A number that moves with every change of a table, by whomever; other connections' changes are noticed at the beginning
-  /// of a snapshot or bracket.
+  /// A number that moves with every change of a table, by whomever; other connections' changes are noticed at
+  /// the beginning of a snapshot or bracket.
   std::uint64_t Table_Serial(std::size_t table) const { return serials[table]; }
   void Table_Changed(std::size_t table) { ++serials[table]; }
 

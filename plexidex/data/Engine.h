@@ -1,7 +1,8 @@
 #pragma once
 
-// The seam between the table layer and a database engine. The table layer writes portable SQL with "?" for values and
-// "row_id" for the engine's own ascending row number; everything else about an engine stays behind this header.
+// The seam between the table layer and a database engine. The table layer writes portable SQL with "?" for
+// values and "row_id" for the engine's own ascending row number; everything else about an engine stays behind
+// this header.
 
 #include <cstdint>
 #include <memory>
@@ -17,7 +18,8 @@ class EEngine_Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// A prepared statement. Columns and parameters count from 0. Every call may throw EEngine_Error; Reset does not.
+/// A prepared statement. Columns and parameters count from 0. Every call may throw EEngine_Error; Reset does
+/// not.
 class TStatement {
  public:
   virtual ~TStatement() = default;
@@ -48,8 +50,8 @@ class TEngine {
   /// Runs statements that give no rows.
   virtual void Execute(const std::string& sql) = 0;
 
-  /// Begins a write transaction, waiting for another writer no longer than the busy time. False with the reason in the
-  /// user's words when the database cannot be written; nothing is open then.
+  /// Begins a write transaction, waiting for another writer no longer than the busy time. False with the
+  /// reason in the user's words when the database cannot be written; nothing is open then.
   virtual bool Begin_Write(std::string& reason) = 0;
   virtual void Begin_Read() = 0;
   virtual void Commit() = 0;
@@ -59,7 +61,8 @@ class TEngine {
 
   virtual std::int64_t Last_Row_Id() = 0;
   virtual std::int64_t Rows_Changed() = 0;
-  /// A number that moves when another connection has changed the database. Inside a transaction it stands still.
+  /// A number that moves when another connection has changed the database. Inside a transaction it stands
+  /// still.
   virtual std::int64_t External_Changes() = 0;
 
   /// One sentence per damage found; empty for a sound database.

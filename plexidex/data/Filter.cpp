@@ -38,7 +38,8 @@ class TFilter_Parser {
       do {
         token += text[at++];
         if (at == text.size()) Refuse();
-      } while (text[at] != '\'' || (at + 1 < text.size() && text[at + 1] == '\'' && (token += text[at++], true)));
+      } while (text[at] != '\'' ||
+               (at + 1 < text.size() && text[at + 1] == '\'' && (token += text[at++], true)));
       token += text[at++];
     } else if (Is_Word(c) || (c == '-' && at + 1 < text.size() && Is_Word(text[at + 1]))) {
       do token += text[at++];
@@ -96,7 +97,7 @@ class TFilter_Parser {
     for (const std::string_view known : {"=", "<>", "<", "<=", ">", ">="}) {
       if (comparison != known) continue;
       Advance();
-      return "\"" + std::string(def.Name) + "\" " + comparison + " " + Literal(def.Type);
+      return "d.\"" + std::string(def.Name) + "\" " + comparison + " " + Literal(def.Type);
     }
     Refuse();
   }
@@ -111,7 +112,8 @@ class TFilter_Parser {
       literal = Same_Name(token, "True") ? "1" : "0";
     } else {
       const std::size_t digits = token.find_first_not_of("0123456789.", token.starts_with('-') ? 1 : 0);
-      if (token.empty() || token == "-" || digits != std::string::npos || token.find('.') != token.rfind('.')) Refuse();
+      if (token.empty() || token == "-" || digits != std::string::npos || token.find('.') != token.rfind('.'))
+        Refuse();
       literal = token;
     }
     Advance();

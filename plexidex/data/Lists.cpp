@@ -17,14 +17,18 @@ void TItem_List::End_Update() {
   if (--updating == 0 && observer) observer->Reset_Ends();
 }
 
-void TItem_List::Clear() { items.clear(); }
+void TItem_List::Clear() {
+  items.clear();
+}
 
 TList_Item& TItem_List::Add(std::unique_ptr<TList_Item> item) {
   item->List = this;
   return *items.emplace_back(std::move(item));
 }
 
-void TItem_List::Reverse() { std::reverse(items.begin(), items.end()); }
+void TItem_List::Reverse() {
+  std::reverse(items.begin(), items.end());
+}
 
 void TItem_List::Remove(std::size_t position) {
   items.erase(items.begin() + static_cast<std::ptrdiff_t>(position));
@@ -43,7 +47,8 @@ void TItem_List::Sort(const std::function<bool(std::uint32_t, std::uint32_t)>& l
 
 void TItem_List::Repaint(const TList_Item& item) {
   if (!observer || updating > 0) return;
-  const auto found = std::find_if(items.begin(), items.end(), [&item](const auto& own) { return own.get() == &item; });
+  const auto found =
+      std::find_if(items.begin(), items.end(), [&item](const auto& own) { return own.get() == &item; });
   if (found != items.end()) observer->Item_Changed(static_cast<std::size_t>(found - items.begin()));
 }
 

@@ -10,7 +10,9 @@ namespace Kt_data_01 {
 
 namespace {
 
-std::size_t Table_Number(std::string_view name) { return static_cast<std::size_t>(&Table_Def(name) - Schema().data()); }
+std::size_t Table_Number(std::string_view name) {
+  return static_cast<std::size_t>(&Table_Def(name) - Schema().data());
+}
 
 // What the rights of a whole list come down to, kept while no table they rest on changes.
 class TRights_Cache {
@@ -43,8 +45,8 @@ class TRights_Cache {
   void Keep_Up() {
     TDatabase& database = Shared_Database();
     if (!database.Is_Stable()) TSnapshot glance;  // notices what other connections have changed
-    const std::array<std::uint64_t, 4> now{database.Opening(), database.Table_Serial(users), database.Table_Serial(rights),
-                                           database.Table_Serial(contacts)};
+    const std::array<std::uint64_t, 4> now{database.Opening(), database.Table_Serial(users),
+                                           database.Table_Serial(rights), database.Table_Serial(contacts)};
     if (now == seen) return;
     seen = now;
     answers.clear();
@@ -104,8 +106,12 @@ TRights_Cache& Cache() {
 
 }  // namespace
 
-bool Access_Allowed(std::string_view owner, int level, std::string_view user) { return Cache().Allowed(owner, level, user); }
+bool Access_Allowed(std::string_view owner, int level, std::string_view user) {
+  return Cache().Allowed(owner, level, user);
+}
 
-std::string Get_UserName(std::string_view user) { return Cache().Name_Of(user); }
+std::string Get_UserName(std::string_view user) {
+  return Cache().Name_Of(user);
+}
 
 }  // namespace Kt_data_01

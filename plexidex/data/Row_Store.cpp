@@ -2,10 +2,10 @@
 
 namespace Kt_data_01 {
 
-std::string TProjection::Select_List() const {
-  std::string list = "row_id";
+std::string TProjection::Select_List(const std::string& alias) const {
+  std::string list = alias + ".row_id";
   for (const int column : Columns) {
-    list += ", \"" + std::string(Table->Columns[static_cast<std::size_t>(column)].Name) + "\"";
+    list += ", " + alias + ".\"" + std::string(Table->Columns[static_cast<std::size_t>(column)].Name) + "\"";
   }
   return list;
 }
@@ -25,15 +25,20 @@ TRow_Store::TCell TRow_Store::Stored(std::string_view text) {
   return cell;
 }
 
-void TRow_Store::Append(TStatement& statement) {
-  ids.push_back(statement.Integer(0));
-  int column = 1;
+void TRow_Store::Append(TStatement& statement, int column) {
+  ids.push_back(statement.Integer(column++));
   for (const TColumn_Type type : projection->Types) {
     TCell cell{};
     switch (type) {
-      case TColumn_Type::Text: cell = Stored(statement.Text(column)); break;
-      case TColumn_Type::DateTime: cell.real = statement.Real(column); break;
-      default: cell.integer = statement.Integer(column); break;
+      case TColumn_Type::Text:
+        cell = Stored(statement.Text(column));
+        break;
+      case TColumn_Type::DateTime:
+        cell.real = statement.Real(column);
+        break;
+      default:
+        cell.integer = statement.Integer(column);
+        break;
     }
     cells.push_back(cell);
     ++column;

@@ -16,11 +16,12 @@ namespace Kt_data_01 {
 
 /// The columns that a view reads, and where each lies in its rows.
 struct TProjection {
-  std::vector<int> Columns;       // positions in the table, in the order they are read
+  std::vector<int> Columns;  // positions in the table, in the order they are read
   std::vector<TColumn_Type> Types;
-  std::vector<int> Slot;          // by position in the table; -1 for a column that is not read
+  std::vector<int> Slot;  // by position in the table; -1 for a column that is not read
 
-  std::string Select_List() const;
+  /// The row number and then the columns, of the table under its alias.
+  std::string Select_List(const std::string& alias) const;
   const TTable_Def* Table = nullptr;
 };
 
@@ -31,8 +32,9 @@ class TRow_Store {
   std::size_t Count() const { return ids.size(); }
   std::size_t Arena_Size() const { return arena.size(); }
   void Clear();
-  /// Reads the statement's current row: column 0 is the row number, the projection's columns follow.
-  void Append(TStatement& statement);
+  /// Reads the statement's current row: the row number stands in `column`, the projection's columns follow. A
+  /// row number of 0 means that there is no such row.
+  void Append(TStatement& statement, int column = 0);
   /// Adds a row taken over from another store of the same projection.
   void Append(const TRow_Store& other, std::size_t row);
 
@@ -59,7 +61,9 @@ class TRow_Store {
     } text;
   };
 
-  TCell& Cell(std::size_t row, int slot) { return cells[row * projection->Columns.size() + static_cast<std::size_t>(slot)]; }
+  TCell& Cell(std::size_t row, int slot) {
+    return cells[row * projection->Columns.size() + static_cast<std::size_t>(slot)];
+  }
   const TCell& Cell(std::size_t row, int slot) const {
     return cells[row * projection->Columns.size() + static_cast<std::size_t>(slot)];
   }
@@ -75,7 +79,8 @@ class TRow_Store {
 /// Rows found by a unique text key, and keys known to be missing.
 class TRow_Cache {
  public:
-  TRow_Cache(const TProjection& projection, int key_slot) : rows(projection), key_slot(key_slot), slots(64, Empty) {}
+  TRow_Cache(const TProjection& projection, int key_slot)
+      : rows(projection), key_slot(key_slot), slots(64, Empty) {}
 
   static constexpr std::int64_t Unknown = -2;
   static constexpr std::int64_t Missing = -1;

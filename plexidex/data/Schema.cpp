@@ -41,7 +41,11 @@ std::vector<TTable_Def> Make_Schema() {
        {{"Key", Text}, {"Name", Text}, {"Administrator", Boolean}, {"Password", Text}},
        {{"Key", {"Key"}, true}, {"Name", {"Name"}, true}}},
       {"KT_Rights",
-       {{"Owner", Text}, {"User", Text}, {"Level1", Boolean}, {"Level2", Boolean}, {"Level3", Boolean},
+       {{"Owner", Text},
+        {"User", Text},
+        {"Level1", Boolean},
+        {"Level2", Boolean},
+        {"Level3", Boolean},
         {"Level4", Boolean}},
        {{"OwnerandUser", {"Owner", "User"}, true}}},
       {"KT_Contacts",
@@ -62,23 +66,48 @@ std::vector<TTable_Def> Make_Schema() {
       {"KT_Contacts_Data",
        {{"Contact", Text, 0, "KT_Contacts(Key)"},
         {"Template", Text},
-        {"Field1", Text},  {"Field2", Text},  {"Field3", Text},  {"Field4", Text},  {"Field5", Text},
-        {"Field6", Text},  {"Field7", Text},  {"Field8", Text},  {"Field9", Text},  {"Field10", Text},
-        {"Field11", Text}, {"Field12", Text}, {"Field13", Text}, {"Field14", Text}, {"Field15", Text},
-        {"Field16", Text}, {"Field17", Text}, {"Field18", Text}, {"Field19", Text}, {"Field20", Text},
-        {"Other_1", Text}, {"Other_2", Text}, {"Other_3", Text}, {"Other_4", Text}, {"Other_5", Text},
-        {"Other_6", Text}, {"Other_7", Text}, {"Other_8", Text}, {"Notes", Blob}},
+        {"Field1", Text},
+        {"Field2", Text},
+        {"Field3", Text},
+        {"Field4", Text},
+        {"Field5", Text},
+        {"Field6", Text},
+        {"Field7", Text},
+        {"Field8", Text},
+        {"Field9", Text},
+        {"Field10", Text},
+        {"Field11", Text},
+        {"Field12", Text},
+        {"Field13", Text},
+        {"Field14", Text},
+        {"Field15", Text},
+        {"Field16", Text},
+        {"Field17", Text},
+        {"Field18", Text},
+        {"Field19", Text},
+        {"Field20", Text},
+        {"Other_1", Text},
+        {"Other_2", Text},
+        {"Other_3", Text},
+        {"Other_4", Text},
+        {"Other_5", Text},
+        {"Other_6", Text},
+        {"Other_7", Text},
+        {"Other_8", Text},
+        {"Notes", Blob}},
        {{"Contact", {"Contact"}}, {"ContactandTemplate", {"Contact", "Template"}, true}}},
       {"KT_Events",
-       {{"Key", Text},          {"FirstDate", DateTime}, {"Title", Text},      {"Location", Text},
-        {"LastDate", DateTime}, {"Freq", Integer},       {"Period", Integer},  {"Priority", Integer},
-        {"PeriodDefault", Boolean}, {"User", Text},      {"AllDay", Boolean},  {"Private", Boolean},
-        {"P1", Boolean},        {"P2", Boolean},         {"P3", Boolean},      {"P4", Boolean},
-        {"P5", Boolean},        {"P6", Boolean},         {"P7", Boolean},      {"P8", Boolean},
-        {"P9", Boolean},        {"P10", Boolean},        {"Month", Integer},   {"Instance", Integer},
-        {"EventType", Integer}, {"Started", Integer},    {"Completed", Integer}, {"Percentage", Integer},
-        {"Status", Integer},    {"Budget", Integer},     {"Worked", Integer},  {"Type", Integer, -1},
-        {"Notes", Blob}},
+       {{"Key", Text},           {"FirstDate", DateTime}, {"Title", Text},
+        {"Location", Text},      {"LastDate", DateTime},  {"Freq", Integer},
+        {"Period", Integer},     {"Priority", Integer},   {"PeriodDefault", Boolean},
+        {"User", Text},          {"AllDay", Boolean},     {"Private", Boolean},
+        {"P1", Boolean},         {"P2", Boolean},         {"P3", Boolean},
+        {"P4", Boolean},         {"P5", Boolean},         {"P6", Boolean},
+        {"P7", Boolean},         {"P8", Boolean},         {"P9", Boolean},
+        {"P10", Boolean},        {"Month", Integer},      {"Instance", Integer},
+        {"EventType", Integer},  {"Started", Integer},    {"Completed", Integer},
+        {"Percentage", Integer}, {"Status", Integer},     {"Budget", Integer},
+        {"Worked", Integer},     {"Type", Integer, -1},   {"Notes", Blob}},
        {{"Key", {"Key"}, true}, {"EventType", {"EventType"}}}},
       {"KT_Events_Data",
        {{"Key", Text},
@@ -110,8 +139,15 @@ std::vector<TTable_Def> Make_Schema() {
        {{"Category", Text}, {"Contact", Text}},
        {{"KeyandContact", {"Category", "Contact"}, true}, {"Contact", {"Contact"}}}},
       {"KT_Fields",
-       {{"Book", Text}, {"Other_1", Text}, {"Other_2", Text}, {"Other_3", Text}, {"Other_4", Text}, {"Other_5", Text},
-        {"Other_6", Text}, {"Other_7", Text}, {"Other_8", Text}},
+       {{"Book", Text},
+        {"Other_1", Text},
+        {"Other_2", Text},
+        {"Other_3", Text},
+        {"Other_4", Text},
+        {"Other_5", Text},
+        {"Other_6", Text},
+        {"Other_7", Text},
+        {"Other_8", Text}},
        {{"Book", {"Book"}, true}}},
       {"KT_Flags", {{"User", Text}, {"Contact", Text}}, {{"User", {"User", "Contact"}, true}}},
       {"KT_Links",
@@ -148,9 +184,8 @@ std::vector<TTable_Def> Make_Schema() {
 }  // namespace
 
 bool Same_Name(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
-    return std::tolower(x) == std::tolower(y);
-  });
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
 }
 
 int TTable_Def::Column(std::string_view name) const {
@@ -185,11 +220,19 @@ std::string Creation_Sql() {
     for (const TColumn_Def& column : table.Columns) {
       sql += quoted(column.Name);
       switch (column.Type) {
-        case Text: sql += " TEXT NOT NULL DEFAULT ''"; break;
+        case Text:
+          sql += " TEXT NOT NULL DEFAULT ''";
+          break;
         case Integer:
-        case Boolean: sql += " INTEGER NOT NULL DEFAULT " + std::to_string(column.Default); break;
-        case DateTime: sql += " REAL NOT NULL DEFAULT 0"; break;
-        case Blob: sql += " BLOB"; break;
+        case Boolean:
+          sql += " INTEGER NOT NULL DEFAULT " + std::to_string(column.Default);
+          break;
+        case DateTime:
+          sql += " REAL NOT NULL DEFAULT 0";
+          break;
+        case Blob:
+          sql += " BLOB";
+          break;
       }
       if (!column.References.empty()) sql += " REFERENCES " + std::string(column.References);
       sql += ", ";
@@ -197,7 +240,8 @@ std::string Creation_Sql() {
     sql += "row_id INTEGER PRIMARY KEY);\n";
     for (const TIndex_Def& index : table.Indexes) {
       sql += std::string("CREATE ") + (index.Unique ? "UNIQUE " : "") + "INDEX " +
-             quoted(std::string(table.Name) + "_" + std::string(index.Name)) + " ON " + quoted(table.Name) + " (";
+             quoted(std::string(table.Name) + "_" + std::string(index.Name)) + " ON " + quoted(table.Name) +
+             " (";
       for (const std::string_view column : index.Columns) {
         if (column != index.Columns.front()) sql += ", ";
         sql += quoted(column);

@@ -13,7 +13,7 @@ enum class TColumn_Type { Text, Integer, Boolean, DateTime, Blob };
 struct TColumn_Def {
   std::string_view Name;
   TColumn_Type Type;
-  std::int64_t Default = 0;  // for numbers; texts are empty
+  std::int64_t Default = 0;          // for numbers; texts are empty
   std::string_view References = {};  // "Table(Column)"
 };
 
@@ -41,7 +41,8 @@ const TTable_Def& Table_Def(std::string_view name);
 /// Version of what Schema() describes; kept in the database file.
 inline constexpr int Schema_Version = 1;
 
-/// The statements that lead from the version before to this one. Once released, never changed and only added to.
+/// The statements that lead from the version before to this one. Once released, never changed and only added
+/// to.
 struct TMigration {
   int Version;
   std::string Sql;

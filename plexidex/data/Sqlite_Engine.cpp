@@ -6,13 +6,15 @@ namespace Kt_data_01 {
 
 namespace {
 
-[[noreturn]] void Fail(sqlite3* connection) { throw EEngine_Error(sqlite3_errmsg(connection)); }
+[[noreturn]] void Fail(sqlite3* connection) {
+  throw EEngine_Error(sqlite3_errmsg(connection));
+}
 
 class TSqlite_Statement final : public TStatement {
  public:
   TSqlite_Statement(sqlite3* connection, std::string_view sql) : connection(connection) {
-    if (sqlite3_prepare_v3(connection, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &statement,
-                           nullptr) != SQLITE_OK) {
+    if (sqlite3_prepare_v3(connection, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                           &statement, nullptr) != SQLITE_OK) {
       Fail(connection);
     }
   }
@@ -23,11 +25,13 @@ class TSqlite_Statement final : public TStatement {
   void Bind(int parameter, std::int64_t value) override {
     Check(sqlite3_bind_int64(statement, parameter + 1, value));
   }
-  void Bind(int parameter, double value) override { Check(sqlite3_bind_double(statement, parameter + 1, value)); }
+  void Bind(int parameter, double value) override {
+    Check(sqlite3_bind_double(statement, parameter + 1, value));
+  }
   void Bind(int parameter, std::string_view text) override {
     // A view of nothing has no address, which would bind null.
-    Check(sqlite3_bind_text64(statement, parameter + 1, text.empty() ? "" : text.data(), text.size(), SQLITE_STATIC,
-                              SQLITE_UTF8));
+    Check(sqlite3_bind_text64(statement, parameter + 1, text.empty() ? "" : text.data(), text.size(),
+                              SQLITE_STATIC, SQLITE_UTF8));
   }
   void Bind_Blob(int parameter, std::string_view bytes) override {
     Check(sqlite3_bind_blob64(statement, parameter + 1, bytes.empty() ? "" : bytes.data(), bytes.size(),
@@ -36,8 +40,10 @@ class TSqlite_Statement final : public TStatement {
 
   bool Step() override {
     switch (sqlite3_step(statement)) {
-      case SQLITE_ROW: return true;
-      case SQLITE_DONE: return false;
+      case SQLITE_ROW:
+        return true;
+      case SQLITE_DONE:
+        return false;
       default: {
         const std::string reason = sqlite3_errmsg(connection);
         sqlite3_reset(statement);
@@ -83,7 +89,8 @@ class TSqlite_Engine final : public TEngine {
     try {
       sqlite3_busy_timeout(connection, options.Busy_Msecs);
       sqlite3_extended_result_codes(connection, 1);
-      // Reads the file's header, so that a file of another kind is found out before anything else is done to it.
+      // Reads the file's header, so that a file of another kind is found out before anything else is done to
+      // it.
       Execute("PRAGMA schema_version");
       Execute("PRAGMA foreign_keys = ON");
       Execute("PRAGMA synchronous = FULL");
@@ -124,9 +131,15 @@ class TSqlite_Engine final : public TEngine {
       return false;
     }
     switch (result & 0xff) {
-      case SQLITE_READONLY: reason = "it is read-only"; break;
-      case SQLITE_BUSY: reason = "another program is writing to it"; break;
-      default: reason = sqlite3_errmsg(connection); break;
+      case SQLITE_READONLY:
+        reason = "it is read-only";
+        break;
+      case SQLITE_BUSY:
+        reason = "another program is writing to it";
+        break;
+      default:
+        reason = sqlite3_errmsg(connection);
+        break;
     }
     return false;
   }

@@ -9,13 +9,13 @@ namespace Kt_data_01 {
 
 struct TSqlite_Options {
   bool Read_Only = false;
-  int Busy_Msecs = 5000;            // how long a writer waits for another
+  int Busy_Msecs = 5000;  // how long a writer waits for another
   std::int64_t Cache_Bytes = 64 << 20;
-  std::int64_t Max_Pages = 0;       // 0: no limit
+  std::int64_t Max_Pages = 0;  // 0: no limit
 };
 
-/// Opens a database file, creating an empty one where there is none unless read-only. Throws EEngine_Error, among
-/// others for a file that is not a database.
+/// Opens a database file, creating an empty one where there is none unless read-only. Throws EEngine_Error,
+/// among others for a file that is not a database.
 std::unique_ptr<TEngine> Open_Sqlite(const std::string& path, const TSqlite_Options& options);
 
 }  // namespace Kt_data_01

@@ -26,37 +26,60 @@ struct TOwned_Value {
   void Assign(const TValue& value) {
     Kind = value.Kind();
     switch (Kind) {
-      case TValue::TKind::Integer: Integer = value.Integer(); break;
-      case TValue::TKind::Real: Real = value.Real(); break;
-      case TValue::TKind::Text: Text = value.Text(); break;
+      case TValue::TKind::Integer:
+        Integer = value.Integer();
+        break;
+      case TValue::TKind::Real:
+        Real = value.Real();
+        break;
+      case TValue::TKind::Text:
+        Text = value.Text();
+        break;
     }
   }
   void Bind(TStatement& statement, int parameter) const {
     switch (Kind) {
-      case TValue::TKind::Integer: statement.Bind(parameter, Integer); break;
-      case TValue::TKind::Real: statement.Bind(parameter, Real); break;
-      case TValue::TKind::Text: statement.Bind(parameter, std::string_view(Text)); break;
+      case TValue::TKind::Integer:
+        statement.Bind(parameter, Integer);
+        break;
+      case TValue::TKind::Real:
+        statement.Bind(parameter, Real);
+        break;
+      case TValue::TKind::Text:
+        statement.Bind(parameter, std::string_view(Text));
+        break;
     }
   }
   friend bool operator==(const TOwned_Value& a, const TOwned_Value& b) {
     if (a.Kind != b.Kind) return false;
     switch (a.Kind) {
-      case TValue::TKind::Integer: return a.Integer == b.Integer;
-      case TValue::TKind::Real: return a.Real == b.Real;
-      default: return a.Text == b.Text;
+      case TValue::TKind::Integer:
+        return a.Integer == b.Integer;
+      case TValue::TKind::Real:
+        return a.Real == b.Real;
+      default:
+        return a.Text == b.Text;
     }
   }
 };
 
 void Bind(TStatement& statement, int parameter, const TValue& value) {
   switch (value.Kind()) {
-    case TValue::TKind::Integer: statement.Bind(parameter, value.Integer()); break;
-    case TValue::TKind::Real: statement.Bind(parameter, value.Real()); break;
-    case TValue::TKind::Text: statement.Bind(parameter, value.Text()); break;
+    case TValue::TKind::Integer:
+      statement.Bind(parameter, value.Integer());
+      break;
+    case TValue::TKind::Real:
+      statement.Bind(parameter, value.Real());
+      break;
+    case TValue::TKind::Text:
+      statement.Bind(parameter, value.Text());
+      break;
   }
 }
 
-std::string Quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
+std::string Quoted(std::string_view name) {
+  return "\"" + std::string(name) + "\"";
+}
 
 // Resets a statement however its use ends.
 class TUse {
@@ -72,13 +95,16 @@ class TUse {
   TStatement& statement;
 };
 
-std::size_t Def_Number(const TTable_Def& def) { return static_cast<std::size_t>(&def - Schema().data()); }
+std::size_t Def_Number(const TTable_Def& def) {
+  return static_cast<std::size_t>(&def - Schema().data());
+}
 
 }  // namespace
 
 class TTable::TImpl final : public TTable_Link {
  public:
-  TImpl(TDatabase& database, const TTable_Def& def, bool is_cursor, std::initializer_list<std::string_view> columns)
+  TImpl(TDatabase& database, const TTable_Def& def, bool is_cursor,
+        std::initializer_list<std::string_view> columns)
       : database(database),
         def(def),
         name(def.Name),
@@ -137,17 +163,18 @@ class TTable::TImpl final : public TTable_Link {
 
   bool FindKey(TValues key) {
     Cancel();
-    if (!index || key.size() == 0 || key.size() > index_columns.size()) throw Error("find", "the key does not fit the index");
-    if (caching && caches && !filtered() && database.Is_Stable()) return Find_Cached(key.begin()->Text());
+    if (!index || key.size() == 0 || key.size() > index_columns.size())
+      throw Error("find", "the key does not fit the index");
+    if (caches && !filtered() && database.Is_Stable()) {
+      if (linked_from && Find_Linked(key.begin()->Text())) return place == TPlace::Row;
+      if (caching) return Find_Cached(key.begin()->Text());
+    }
     return Guarded("find", [&] {
       Check_Opening();
       if (finders.size() < key.size()) finders.resize(index_columns.size());
       TStatement*& finder = finders[key.size() - 1];
       if (!finder) {
-        std::string sql = "SELECT " + projection.Select_List() + " FROM " + Quoted(name) + " WHERE ";
-        for (std::size_t i = 0; i < key.size(); ++i) sql += (i ? " AND " : "") + Column_Name(index_columns[i]) + " = ?";
-        if (filtered()) sql += " AND (" + filter + ")";
-        finder = &database.Statement(sql + Order(key.size(), true) + " LIMIT 1");
+        finder = &database.Statement(Finder_Sql(key.size()));
       }
       TUse use(*finder);
       int parameter = 0;
@@ -175,7 +202,8 @@ class TTable::TImpl final : public TTable_Link {
     Assign(low, from);
     Assign(high, to);
     eq_prefix = 0;
-    while (eq_prefix < low.size() && eq_prefix < high.size() && low[eq_prefix] == high[eq_prefix]) ++eq_prefix;
+    while (eq_prefix < low.size() && eq_prefix < high.size() && low[eq_prefix] == high[eq_prefix])
+      ++eq_prefix;
     Forget_Position();
     if (low_size != low.size() || high_size != high.size() || old_prefix != eq_prefix) Forget_Statements();
   }
@@ -240,7 +268,7 @@ class TTable::TImpl final : public TTable_Link {
   std::int64_t Record_Count() {
     return Guarded("count", [&] {
       Check_Opening();
-      TUse use(database.Statement("SELECT count(*) FROM " + Quoted(name) + Where(true, false)));
+      TUse use(database.Statement("SELECT count(*)" + From() + Where(true, false)));
       Bind_Range(*use, true, false);
       return use->Step() ? use->Integer(0) : 0;
     });
@@ -262,7 +290,8 @@ class TTable::TImpl final : public TTable_Link {
       return value->Kind == TValue::TKind::Real ? static_cast<std::int64_t>(value->Real) : value->Integer;
     }
     if (state == TState::Insert) return Column(field).Default;
-    if (Column(field).Type == TColumn_Type::DateTime) return static_cast<std::int64_t>(Row().Real(at, Slot(field)));
+    if (Column(field).Type == TColumn_Type::DateTime)
+      return static_cast<std::int64_t>(Row().Real(at, Slot(field)));
     return Row().Integer(at, Slot(field));
   }
   double Real(TField field) {
@@ -270,7 +299,8 @@ class TTable::TImpl final : public TTable_Link {
       return value->Kind == TValue::TKind::Real ? value->Real : static_cast<double>(value->Integer);
     }
     if (state == TState::Insert) return static_cast<double>(Column(field).Default);
-    if (Column(field).Type != TColumn_Type::DateTime) return static_cast<double>(Row().Integer(at, Slot(field)));
+    if (Column(field).Type != TColumn_Type::DateTime)
+      return static_cast<double>(Row().Integer(at, Slot(field)));
     return Row().Real(at, Slot(field));
   }
   std::string Blob(TField field) {
@@ -278,7 +308,7 @@ class TTable::TImpl final : public TTable_Link {
     if (state == TState::Insert) return {};
     Row();
     return Guarded("read", [&] {
-      TUse use(database.Statement("SELECT " + Column_Name(field.Position) + " FROM " + Quoted(name) + " WHERE row_id = ?"));
+      TUse use(database.Statement("SELECT " + Column_Name(field.Position) + From() + " WHERE d.row_id = ?"));
       use->Bind(0, Row_Id());
       return use->Step() ? std::string(use->Blob(0)) : std::string();
     });
@@ -296,9 +326,10 @@ class TTable::TImpl final : public TTable_Link {
     Row();
     if (rows != &batch) To_Batch();
     Guarded("edit", [&] {
-      TUse use(database.Statement("SELECT " + projection.Select_List() + " FROM " + Quoted(name) + " WHERE row_id = ?"));
+      TUse use(database.Statement(By_Row_Id_Sql()));
       use->Bind(0, batch.Id(at));
-      if (!use->Step() || use->Text(1) != batch.Text(at, 0)) throw Error("edit", "the row has been deleted meanwhile");
+      if (!use->Step() || use->Text(1) != batch.Text(at, 0))
+        throw Error("edit", "the row has been deleted meanwhile");
       int column = 1;
       for (const TColumn_Type type : projection.Types) {
         const int slot = column - 1;
@@ -306,8 +337,12 @@ class TTable::TImpl final : public TTable_Link {
           case TColumn_Type::Text:
             if (use->Text(column) != batch.Text(at, slot)) batch.Set(at, slot, use->Text(column));
             break;
-          case TColumn_Type::DateTime: batch.Set(at, slot, use->Real(column)); break;
-          default: batch.Set(at, slot, use->Integer(column)); break;
+          case TColumn_Type::DateTime:
+            batch.Set(at, slot, use->Real(column));
+            break;
+          default:
+            batch.Set(at, slot, use->Integer(column));
+            break;
         }
         ++column;
       }
@@ -329,7 +364,7 @@ class TTable::TImpl final : public TTable_Link {
     const TColumn_Type type = Column(field).Type;
     const bool is_text = type == TColumn_Type::Text || type == TColumn_Type::Blob;
     if (is_text != (slot.Kind == TValue::TKind::Text)) {
-      throw Error("set", "column " + Column_Name(field.Position) + " does not take such a value");
+      throw Error("set", "column " + Bare_Name(field.Position) + " does not take such a value");
     }
     if (type == TColumn_Type::DateTime && slot.Kind == TValue::TKind::Integer) {
       slot.Real = static_cast<double>(slot.Integer);
@@ -371,7 +406,8 @@ class TTable::TImpl final : public TTable_Link {
       if (database.Bracket_Depth() == 0) throw Error("delete", "no update is open");
       Check_Opening();
       if (!deleter) {
-        deleter = &database.Statement("DELETE FROM " + Quoted(name) + " WHERE row_id = ? AND " + Column_Name(0) + " = ?");
+        deleter = &database.Statement("DELETE FROM " + Quoted(name) + " WHERE row_id = ? AND " +
+                                      Bare_Name(0) + " = ?");
       }
       {
         TUse use(*deleter);
@@ -383,6 +419,16 @@ class TTable::TImpl final : public TTable_Link {
       Own_Change();
     });
     Move(true);
+  }
+
+  void Prefetch(TImpl& target, TField via) {
+    if (!target.caches) throw Error("prefetch", "the other table has no unique index to be found by");
+    links.push_back(std::make_unique<TLink>(target, via.Position));
+    Add_Column(projection, via.Position);
+    target.linked_from = this;
+    target.link_number = links.size() - 1;
+    Forget_Position();
+    Forget_Statements();
   }
 
   void Cache_On() {
@@ -401,10 +447,22 @@ class TTable::TImpl final : public TTable_Link {
   bool Is_Writing() const { return state != TState::Browse; }
 
  private:
+  // Rows of another table that come along with the batch, one for each of its rows.
+  struct TLink {
+    TLink(TImpl& target, int via)
+        : Target(&target), Via(via), Rows(target.projection), Next_Rows(target.projection) {}
+    TImpl* Target;
+    int Via;
+    TRow_Store Rows, Next_Rows;
+    std::uint64_t Stamp = 0;
+  };
+
   enum class TPlace { None, Row, Start, End };
   enum class TState { Browse, Insert, Edit };
 
-  EData_Error Error(const char* operation, const std::string& reason) const { return EData_Error(operation, name, reason); }
+  EData_Error Error(const char* operation, const std::string& reason) const {
+    return EData_Error(operation, name, reason);
+  }
 
   // Runs an operation on the engine: what it throws becomes one kind of error and fails the open bracket.
   template <class TBody>
@@ -449,11 +507,15 @@ class TTable::TImpl final : public TTable_Link {
     if (field.Position < 0) throw Error("read", "no column was named");
     return def.Columns[static_cast<std::size_t>(field.Position)];
   }
-  std::string Column_Name(int column) const { return Quoted(def.Columns[static_cast<std::size_t>(column)].Name); }
+  std::string Column_Name(int column) const { return "d." + Bare_Name(column); }
+  std::string Bare_Name(int column) const {
+    return Quoted(def.Columns[static_cast<std::size_t>(column)].Name);
+  }
 
   int Slot(TField field) const {
     const int slot = projection.Slot[static_cast<std::size_t>(field.Position)];
-    if (slot < 0) throw Error("read", "column " + Column_Name(field.Position) + " is not among those this view reads");
+    if (slot < 0)
+      throw Error("read", "column " + Bare_Name(field.Position) + " is not among those this view reads");
     return slot;
   }
 
@@ -474,7 +536,7 @@ class TTable::TImpl final : public TTable_Link {
   void Load() {
     if (!unloaded) return;
     Guarded("read", [&] {
-      TUse use(database.Statement("SELECT " + projection.Select_List() + " FROM " + Quoted(name) + " WHERE row_id = ?"));
+      TUse use(database.Statement(By_Row_Id_Sql()));
       use->Bind(0, *unloaded);
       batch.Clear();
       if (!use->Step()) throw Error("read", "the row has been deleted meanwhile");
@@ -540,23 +602,40 @@ class TTable::TImpl final : public TTable_Link {
   std::string Order(std::size_t from, bool ascending) const {
     std::string order = " ORDER BY ";
     const char* direction = ascending ? "" : " DESC";
-    for (std::size_t i = from; i < index_columns.size(); ++i) order += Column_Name(index_columns[i]) + direction + ", ";
-    return order + "row_id" + direction;
+    for (std::size_t i = from; i < index_columns.size(); ++i)
+      order += Column_Name(index_columns[i]) + direction + ", ";
+    return order + "d.row_id" + direction;
   }
 
   // "(a, b) >= (?, ?)" over index columns `from` up to `to`, with the row number behind them when wanted.
-  std::string Tuple_Condition(std::size_t from, std::size_t to, bool with_row_id, const char* comparison) const {
+  std::string Tuple_Condition(std::size_t from, std::size_t to, bool with_row_id,
+                              const char* comparison) const {
     std::string left, right;
     for (std::size_t i = from; i < to; ++i) {
       left += (left.empty() ? "" : ", ") + Column_Name(index_columns[i]);
       right += right.empty() ? "?" : ", ?";
     }
     if (with_row_id) {
-      left += left.empty() ? "row_id" : ", row_id";
+      left += left.empty() ? "d.row_id" : ", d.row_id";
       right += right.empty() ? "?" : ", ?";
     }
     if (left.find(',') == std::string::npos) return left + comparison + right;
     return "(" + left + ")" + comparison + "(" + right + ")";
+  }
+
+  std::string From() const { return " FROM " + Quoted(name) + " d"; }
+
+  std::string By_Row_Id_Sql() const {
+    return "SELECT " + projection.Select_List("d") + From() + " WHERE d.row_id = ?";
+  }
+
+  std::string Finder_Sql(std::size_t key_columns) const {
+    std::string sql = "SELECT " + projection.Select_List("d") + From() + " WHERE ";
+    for (std::size_t i = 0; i < key_columns; ++i)
+      sql += (i ? " AND " : "") + Column_Name(index_columns[i]) + " = ?";
+    if (filtered()) sql += " AND (" + filter + ")";
+    if (index->Unique && key_columns == index_columns.size()) return sql;
+    return sql + Order(key_columns, true) + " LIMIT 1";
   }
 
   std::string Where(bool ascending, bool anchored) const {
@@ -573,13 +652,24 @@ class TTable::TImpl final : public TTable_Link {
     }
     if (filtered()) conditions.push_back("(" + filter + ")");
     std::string where;
-    for (const std::string& condition : conditions) where += (where.empty() ? " WHERE " : " AND ") + condition;
+    for (const std::string& condition : conditions)
+      where += (where.empty() ? " WHERE " : " AND ") + condition;
     return where;
   }
 
   std::string Fetch_Sql(bool ascending, bool anchored) const {
-    return "SELECT " + projection.Select_List() + " FROM " + Quoted(name) + Where(ascending, anchored) +
-           Order(eq_prefix, ascending) + " LIMIT ?";
+    std::string columns = projection.Select_List("d"), joins;
+    int number_of_link = 0;
+    for (const auto& link : links) {
+      const std::string alias = "l" + std::to_string(number_of_link++);
+      columns += ", " + link->Target->projection.Select_List(alias);
+      joins +=
+          " LEFT JOIN " + Quoted(link->Target->name) + " " + alias + " ON " + alias + "." +
+          Quoted(link->Target->def.Columns[static_cast<std::size_t>(link->Target->index_columns[0])].Name) +
+          " = " + Column_Name(link->Via);
+    }
+    return "SELECT " + columns + From() + joins + Where(ascending, anchored) + Order(eq_prefix, ascending) +
+           " LIMIT ?";
   }
 
   // Gives Where its values and returns the number of the parameter that follows them.
@@ -587,7 +677,8 @@ class TTable::TImpl final : public TTable_Link {
     int parameter = 0;
     for (std::size_t i = 0; i < eq_prefix; ++i) low[i].Bind(statement, parameter++);
     if (anchored) {
-      for (std::size_t i = eq_prefix; i < index_columns.size(); ++i) Bind_Cell(statement, parameter++, index_columns[i]);
+      for (std::size_t i = eq_prefix; i < index_columns.size(); ++i)
+        Bind_Cell(statement, parameter++, index_columns[i]);
       statement.Bind(parameter++, batch.Id(at));
     }
     if (!(anchored && ascending)) {
@@ -602,9 +693,15 @@ class TTable::TImpl final : public TTable_Link {
   void Bind_Cell(TStatement& statement, int parameter, int column) const {
     const int slot = projection.Slot[static_cast<std::size_t>(column)];
     switch (projection.Types[static_cast<std::size_t>(slot)]) {
-      case TColumn_Type::Text: statement.Bind(parameter, batch.Text(at, slot)); break;
-      case TColumn_Type::DateTime: statement.Bind(parameter, batch.Real(at, slot)); break;
-      default: statement.Bind(parameter, batch.Integer(at, slot)); break;
+      case TColumn_Type::Text:
+        statement.Bind(parameter, batch.Text(at, slot));
+        break;
+      case TColumn_Type::DateTime:
+        statement.Bind(parameter, batch.Real(at, slot));
+        break;
+      default:
+        statement.Bind(parameter, batch.Integer(at, slot));
+        break;
     }
   }
 
@@ -615,14 +712,24 @@ class TTable::TImpl final : public TTable_Link {
       TStatement*& fetcher = fetchers[(ascending ? 2 : 0) + (anchored ? 1 : 0)];
       if (!fetcher) fetcher = &database.Statement(Fetch_Sql(ascending, anchored));
       next_batch.Clear();
+      for (const auto& link : links) {
+        link->Next_Rows.Clear();
+        link->Stamp = database.Table_Serial(link->Target->number);
+      }
       const std::uint64_t before = database.Table_Serial(number);
       {
         TUse use(*fetcher);
         const int parameter = Bind_Range(*use, ascending, anchored);
         use->Bind(parameter, static_cast<std::int64_t>(limit));
         exhausted = true;
+        const int own_columns = static_cast<int>(projection.Columns.size()) + 1;
         while (use->Step()) {
           next_batch.Append(*use);
+          int column = own_columns;
+          for (const auto& link : links) {
+            link->Next_Rows.Append(*use, column);
+            column += static_cast<int>(link->Target->projection.Columns.size()) + 1;
+          }
           if (next_batch.Count() == limit || next_batch.Arena_Size() > Largest_Batch_Arena) {
             exhausted = false;
             break;
@@ -631,15 +738,36 @@ class TTable::TImpl final : public TTable_Link {
       }
       std::swap(batch, next_batch);
       next_batch.Clear();
+      for (const auto& link : links) {
+        std::swap(link->Rows, link->Next_Rows);
+        link->Next_Rows.Clear();
+      }
       rows = &batch;
       forward = ascending;
       stamp = before;
     });
   }
 
+  // False when the row did not come along, or may have changed since.
+  bool Find_Linked(std::string_view key) {
+    const TImpl& from = *linked_from;
+    TLink& link = *from.links[link_number];
+    if (from.place != TPlace::Row || from.unloaded || from.rows != &from.batch ||
+        link.Rows.Count() != from.batch.Count() || link.Stamp != database.Table_Serial(number) ||
+        !from.Fresh() ||
+        from.batch.Text(from.at, from.projection.Slot[static_cast<std::size_t>(link.Via)]) != key) {
+      return false;
+    }
+    Stand(link.Rows.Id(from.at) != 0 ? TPlace::Row : TPlace::End);
+    rows = &link.Rows;
+    at = from.at;
+    return true;
+  }
+
   bool Find_Cached(std::string_view key) {
     if (!cache || cache_stamp != database.Table_Serial(number)) {
-      cache = std::make_unique<TRow_Cache>(projection, projection.Slot[static_cast<std::size_t>(index_columns[0])]);
+      cache = std::make_unique<TRow_Cache>(projection,
+                                           projection.Slot[static_cast<std::size_t>(index_columns[0])]);
       cache_stamp = database.Table_Serial(number);
       table_rows.reset();
     }
@@ -660,18 +788,16 @@ class TTable::TImpl final : public TTable_Link {
       TUse use(database.Statement("SELECT max(row_id) FROM " + Quoted(name)));
       table_rows = use->Step() ? static_cast<std::size_t>(use->Integer(0)) : 0;
     }
-    const std::string select = "SELECT " + projection.Select_List() + " FROM " + Quoted(name);
     if ((cache->Size() + 1) * Scan_Share > *table_rows && cache->Size() >= First_Batch) {
-      cache = std::make_unique<TRow_Cache>(projection, projection.Slot[static_cast<std::size_t>(index_columns[0])]);
-      TUse use(database.Statement(select));
+      cache = std::make_unique<TRow_Cache>(projection,
+                                           projection.Slot[static_cast<std::size_t>(index_columns[0])]);
+      TUse use(database.Statement("SELECT " + projection.Select_List("d") + From()));
       while (use->Step()) cache->Add_Current(*use);
       cache->Set_Complete();
       return;
     }
     finders.resize(std::max<std::size_t>(finders.size(), 1));
-    if (!finders[0]) {
-      finders[0] = &database.Statement(select + " WHERE " + Column_Name(index_columns[0]) + " = ?" + Order(1, true) + " LIMIT 1");
-    }
+    if (!finders[0]) finders[0] = &database.Statement(Finder_Sql(1));
     TUse use(*finders[0]);
     use->Bind(0, key);
     if (use->Step()) {
@@ -687,11 +813,12 @@ class TTable::TImpl final : public TTable_Link {
       std::string names, values;
       for (std::size_t i = 0; i < def.Columns.size(); ++i) {
         if (!(set >> i & 1)) continue;
-        names += (names.empty() ? "" : ", ") + Column_Name(static_cast<int>(i));
+        names += (names.empty() ? "" : ", ") + Bare_Name(static_cast<int>(i));
         values += values.empty() ? "?" : ", ?";
       }
-      inserter = &database.Statement("INSERT INTO " + Quoted(name) +
-                                     (names.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + values + ")"));
+      inserter = &database.Statement(
+          "INSERT INTO " + Quoted(name) +
+          (names.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + values + ")"));
     }
     TUse use(*inserter);
     Bind_Pending(*use);
@@ -720,9 +847,10 @@ class TTable::TImpl final : public TTable_Link {
     if (!updater) {
       std::string changes;
       for (std::size_t i = 0; i < def.Columns.size(); ++i) {
-        if (set >> i & 1) changes += (changes.empty() ? "" : ", ") + Column_Name(static_cast<int>(i)) + " = ?";
+        if (set >> i & 1) changes += (changes.empty() ? "" : ", ") + Bare_Name(static_cast<int>(i)) + " = ?";
       }
-      updater = &database.Statement("UPDATE " + Quoted(name) + " SET " + changes + " WHERE row_id = ? AND " + Column_Name(0) + " = ?");
+      updater = &database.Statement("UPDATE " + Quoted(name) + " SET " + changes + " WHERE row_id = ? AND " +
+                                    Bare_Name(0) + " = ?");
     }
     {
       TUse use(*updater);
@@ -744,9 +872,15 @@ class TTable::TImpl final : public TTable_Link {
       const int slot = projection.Slot[i];
       if (!(set >> i & 1) || slot < 0) continue;
       switch (def.Columns[i].Type) {
-        case TColumn_Type::Text: batch.Set(at, slot, std::string_view(pending[i].Text)); break;
-        case TColumn_Type::DateTime: batch.Set(at, slot, pending[i].Real); break;
-        default: batch.Set(at, slot, pending[i].Integer); break;
+        case TColumn_Type::Text:
+          batch.Set(at, slot, std::string_view(pending[i].Text));
+          break;
+        case TColumn_Type::DateTime:
+          batch.Set(at, slot, pending[i].Real);
+          break;
+        default:
+          batch.Set(at, slot, pending[i].Integer);
+          break;
       }
     }
   }
@@ -783,6 +917,9 @@ class TTable::TImpl final : public TTable_Link {
 
   bool caching = false;
   bool caches = false;  // the index is one that the cache can serve
+  std::vector<std::unique_ptr<TLink>> links;
+  TImpl* linked_from = nullptr;
+  std::size_t link_number = 0;
   std::unique_ptr<TRow_Cache> cache;
   std::uint64_t cache_stamp = 0;
   std::optional<std::size_t> table_rows;  // the largest row number: an upper bound, read in no time
@@ -800,49 +937,112 @@ class TTable::TImpl final : public TTable_Link {
 
 TTable::TTable(std::string_view name) : TTable(Shared_Database(), name) {}
 TTable::TTable(TDatabase& database, std::string_view name)
-    : impl(std::make_unique<TImpl>(database, Table_Def(name), false, std::initializer_list<std::string_view>{})) {}
+    : impl(std::make_unique<TImpl>(database, Table_Def(name), false,
+                                   std::initializer_list<std::string_view>{})) {}
 TTable::TTable(TTable& table, std::initializer_list<std::string_view> columns)
     : impl(std::make_unique<TImpl>(table.impl->Database(), table.impl->Def(), true, columns)) {}
 TTable::TTable(TTable&&) noexcept = default;
 TTable::~TTable() = default;
 
-const std::string& TTable::Name() const { return impl->Name(); }
+const std::string& TTable::Name() const {
+  return impl->Name();
+}
 
 TField TTable::Field(std::string_view column) const {
   const int position = impl->Def().Column(column);
-  if (position < 0) throw EData_Error("open", impl->Name(), "there is no column \"" + std::string(column) + "\"");
+  if (position < 0)
+    throw EData_Error("open", impl->Name(), "there is no column \"" + std::string(column) + "\"");
   return {position};
 }
 
-void TTable::Set_Index(std::string_view index) { impl->Set_Index(index); }
-bool TTable::FindKey(TValues key) { return impl->FindKey(key); }
-void TTable::SetRange(TValues low, TValues high) { impl->SetRange(low, high); }
-void TTable::CancelRange() { impl->CancelRange(); }
-void TTable::Set_Filter(std::string_view expression) { impl->Set_Filter(expression); }
-void TTable::First() { impl->Go_To_End(true); }
-void TTable::Last() { impl->Go_To_End(false); }
-void TTable::Next() { impl->Move(true); }
-void TTable::Prior() { impl->Move(false); }
-bool TTable::Eof() const { return impl->Eof(); }
-bool TTable::Bof() const { return impl->Bof(); }
-std::int64_t TTable::Record_Count() const { return impl->Record_Count(); }
-std::string_view TTable::Text(TField field) const { return impl->Text(field); }
-TText TTable::Shared_Text(TField field) const { return impl->Shared_Text(field); }
-std::int64_t TTable::Integer(TField field) const { return impl->Integer(field); }
-bool TTable::Boolean(TField field) const { return impl->Integer(field) != 0; }
-TDateTime TTable::DateTime(TField field) const { return impl->Real(field); }
-std::string TTable::Blob(TField field) const { return impl->Blob(field); }
-void TTable::Insert() { impl->Insert(); }
-void TTable::Edit() { impl->Edit(); }
-void TTable::Cancel() { impl->Cancel(); }
-void TTable::Set(TField field, const TValue& value) { impl->Set(field, value); }
-void TTable::Set_Blob(TField field, std::string_view bytes) { impl->Set(field, TValue(bytes)); }
-void TTable::SetFields(TValues values) { impl->SetFields(values); }
-void TTable::Delete() { impl->Delete(); }
+void TTable::Set_Index(std::string_view index) {
+  impl->Set_Index(index);
+}
+bool TTable::FindKey(TValues key) {
+  return impl->FindKey(key);
+}
+void TTable::SetRange(TValues low, TValues high) {
+  impl->SetRange(low, high);
+}
+void TTable::CancelRange() {
+  impl->CancelRange();
+}
+void TTable::Set_Filter(std::string_view expression) {
+  impl->Set_Filter(expression);
+}
+void TTable::First() {
+  impl->Go_To_End(true);
+}
+void TTable::Last() {
+  impl->Go_To_End(false);
+}
+void TTable::Next() {
+  impl->Move(true);
+}
+void TTable::Prior() {
+  impl->Move(false);
+}
+bool TTable::Eof() const {
+  return impl->Eof();
+}
+bool TTable::Bof() const {
+  return impl->Bof();
+}
+std::int64_t TTable::Record_Count() const {
+  return impl->Record_Count();
+}
+std::string_view TTable::Text(TField field) const {
+  return impl->Text(field);
+}
+TText TTable::Shared_Text(TField field) const {
+  return impl->Shared_Text(field);
+}
+std::int64_t TTable::Integer(TField field) const {
+  return impl->Integer(field);
+}
+bool TTable::Boolean(TField field) const {
+  return impl->Integer(field) != 0;
+}
+TDateTime TTable::DateTime(TField field) const {
+  return impl->Real(field);
+}
+std::string TTable::Blob(TField field) const {
+  return impl->Blob(field);
+}
+void TTable::Insert() {
+  impl->Insert();
+}
+void TTable::Edit() {
+  impl->Edit();
+}
+void TTable::Cancel() {
+  impl->Cancel();
+}
+void TTable::Set(TField field, const TValue& value) {
+  impl->Set(field, value);
+}
+void TTable::Set_Blob(TField field, std::string_view bytes) {
+  impl->Set(field, TValue(bytes));
+}
+void TTable::SetFields(TValues values) {
+  impl->SetFields(values);
+}
+void TTable::Delete() {
+  impl->Delete();
+}
+void TTable::Prefetch(TField via, TTable& looked_up) {
+  impl->Prefetch(*looked_up.impl, via);
+}
 
-void PostUpdate(TTable& table) { table.impl->Post(); }
-void Set_Cache(TTable& table) { table.impl->Cache_On(); }
-void Cache_Off(TTable& table) { table.impl->Cache_Off(); }
+void PostUpdate(TTable& table) {
+  table.impl->Post();
+}
+void Set_Cache(TTable& table) {
+  table.impl->Cache_On();
+}
+void Cache_Off(TTable& table) {
+  table.impl->Cache_Off();
+}
 
 TTable Events_Table("KT_Events");
 TTable Events_Data("KT_Events_Data");
