@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -199,9 +200,32 @@ std::string Compare(std::vector<TBare_Entry> bare, const TEventKey_List& list) {
       return std::string();
     });
 
+// Bytes that a whole book's list holds, as the all-events view keeps it and as structs.
+std::pair<double, double> List_Memory() {
+  Use_Database(Database_File(All_Size));
+  Read_All();
+  const std::size_t empty = Heap_In_Use();
+  double ours = 0, structs = 0;
+  {
+    Kt_data_01::TItem_List list;
+    KTReminds::Build_Reminder_AllView({}, Book, list, true, true, nullptr);
+    ours = static_cast<double>(Heap_In_Use() - empty) / static_cast<double>(list.Count());
+  }
+  Read_Bare(All_Join(), Kt_util_01::User_Key());
+  const std::size_t again = Heap_In_Use();
+  {
+    auto list = Read_Bare(All_Join(), Kt_util_01::User_Key());
+    list.shrink_to_fit();
+    structs = static_cast<double>(Heap_In_Use() - again) / static_cast<double>(list.size());
+  }
+  std::printf("\nbytes per entry of a whole book: list item %.0f, struct %.0f\n", ours, structs);
+  return {ours, structs};
+}
+
 using Ratio_Bench::TBound;
 [[maybe_unused]] const bool Ratios =
     Ratio_Bench::Expect_Ratio("AllView / bare join", "AllView", "AllView_Bare_Join", 0.8, TBound::At_Most) &
+    Ratio_Bench::Expect_Amounts("AllView bytes per entry / struct", List_Memory, 1.0, TBound::At_Most) &
     Ratio_Bench::Expect_Ratio("Window / bare join, 10,000", "Window/10000", "Window_Bare_Join/10000", 1.3,
                               TBound::At_Most) &
     Ratio_Bench::Expect_Ratio("Window / bare join, 100,000", "Window/100000", "Window_Bare_Join/100000", 1.3,
