@@ -1,11 +1,320 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
+#include "Test_Seams.h"
 
 using namespace Kt_data_01;
 
-TEST(Smoke, Opens) {
+namespace {
+
+class Table : public testing::Test {
+ protected:
+  std::string Add_Occurrence(double date, const std::string& contact = "c") {
+    const std::string key = Kt_util_01::Get_GUID();
+    occurrences.Insert();
+    occurrences.SetFields({key, contact, database.Book().Key, event, false, date});
+    PostUpdate(occurrences);
+    return key;
+  }
+  void Add_Event() {
+    event = Kt_util_01::Get_GUID();
+    TTable events(Events_Table);
+    events.Insert();
+    events.Set(events.Field("Key"), event);
+    events.Set(events.Field("Title"), "Set");
+    PostUpdate(events);
+  }
+
+  Kt_test::TTest_Seams seams;
   TTemporary_Database database;
-  EXPECT_EQ(List_Books().size(), 1u);
+  std::string event;
+  TTable occurrences{Events_Data};
+  const TField key = Events_Data.Field("Key"), date = Events_Data.Field("EventDate"), done = Events_Data.Field("Actioned");
+};
+
+// A cursor against a sorted vector, while rows come, go and move under it.
+TEST_F(Table, A_Walk_Agrees_With_A_Sorted_List_Whatever_Happens_Meanwhile) {
+  struct TRow {
+    double Date;
+    std::int64_t Age;
+    std::string Key;
+    bool operator<(const TRow& other) const { return std::tie(Date, Age) < std::tie(other.Date, other.Age); }
+  };
+  std::mt19937 random(7);
+  std::vector<TRow> model;
+  std::int64_t age = 0;
+  ASSERT_TRUE(Start_Update());
+  Add_Event();
+  const auto add = [&] {
+    const double at = 1000 + static_cast<double>(random() % 60) / 2;  // many equal dates
+    model.push_back({at, ++age, Add_Occurrence(at)});
+    std::sort(model.begin(), model.end());
+  };
+  for (int i = 0; i < 300; ++i) add();
+
+  TTable walk(Events_Data, {"Actioned"});
+  walk.Set_Index("BookandDate");
+  constexpr double low = 1002, high = 1026;
+  walk.SetRange({database.Book().Key, low}, {database.Book().Key, high});
+  const auto in_range = [&](const TRow& row) { return row.Date >= low && row.Date <= high; };
+  TRow at{};
+  bool standing = false;
+  const auto compare = [&](const std::vector<TRow>::iterator& expected) {
+    standing = expected != model.end() && in_range(*expected);
+    if (standing) {
+      at = *expected;
+      ASSERT_EQ(walk.Text(key), at.Key);
+      ASSERT_EQ(walk.DateTime(date), at.Date);
+    }
+  };
+  for (int step = 0; step < 20'000; ++step) {
+    const unsigned choice = random() % 20;
+    if (!standing || choice == 0) {
+      if (random() % 2) {
+        walk.First();
+        compare(std::find_if(model.begin(), model.end(), in_range));
+        ASSERT_EQ(walk.Eof(), !standing);
+      } else {
+        walk.Last();
+        const auto last = std::find_if(model.rbegin(), model.rend(), in_range);
+        compare(last == model.rend() ? model.end() : last.base() - 1);
+      }
+    } else if (choice < 12) {
+      walk.Next();
+      compare(std::upper_bound(model.begin(), model.end(), at));
+      ASSERT_EQ(walk.Eof(), !standing);
+    } else if (choice < 17) {
+      walk.Prior();
+      const auto here = std::lower_bound(model.begin(), model.end(), at);
+      compare(here == model.begin() ? model.end() : here - 1);
+      ASSERT_EQ(walk.Bof(), !standing);
+    } else if (choice == 17) {
+      add();
+    } else if (choice == 18) {
+      const auto next = model.erase(std::lower_bound(model.begin(), model.end(), at));
+      walk.Delete();
+      compare(next);
+      ASSERT_EQ(walk.Eof(), !standing);
+    } else {
+      walk.Edit();
+      if (random() % 2) {
+        walk.Set(done, true);
+        PostUpdate(walk);
+        ASSERT_TRUE(walk.Boolean(done));
+      } else {
+        TRow moved = at;
+        moved.Date = low + static_cast<double>(random() % 20);
+        walk.Set(date, moved.Date);
+        PostUpdate(walk);
+        model.erase(std::lower_bound(model.begin(), model.end(), at));
+        model.insert(std::upper_bound(model.begin(), model.end(), moved), moved);
+        at = moved;
+      }
+      ASSERT_EQ(walk.Text(key), at.Key);
+    }
+  }
+  EXPECT_EQ(walk.Record_Count(), std::count_if(model.begin(), model.end(), in_range));
+  EndUpdate();
 }
+
+TEST_F(Table, Finds_By_Leading_Columns_And_Keeps_The_Walk_From_There) {
+  In_Update([&] {
+    Add_Event();
+    for (const double at : {5.0, 3.0, 4.0}) Add_Occurrence(at, "a");
+    Add_Occurrence(1.0, "b");
+  });
+  occurrences.Set_Index("ContactandDate");
+  ASSERT_TRUE(occurrences.FindKey({"a"}));
+  EXPECT_EQ(occurrences.DateTime(date), 3.0);
+  occurrences.Next();
+  EXPECT_EQ(occurrences.DateTime(date), 4.0);
+  ASSERT_TRUE(occurrences.FindKey({"a", 5.0}));
+  occurrences.Next();
+  EXPECT_EQ(occurrences.DateTime(date), 1.0);
+  EXPECT_FALSE(occurrences.FindKey({"a", 6.0}));
+  EXPECT_TRUE(occurrences.Eof());
+  EXPECT_THROW(occurrences.FindKey({"a", 6.0, 1}), EData_Error);
+  EXPECT_THROW(occurrences.Set_Index("NoSuchIndex"), EData_Error);
+  occurrences.Set_Index("");
+  occurrences.First();
+  EXPECT_EQ(occurrences.DateTime(date), 5.0) << "natural order is by age";
+}
+
+TEST_F(Table, Filters_Are_Checked_And_Applied) {
+  In_Update([&] {
+    Add_Event();
+    for (int i = 0; i < 10; ++i) Add_Occurrence(i, i % 2 ? "o'dd" : "even");
+  });
+  const auto count = [&](const std::string& filter) {
+    occurrences.Set_Filter(filter);
+    return occurrences.Record_Count();
+  };
+  EXPECT_EQ(count("(Contact = 'o''dd') and (EventDate >= 3)"), 4);
+  EXPECT_EQ(count("not (eventdate < 8) or EventDate = 0 and Actioned = False"), 3);
+  EXPECT_EQ(count(""), 10);
+  for (const char* bad : {"Contact", "Contact =", "Contact = 1", "NoColumn = 1", "EventDate = 'x'", "Actioned = Maybe",
+                          "(EventDate = 1", "EventDate = 1)", "EventDate = 1; DROP TABLE KT_Events", "EventDate == 1",
+                          "EventDate = 1 and", "Contact = 'open", "EventDate = 1.2.3", "= 1"}) {
+    EXPECT_THROW(occurrences.Set_Filter(bad), EData_Error) << bad;
+  }
+  EXPECT_THROW(occurrences.Set_Filter(std::string(100'000, '(')), EData_Error);
+  EXPECT_EQ(occurrences.Record_Count(), 10) << "a refused filter leaves the old one";
+}
+
+TEST_F(Table, Refuses_What_Does_Not_Fit) {
+  EXPECT_THROW(occurrences.Field("NoColumn"), EData_Error);
+  EXPECT_THROW(occurrences.Text(key), EData_Error) << "no row";
+  EXPECT_THROW(occurrences.Set(key, "x"), EData_Error) << "not editing";
+  occurrences.Insert();
+  EXPECT_THROW(occurrences.Set(key, 1), EData_Error);
+  EXPECT_THROW(occurrences.Set(date, "text"), EData_Error);
+  occurrences.Set(key, "x");
+  EXPECT_THROW(PostUpdate(occurrences), EData_Error) << "no bracket";
+  occurrences.Cancel();
+  TTable narrow(Events_Data, {"Key"});
+  narrow.Set_Index("Key");
+  In_Update([&] {
+    Add_Event();
+    Add_Occurrence(1);
+  });
+  narrow.First();
+  EXPECT_NO_THROW(narrow.Text(key));
+  EXPECT_THROW(narrow.DateTime(date), EData_Error) << "not among its columns";
+}
+
+TEST_F(Table, Notices_That_A_Row_Has_Gone_Under_It) {
+  std::string gone;
+  In_Update([&] {
+    Add_Event();
+    gone = Add_Occurrence(1);
+  });
+  TTable other(Events_Data);
+  other.Set_Index("Key");
+  ASSERT_TRUE(other.FindKey({gone}));
+  In_Update([&] {
+    occurrences.Set_Index("Key");
+    ASSERT_TRUE(occurrences.FindKey({gone}));
+    occurrences.Delete();
+    Add_Occurrence(2);  // gets the number of the row that went
+  });
+  ASSERT_TRUE(Start_Update());
+  EXPECT_THROW(other.Edit(), EData_Error);
+  seams.Prompts.Expect_Error("Update Failed",
+                             "The change could not be saved and has been undone: no reason was given\n\ntag");
+  FailUpdate("tag");
+}
+
+TEST_F(Table, Blobs_Are_Kept_Byte_For_Byte) {
+  std::string bytes;
+  for (int i = 0; i < 1000; ++i) bytes += static_cast<char>(i);
+  TTable events(Events_Table);
+  const TField notes = events.Field("Notes");
+  In_Update([&] {
+    Add_Event();
+    events.Set_Index("Key");
+    ASSERT_TRUE(events.FindKey({event}));
+    EXPECT_EQ(TBlob_Stream(events, notes, TBlob_Stream::TMode::Read).Data(), "");
+    events.Edit();
+    {
+      TBlob_Stream stream(events, notes, TBlob_Stream::TMode::Write);
+      stream.Write(bytes.substr(0, 300));
+      stream.Write(bytes.substr(300));
+    }
+    EXPECT_EQ(events.Blob(notes), bytes) << "already of the pending row";
+    PostUpdate(events);
+  });
+  ASSERT_TRUE(events.FindKey({event}));
+  EXPECT_EQ(events.Blob(notes), bytes);
+}
+
+TEST_F(Table, Caches_And_Prefetched_Rows_Never_Show_What_Is_No_Longer_So) {
+  std::vector<std::string> keys;
+  In_Update([&] {
+    for (int i = 0; i < 500; ++i) {
+      Add_Event();
+      keys.push_back(event);
+      Add_Occurrence(i);
+    }
+  });
+  const TField title = Events_Table.Field("Title"), event_field = Events_Data.Field("Event");
+  TTable events(Events_Table, {"Key", "Title"});
+  events.Set_Index("Key");
+  TDatabase second;
+  second.Open(database.Path(), TDatabase::TMode::Must_Exist);
+  const auto rename_elsewhere = [&](const std::string& name) {
+    second.Engine().Execute("UPDATE KT_Events SET Title = '" + name + "'");
+  };
+
+  Set_Cache(events);
+  const auto titles_are = [&](const std::string& expected) {
+    for (const std::string& one : keys) {
+      if (!events.FindKey({one}) || events.Text(title) != expected) return false;
+    }
+    return !events.FindKey({"nobody"});
+  };
+  {
+    TSnapshot snapshot;
+    EXPECT_TRUE(titles_are("Set"));
+    rename_elsewhere("Second");
+    EXPECT_TRUE(titles_are("Set")) << "one snapshot shows one state";
+  }
+  {
+    TSnapshot snapshot;
+    EXPECT_TRUE(titles_are("Second"));
+  }
+  In_Update([&] {
+    EXPECT_TRUE(titles_are("Second"));
+    TTable writer(Events_Table);
+    writer.Set_Index("Key");
+    for (const std::string& one : keys) {
+      ASSERT_TRUE(writer.FindKey({one}));
+      writer.Edit();
+      writer.Set(title, "Third");
+      PostUpdate(writer);
+    }
+    EXPECT_TRUE(titles_are("Third"));
+  });
+  Cache_Off(events);
+  EXPECT_TRUE(titles_are("Third"));
+
+  TTable walk(Events_Data, {"Event"});
+  walk.Set_Index("BookandDate");
+  walk.SetRange({database.Book().Key}, {database.Book().Key});
+  TTable along(Events_Table, {"Title"});
+  along.Set_Index("Key");
+  walk.Prefetch(event_field, along);
+  TSnapshot snapshot;
+  walk.First();
+  ASSERT_TRUE(along.FindKey({walk.Text(event_field)}));
+  EXPECT_EQ(along.Text(title), "Third");
+  EXPECT_TRUE(along.FindKey({keys[7]})) << "other keys are asked for";
+  EXPECT_FALSE(along.FindKey({"nobody"}));
+  In_Update([&] {
+    events.FindKey({keys[0]});
+    events.Edit();
+    events.Set(title, "Fourth");
+    PostUpdate(events);
+    ASSERT_TRUE(along.FindKey({walk.Text(event_field)}));
+    EXPECT_EQ(along.Text(title), "Fourth");
+  });
+}
+
+TEST_F(Table, A_Long_Walk_Over_A_Range_Uses_Its_Index) {
+  for (const char* sql :
+       {"EXPLAIN QUERY PLAN SELECT d.row_id FROM KT_Events_Data d WHERE d.Book = ? AND (d.EventDate, d.row_id) > (?, ?) AND "
+        "d.EventDate <= ? ORDER BY d.EventDate, d.row_id LIMIT ?",
+        "EXPLAIN QUERY PLAN SELECT d.row_id FROM KT_Events_Data d WHERE d.Contact = ? AND (d.EventDate, d.row_id) < (?, ?) "
+        "AND d.EventDate >= ? ORDER BY d.EventDate DESC, d.row_id DESC LIMIT ?"}) {
+    const auto plan = Shared_Database().Engine().Prepare(sql);
+    while (plan->Step()) {
+      EXPECT_EQ(std::string(plan->Text(3)).find("TEMP B-TREE"), std::string::npos) << plan->Text(3);
+      EXPECT_NE(std::string(plan->Text(3)).find("EventDate"), std::string::npos) << plan->Text(3);
+    }
+  }
+}
+
+}  // namespace

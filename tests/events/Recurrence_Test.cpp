@@ -239,13 +239,14 @@ TEST(Recurrence, Interval_Of_Zero_Stands_Still) {
 TEST(Recurrence, What_Is_No_Date_Is_Refused) {
   for (const int n : {INT_MIN, -100'000, 100'000, INT_MAX}) {
     for (const int freq : {3, 4}) {
-      EXPECT_THROW(Call(Plain(freq, n), At(2024, 1, 1)), EConvert_Error);
-      EXPECT_THROW(Call(Pattern(freq, n, {1}), At(2024, 1, 1)), EConvert_Error);
+      EXPECT_THROW(Call(Plain(freq, n), At(2024, 1, 1), false), EConvert_Error);
+      EXPECT_THROW(Call(Pattern(freq, n, {1}), At(2024, 1, 1), false), EConvert_Error);
     }
     EXPECT_EQ(Call(Plain(1, n), 45000, false), 45000.0 + n);
     EXPECT_EQ(Call(Plain(2, n), 45000, false), 45000 + 7.0 * n);
   }
-  EXPECT_THROW(Call(Plain(3, 1), At(9999, 12, 1)), EConvert_Error);
+  EXPECT_THROW(Call(Plain(3, 1), At(9999, 12, 1), false), EConvert_Error);
+  EXPECT_THROW(Call(Plain(3, 1, Far_Away + 1), At(9999, 12, 1)), EConvert_Error);
   EXPECT_THROW(Call(Plain(3, -1), At(1, 1, 31)), EConvert_Error);
   for (const int wrong : {-1, 12, INT_MAX}) {
     EXPECT_THROW(Call(Pattern(3, 1, {1}, wrong), 45000), EConvert_Error);
@@ -256,6 +257,12 @@ TEST(Recurrence, What_Is_No_Date_Is_Refused) {
        {At(1, 1, 1, 0) - 1, At(9999, 12, 31, 0) + 1, 1e300, -HUGE_VAL, std::nan("")}) {
     for (const int freq : {1, 2, 3, 4}) EXPECT_THROW(Call(Plain(freq, 1), wrong), EConvert_Error);
     EXPECT_THROW(MaskPosition(wrong), EConvert_Error);
+  }
+}
+
+TEST(Recurrence, A_Set_May_Last_As_Long_As_The_Calendar) {
+  for (const auto& p : {Plain(3, 1), Plain(4, 1), Pattern(3, 2, {1}), Pattern(4, 1, {1}), Plain(4, INT_MAX)}) {
+    EXPECT_EQ(Call(p, At(9999, 12, 1)), 0);
   }
 }
 
