@@ -45,7 +45,8 @@ class Bracket : public testing::Test {
     PostUpdate(log);
   }
   static std::string Titles() {
-    return Query_Text("SELECT coalesce(group_concat(Title, ' '), '') FROM (SELECT Title FROM KT_Log ORDER BY row_id)");
+    return Query_Text(
+        "SELECT coalesce(group_concat(Title, ' '), '') FROM (SELECT Title FROM KT_Log ORDER BY row_id)");
   }
   // The shape in which every part of the program writes.
   template <class TBody>
@@ -90,7 +91,9 @@ TEST_F(Bracket, A_Part_That_Failed_Makes_The_Whole_Fail_With_One_Report) {
 }
 
 TEST_F(Bracket, A_Failed_Operation_Fails_The_Bracket_Even_If_Its_Exception_Is_Swallowed) {
-  Run_Sql("CREATE TRIGGER planted BEFORE INSERT ON KT_Log WHEN new.Title = 'bad' BEGIN SELECT RAISE(ABORT, 'planted fault'); END");
+  Run_Sql(
+      "CREATE TRIGGER planted BEFORE INSERT ON KT_Log WHEN new.Title = 'bad' BEGIN SELECT RAISE(ABORT, "
+      "'planted fault'); END");
   seams.Prompts.Expect_Error("Update Failed",
                              std::string(Report) + "EndUpdate: write KT_Log: planted fault\n\nswallowed:tag");
   EXPECT_FALSE(Update("swallowed:tag", [&] {
@@ -131,7 +134,8 @@ TEST_F(Bracket, Ending_It_While_An_Exception_Passes_Undoes_It_And_The_Report_Fol
 TEST_F(Bracket, A_Commit_That_Fails_Throws_And_Leaves_Nothing) {
   Shared_Database().Adopt(std::make_unique<TFailing_Engine>(Open_Sqlite(database.Path(), {})));
   TFailing_Engine::Fail_Commit = true;
-  seams.Prompts.Expect_Error("Update Failed", std::string(Report) + "EndUpdate: disk I/O error\n\ncommit:tag");
+  seams.Prompts.Expect_Error("Update Failed",
+                             std::string(Report) + "EndUpdate: disk I/O error\n\ncommit:tag");
   EXPECT_FALSE(Update("commit:tag", [&] { Add("lost"); }));
   TFailing_Engine::Fail_Commit = false;
   EXPECT_EQ(Titles(), "");
@@ -143,7 +147,8 @@ TEST_F(Bracket, A_Full_Disk_Undoes_All_Of_It) {
   TSqlite_Options options;
   options.Max_Pages = Query_Number("PRAGMA page_count") + 3;
   database.Reopen(options);
-  seams.Prompts.Expect_Error("Update Failed", std::string(Report) + "write KT_Log: database or disk is full\n\nfull:tag");
+  seams.Prompts.Expect_Error("Update Failed",
+                             std::string(Report) + "write KT_Log: database or disk is full\n\nfull:tag");
   EXPECT_FALSE(Update("full:tag", [&] {
     for (int i = 0; i < 1000; ++i) Add(std::string(1000, 'x'));
   }));
@@ -170,7 +175,8 @@ TEST_F(Bracket, A_Refusal_Says_Why_Once_And_Writes_Nothing) {
   ASSERT_TRUE(writer.Start_Update());
   EXPECT_FALSE(Update("locked", [&] { Add("x"); }));
   ASSERT_EQ(seams.Prompts.Notices.size(), 2u);
-  EXPECT_EQ(seams.Prompts.Notices[1], "The database cannot be changed now: another program is writing to it.");
+  EXPECT_EQ(seams.Prompts.Notices[1],
+            "The database cannot be changed now: another program is writing to it.");
   EXPECT_EQ(Titles(), "") << "reading goes on";
   writer.EndUpdate();
   EXPECT_TRUE(Update("free", [&] { Add("at last"); }));

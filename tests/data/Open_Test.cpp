@@ -64,8 +64,10 @@ TEST_F(Open, A_Newer_Schema_Is_Refused_And_Left_As_It_Is) {
   EXPECT_EQ(Refusal(), "opened");
   Make("PRAGMA user_version = 99");
   const std::string before = Content(file);
-  EXPECT_EQ(Refusal(), "\"" + file +
-                           "\" was written by a newer version of this program (its schema is 99, this program knows 1).");
+  EXPECT_EQ(
+      Refusal(),
+      "\"" + file +
+          "\" was written by a newer version of this program (its schema is 99, this program knows 1).");
   EXPECT_EQ(Content(file), before);
 }
 
@@ -106,7 +108,8 @@ TEST_F(Open, Migrations_Run_In_Order_From_Where_The_Database_Stands) {
                                          {3, "UPDATE t SET a = a || '-three'"}};
   const auto engine = Open_Sqlite(file, {});
   Migrate(*engine, 1, steps);
-  const auto found = engine->Prepare("SELECT group_concat(a), (SELECT user_version FROM pragma_user_version) FROM t");
+  const auto found =
+      engine->Prepare("SELECT group_concat(a), (SELECT user_version FROM pragma_user_version) FROM t");
   ASSERT_TRUE(found->Step());
   EXPECT_EQ(found->Text(0), "two-three");
   EXPECT_EQ(found->Integer(1), 3);

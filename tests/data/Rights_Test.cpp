@@ -62,7 +62,8 @@ TEST_F(Rights, Changes_Of_Other_Connections_Are_Noticed) {
   EXPECT_EQ(Of(database.Book().Calendar, anna), "");
   TDatabase other;
   other.Open(database.Path(), TDatabase::TMode::Must_Exist);
-  other.Engine().Execute("INSERT INTO KT_Rights VALUES ('" + database.Book().Key + "', 'GLOBAL', 1, 1, 1, 1, NULL)");
+  other.Engine().Execute("INSERT INTO KT_Rights VALUES ('" + database.Book().Key +
+                         "', 'GLOBAL', 1, 1, 1, 1, NULL)");
   EXPECT_EQ(Of(database.Book().Calendar, anna), "1234");
 }
 
@@ -98,7 +99,9 @@ TEST_F(Rights, The_Journal_And_The_Holidays_Give_Back_What_Was_Written) {
     LogJournal(18, "o1", "c", "Again", 45002, "Text", 0, 45001);
     LogJournal(18, "o2", "c", "Other", 45003, "Text", 0, 45001);
     RemoveLog("o1");
-    Run_Sql("INSERT INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45001, 'B', 'X'), (45000, 'A', ''), (45002, 'C', 'X')");
+    Run_Sql(
+        "INSERT INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45001, 'B', 'X'), (45000, 'A', ''), "
+        "(45002, 'C', 'X')");
   });
   EXPECT_EQ(Query_Text("SELECT group_concat(Title || LogDate || Occurrence) FROM KT_Log"), "Other45003.0o2");
   TEventKey_List holidays;

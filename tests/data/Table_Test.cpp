@@ -33,7 +33,8 @@ class Table : public testing::Test {
   TTemporary_Database database;
   std::string event;
   TTable occurrences{Events_Data};
-  const TField key = Events_Data.Field("Key"), date = Events_Data.Field("EventDate"), done = Events_Data.Field("Actioned");
+  const TField key = Events_Data.Field("Key"), date = Events_Data.Field("EventDate"),
+               done = Events_Data.Field("Actioned");
 };
 
 // A cursor against a sorted vector, while rows come, go and move under it.
@@ -156,9 +157,10 @@ TEST_F(Table, Filters_Are_Checked_And_Applied) {
   EXPECT_EQ(count("(Contact = 'o''dd') and (EventDate >= 3)"), 4);
   EXPECT_EQ(count("not (eventdate < 8) or EventDate = 0 and Actioned = False"), 3);
   EXPECT_EQ(count(""), 10);
-  for (const char* bad : {"Contact", "Contact =", "Contact = 1", "NoColumn = 1", "EventDate = 'x'", "Actioned = Maybe",
-                          "(EventDate = 1", "EventDate = 1)", "EventDate = 1; DROP TABLE KT_Events", "EventDate == 1",
-                          "EventDate = 1 and", "Contact = 'open", "EventDate = 1.2.3", "= 1"}) {
+  for (const char* bad :
+       {"Contact", "Contact =", "Contact = 1", "NoColumn = 1", "EventDate = 'x'", "Actioned = Maybe",
+        "(EventDate = 1", "EventDate = 1)", "EventDate = 1; DROP TABLE KT_Events", "EventDate == 1",
+        "EventDate = 1 and", "Contact = 'open", "EventDate = 1.2.3", "= 1"}) {
     EXPECT_THROW(occurrences.Set_Filter(bad), EData_Error) << bad;
   }
   EXPECT_THROW(occurrences.Set_Filter(std::string(100'000, '(')), EData_Error);
@@ -304,11 +306,12 @@ TEST_F(Table, Caches_And_Prefetched_Rows_Never_Show_What_Is_No_Longer_So) {
 }
 
 TEST_F(Table, A_Long_Walk_Over_A_Range_Uses_Its_Index) {
-  for (const char* sql :
-       {"EXPLAIN QUERY PLAN SELECT d.row_id FROM KT_Events_Data d WHERE d.Book = ? AND (d.EventDate, d.row_id) > (?, ?) AND "
-        "d.EventDate <= ? ORDER BY d.EventDate, d.row_id LIMIT ?",
-        "EXPLAIN QUERY PLAN SELECT d.row_id FROM KT_Events_Data d WHERE d.Contact = ? AND (d.EventDate, d.row_id) < (?, ?) "
-        "AND d.EventDate >= ? ORDER BY d.EventDate DESC, d.row_id DESC LIMIT ?"}) {
+  for (const char* sql : {"EXPLAIN QUERY PLAN SELECT d.row_id FROM KT_Events_Data d WHERE d.Book = ? AND "
+                          "(d.EventDate, d.row_id) > (?, ?) AND "
+                          "d.EventDate <= ? ORDER BY d.EventDate, d.row_id LIMIT ?",
+                          "EXPLAIN QUERY PLAN SELECT d.row_id FROM KT_Events_Data d WHERE d.Contact = ? AND "
+                          "(d.EventDate, d.row_id) < (?, ?) "
+                          "AND d.EventDate >= ? ORDER BY d.EventDate DESC, d.row_id DESC LIMIT ?"}) {
     const auto plan = Shared_Database().Engine().Prepare(sql);
     while (plan->Step()) {
       EXPECT_EQ(std::string(plan->Text(3)).find("TEMP B-TREE"), std::string::npos) << plan->Text(3);

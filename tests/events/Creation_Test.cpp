@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-
 #include <sys/resource.h>
 
 #include "Event_Creation.h"
@@ -29,11 +28,13 @@ class Creation : public testing::Test {
     return event;
   }
   static std::string Counts() {
-    return Query_Text("SELECT (SELECT count(*) FROM KT_Events) || ' ' || (SELECT count(*) FROM KT_Events_Data) || ' ' || "
-                      "(SELECT count(*) FROM KT_Alarms)");
+    return Query_Text(
+        "SELECT (SELECT count(*) FROM KT_Events) || ' ' || (SELECT count(*) FROM KT_Events_Data) || ' ' || "
+        "(SELECT count(*) FROM KT_Alarms)");
   }
   static std::string Dates() {
-    return Query_Text("SELECT group_concat(EventDate - 45292, ' ') FROM (SELECT EventDate FROM KT_Events_Data ORDER BY 1)");
+    return Query_Text(
+        "SELECT group_concat(EventDate - 45292, ' ') FROM (SELECT EventDate FROM KT_Events_Data ORDER BY 1)");
   }
 
   Kt_test::TTest_Seams seams;
@@ -47,20 +48,26 @@ TEST_F(Creation, Every_Argument_Reaches_Its_Column) {
   TMemory_Stream notes("Notes\0with zero");
   notes.Position = 3;
   const std::string first =
-      Create_Event("contact", database.Book().Key, "Title", "Location", "sound.wav", "user", key, &notes, true, true, true,
-                   false, New_Year + 0.375, New_Year + 20, 4, 7, 3, 45, true, false, true, false, true, false, true, false,
-                   true, true, 2, 11, 6, false);
-  EXPECT_EQ(Query_Text("SELECT Key || '|' || Title || '|' || Location || '|' || (FirstDate - 45292) || '|' || (LastDate - 45292) "
-                       "|| '|' || Freq || Period || Priority || PeriodDefault || '|' || User || '|' || AllDay || Private || '|' "
-                       "|| P1 || P2 || P3 || P4 || P5 || P6 || P7 || P8 || P9 || P10 || '|' || Month || '|' || Instance || "
-                       "EventType || '|' || Started || Completed || Percentage || Status || Budget || Worked || '|' || Type "
+      Create_Event("contact", database.Book().Key, "Title", "Location", "sound.wav", "user", key, &notes,
+                   true, true, true, false, New_Year + 0.375, New_Year + 20, 4, 7, 3, 45, true, false, true,
+                   false, true, false, true, false, true, true, 2, 11, 6, false);
+  EXPECT_EQ(Query_Text("SELECT Key || '|' || Title || '|' || Location || '|' || (FirstDate - 45292) || '|' "
+                       "|| (LastDate - 45292) "
+                       "|| '|' || Freq || Period || Priority || PeriodDefault || '|' || User || '|' || "
+                       "AllDay || Private || '|' "
+                       "|| P1 || P2 || P3 || P4 || P5 || P6 || P7 || P8 || P9 || P10 || '|' || Month || '|' "
+                       "|| Instance || "
+                       "EventType || '|' || Started || Completed || Percentage || Status || Budget || Worked "
+                       "|| '|' || Type "
                        "|| '|' || CAST(Notes AS TEXT) FROM KT_Events"),
             key + "|Title|Location|0.375|20.0|4730|user|10|1010101011|11|26|000000|-1|Notes");
-  EXPECT_EQ(Query_Text("SELECT Key || '|' || Contact || '|' || Book || '|' || Event || '|' || Actioned || '|' || (EventDate - "
+  EXPECT_EQ(Query_Text("SELECT Key || '|' || Contact || '|' || Book || '|' || Event || '|' || Actioned || "
+                       "'|' || (EventDate - "
                        "45292) FROM KT_Events_Data"),
             first + "|contact|" + database.Book().Key + "|" + key + "|0|0.375")
       << "Actioned is ignored without MarkPastActioned";
-  EXPECT_EQ(Query_Text("SELECT Key || '|' || User || '|' || Offset || '|' || WAVFile || '|' || NextTime || '|' || Actioned FROM "
+  EXPECT_EQ(Query_Text("SELECT Key || '|' || User || '|' || Offset || '|' || WAVFile || '|' || NextTime || "
+                       "'|' || Actioned FROM "
                        "KT_Alarms"),
             first + "|user|45|sound.wav|0.0|0");
 }
@@ -102,8 +109,9 @@ TEST_F(Creation, Occurrences_Before_Day_0_Are_Left_Out_But_The_First) {
       << "the step onto day 0 gives 0, which means that there is none";
   old.FirstDate = -2.5;
   Create_Event(old, key);
-  EXPECT_EQ(Query_Text("SELECT group_concat(EventDate) FROM (SELECT EventDate FROM KT_Events_Data ORDER BY 1)"),
-            "-2.5,-1.0,0.5,1.5");
+  EXPECT_EQ(
+      Query_Text("SELECT group_concat(EventDate) FROM (SELECT EventDate FROM KT_Events_Data ORDER BY 1)"),
+      "-2.5,-1.0,0.5,1.5");
 }
 
 TEST_F(Creation, Past_Occurrences_Are_Marked_When_Asked) {
@@ -111,8 +119,11 @@ TEST_F(Creation, Past_Occurrences_Are_Marked_When_Asked) {
   TNew_Event event = Daily(New_Year + 0.9, New_Year + 4);
   event.Alarm = true;
   const auto marks = [] {
-    return Query_Text("SELECT group_concat(d.Actioned || a.Actioned, ' ') FROM (SELECT * FROM KT_Events_Data ORDER BY EventDate) "
-                      "d JOIN KT_Alarms a ON a.Key = d.Key WHERE d.Event = (SELECT Key FROM KT_Events ORDER BY row_id DESC)");
+    return Query_Text(
+        "SELECT group_concat(d.Actioned || a.Actioned, ' ') FROM (SELECT * FROM KT_Events_Data ORDER BY "
+        "EventDate) "
+        "d JOIN KT_Alarms a ON a.Key = d.Key WHERE d.Event = (SELECT Key FROM KT_Events ORDER BY row_id "
+        "DESC)");
   };
   event.Actioned = true;
   Create_Event(event, key);
@@ -126,12 +137,15 @@ TEST_F(Creation, Past_Occurrences_Are_Marked_When_Asked) {
 }
 
 TEST_F(Creation, A_Failure_Undoes_All_Keeps_The_Key_And_Reports_Once) {
-  Run_Sql("CREATE TRIGGER planted BEFORE INSERT ON KT_Alarms WHEN (SELECT count(*) FROM KT_Alarms) = 3 BEGIN "
-          "SELECT RAISE(ABORT, 'planted fault'); END");
+  Run_Sql(
+      "CREATE TRIGGER planted BEFORE INSERT ON KT_Alarms WHEN (SELECT count(*) FROM KT_Alarms) = 3 BEGIN "
+      "SELECT RAISE(ABORT, 'planted fault'); END");
   TNew_Event event = Daily(New_Year, New_Year + 9);
   event.Alarm = true;
-  seams.Prompts.Expect_Error("Update Failed",
-                             std::string("The change could not be saved and has been undone: write KT_Alarms: planted fault\n\n") + Tag);
+  seams.Prompts.Expect_Error(
+      "Update Failed",
+      std::string("The change could not be saved and has been undone: write KT_Alarms: planted fault\n\n") +
+          Tag);
   EXPECT_EQ(Create_Event(event, key), "");
   EXPECT_EQ(key.size(), 36u);
   EXPECT_EQ(Counts(), "0 0 0");
@@ -141,8 +155,10 @@ TEST_F(Creation, A_Failure_Undoes_All_Keeps_The_Key_And_Reports_Once) {
   no_such_day.Pattern.PeriodDefault = false;
   no_such_day.Pattern.Month = 1;
   no_such_day.Pattern.Set_Flag(4);
-  seams.Prompts.Expect_Error("Update Failed", std::string("The change could not be saved and has been undone: The month of the "
-                                                          "pattern has no such day\n\n") + Tag);
+  seams.Prompts.Expect_Error(
+      "Update Failed", std::string("The change could not be saved and has been undone: The month of the "
+                                   "pattern has no such day\n\n") +
+                           Tag);
   EXPECT_EQ(Create_Event(no_such_day, key), "");
   EXPECT_EQ(Counts(), "0 0 0");
 }
@@ -161,7 +177,8 @@ TEST_F(Creation, Entries_Join_The_Bracket_Of_Their_Caller) {
   EXPECT_THROW(Create_Event_Entry(key, "c", "b", "u", "w", true, true, New_Year + 1, 5), EData_Error);
   ASSERT_TRUE(Start_Update());
   const std::string entry = Create_Event_Entry(key, "c", "b", "u", "w", true, true, New_Year + 1, 5);
-  EXPECT_THROW(Create_Event_Entry("no such event", "c", "b", "u", "w", true, true, New_Year + 1, 5), EData_Error);
+  EXPECT_THROW(Create_Event_Entry("no such event", "c", "b", "u", "w", true, true, New_Year + 1, 5),
+               EData_Error);
   EXPECT_THROW(EndUpdate(), EData_Error);
   EXPECT_EQ(Counts(), "1 1 0");
   In_Update([&] { Create_Event_Entry(key, "c", "b", "u", "w", true, true, New_Year + 1, 5); });

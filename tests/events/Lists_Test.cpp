@@ -87,7 +87,8 @@ TEST_F(Lists, An_Entry_Carries_Its_Occurrence_Its_Set_And_Its_Contact) {
   Build_Events_Data("", database.Book().Key, entries, Day, Day + 1, true);
   ASSERT_EQ(entries.size(), 2u);
   const TEventKey& a = *entries[0];
-  EXPECT_TRUE(a.Key == event && a.FirstText == "Lunch" && a.SecondText == "in Lunch" && a.Description == "Lunch");
+  EXPECT_TRUE(a.Key == event && a.FirstText == "Lunch" && a.SecondText == "in Lunch" &&
+              a.Description == "Lunch");
   EXPECT_TRUE(a.Contact == contact && a.ContactName == "Carol" && a.User == "somebody");
   EXPECT_TRUE(a.Private && !a.Timeless && !a.Alarm && !a.Done);
   EXPECT_EQ(a.Priority, 7);
@@ -95,7 +96,8 @@ TEST_F(Lists, An_Entry_Carries_Its_Occurrence_Its_Set_And_Its_Contact) {
   EXPECT_EQ(a.Get_Tip(false), "Private");
   const TEventKey& b = *entries[1];
   EXPECT_TRUE(b.Key == task && b.FirstText == "In Progress 40% Complete" && b.SecondText == "Report");
-  EXPECT_TRUE(b.Description == "Report" && b.Timeless && !b.Private && b.EventType == 3 && b.Percentage == 40);
+  EXPECT_TRUE(b.Description == "Report" && b.Timeless && !b.Private && b.EventType == 3 &&
+              b.Percentage == 40);
   EXPECT_EQ(b.Get_Tip(true), "Report, In Progress 40% Complete, Tuesday, January 16, 2024, Home");
 }
 
@@ -118,15 +120,18 @@ TEST_F(Lists, The_Month_Looks_For_Alarms_Under_The_Key_Of_The_Set_The_Others_Und
   EXPECT_EQ(window_alarms(), "");
   const auto list_alarms = [&] {
     std::string found;
-    for (std::size_t i = 0; i < list.Count(); ++i) found += list[i].Data->Alarm ? list[i].Data->Description.Str() : "";
+    for (std::size_t i = 0; i < list.Count(); ++i)
+      found += list[i].Data->Alarm ? list[i].Data->Description.Str() : "";
     return found;
   };
   Build_Reminder_DayView("", database.Book().Key, list, Day, true, true);
   EXPECT_EQ(list_alarms(), "alarmed");
   Build_Reminder_AllView("", database.Book().Key, list, true, true, nullptr);
   EXPECT_EQ(list_alarms(), "alarmed");
-  Run_Sql("PRAGMA foreign_keys = OFF; UPDATE KT_Alarms SET Key = (SELECT Event FROM KT_Events_Data WHERE Key = '" + key +
-          "') WHERE Key = '" + key + "'");
+  Run_Sql(
+      "PRAGMA foreign_keys = OFF; UPDATE KT_Alarms SET Key = (SELECT Event FROM KT_Events_Data WHERE Key = "
+      "'" +
+      key + "') WHERE Key = '" + key + "'");
   EXPECT_EQ(window_alarms(), "alarmed");
   Build_Reminder_DayView("", database.Book().Key, list, Day, true, true);
   EXPECT_EQ(list_alarms(), "");
@@ -186,7 +191,8 @@ TEST_F(Lists, A_Day_Has_Images_By_Kind_And_State_And_Its_Holidays) {
 }
 
 TEST_F(Lists, Locate_The_Nearest_Day_Before_And_After_But_Not_The_Day_Itself) {
-  for (const TDateTime at : {1.5, Day - 3, Day - 0.1, Day + 0.2, Day + 0.8, Day + 1.0, Day + 7}) Add({at, "x"});
+  for (const TDateTime at : {1.5, Day - 3, Day - 0.1, Day + 0.2, Day + 0.8, Day + 1.0, Day + 7})
+    Add({at, "x"});
   Add({-5, "before the beginning"});
   Run_Sql("INSERT INTO KT_Holidays (HolidayDate, Name) VALUES (45306.0 - 1, 'H')");
   const auto locate = [&](TDateTime from, bool backward) {
@@ -219,17 +225,29 @@ TEST_F(Lists, Sort_By_Every_Column_Both_Ways) {
     std::string order;
     for (std::size_t i = 0; i < list.Count(); ++i) {
       order += list[i].Data->Description.View().substr(0, 2);
-      for (std::size_t j = i + 1; j < list.Count(); ++j) EXPECT_LE(CustomSortProc(list[i], list[j], column), 0);
+      for (std::size_t j = i + 1; j < list.Count(); ++j)
+        EXPECT_LE(CustomSortProc(list[i], list[j], column), 0);
     }
     return order;
   };
   EXPECT_EQ(sorted(0, true).substr(0, 2), "Al");
   EXPECT_EQ(sorted(0, true).substr(sorted(0, true).size() - 2), "be");
-  EXPECT_EQ(sorted(1, false).substr(0, 3), "\xC3\xA4" "Z") << "descending by alarm, then by date";
+  EXPECT_EQ(sorted(1, false).substr(0, 3),
+            "\xC3\xA4"
+            "Z")
+      << "descending by alarm, then by date";
   EXPECT_EQ(sorted(2, true), "beAl\xC3\xA4Zeal") << "equal dates go by priority";
-  EXPECT_EQ(sorted(2, false), "alZe\xC3\xA4" "Albe");
-  EXPECT_EQ(sorted(3, true), "Al\xC3\xA4" "beal" "Ze") << "a task sorts by its status, Not Started";
-  EXPECT_EQ(sorted(4, true), "Ze\xC3\xA4" "albeAl");
+  EXPECT_EQ(sorted(2, false),
+            "alZe\xC3\xA4"
+            "Albe");
+  EXPECT_EQ(sorted(3, true),
+            "Al\xC3\xA4"
+            "beal"
+            "Ze")
+      << "a task sorts by its status, Not Started";
+  EXPECT_EQ(sorted(4, true),
+            "Ze\xC3\xA4"
+            "albeAl");
   EXPECT_EQ(sorted(7, true), sorted(7, false)) << "any other code leaves the order alone";
 }
 
@@ -240,12 +258,12 @@ TEST_F(Lists, A_Failed_Read_Is_Reported_And_Leaves_The_List_Empty) {
   Run_Sql("ALTER TABLE KT_Alarms RENAME TO KT_Elsewhere");
   database.Reopen();
   const std::string reason = "The data could not be read: read KT_Events_Data: no such table: KT_Alarms\n\n";
-  seams.Prompts.Expect_Error("Read Failed",
-                             reason + "Reminder_Utils:Build_Reminder_DayView [KT_Events/KT_Events_Data/KT_Alarms]");
+  seams.Prompts.Expect_Error(
+      "Read Failed", reason + "Reminder_Utils:Build_Reminder_DayView [KT_Events/KT_Events_Data/KT_Alarms]");
   Build_Reminder_DayView("", database.Book().Key, list, Day, true, true);
   EXPECT_EQ(list.Count(), 0u);
-  seams.Prompts.Expect_Error("Read Failed",
-                             reason + "Reminder_Utils:Build_Events_Data [KT_Events/KT_Events_Data/KT_Alarms]");
+  seams.Prompts.Expect_Error(
+      "Read Failed", reason + "Reminder_Utils:Build_Events_Data [KT_Events/KT_Events_Data/KT_Alarms]");
   EXPECT_EQ(Window(Day, Day), "");
 }
 
@@ -274,8 +292,13 @@ TEST_F(Lists, Observers_Are_Told_What_Happens) {
 }
 
 TEST(Task_Status, Texts) {
-  const char* expected[] = {"Not Started", "In Progress 40% Complete", "Completed", "Pending 40% Complete",
-                            "Postponed 40% Complete", "Cancelled 40% Complete", "Unknown"};
+  const char* expected[] = {"Not Started",
+                            "In Progress 40% Complete",
+                            "Completed",
+                            "Pending 40% Complete",
+                            "Postponed 40% Complete",
+                            "Cancelled 40% Complete",
+                            "Unknown"};
   for (int status = 0; status < 7; ++status) EXPECT_EQ(Task_Status_Text(status, 40), expected[status]);
   EXPECT_EQ(Task_Status_Text(-1, 0), "Unknown");
 }

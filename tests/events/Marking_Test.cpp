@@ -32,12 +32,16 @@ class Marking : public testing::Test {
   }
   void Mark(bool done, bool sound = true) { Set_Event_as_Actioned(list[0], done, sound, 118, 110, 117, 116); }
   static std::string Stored() {
-    return Query_Text("SELECT d.Actioned || a.Actioned || ' ' || e.Status || ' ' || e.Percentage || ' ' || e.Completed FROM "
-                      "KT_Events_Data d, KT_Events e, KT_Alarms a");
+    return Query_Text(
+        "SELECT d.Actioned || a.Actioned || ' ' || e.Status || ' ' || e.Percentage || ' ' || e.Completed "
+        "FROM "
+        "KT_Events_Data d, KT_Events e, KT_Alarms a");
   }
   static std::string Journal() {
-    return Query_Text("SELECT coalesce(group_concat(Type || '|' || Occurrence || '|' || Contact || '|' || Title || '|' || LogDate "
-                      "|| '|' || Description || '|' || Minutes || '|' || SecondDate), '') FROM KT_Log");
+    return Query_Text(
+        "SELECT coalesce(group_concat(Type || '|' || Occurrence || '|' || Contact || '|' || Title || '|' || "
+        "LogDate "
+        "|| '|' || Description || '|' || Minutes || '|' || SecondDate), '') FROM KT_Log");
   }
 
   Kt_test::TTest_Seams seams;
@@ -102,9 +106,10 @@ TEST_F(Marking, The_Item_Changes_Although_The_Update_Was_Refused) {
 TEST_F(Marking, A_Failure_Changes_Neither_Rows_Nor_Item_And_A_Missing_Occurrence_Does_Nothing) {
   Make(3, 18);
   Run_Sql("CREATE TRIGGER planted BEFORE INSERT ON KT_Log BEGIN SELECT RAISE(ABORT, 'planted fault'); END");
-  seams.Prompts.Expect_Error("Update Failed",
-                             "The change could not be saved and has been undone: write KT_Log: planted fault\n\n"
-                             "Reminder_Utils:Set_Event_As_Actioned [KT_Events/KT_Events_Data/KT_Alarms]");
+  seams.Prompts.Expect_Error(
+      "Update Failed",
+      "The change could not be saved and has been undone: write KT_Log: planted fault\n\n"
+      "Reminder_Utils:Set_Event_As_Actioned [KT_Events/KT_Events_Data/KT_Alarms]");
   Mark(true);
   EXPECT_EQ(Stored(), "00 0 0 0");
   EXPECT_FALSE(list[0].Data->Done);
