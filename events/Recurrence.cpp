@@ -222,7 +222,8 @@ inline TDateTime Next_Week_Day(TDateTime date, TDateTime last_date, bool stop_at
   return Advance(date, day, step, last_date, stop_at_last_date);
 }
 
-// A step beyond the last year there is: after any last date that lies within the years, and no date otherwise.
+// A step beyond the last year there is: after any last date that lies within the years, and no date
+// otherwise.
 [[gnu::cold, gnu::noinline]] TDateTime Past_The_Last_Year(TDateTime last_date, bool stop_at_last_date) {
   if (stop_at_last_date && Is_After(End_Of_Days, last_date)) return 0;
   Fail("Year outside 1 to 9999");
@@ -232,7 +233,8 @@ inline TDateTime Next_Week_Day(TDateTime date, TDateTime last_date, bool stop_at
 TDateTime Add_Months(TDateTime date, TDateTime last_date, bool stop_at_last_date, std::int64_t months) {
   const TDay day = Day_Of(date);
   const TMonth_Number from = Month_Of(day);
-  if (from + months >= End_Of_Months) [[unlikely]] return Past_The_Last_Year(last_date, stop_at_last_date);
+  if (from + months >= End_Of_Months) [[unlikely]]
+    return Past_The_Last_Year(last_date, stop_at_last_date);
   const TMonth to = Month_At(from + months);
   const TDay next = to.First + std::min<TDay>(day - Month_At(from).First, Shape_Length(to.Shape) - 1);
   return Advance(date, day, next - day, last_date, stop_at_last_date);
@@ -242,7 +244,8 @@ TDateTime Next_Month_Kind(TDateTime date, TDateTime last_date, bool stop_at_last
                           unsigned flags, int instance) {
   const TDay day = Day_Of(date);
   const TMonth_Number month = Month_Of(day) + months;
-  if (month >= End_Of_Months) [[unlikely]] return Past_The_Last_Year(last_date, stop_at_last_date);
+  if (month >= End_Of_Months) [[unlikely]]
+    return Past_The_Last_Year(last_date, stop_at_last_date);
   const TDay next = Nth_Kind_Of_Month(instance, flags, Month_At(month));
   return Advance(date, day, next - day, last_date, stop_at_last_date);
 }
@@ -252,7 +255,8 @@ TDateTime Next_Year_Kind(TDateTime date, TDateTime last_date, bool stop_at_last_
   if (month < 0 || month > 11) Fail("Month outside January to December");
   const TDay day = Day_Of(date);
   const TMonth_Number from = Month_Of(day);
-  if (from + 12 * years >= End_Of_Months) [[unlikely]] return Past_The_Last_Year(last_date, stop_at_last_date);
+  if (from + 12 * years >= End_Of_Months) [[unlikely]]
+    return Past_The_Last_Year(last_date, stop_at_last_date);
   const TMonth same_month = Month_At(from + 12 * years);
   const TDay day_of_month = std::min<TDay>(day - Month_At(from).First, Shape_Length(same_month.Shape) - 1);
   // Once a set is under way, its dates lie in the pattern's month.

@@ -34,10 +34,10 @@ struct TRecurrence_Pattern {
 /// against LastDate. With Period 0 the plain modes give `date` back, with a negative one an earlier date: a
 /// caller that repeats has to watch for progress.
 ///
-/// Daily by weekday never looks past the first day after LastDate. A step beyond the year 9999 is a step beyond
-/// any LastDate within the years. Throws EConvert_Error when a month or year step otherwise leaves the years
-/// 1..9999, when a yearly pattern's month has no such day as `date`'s (the 31st with a February pattern), and for
-/// an Instance or Month that is out of range where the pattern uses it.
+/// Daily by weekday never looks past the first day after LastDate. A step beyond the year 9999 is a step
+/// beyond any LastDate within the years. Throws EConvert_Error when a month or year step otherwise leaves the
+/// years 1..9999, when a yearly pattern's month has no such day as `date`'s (the 31st with a February
+/// pattern), and for an Instance or Month that is out of range where the pattern uses it.
 TDateTime Next_Occurrence(const TRecurrence_Pattern& pattern, TDateTime date);
 
 /// The same with the fields given one by one. Count, when greater than 0, replaces Period; without
