@@ -1,0 +1,59 @@
+#pragma once
+
+// What the commands do once the command line is read and the database is open. Each returns the exit status.
+// What the user got wrong is thrown as ECommand_Error before anything is changed.
+
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "Books.h"
+#include "Console_Prompts.h"
+#include "Kt_lists.h"
+
+namespace Plexidex {
+
+/// One sentence for the user.
+class ECommand_Error : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+struct TConsole {
+  std::ostream& Out;
+  std::ostream& Err;
+  const TConsole_Prompts& Prompts;
+  Kt_data_01::TProgress_Bar* Progress;
+};
+
+/// Options as they were typed; empty ones were not given.
+struct TImport_Command {
+  std::vector<std::string> Files;
+  std::string Book, Until, Country;
+  bool Holidays = false, Verbose = false;
+};
+struct TAgenda_Command {
+  std::string From, To, Days, Book, Format;
+  bool Keys = false;
+};
+struct TExport_Command {
+  std::string File, Book;
+};
+
+int Run_Import(const TConsole& console, const TImport_Command& command);
+int Run_Export(const TConsole& console, const TExport_Command& command);
+int Run_Agenda(const TConsole& console, const TAgenda_Command& command);
+/// `key` may also be the ending of exactly one occurrence's key.
+int Run_Mark(const TConsole& console, const std::string& key, bool done);
+/// Throws ECommand_Error when there is one of this name already; says nothing when the update is refused.
+void Add_Book(const std::string& name);
+int Run_Books(const TConsole& console, bool with_keys);
+int Run_Check(const TConsole& console);
+
+/// The book of this name; throws ECommand_Error, naming the books that there are.
+Kt_data_01::TBook Known_Book(const std::string& name);
+/// A date as the user writes it, in ISO form, or "today", "tomorrow" or "yesterday". Throws ECommand_Error.
+Kt_util_01::TDateTime Day_From_Text(const std::string& option, const std::string& text);
+
+}  // namespace Plexidex

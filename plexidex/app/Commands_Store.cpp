@@ -1,0 +1,180 @@
+// The commands that look at what is stored, or mark it.
+
+#include <algorithm>
+
+#include "Agenda.h"
+#include "Commands_Run.h"
+#include "Console_Text.h"
+#include "Database.h"
+#include "Kt_util_01.h"
+#include "Reminder_Utils.h"
+#include "Store_Check.h"
+
+namespace Plexidex {
+
+using namespace Kt_data_01;
+using namespace Kt_util_01;
+
+namespace {
+
+constexpr std::int64_t Default_Days = 14;
+constexpr std::int64_t Most_Days = 3'652'059;  // of the years 1 to 9999
+constexpr std::size_t Shortest_Ending = 6;
+
+std::int64_t Row_Count(const std::string& table) {
+  TTable cursor(table);
+  return cursor.Record_Count();
+}
+
+// The whole key of the occurrence that the user means.
+std::string Find_Occurrence(const std::string& typed) {
+  TTable occurrences(Events_Data, {"Key"});
+  occurrences.Set_Index("Key");
+  if (occurrences.FindKey({typed})) return typed;
+  if (typed.size() < Shortest_Ending) {
+    throw ECommand_Error("There is no entry \"" + typed + "\"; the ending of a key needs at least " +
+                         std::to_string(Shortest_Ending) + " characters.");
+  }
+  // Keys made at one time begin alike, so it is their ending that tells them apart.
+  const auto query =
+      Shared_Database().Engine().Prepare("SELECT Key FROM KT_Events_Data WHERE substr(Key, ?) = ? LIMIT 2");
+  query->Bind(0, -static_cast<std::int64_t>(typed.size()));
+  query->Bind(1, std::string_view(typed));
+  if (!query->Step()) throw ECommand_Error("There is no entry \"" + typed + "\".");
+  std::string key(query->Text(0));
+  if (query->Step()) throw ECommand_Error("Several entries have a key that ends in \"" + typed + "\".");
+  return key;
+}
+
+}  // namespace
+
+TBook Known_Book(const std::string& name) {
+  TBook book;
+  if (Find_Book(name, book)) return book;
+  std::string known;
+  for (const TBook& other : List_Books()) known += (known.empty() ? "" : ", ") + ('"' + other.Name + '"');
+  throw ECommand_Error("There is no book \"" + name + "\"; " +
+                       (known.empty() ? "there are no books yet." : "the books are " + known + "."));
+}
+
+TDateTime Day_From_Text(const std::string& option, const std::string& text) {
+  const std::string word = UpperCase(text);
+  if (word == "TODAY") return Today();
+  if (word == "TOMORROW") return Today() + 1;
+  if (word == "YESTERDAY") return Today() - 1;
+  TDateTime day = 0;
+  if (Str2Date(text, day)) return day;
+  const std::string iso = FormatDateTime("yyyy-mm-dd", Today()), own = FormatDateTime("ddddd", Today());
+  throw ECommand_Error(option + ": \"" + text + "\" is not a date such as " + iso +
+                       (own == iso ? "" : ", " + own) + " or today.");
+}
+
+int Run_Agenda(const TConsole& console, const TAgenda_Command& command) {
+  const bool as_json = command.Format == "json";
+  if (!as_json && !command.Format.empty() && command.Format != "text") {
+    throw ECommand_Error("--format: \"" + command.Format + "\" is neither text nor json.");
+  }
+  TAgenda_Range range;
+  range.From = command.From.empty() ? Today() : Day_From_Text("--from", command.From);
+  if (command.To.empty()) {
+    std::int64_t days = Default_Days;
+    if (!command.Days.empty() && (!Str2Int(command.Days, days) || days < 1 || days > Most_Days)) {
+      throw ECommand_Error("--days: \"" + command.Days + "\" is not a number of days from 1 to " +
+                           std::to_string(Most_Days) + ".");
+    }
+    range.To = range.From + static_cast<double>(days - 1);
+  } else {
+    range.To = Day_From_Text("--to", command.To);
+    if (range.To < range.From) {
+      throw ECommand_Error("The agenda would end on " + FormatDateTime("ddddd", range.To) +
+                           ", before it begins on " + FormatDateTime("ddddd", range.From) + ".");
+    }
+  }
+  if (command.Book.empty()) {
+    range.Books = List_Books();
+  } else {
+    range.Books = {Known_Book(command.Book)};
+  }
+  const auto entries = Build_Agenda(range);
+  if (as_json) {
+    Write_Agenda_Json(console.Out, entries);
+  } else {
+    Write_Agenda_Text(console.Out, range, entries, command.Keys);
+  }
+  return 0;
+}
+
+int Run_Mark(const TConsole& console, const std::string& typed, bool done) {
+  const std::string key = Find_Occurrence(typed);
+  TTable occurrences(Events_Data), events(Events_Table);
+  for (TTable* table : {&occurrences, &events}) table->Set_Index("Key");
+  const TField actioned = occurrences.Field("Actioned");
+  if (!occurrences.FindKey({key}) || !events.FindKey({occurrences.Text(occurrences.Field("Event"))})) {
+    throw ECommand_Error("The entry \"" + key +
+                         "\" belongs to an event that is not there; see the command check.");
+  }
+  if (!Access_Allowed(occurrences.Text(occurrences.Field("Contact")), Access_Update)) {
+    throw ECommand_Error("You may not change the entries of this book.");
+  }
+  const bool hidden =
+      events.Boolean(events.Field("Private")) && events.Text(events.Field("User")) != User_Key();
+  const std::string title = hidden ? "Private" : std::string(events.Text(events.Field("Title")));
+
+  TList_Item item;
+  item.Data = std::make_unique<TEventKey>();
+  item.Data->Key = TText(key);
+  item.Data->EventType = static_cast<int>(events.Integer(events.Field("EventType")));
+  KTReminds::Set_Event_as_Actioned(item, done, true, KTReminds::Image_Done_Event, KTReminds::Image_Open_Event,
+                                   KTReminds::Image_Done_Task, KTReminds::Image_Open_Task);
+
+  if (console.Prompts.Failed()) return 1;
+  if (!occurrences.FindKey({key}) || occurrences.Boolean(actioned) != done) {
+    throw ECommand_Error("The entry \"" + key + "\" is as it was.");
+  }
+  console.Out << (done ? "Done: " : "Not done: ") << Printable(title) << ", "
+              << FormatDateTime(events.Boolean(events.Field("AllDay")) ? "ddddd" : "ddddd t",
+                                occurrences.DateTime(occurrences.Field("EventDate")))
+              << '\n';
+  return 0;
+}
+
+void Add_Book(const std::string& name) {
+  TBook book;
+  if (Find_Book(name, book)) throw ECommand_Error("There is a book \"" + name + "\" already.");
+  if (!Start_Update()) return;
+  try {
+    Create_Book(name);
+    EndUpdate();
+  } catch (...) {
+    FailUpdate("Commands:Add_Book [KT_Books/KT_Contacts]");
+  }
+}
+
+int Run_Books(const TConsole& console, bool with_keys) {
+  const TSnapshot snapshot;
+  const std::vector<TBook> books = List_Books();
+  if (books.empty()) console.Out << "There are no books yet.\n";
+  int width = 0;
+  for (const TBook& book : books) width = std::max(width, Display_Width(Printable(book.Name)));
+  TTable occurrences(Events_Data, {"Key"});
+  occurrences.Set_Index("BookandDate");
+  for (const TBook& book : books) {
+    occurrences.SetRange({book.Key}, {book.Key});
+    console.Out << Padded(Printable(book.Name), width) << "  ";
+    if (with_keys) console.Out << book.Key << "  ";
+    console.Out << Counted(occurrences.Record_Count(), "entry", "entries") << '\n';
+  }
+  return 0;
+}
+
+int Run_Check(const TConsole& console) {
+  const std::vector<std::string> findings = Check_Store();
+  for (const std::string& finding : findings) console.Out << finding << '\n';
+  if (!findings.empty()) return 1;
+  console.Out << "The database is sound: " << Counted(Row_Count("KT_Events"), "event", "events") << ", "
+              << Counted(Row_Count("KT_Events_Data"), "occurrence", "occurrences") << ", "
+              << Counted(Row_Count("KT_Alarms"), "alarm", "alarms") << ".\n";
+  return 0;
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,105 @@
+// The commands that bring files in and write them.
+
+#include "Calendar_Export.h"
+#include "Calendar_Import.h"
+#include "Commands_Run.h"
+#include "Console_Text.h"
+#include "Holiday_Import.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_data_01;
+
+namespace {
+
+constexpr std::size_t Remarks_Shown = 20;
+
+// Writes remarks, the first ones only unless all are asked for. Those of several lists count together.
+class TRemark_Lines {
+ public:
+  TRemark_Lines(std::ostream& out, bool all) : out(out), all(all) {}
+
+  void Write(std::string_view heading, const std::vector<TImport_Remark>& remarks) {
+    for (const TImport_Remark& remark : remarks) {
+      if (++count > Remarks_Shown && !all) continue;
+      out << "  " << heading << ": " << Printable(remark.What) << ": " << Printable(remark.Why) << '\n';
+    }
+  }
+
+  void End() {
+    if (count > Remarks_Shown && !all)
+      out << "  and " << count - Remarks_Shown << " more; --verbose shows them\n";
+  }
+
+ private:
+  std::ostream& out;
+  const bool all;
+  std::size_t count = 0;
+};
+
+void Report_Calendar(const TConsole& console, const std::string& file, const TImport_Report& report,
+                     bool all) {
+  console.Out << Printable(file) << ": " << Counted(report.Read, "component", "components")
+              << " read; written " << report.Sets << " as recurring sets, " << report.Events
+              << " as single events, " << report.Tasks << " as tasks, "
+              << Counted(report.Occurrences, "entry", "entries") << " in all; " << report.Unchanged
+              << " unchanged, " << report.Replaced << " replaced, " << report.Unused.size() << " not used\n";
+  TRemark_Lines lines(console.Out, all);
+  lines.Write("not used", report.Unused);
+  lines.Write("note", report.Left_Out);
+  lines.End();
+}
+
+void Report_Holidays(const TConsole& console, const std::string& file, const THoliday_Report& report,
+                     bool all) {
+  console.Out << Printable(file) << ": " << Counted(report.Read, "component", "components") << " read; "
+              << Counted(report.Added, "holiday", "holidays") << " added, " << report.Known
+              << " known already, " << report.Unused.size() << " not used\n";
+  TRemark_Lines lines(console.Out, all);
+  lines.Write("not used", report.Unused);
+  lines.End();
+}
+
+}  // namespace
+
+int Run_Import(const TConsole& console, const TImport_Command& command) {
+  TImport_Options options;
+  options.Book = command.Book.empty() ? "" : Known_Book(command.Book).Name;
+  options.Progress = console.Progress;
+  options.Has_Until = !command.Until.empty();
+  if (options.Has_Until) options.Until = Day_From_Text("--until", command.Until);
+
+  int status = 0;
+  for (const std::string& file : command.Files) {
+    try {
+      if (command.Holidays) {
+        Report_Holidays(console, file, Import_Holidays(file, command.Country, options), command.Verbose);
+      } else {
+        Report_Calendar(console, file, Import_Calendar(file, options), command.Verbose);
+      }
+      console.Out.flush();
+    } catch (const std::exception& e) {
+      // One refused file does not keep the others from being imported.
+      if (console.Progress) console.Progress->Set_Max(0);
+      console.Err << Printable(e.what()) << std::endl;
+      status = 1;
+    }
+  }
+  return status;
+}
+
+int Run_Export(const TConsole& console, const TExport_Command& command) {
+  const std::string book = command.Book.empty() ? "" : Known_Book(command.Book).Name;
+  const TExport_Report report = Export_Calendar(command.File, book, console.Progress);
+  console.Out << Printable(command.File) << ": written " << report.Rules << " sets as rules, " << report.Dates
+              << " as lists of dates, " << Counted(report.Events, "single event", "single events") << ", "
+              << Counted(report.Tasks, "task", "tasks") << '\n';
+  if (report.Left_Out == 0) return 0;
+  console.Err << Counted(report.Left_Out, "entry has a date", "entries have dates")
+              << " that a calendar file cannot hold, and so " << (report.Left_Out == 1 ? "was" : "were")
+              << " left out.\n";
+  return 1;
+}
+
+}  // namespace Plexidex
