@@ -57,6 +57,7 @@ class TCommand_Line {
   int Run(const TConsole& console) {
     const bool named = app.count("--database") > 0;
     if (named && database.empty()) throw ECommand_Error("--database names no file.");
+    if (!new_book.empty()) mode = TDatabase::TMode::Create_If_Missing;
     Kt_data_01::Open_Database(named ? database : Default_Database(),
                               named ? mode : TDatabase::TMode::Create_If_Missing);
     return run(console);
