@@ -1,8 +1,11 @@
 # Formatting and static checks. "format" rewrites, "check" only complains.
-file(GLOB_RECURSE KT_SOURCES CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}
-     host/*.h plexidex/*.h plexidex/*.cpp events/*.h events/*.cpp tests/*.h tests/*.cpp benchmarks/*.h benchmarks/*.cpp)
+set(KT_PATTERNS "")
+foreach(folder host plexidex events editors search tests benchmarks)
+  list(APPEND KT_PATTERNS ${folder}/*.h ${folder}/*.cpp)
+endforeach()
+file(GLOB_RECURSE KT_SOURCES CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR} ${KT_PATTERNS})
 set(KT_UNITS ${KT_SOURCES})
-list(FILTER KT_UNITS INCLUDE REGEX "^(plexidex|events)/.*\\.cpp$")
+list(FILTER KT_UNITS INCLUDE REGEX "^(plexidex|events|editors|search)/.*\\.cpp$")
 
 find_program(CLANG_FORMAT clang-format)
 find_program(RUN_CLANG_TIDY run-clang-tidy)
