@@ -1,0 +1,234 @@
+#include "Import_Entry.h"
+
+#include <algorithm>
+
+#include "Import_Series.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_util_01;
+
+namespace {
+
+bool Says_The_Same(const TPlanned_Content& a, const TPlanned_Content& b) {
+  return a.Title == b.Title && a.Location == b.Location && a.Notes == b.Notes && a.Priority == b.Priority &&
+         a.Activity == b.Activity && a.Private == b.Private && a.AllDay == b.AllDay && a.Days == b.Days;
+}
+
+class TEntry_Planner {
+ public:
+  TEntry_Planner(TZones& known_zones, TDateTime endless_until, TPlanned_Entry& planned, TImport_Report& told)
+      : zones(known_zones), until(endless_until), entry(planned), report(told) {}
+
+  void Plan(std::vector<TComponent>& components) {
+    for (TComponent& component : components) {
+      Read_Component(component, zones, report.Left_Out);
+      for (const TDateTime done : component.Done) entry.Done.insert(To_Msecs(done));
+    }
+    for (TComponent& component : components) {
+      if (!component.Has_Recurrence_Id) Prefer_Newer(master, component);
+    }
+    if (master && master->Cancelled) {
+      for (const TComponent& component : components) {
+        if (&component == master) Unused(component, "is cancelled");
+        if (component.Has_Recurrence_Id) Unused(component, "belongs to a cancelled entry");
+      }
+      entry.Withdrawn = true;
+      return;
+    }
+    if (master && !Has_Date(*master)) master = nullptr;
+    if (master) {
+      for (TComponent& component : components) {
+        if (component.Has_Recurrence_Id) {
+          Prefer_Newer(overrides[To_Msecs(Named_Occurrence(*master, component.Recurrence_Id))], component);
+        }
+      }
+      if (Plan_Master()) return;
+    }
+    for (TComponent& component : components) {
+      if (component.Has_Recurrence_Id) Plan_Alone(component);
+    }
+  }
+
+ private:
+  void Unused(const TComponent& component, const std::string& why) {
+    report.Unused.push_back({component.What, why});
+  }
+  void Remark(const std::string& why) { report.Left_Out.push_back({master->What, why}); }
+
+  bool Has_Date(const TComponent& component) {
+    if (component.Is_Task ? component.Has_Due : component.Has_Start) return true;
+    Unused(component, component.Is_Task ? "has no date" : "has no start");
+    return false;
+  }
+
+  // Of several versions the one of the highest sequence counts, and of equal ones the last.
+  void Prefer_Newer(TComponent*& best, TComponent& candidate) {
+    if (best && best->Sequence > candidate.Sequence) {
+      Unused(candidate, "another version of it counts");
+      return;
+    }
+    if (best) Unused(*best, "another version of it counts");
+    best = &candidate;
+  }
+
+  static TPlanned_Event Event_Of(const TComponent& component) {
+    TPlanned_Event event;
+    event.Content = component.Content;
+    event.Is_Task = component.Is_Task;
+    event.Progress = component.Progress;
+    return event;
+  }
+
+  // A task's dates are those of its start, but it is due later.
+  static TDateTime Shown_On(const TComponent& component, TDateTime date) {
+    return component.Is_Task ? static_cast<TDateTime>(Whole_Day(date) + component.Progress.Lead_Days) : date;
+  }
+
+  void Plan_Alone(const TComponent& component) {
+    if (component.Cancelled)
+      return Unused(component, "cancels a date of an entry that the file does not hold");
+    if (!Has_Date(component)) return;
+    if (component.Content.Days > Most_Dates)
+      return Unused(component, "covers more than " + std::to_string(Most_Dates) + " days");
+    TPlanned_Event event = Event_Of(component);
+    event.Dates = {Shown_On(component, component.Start.Local())};
+    entry.Events.push_back(std::move(event));
+  }
+
+  // False when the rule cannot be followed.
+  bool Plan_Master() {
+    std::set<TMoment> asked;
+    for (const TFile_Time& time : master->Excluded)
+      excluded.insert(To_Msecs(Named_Occurrence(*master, time)));
+    asked = excluded;
+    for (const auto& [moment, component] : overrides) asked.insert(moment);
+    try {
+      series = Read_Series(*master, until, asked);
+    } catch (const ERule_Error& e) {
+      Unused(*master, std::string(master->Rules.empty() ? "its time " : "its rule ") + e.what());
+      return false;
+    }
+    if (series.Starts_Only) Remark("its rule gives no date; only its start was written");
+    for (const TMoment moment : excluded) {
+      if (!series.Met.contains(moment))
+        Remark("it excludes " + ISO_DateTime(From_Msecs(moment)) + ", which is none of its dates");
+    }
+    excluded.insert(series.Excluded.begin(), series.Excluded.end());
+    event = Event_Of(*master);
+    for (const auto& [moment, component] : overrides) Apply(*component, moment);
+    if (series.Is_Set) {
+      Plan_Set();
+    } else {
+      Plan_Dates();
+    }
+    if (entry.Events.empty()) {
+      Unused(*master, "all its dates are excluded");
+      entry.Withdrawn = true;
+    }
+    return true;
+  }
+
+  // One date that the file gives otherwise than the rule does.
+  void Apply(const TComponent& component, TMoment moment) {
+    const bool met = series.Met.contains(moment);
+    if (component.And_Future) Remark("a change of a date and all later ones was applied to that date only");
+    if (component.Cancelled) {
+      if (!met) Remark("it cancels " + ISO_DateTime(From_Msecs(moment)) + ", which is none of its dates");
+      excluded.insert(moment);
+      return;
+    }
+    if (!Has_Date(component)) return;
+    const TDateTime date = component.Start.Local();
+    if (!met) {
+      Remark("it changes " + ISO_DateTime(From_Msecs(moment)) +
+             ", which is none of its dates; the change was written as an entry of its own");
+    } else if (series.Is_Set && Says_The_Same(component.Content, master->Content)) {
+      const bool same_alarm = component.Content.Alarm == master->Content.Alarm;
+      if (!series.Is_Extra(moment)) {
+        excluded.erase(moment);
+        if (same_alarm && To_Msecs(date) == moment) return;
+        event.Changes[moment] = {false, date, component.Content.Alarm};
+        return;
+      }
+      if (same_alarm) {
+        excluded.insert(moment);
+        moved_extra.push_back(date);
+        return;
+      }
+    }
+    excluded.insert(moment);
+    TComponent alone = component;
+    alone.Cancelled = false;
+    Plan_Alone(alone);
+  }
+
+  void Plan_Set() {
+    event.Pattern = series.Pattern;
+    event.Dates = series.Dates;
+    std::int64_t left = series.Count;
+    for (const TMoment moment : excluded) {
+      // What a rule of exclusions names need not be a date of this one.
+      if (series.Is_Extra(moment) || event.Changes.contains(moment)) continue;
+      event.Changes[moment] = {true, 0, {}};
+      if (Is_Date_Of_Rule(moment)) --left;
+    }
+    event.Extra = Extra_Left();
+    event.Extra.insert(event.Extra.end(), moved_extra.begin(), moved_extra.end());
+    if (left > 0 || !event.Extra.empty()) entry.Events.push_back(std::move(event));
+  }
+
+  bool Is_Date_Of_Rule(TMoment moment) {
+    if (series.Met.contains(moment)) return true;
+    if (series.Excluded.empty()) return false;
+    if (rule_dates.empty()) {
+      Walk_Pattern(series.Pattern, series.Dates.front(),
+                   [this](TDateTime date) { rule_dates.insert(To_Msecs(date)); });
+    }
+    return rule_dates.contains(moment);
+  }
+
+  void Plan_Dates() {
+    for (const TDateTime date : series.Dates) {
+      if (!excluded.contains(To_Msecs(date))) event.Dates.push_back(Shown_On(*master, date));
+    }
+    for (const TDateTime date : Extra_Left()) event.Dates.push_back(Shown_On(*master, date));
+    if (event.Dates.empty()) return;
+    if (event.Dates.size() > 1 && !event.Is_Task && event.Content.Days == 1) {
+      Remark((master->Rules.empty() ? "its dates follow no rule"
+                                    : "no recurring set has the dates of its rule") +
+             std::string("; its ") + std::to_string(event.Dates.size()) +
+             " dates were written as single events");
+    }
+    entry.Events.push_back(std::move(event));
+  }
+
+  std::vector<TDateTime> Extra_Left() const {
+    std::vector<TDateTime> left;
+    for (const TDateTime date : series.Extra) {
+      if (!excluded.contains(To_Msecs(date))) left.push_back(date);
+    }
+    return left;
+  }
+
+  TZones& zones;
+  const TDateTime until;
+  TPlanned_Entry& entry;
+  TImport_Report& report;
+  TComponent* master = nullptr;
+  std::map<TMoment, TComponent*> overrides;
+  std::set<TMoment> excluded, rule_dates;
+  std::vector<TDateTime> moved_extra;
+  TSeries series;
+  TPlanned_Event event;
+};
+
+}  // namespace
+
+void Plan_Entry(std::vector<TComponent>& components, TZones& zones, TDateTime until, TPlanned_Entry& entry,
+                TImport_Report& report) {
+  TEntry_Planner(zones, until, entry, report).Plan(components);
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,170 @@
+#include "Import_File.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+namespace {
+
+constexpr std::uintmax_t Most_Bytes = 256U << 20;
+constexpr std::string_view Byte_Order_Mark = "\xEF\xBB\xBF";
+
+std::string Read_File(const std::string& file) {
+  const std::string name = '"' + file + '"';
+  std::error_code error;
+  const auto status = std::filesystem::status(file, error);
+  if (!std::filesystem::exists(status)) throw EImport_Error("There is no file " + name + ".");
+  if (std::filesystem::is_directory(status)) throw EImport_Error(name + " is a folder, not a calendar file.");
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream) throw EImport_Error(name + " cannot be read: " + std::strerror(errno) + ".");
+  std::string text;
+  std::vector<char> block(1U << 16);
+  while (stream.read(block.data(), static_cast<std::streamsize>(block.size())), stream.gcount() > 0) {
+    text.append(block.data(), static_cast<std::size_t>(stream.gcount()));
+    if (text.size() > Most_Bytes) {
+      throw EImport_Error(name + " is larger than " + std::to_string(Most_Bytes >> 20) + " MiB.");
+    }
+  }
+  if (stream.bad()) throw EImport_Error(name + " cannot be read to its end.");
+  if (text.starts_with(Byte_Order_Mark)) text.erase(0, Byte_Order_Mark.size());
+  return text;
+}
+
+// The content lines of a calendar text, with their continuations, and the number of the line each begins on.
+class TContent_Lines {
+ public:
+  explicit TContent_Lines(std::string_view of) : text(of) {}
+
+  bool Next(std::string& line, std::size_t& number) {
+    line.clear();
+    if (position >= text.size()) return false;
+    number = next_number;
+    do {
+      const std::size_t end = std::min(text.find('\n', position), text.size());
+      std::string_view part = text.substr(position, end - position);
+      if (part.ends_with('\r')) part.remove_suffix(1);
+      if (!line.empty() || number != next_number) part.remove_prefix(1);
+      // Only the beginning of a line is looked at; a picture attached in one line may be megabytes long.
+      if (line.size() < Looked_At) line += part.substr(0, Looked_At);
+      position = end + 1;
+      ++next_number;
+    } while (position < text.size() && (text[position] == ' ' || text[position] == '\t'));
+    return true;
+  }
+
+ private:
+  static constexpr std::size_t Looked_At = 200;
+
+  std::string_view text;
+  std::size_t position = 0;
+  std::size_t next_number = 1;
+};
+
+std::string Trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t\r");
+  if (first == std::string_view::npos) return {};
+  return std::string(text.substr(first, text.find_last_not_of(" \t\r") - first + 1));
+}
+
+// "BEGIN:" or "END:" and the name of the component, both in capitals; false for any other line.
+bool Read_Frame(const std::string& line, const char* word, std::string& name) {
+  const std::size_t length = std::strlen(word);
+  const std::string upper = Kt_util_01::Simple_UpperCase(std::string_view(line).substr(0, 100));
+  if (!upper.starts_with(word)) return false;
+  name = Trimmed(std::string_view(upper).substr(length));
+  return true;
+}
+
+}  // namespace
+
+void Check_Structure(const std::string& name, const std::string& text) {
+  const auto at = [](std::size_t line) { return "line " + std::to_string(line); };
+  if (Trimmed(text.substr(0, 1U << 16)).empty() && text.find_first_not_of(" \t\r\n") == std::string::npos) {
+    throw EImport_Error(name + " is empty.");
+  }
+  if (const auto zero = text.find('\0'); zero != std::string::npos) {
+    const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(zero), '\n');
+    throw EImport_Error(name + " is no calendar: " + at(static_cast<std::size_t>(line)) +
+                        " holds binary data.");
+  }
+
+  struct TOpen {
+    std::string Name;
+    std::size_t Line;
+  };
+  std::vector<TOpen> open;
+  bool any = false;
+  std::string line, frame;
+  std::size_t number = 0;
+  for (TContent_Lines lines(text); lines.Next(line, number);) {
+    if (Read_Frame(line, "BEGIN:", frame)) {
+      if (open.empty() && frame != "VCALENDAR") {
+        throw EImport_Error(name + " is no calendar: " + at(number) + " begins a " + frame +
+                            " outside of one.");
+      }
+      open.push_back({frame, number});
+      any = true;
+    } else if (Read_Frame(line, "END:", frame)) {
+      if (open.empty())
+        throw EImport_Error(name + " is damaged: " + at(number) + " ends a " + frame + " that never began.");
+      const TOpen& inner = open.back();
+      if (inner.Name != frame) {
+        const bool cut =
+            inner.Name.starts_with(frame) && text.find('\n', text.size() - 1) == std::string::npos;
+        throw EImport_Error(name + (cut ? " is cut short: " : " is damaged: ") + at(number) + " ends a " +
+                            (frame.empty() ? "component without a name" : frame) + " where the " +
+                            inner.Name + " of " + at(inner.Line) + " is open.");
+      }
+      open.pop_back();
+    } else if (open.empty() && !Trimmed(line).empty()) {
+      throw EImport_Error(name + (any ? " is damaged: " : " is no calendar: ") + at(number) +
+                          (any ? " follows the end of the calendar." : " does not begin a calendar."));
+    }
+  }
+  if (!open.empty()) {
+    throw EImport_Error(name + " is cut short: the " + open.back().Name + " of " + at(open.back().Line) +
+                        " has no end.");
+  }
+}
+
+TCalendar_File::TCalendar_File(const std::string& file) {
+  const std::string name = '"' + file + '"';
+  const std::string text = Read_File(file);
+  Check_Structure(name, text);
+  icalerror_set_errors_are_fatal(0);
+  root.reset(icalparser_parse_string(text.c_str()));
+  if (!root) throw EImport_Error(name + " is no calendar: nothing in it could be read.");
+  if (icalcomponent_isa(root.get()) == ICAL_VCALENDAR_COMPONENT) {
+    Add_Calendar(root.get());
+  } else {
+    for (icalcompiter i = icalcomponent_begin_component(root.get(), ICAL_VCALENDAR_COMPONENT);
+         icalcompiter_deref(&i); icalcompiter_next(&i)) {
+      Add_Calendar(icalcompiter_deref(&i));
+    }
+  }
+}
+
+void TCalendar_File::Add_Calendar(icalcomponent* calendar) {
+  for (icalcompiter i = icalcomponent_begin_component(calendar, ICAL_ANY_COMPONENT); icalcompiter_deref(&i);
+       icalcompiter_next(&i)) {
+    icalcomponent* const component = icalcompiter_deref(&i);
+    switch (icalcomponent_isa(component)) {
+      case ICAL_VTIMEZONE_COMPONENT:
+        zones.push_back(component);
+        break;
+      case ICAL_XLICINVALID_COMPONENT:
+        break;
+      default:
+        components.push_back(component);
+    }
+  }
+}
+
+}  // namespace Plexidex

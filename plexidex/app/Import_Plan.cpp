@@ -1,0 +1,81 @@
+#include "Import_Plan.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "Import_Component.h"
+#include "Import_Entry.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+namespace {
+
+struct TGroup {
+  std::string UID;
+  std::vector<TComponent> Components;
+};
+
+bool Is_Entry(icalcomponent* component) {
+  const icalcomponent_kind kind = icalcomponent_isa(component);
+  return kind == ICAL_VEVENT_COMPONENT || kind == ICAL_VTODO_COMPONENT;
+}
+
+// Components by UID, in the order of the file.
+std::vector<TGroup> Group(const TCalendar_File& file, TImport_Report& report) {
+  std::vector<TGroup> groups;
+  std::unordered_map<std::string, std::size_t> places;
+  for (icalcomponent* const component : file.Components()) {
+    ++report.Read;
+    TComponent identified = Identify(component);
+    if (!Is_Entry(component)) {
+      const char* const kind = icalcomponent_kind_to_string(icalcomponent_isa(component));
+      report.Unused.push_back(
+          {identified.What, std::string("is neither an event nor a task, but ") +
+                                (kind && *kind && *kind != 'X' ? kind : "something unknown")});
+      continue;
+    }
+    const auto [place, is_new] = places.try_emplace(identified.UID, groups.size());
+    if (is_new) groups.push_back({identified.UID, {}});
+    groups[place->second].Components.push_back(std::move(identified));
+  }
+  return groups;
+}
+
+std::string Group_Digest(const TGroup& group, const TPlan_Options& options) {
+  std::vector<std::string> texts;
+  for (const TComponent& component : group.Components) texts.push_back(Normalised_Text(component.Ical));
+  std::sort(texts.begin(), texts.end());
+  std::string all =
+      options.Until_Was_Given ? std::to_string(Kt_util_01::Whole_Day(options.Until)) + "\n" : std::string();
+  for (const std::string& text : texts) all += text;
+  return Digest_Of(all);
+}
+
+}  // namespace
+
+std::vector<TPlanned_Entry> Plan_Import(const TCalendar_File& file, const TPlan_Options& options,
+                                        TImport_Report& report) {
+  std::vector<TGroup> groups = Group(file, report);
+  TZones zones(file.Zones());
+  if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(groups.size()));
+  std::vector<TPlanned_Entry> entries;
+  std::int64_t passed = 0;
+  for (TGroup& group : groups) {
+    TPlanned_Entry entry;
+    entry.UID = group.UID;
+    entry.Digest = Group_Digest(group, options);
+    if (options.Is_Unchanged && options.Is_Unchanged(entry.UID, entry.Digest)) {
+      report.Unchanged += static_cast<std::int64_t>(group.Components.size());
+    } else {
+      Plan_Entry(group.Components, zones, options.Until, entry, report);
+      if (!entry.Events.empty() || entry.Withdrawn) entries.push_back(std::move(entry));
+    }
+    // What was read of the components is not needed any more.
+    group.Components = {};
+    if (options.Progress) options.Progress->Set_Position(++passed);
+  }
+  return entries;
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,77 @@
+#pragma once
+
+// Moments of a calendar file and the zones they are given in.
+
+#include <libical/ical.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Kt_dates.h"
+
+namespace Plexidex {
+
+using Kt_util_01::TDateTime;
+
+/// Where a wall clock of the file hangs.
+class TZone {
+ public:
+  /// The user's own: nothing is converted.
+  TZone() = default;
+  static TZone UTC();
+  /// A zone that the system knows by its IANA name.
+  static TZone Named(const std::string& name);
+  /// As a component of the file defines it; the component must outlive the zone.
+  static TZone Defined(icalcomponent* definition);
+
+  /// The user's local time at a wall time of this zone.
+  TDateTime To_Local(TDateTime wall) const;
+
+ private:
+  enum class TKind { Local, UTC, Named, Defined };
+  struct TFree {
+    void operator()(icaltimezone* zone) const { icaltimezone_free(zone, 1); }
+  };
+
+  TKind kind = TKind::Local;
+  std::string name;
+  std::shared_ptr<icaltimezone> defined;
+};
+
+/// A date or moment as a file gives it.
+struct TFile_Time {
+  TDateTime Wall = 0;
+  bool Is_Date = false;
+  TZone Zone;
+
+  TDateTime Local() const { return Is_Date ? Wall : Zone.To_Local(Wall); }
+};
+
+/// The zones that a file's moments can name.
+class TZones {
+ public:
+  explicit TZones(const std::vector<icalcomponent*>& definitions);
+
+  /// The user's own zone, with `known` false, for a name that neither the file nor the system explains.
+  const TZone& Find(const std::string& tzid, bool& known);
+
+ private:
+  struct TKnown {
+    TZone Zone;
+    bool Known;
+  };
+
+  std::map<std::string, icalcomponent*> definitions;
+  std::map<std::string, TKnown> found;
+};
+
+/// False for a date that does not exist, or lies outside the years 1 to 9999.
+bool Read_Wall_Time(const icaltimetype& time, TDateTime& wall);
+icaltimetype Floating_Time(TDateTime wall, bool is_date);
+
+/// Whether a date-time can be formed of this value.
+bool In_Date_Range(TDateTime value);
+
+}  // namespace Plexidex

@@ -1,0 +1,51 @@
+#include "Import_Update.h"
+
+#include <algorithm>
+#include <exception>
+
+#include "Kt_data_01.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_data_01;
+using namespace Kt_util_01;
+
+namespace {
+
+constexpr int Default_Years = 10;
+
+std::string Reason(const std::exception_ptr& failure) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const std::exception& e) {
+    return e.what();
+  } catch (...) {
+    return "an unknown error";
+  }
+}
+
+}  // namespace
+
+TDateTime Import_Until(const TImport_Options& options) {
+  if (options.Has_Until) return options.Until;
+  const TDate_Parts today = Decode_Date(Today());
+  const int year = std::min(today.Year + Default_Years, Max_Year);
+  return static_cast<TDateTime>(
+      Day_From_Date(year, today.Month, std::min(today.Day, Days_In_Month(year, today.Month))));
+}
+
+void Write_Import(const std::string& file, const char* tag, const std::function<void()>& write) {
+  const std::string nothing = "Nothing was imported from \"" + file + "\": ";
+  if (!Start_Update()) throw EImport_Error(nothing + "the database cannot be changed now.");
+  try {
+    write();
+    EndUpdate();
+  } catch (...) {
+    const std::string reason = Reason(std::current_exception());
+    FailUpdate(tag);
+    throw EImport_Error(nothing + reason + ".");
+  }
+}
+
+}  // namespace Plexidex

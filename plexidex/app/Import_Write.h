@@ -1,0 +1,50 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "Books.h"
+#include "Import_Plan.h"
+#include "Kt_data_01.h"
+
+namespace Plexidex {
+
+/// Writes planned entries into a book, inside the caller's bracket, and counts them in the report. An entry
+/// whose UID an earlier import brought takes the place of that, as does one whose UID is the key of an event
+/// of the book: so an exported book can come back. Dates that were marked done stay so where their moment is
+/// the same.
+class TEntry_Writer {
+ public:
+  /// Book and report must outlive the writer.
+  TEntry_Writer(const Kt_data_01::TBook& book, TImport_Report& report);
+
+  /// Throws EData_Error, or EAlready_Reported when a part of the writing has reported its failure.
+  void Write(TPlanned_Entry& entry);
+
+ private:
+  struct TReplaced {
+    std::map<std::int64_t, std::int64_t> Done;  // by moment, with the day a task was completed on
+    bool Any = false;
+  };
+
+  TReplaced Remove_Old(const std::string& uid);
+  void Remove_Event(const std::string& event, TReplaced& replaced);
+  bool Is_Event_Of_Book(const std::string& event);
+  void Write_Single(const TPlanned_Entry& entry, const TPlanned_Event& event, TDateTime date,
+                    const TReplaced& replaced);
+  void Write_Set(const TPlanned_Entry& entry, const TPlanned_Event& event);
+  void Write_Progress(const TPlanned_Event& event, const std::string& key, TDateTime due,
+                      const TReplaced& replaced);
+  void Apply_Changes(const TPlanned_Entry& entry, const TPlanned_Event& event, const std::string& key);
+  void Set_Alarm(const std::string& occurrence, const TPlanned_Alarm& alarm, bool actioned);
+  std::string Create(const TPlanned_Event& event, TDateTime date,
+                     const KTReminds::TRecurrence_Pattern& pattern, bool alarm, std::string& key);
+  void Remember(const TPlanned_Entry& entry, const std::string& event);
+
+  const Kt_data_01::TBook& book;
+  TImport_Report& report;
+  Kt_data_01::TTable events, occurrences, alarms, imports, import_events;
+};
+
+}  // namespace Plexidex
