@@ -247,8 +247,20 @@ inline constexpr int Access_See = 4;
 /// calendar record, whose rights fall back to its folder and then to its book. The rights are separate, none
 /// implies another. An unknown owner and an unknown level give false in a database with users.
 bool Access_Allowed(std::string_view owner, int level, std::string_view user = {});
+struct TUser {
+  std::string Key, Name;
+};
+/// All users, by name; in a database without users its owner alone.
+std::vector<TUser> Get_User_List();
 /// "" for an unknown key.
 std::string Get_UserName(std::string_view user);
+
+/// Remembers the event that a new entry's editor stands on while it is open, for the current user, so that it
+/// can be removed should the program die; inside a bracket only.
+void Note_Open_Editor(std::string_view event);
+void Forget_Open_Editor(std::string_view event);
+/// What the current user's editors have noted and not forgotten.
+std::vector<std::string> Noted_Editors();
 
 /// Writes a journal entry; inside a bracket only. `minutes` is the time spent.
 void LogJournal(int type, std::string_view occurrence, std::string_view contact, std::string_view title,

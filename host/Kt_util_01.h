@@ -187,6 +187,11 @@ class TSounds {
 void Install_Sounds(TSounds* sounds);
 void Sound(int number);
 
+/// The system's folder of .wav files, from which alarms choose their sound when they have none yet. "" until
+/// a host names one.
+const std::string& Sound_Folder();
+void Install_Sound_Folder(const std::string& folder);
+
 class TSettings_Store {
  public:
   virtual ~TSettings_Store() = default;

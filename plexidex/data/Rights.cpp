@@ -114,4 +114,16 @@ std::string Get_UserName(std::string_view user) {
   return Cache().Name_Of(user);
 }
 
+std::vector<TUser> Get_User_List() {
+  std::vector<TUser> users;
+  TTable table("KT_Users");
+  table.Set_Index("Name");
+  const TField key = table.Field("Key"), name = table.Field("Name");
+  for (table.First(); !table.Eof(); table.Next()) {
+    users.push_back({std::string(table.Text(key)), std::string(table.Text(name))});
+  }
+  if (users.empty()) users.push_back({Kt_util_01::User_Key(), "Owner"});
+  return users;
+}
+
 }  // namespace Kt_data_01

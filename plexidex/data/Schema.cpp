@@ -177,7 +177,7 @@ std::vector<TTable_Def> Make_Schema() {
       {"KT_Alerts",
        {{"User", Text}, {"Occurrence", Text}, {"Dismissed", Boolean}, {"CheckedUntil", DateTime}},
        {{"UserandOccurrence", {"User", "Occurrence"}, true}}},
-      {"KT_Open_Editors", {{"User", Text}, {"Event", Text}}, {{"User", {"User", "Event"}, true}}},
+      {"KT_Open_Editors", {{"User", Text}, {"Event", Text}}, {{"UserandEvent", {"User", "Event"}, true}}},
   };
 }
 

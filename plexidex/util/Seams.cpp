@@ -58,6 +58,7 @@ struct TSeams {
   TSettings_Store* Settings = &Default_Settings;
   bool (*Bracket_Is_Open)() = nullptr;
   std::string User;
+  std::string Sound_Folder;
 };
 
 TSeams& Seams() {
@@ -111,6 +112,14 @@ void Install_Sounds(TSounds* sounds) {
 
 void Sound(int number) {
   Seams().Sounds->Play(number);
+}
+
+const std::string& Sound_Folder() {
+  return Seams().Sound_Folder;
+}
+
+void Install_Sound_Folder(const std::string& folder) {
+  Seams().Sound_Folder = folder;
 }
 
 void Install_Settings(TSettings_Store* store) {

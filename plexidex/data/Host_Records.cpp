@@ -1,5 +1,6 @@
 #include "Database.h"
 #include "Kt_data_01.h"
+#include "Kt_util_01.h"
 
 namespace Kt_data_01 {
 
@@ -15,6 +16,29 @@ void RemoveLog(std::string_view occurrence) {
   TTable log(Log_Table);
   log.Set_Index("Occurrence");
   while (log.FindKey({occurrence})) log.Delete();
+}
+
+void Note_Open_Editor(std::string_view event) {
+  TTable editors("KT_Open_Editors");
+  editors.Insert();
+  editors.SetFields({Kt_util_01::User_Key(), event});
+  PostUpdate(editors);
+}
+
+void Forget_Open_Editor(std::string_view event) {
+  TTable editors("KT_Open_Editors");
+  editors.Set_Index("UserandEvent");
+  if (editors.FindKey({Kt_util_01::User_Key(), event})) editors.Delete();
+}
+
+std::vector<std::string> Noted_Editors() {
+  std::vector<std::string> events;
+  TTable editors("KT_Open_Editors");
+  editors.Set_Index("UserandEvent");
+  editors.SetRange({Kt_util_01::User_Key()}, {Kt_util_01::User_Key()});
+  const TField event = editors.Field("Event");
+  for (editors.First(); !editors.Eof(); editors.Next()) events.emplace_back(editors.Text(event));
+  return events;
 }
 
 void Build_Holidays_Data(TEventKey_List& list, TDateTime from, TDateTime to) {

@@ -1,0 +1,173 @@
+#include "Alarm_Rules.h"
+
+#include <filesystem>
+#include <limits>
+
+#include "Kt_util_01.h"
+
+namespace KTReminds {
+
+using namespace Kt_util_01;
+
+namespace {
+
+constexpr int Minutes_Per_Hour = 60;
+constexpr int Minutes_Per_Day = 1440;
+
+std::string Unit_Text(std::int64_t count, const std::string& unit) {
+  return std::to_string(count) + " " + unit + (count == 1 ? "" : "s") + " before";
+}
+
+bool Is_File(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(path, ignored);
+}
+
+bool Is_Sound(const std::filesystem::path& path) {
+  return UpperCase(path.extension().string()) == ".WAV";
+}
+
+std::string With_Separator(std::string folder) {
+  const char separator = static_cast<char>(std::filesystem::path::preferred_separator);
+  if (folder.empty() || folder.back() != separator) folder += separator;
+  return folder;
+}
+
+}  // namespace
+
+const std::vector<std::string>& Alarm_Offset_Items() {
+  static const std::vector<std::string> items = [] {
+    std::vector<std::string> made;
+    for (const int minutes : {0, 5, 10, 15, 30, 45}) made.push_back(Convert_Offset_to_ItemText(minutes));
+    for (int hours = 1; hours <= 12; ++hours)
+      made.push_back(Convert_Offset_to_ItemText(hours * Minutes_Per_Hour));
+    for (int days = 1; days <= 3; ++days) made.push_back(Convert_Offset_to_ItemText(days * Minutes_Per_Day));
+    return made;
+  }();
+  return items;
+}
+
+std::string Convert_Offset_to_ItemText(int Minutes) {
+  if (Minutes < Minutes_Per_Hour) return Unit_Text(Minutes, "minute");
+  if (Minutes >= Minutes_Per_Day) return Unit_Text(Minutes / Minutes_Per_Day, "day");
+  const std::string hours = Unit_Text(Minutes / Minutes_Per_Hour, "hour");
+  const int rest = Minutes % Minutes_Per_Hour;
+  return rest == 0 ? hours : hours + " " + Unit_Text(rest, "minute");
+}
+
+int Convert_Alarm_ItemText(std::string& Text) {
+  const std::size_t blank = Text.find(' ');
+  std::int64_t number = 0;
+  if (!Str2Int(Text.substr(0, blank), number)) return -1;
+
+  std::int64_t factor = 1;
+  std::string unit = "minute";
+  bool known = true;
+  if (blank != std::string::npos) {
+    const char letter = blank + 1 < Text.size() ? Text[blank + 1] : '\0';
+    switch (letter) {
+      case 'D':
+      case 'd':
+        factor = Minutes_Per_Day;
+        unit = "day";
+        break;
+      case 'H':
+      case 'h':
+        factor = Minutes_Per_Hour;
+        unit = "hour";
+        break;
+      case 'M':
+      case 'm':
+        break;
+      default:
+        known = false;
+        unit.clear();
+    }
+  }
+  constexpr std::int64_t most = std::numeric_limits<int>::max();
+  if (number > most / factor || number < -most / factor) return -1;
+  if (number >= 0) Text = Unit_Text(number, unit);
+  return known ? static_cast<int>(number * factor) : -1;
+}
+
+std::string Get_Alarm_TimeStr(TDateTime EventDate, TDateTime NextTime, int Offset) {
+  if (NextTime == 0)
+    return FormatDateTime("\"at\" t \"on\" dddd, dd mmmm yyyy", SubtractMins(EventDate, Offset));
+  return FormatDateTime("\"until\" t \"on\" dddd, dd mmmm yyyy", NextTime);
+}
+
+TRefusal Validate_Alarm_Offset(std::string& text, int& offset) {
+  const int minutes = Convert_Alarm_ItemText(text);
+  if (minutes >= 0) {
+    offset = minutes;
+    return {};
+  }
+  return {"Invalid Reminder Specified",
+          "The offset for the Reminder is invalid.\r\n\r\n"
+          "Please specify an offset in one of the following formats: - \r\n\r\n"
+          "     ? minutes ( or ? )\r     ? hours ( or ? h)\r     ? days ( or ? d )",
+          {}};
+}
+
+TRefusal Validate_Alarm_Moment(TDateTime due, TDateTime day, const std::string& time_text, int& offset,
+                               const std::string& time_control, const std::string& date_control) {
+  TDateTime time = 0;
+  if (!Str2Time(time_text, time)) {
+    return {"Invalid Time",
+            "The Time entered is invalid. Please specify a valid time in the format " +
+                Format_Settings().ShortTimeFormat,
+            time_control};
+  }
+  const auto due_day = static_cast<TDateTime>(Whole_Day(due)),
+             alarm_day = static_cast<TDateTime>(Whole_Day(day));
+  if (alarm_day > due_day) {
+    return {
+        "Validation Failed",
+        "The Reminder Date cannot be later that the Date the Task is Due. Please respecify before continuing",
+        date_control};
+  }
+  offset = static_cast<int>(Get_Alarm_Offset(due_day, alarm_day + time));
+  return {};
+}
+
+std::string TSound_List::Stored_Value() const {
+  const std::string& item = Items[static_cast<std::size_t>(Selected)];
+  if (Selected < 2) return item;
+  const std::string file = Folder + item;
+  return Is_File(file) ? file : std::string();
+}
+
+std::string TSound_List::Default_Value() const {
+  return Selected < 2 ? Standard_Beep_Text : Folder + Items[static_cast<std::size_t>(Selected)];
+}
+
+TSound_List Build_WAV_List(const std::string& current) {
+  TSound_List list;
+  const bool is_file = !current.empty() && Is_File(current);
+  list.Folder =
+      With_Separator(is_file ? std::filesystem::path(current).parent_path().string() : Sound_Folder());
+  list.Items = {Default_Sound_Text, Standard_Beep_Text};
+  std::error_code failed;
+  for (std::filesystem::directory_iterator file(list.Folder, failed), end; !failed && file != end;
+       file.increment(failed)) {
+    if (Is_Sound(file->path())) list.Items.push_back(file->path().filename().string());
+  }
+  if (!is_file) {
+    list.Selected = current == Standard_Beep_Text ? 1 : 0;
+    return list;
+  }
+  const std::string name = std::filesystem::path(current).filename().string();
+  for (std::size_t i = 2; i < list.Items.size(); ++i) {
+    if (list.Items[i] == name) list.Selected = static_cast<int>(i);
+  }
+  return list;
+}
+
+std::string Read_Default_Sound() {
+  return Read_String("Sounds", "Default", Standard_Beep_Text);
+}
+void Write_Default_Sound(const std::string& value) {
+  Write_String("Sounds", "Default", value);
+}
+
+}  // namespace KTReminds

@@ -1,0 +1,129 @@
+#pragma once
+
+// What the editors of events and tasks have in common: which rows they stand on, what they show, what they
+// refuse, and how they save. No window.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Alarm_Rules.h"
+#include "Kt_data_01.h"
+#include "Recurrence.h"
+
+namespace KTReminds {
+
+enum class TEntry_Mode { New, Plain, Whole_Set, Single_Occurrence };
+
+/// The texts in which events and tasks differ.
+struct TEntry_Words {
+  std::string_view Unit, Update_Unit;  // in the tags of reports
+  std::string_view Subject_Missing;
+  std::string_view Noun;  // in the refusal of another owner
+};
+
+/// An editor's record: loaded from stored rows, changed by a form, validated and written back. A new entry
+/// stands on a temporary event without a title, which is removed again unless the record is saved.
+class TEntry_Rules {
+ public:
+  virtual ~TEntry_Rules();
+  TEntry_Rules(const TEntry_Rules&) = delete;
+  TEntry_Rules& operator=(const TEntry_Rules&) = delete;
+
+  /// Finds the rows of an occurrence, or makes those of a new entry when `event_key` is empty. An empty
+  /// `host_key` stands for the book's calendar record. `no_contact` hides the contact and makes the record
+  /// read-only. False when the rows are not there or cannot be made; a failure is reported.
+  bool Open(const std::string& event_key, const std::string& host_key, const std::string& book_key,
+            const std::string& subject, bool no_contact);
+
+  TEntry_Mode Mode() const { return mode; }
+  bool Is_New() const { return mode == TEntry_Mode::New; }
+  bool Read_Only() const { return read_only; }
+  bool No_Contact() const { return no_contact; }
+  /// Whether only the owner may change privacy; never for one occurrence of a set.
+  bool May_Change_Privacy() const;
+  const std::string& Host_Key() const { return host_key; }
+  const std::string& Contact_Name() const { return contact_name; }
+  /// Keys and names of those who may be the owner.
+  const std::vector<Kt_data_01::TUser>& Users() const { return users; }
+
+  // What the form shows and changes.
+  std::string Subject, Location, Notes;
+  TDateTime Day = 0;  // of the event, or on which the task is due
+  int Priority = 5;   // 1..9
+  TAlarm Alarm;
+  bool Private = false;
+  std::string Owner;     // user key; "" when none is chosen
+  bool Journal = false;  // when completed, record it
+  int Activity = 18;     // as what
+
+  /// Whether the user may create this new entry; always for a stored one.
+  TRefusal Check_Right() const;
+  /// The first input that cannot be saved, or an empty refusal. Takes typed texts over where they are valid.
+  virtual TRefusal Validate() = 0;
+  /// Writes everything in one update. False when it was refused or failed, which is reported; nothing is
+  /// changed then.
+  bool Process_Update();
+  /// Removes the temporary event of a new entry that was not saved. Does nothing otherwise.
+  void Discard();
+
+ protected:
+  explicit TEntry_Rules(const TEntry_Words& entry_words);
+
+  struct TRows;
+
+  virtual void Prepare_New(TDateTime now) = 0;
+  virtual TDateTime New_Date() const = 0;
+  virtual int Event_Type() const = 0;
+  virtual bool All_Day() const = 0;
+  /// The occurrence's date as saved.
+  virtual TDateTime Entry_Date() const = 0;
+  virtual void Load(const TRows& rows) = 0;
+  /// Whether later dates are made anew.
+  virtual bool Rewrites() const { return false; }
+  virtual bool Keeps_Date() const { return false; }
+  virtual bool Is_Done() const { return false; }
+  virtual void Write_Definition(TRows& rows) = 0;
+  virtual void Write_Later_Dates(const std::string& /*event*/) {}
+  /// Runs last inside the update.
+  virtual void Finish_Update(TRows& /*rows*/) {}
+
+  TRefusal Validate_Subject() const;
+  TRefusal Validate_Access() const;
+
+  TEntry_Mode mode = TEntry_Mode::New;
+  std::string occurrence_key, event_key, host_key, calendar_key, book_key, contact_name;
+  bool alarm_was_on = false;
+  TAlarm stored_alarm;
+
+ private:
+  bool Create_Temporary();
+  bool Find_Rows();
+  void Load_Common(TRows& rows);
+  void Write_Occurrence(TRows& rows);
+  void Write_Alarm(TRows& rows);
+  void Write_Common(TRows& rows);
+  void Update_Alarm_Users();
+  bool Clear_Out(bool whole);
+  std::string Tag(std::string_view unit, std::string_view rest) const;
+
+  const TEntry_Words words;
+  bool read_only = false, no_contact = false, saved = false;
+  std::string stored_owner;
+  std::vector<Kt_data_01::TUser> users;
+};
+
+/// Cursors on the rows of one entry.
+struct TEntry_Rules::TRows {
+  TRows();
+  /// Positions all three; false without the occurrence or its set.
+  bool Find(std::string_view occurrence);
+  Kt_data_01::TTable Occurrence, Event, Alarm;
+  bool Has_Alarm = false;
+};
+
+/// Removes the temporary events of the current user's editors that died with their program. To be called at
+/// its start; a failure is reported.
+void Remove_Abandoned_Entries();
+
+}  // namespace KTReminds

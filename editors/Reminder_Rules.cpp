@@ -1,0 +1,175 @@
+#include "Reminder_Rules.h"
+
+#include "Event_Creation.h"
+#include "Kt_util_01.h"
+
+namespace KTReminds {
+
+using namespace Kt_data_01;
+using namespace Kt_util_01;
+
+namespace {
+
+constexpr TEntry_Words Words = {"fm_Reminder", "fm_Reminders", "A subject for this event is required.",
+                                "Event"};
+constexpr auto Proposed_Offset = 15;
+
+TRecurrence_Pattern Read_Pattern(const TTable& event) {
+  TRecurrence_Pattern pattern;
+  const auto number = [&event](std::string_view column) {
+    return static_cast<int>(event.Integer(event.Field(column)));
+  };
+  pattern.Freq = number("Freq");
+  pattern.Period = number("Period");
+  pattern.PeriodDefault = event.Boolean(event.Field("PeriodDefault"));
+  for (int i = 0; i < 10; ++i) pattern.Set_Flag(i, event.Boolean(event.Field("P" + std::to_string(i + 1))));
+  pattern.Instance = number("Instance");
+  pattern.Month = number("Month");
+  pattern.LastDate = event.DateTime(event.Field("LastDate"));
+  return pattern;
+}
+
+bool Same_Dates(const TRecurrence_Pattern& a, const TRecurrence_Pattern& b) {
+  return a.Freq == b.Freq && a.Period == b.Period && a.PeriodDefault == b.PeriodDefault && a.P == b.P &&
+         a.Instance == b.Instance && a.Month == b.Month && Whole_Day(a.LastDate) == Whole_Day(b.LastDate);
+}
+
+}  // namespace
+
+TReminder_Rules::TReminder_Rules() : TEntry_Rules(Words) {}
+
+void TReminder_Rules::Show_Moment(TDateTime moment) {
+  event_date = moment;
+  Day = static_cast<TDateTime>(Whole_Day(moment));
+  Time_Text = FormatDateTime("t", moment);
+}
+
+void TReminder_Rules::Prepare_New(TDateTime now) {
+  // The shown day at the next full hour, on that day still.
+  const int hour = (Decode_Time(now).Hour + 1) % 24;
+  Show_Moment(From_Msecs(Whole_Day(CurrentDate) * Msecs_Per_Day + hour * 3'600'000LL));
+  Pages = Propose_Pages(event_date);
+  Alarm_Text = Convert_Offset_to_ItemText(Proposed_Offset);
+}
+
+void TReminder_Rules::Load(const TRows& rows) {
+  event_type = static_cast<int>(rows.Event.Integer(rows.Event.Field("EventType")));
+  No_Time = rows.Event.Boolean(rows.Event.Field("AllDay"));
+  stored_first_date = rows.Event.DateTime(rows.Event.Field("FirstDate"));
+  stored_pattern = pattern = Read_Pattern(rows.Event);
+  Show_Moment(rows.Occurrence.DateTime(rows.Occurrence.Field("EventDate")));
+  Alarm_Text = Convert_Offset_to_ItemText(Alarm.On ? Alarm.Offset : Proposed_Offset);
+  Pages = Propose_Pages(event_date);
+}
+
+void TReminder_Rules::Open_Whole_Set() {
+  mode = TEntry_Mode::Whole_Set;
+  Show_Moment(stored_first_date);
+  Pages = Pages_From_Pattern(stored_pattern, stored_first_date);
+}
+
+void TReminder_Rules::Set_Recurring(bool recurring) {
+  if (Is_New()) recurring_new = recurring;
+}
+
+void TReminder_Rules::Day_Changed() {
+  Follow_Date(Pages, Day);
+}
+
+TRefusal TReminder_Rules::Validate_Date() {
+  const auto day = static_cast<TDateTime>(Whole_Day(Day));
+  TDateTime time = 0;
+  if (!No_Time && !Str2Time(Time_Text, time)) {
+    return {"Invalid Date",
+            "The Time entered is invalid. Please specify a valid time in the format " +
+                Format_Settings().ShortTimeFormat,
+            "SetTimeBox"};
+  }
+  event_date = No_Time ? day : From_Msecs(To_Msecs(day) + Msec_Of_Day(time));
+  return {};
+}
+
+TRefusal TReminder_Rules::Validate_Alarm_Input() {
+  if (!Alarm.On) {
+    Alarm.Offset = Proposed_Offset;
+    Alarm.WAVFile.clear();
+    return {};
+  }
+  TRefusal refusal = Validate_Alarm_Offset(Alarm_Text, Alarm.Offset);
+  refusal.Control = "AlarmBox";
+  return refusal.Empty() ? TRefusal() : refusal;
+}
+
+TRefusal TReminder_Rules::Validate() {
+  TRefusal refusal = Validate_Subject();
+  if (refusal.Empty()) refusal = Validate_Date();
+  if (refusal.Empty()) refusal = Validate_Alarm_Input();
+  if (refusal.Empty()) refusal = Validate_Access();
+  if (refusal.Empty() && Is_Recurring()) refusal = Pattern_From_Pages(Pages, stored_pattern, pattern);
+  return refusal;
+}
+
+bool TReminder_Rules::Check_If_Recurrence_Changed() {
+  recurrence_changed =
+      mode == TEntry_Mode::Whole_Set &&
+      (To_Msecs(event_date) != To_Msecs(stored_first_date) || !Same_Dates(pattern, stored_pattern) ||
+       Alarm.On != stored_alarm.On ||
+       (Alarm.On && (Alarm.Offset != stored_alarm.Offset || Alarm.WAVFile != stored_alarm.WAVFile)));
+  return recurrence_changed;
+}
+
+bool TReminder_Rules::Rewrites() const {
+  return recurrence_changed || recurring_new;
+}
+
+bool TReminder_Rules::Keeps_Date() const {
+  return mode == TEntry_Mode::Whole_Set && !recurrence_changed;
+}
+
+std::int64_t TReminder_Rules::Occurrences_To_Write(std::int64_t limit) const {
+  if (!Rewrites()) return 0;
+  std::int64_t count = 1;
+  TDateTime date = event_date;
+  while (count <= limit) {
+    const TDateTime next = Next_Occurrence(pattern, date);
+    if (next == 0 || next <= date) break;
+    date = next;
+    if (date > 0) ++count;
+  }
+  return count;
+}
+
+void TReminder_Rules::Write_Definition(TRows& rows) {
+  // The pattern of a set stays as it is while one of its occurrences is edited.
+  if (mode == TEntry_Mode::Single_Occurrence) return;
+  TTable& event = rows.Event;
+  const auto set = [&event](std::string_view column, const TValue& value) {
+    event.Set(event.Field(column), value);
+  };
+  TRecurrence_Pattern written = pattern;
+  if (!Is_Recurring()) {
+    written = {};
+    written.LastDate = event_date;
+  }
+  set("FirstDate", event_date);
+  set("LastDate", written.LastDate);
+  set("Freq", written.Freq);
+  set("Period", written.Period);
+  set("PeriodDefault", written.PeriodDefault);
+  for (int i = 0; i < 10; ++i) set("P" + std::to_string(i + 1), written.Flag(i));
+  set("Month", written.Month);
+  set("Instance", written.Instance);
+}
+
+void TReminder_Rules::Write_Later_Dates(const std::string& event) {
+  TOccurrence_Writer writer({event, host_key, book_key, Owner, Alarm.WAVFile, Alarm.On, Alarm.Offset});
+  TDateTime date = event_date;
+  while (true) {
+    const TDateTime next = Next_Occurrence(pattern, date);
+    if (next == 0 || next <= date) return;
+    date = next;
+    if (date > 0) writer.Write(date, false);
+  }
+}
+
+}  // namespace KTReminds

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Entry_Rules.h"
+#include "Recurrence_Pages.h"
+
+namespace KTReminds {
+
+/// The record of an event or of a recurring set.
+class TReminder_Rules : public TEntry_Rules {
+ public:
+  TReminder_Rules();
+
+  /// Of a stored entry: whether it belongs to a set, so that the user must choose what to open.
+  bool Belongs_To_Set() const {
+    return mode == TEntry_Mode::Single_Occurrence || mode == TEntry_Mode::Whole_Set;
+  }
+  /// Turns the record to the whole set, from its first date on, whichever occurrence was opened.
+  void Open_Whole_Set();
+  /// Turns a new event into a set, or back.
+  void Set_Recurring(bool recurring);
+  bool Is_Recurring() const { return mode == TEntry_Mode::Whole_Set || recurring_new; }
+
+  std::string Time_Text;  // as typed
+  bool No_Time = false;
+  TRecurrence_Pages Pages;
+
+  /// The date changed: takes the proposals that follow it along.
+  void Day_Changed();
+
+  TRefusal Validate() override;
+  /// Whether what was validated would make the stored set's dates or alarms anew. Always false but for a
+  /// whole stored set.
+  bool Check_If_Recurrence_Changed();
+  /// How many occurrences saving would write, counted no further than one above `limit`; 0 when it would
+  /// rewrite none.
+  std::int64_t Occurrences_To_Write(std::int64_t limit) const;
+
+ private:
+  void Prepare_New(TDateTime now) override;
+  TDateTime New_Date() const override { return event_date; }
+  int Event_Type() const override { return event_type; }
+  bool All_Day() const override { return No_Time; }
+  TDateTime Entry_Date() const override { return event_date; }
+  void Load(const TRows& rows) override;
+  bool Rewrites() const override;
+  bool Keeps_Date() const override;
+  void Write_Definition(TRows& rows) override;
+  void Write_Later_Dates(const std::string& event) override;
+  void Show_Moment(TDateTime moment);
+  TRefusal Validate_Date();
+  TRefusal Validate_Alarm_Input();
+
+  int event_type = 0;
+  bool recurring_new = false, recurrence_changed = false;
+  TDateTime event_date = 0;
+  TDateTime stored_first_date = 0;
+  TRecurrence_Pattern stored_pattern, pattern;
+
+ public:
+  std::string Alarm_Text;  // of the offset, as typed
+};
+
+}  // namespace KTReminds

@@ -1,0 +1,191 @@
+#include "Task_Rules.h"
+
+#include <cmath>
+#include <cstdio>
+
+#include "Kt_util_01.h"
+#include "Reminder_Utils.h"
+
+namespace KTReminds {
+
+using namespace Kt_data_01;
+using namespace Kt_util_01;
+
+namespace {
+
+constexpr TEntry_Words Words = {"fm_Task", "fm_Task", "A subject for this task is required.", "Task"};
+constexpr int Proposed_Alarm_Offset = 960;  // 08:00 on the day before
+constexpr double Hundredths = 100;
+
+TDateTime Whole(TDateTime date) {
+  return static_cast<TDateTime>(Whole_Day(date));
+}
+
+std::string Number_Text(std::int64_t hundredths) {
+  char text[32];
+  if (hundredths % 100 == 0) {
+    std::snprintf(text, sizeof text, "%lld", static_cast<long long>(hundredths / 100));
+    return text;
+  }
+  std::snprintf(text, sizeof text, "%.2f", static_cast<double>(hundredths) / Hundredths);
+  std::string localised = text;
+  const std::size_t point = localised.find('.');
+  if (point != std::string::npos) localised.replace(point, 1, Format_Settings().DecimalSeparator);
+  return localised;
+}
+
+double Number_Or_0(const std::string& text) {
+  double number = 0;
+  return Str2Float(text, number) ? number : 0;
+}
+
+bool Read_Hundredths(const std::string& text, std::int64_t& hundredths) {
+  constexpr double most = 9e15;
+  double number = 0;
+  if (!Str2Float(text, number) || std::fabs(number) * Hundredths > most) return false;
+  hundredths = std::llround(number * Hundredths);
+  return true;
+}
+
+}  // namespace
+
+TTask_Rules::TTask_Rules() : TEntry_Rules(Words) {}
+
+int TTask_Rules::Event_Type() const {
+  return Event_Type_Task;
+}
+
+void TTask_Rules::Prepare_New(TDateTime /*now*/) {
+  Day = Start_Day = Whole(CurrentDate);
+  Show_Alarm();
+}
+
+void TTask_Rules::Show_Alarm() {
+  const TDateTime moment = SubtractMins(Whole(Day), Alarm.On ? Alarm.Offset : Proposed_Alarm_Offset);
+  Alarm_Day = Whole(moment);
+  Alarm_Time_Text = FormatDateTime("t", moment);
+}
+
+void TTask_Rules::Load(const TRows& rows) {
+  const TTable& event = rows.Event;
+  const auto number = [&event](std::string_view column) { return event.Integer(event.Field(column)); };
+  Day = Whole(rows.Occurrence.DateTime(rows.Occurrence.Field("EventDate")));
+  Start_Day = Whole(event.DateTime(event.Field("FirstDate")));
+  stored_status = Status = static_cast<int>(number("Status"));
+  percentage = number("Percentage");
+  Percentage_Text = std::to_string(percentage);
+  Budget_Text = Number_Text(number("Budget"));
+  Worked_Text = Number_Text(number("Worked"));
+  Started = static_cast<TDateTime>(number("Started"));
+  Completed = static_cast<TDateTime>(number("Completed"));
+  started_visible = Started > 0;
+  completed_visible = Completed > 0;
+  Show_Alarm();
+}
+
+std::string TTask_Rules::Remaining_Text() const {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.2f", Number_Or_0(Budget_Text) - Number_Or_0(Worked_Text));
+  std::string localised = text;
+  const std::size_t point = localised.find('.');
+  if (point != std::string::npos) localised.replace(point, 1, Format_Settings().DecimalSeparator);
+  return localised;
+}
+
+void TTask_Rules::Set_Status() {
+  const TDateTime today = Today();
+  const auto hide_completed = [this] {
+    Completed = 0;
+    completed_visible = false;
+  };
+  switch (Status) {
+    case Task_Not_Started:
+      Percentage_Text = "0";
+      Started = 0;
+      started_visible = false;
+      hide_completed();
+      break;
+    case Task_In_Progress:
+      if (Started == 0) Started = today;
+      started_visible = true;
+      hide_completed();
+      break;
+    case Task_Completed:
+      Percentage_Text = "100";
+      if (Started == 0) Started = today;
+      if (Completed == 0) Completed = today;
+      started_visible = completed_visible = true;
+      break;
+    default:
+      started_visible = Started > 0;
+      hide_completed();
+      break;
+  }
+}
+
+void TTask_Rules::Percentage_Changed() {
+  std::int64_t number = 0;
+  if (!Str2Int(Percentage_Text, number)) return;
+  Status = number == 0 ? Task_Not_Started : number == 100 ? Task_Completed : Task_In_Progress;
+  const std::string typed = Percentage_Text;
+  Set_Status();
+  Percentage_Text = typed;
+}
+
+TRefusal TTask_Rules::Validate_Numbers() {
+  const auto refuse = [](const char* control) {
+    return TRefusal{"Validation Failed",
+                    "The value specified is not a valid number. Please respecify before continuing", control};
+  };
+  if (!Str2Int(Percentage_Text, percentage)) return refuse("PercentBox");
+  if (!Read_Hundredths(Budget_Text, budget)) return refuse("BudgetBox");
+  if (!Read_Hundredths(Worked_Text, worked)) return refuse("WorkedBox");
+  return {};
+}
+
+TRefusal TTask_Rules::Validate() {
+  TRefusal refusal = Validate_Subject();
+  if (!refusal.Empty()) return refusal;
+  if (Whole_Day(Start_Day) > Whole_Day(Day)) {
+    return {"Validation Failed",
+            "The Start Date cannot be later that the Date Due. Please respecify before continuing",
+            "StartDate"};
+  }
+  if (Started > 0 && Completed > 0 && Whole_Day(Started) > Whole_Day(Completed)) {
+    return {"Validation Failed",
+            "The Date the Task Started cannot be later that the Date the Task Completed. Please respecify "
+            "before continuing",
+            "DateStarted"};
+  }
+  if (Alarm.On) {
+    refusal = Validate_Alarm_Moment(Day, Alarm_Day, Alarm_Time_Text, Alarm.Offset, "AlarmTime", "AlarmDate");
+    if (!refusal.Empty()) return refusal;
+  }
+  refusal = Validate_Access();
+  return refusal.Empty() ? Validate_Numbers() : refusal;
+}
+
+void TTask_Rules::Write_Definition(TRows& rows) {
+  TTable& event = rows.Event;
+  const auto set = [&event](std::string_view column, const TValue& value) {
+    event.Set(event.Field(column), value);
+  };
+  set("FirstDate", Whole(Start_Day));
+  set("LastDate", Whole(Day));
+  set("EventType", Event_Type_Task);
+  set("Started", Whole_Day(Started));
+  set("Completed", Whole_Day(Completed));
+  set("Percentage", percentage);
+  set("Status", Status);
+  set("Budget", budget);
+  set("Worked", worked);
+}
+
+void TTask_Rules::Finish_Update(TRows& rows) {
+  if (!Journal || Status != Task_Completed || (!Is_New() && stored_status == Task_Completed)) return;
+  const TDateTime now = Now();
+  LogJournal(Activity, occurrence_key, rows.Occurrence.Text(rows.Occurrence.Field("Contact")), Subject, now,
+             FormatDateTime("\"Task Marked Completed: \"ddddd,t", now), 0, now);
+}
+
+}  // namespace KTReminds

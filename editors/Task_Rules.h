@@ -1,0 +1,56 @@
+#pragma once
+
+#include "Entry_Rules.h"
+
+namespace KTReminds {
+
+/// Stored as the position in the list: never renumber.
+inline constexpr int Task_Not_Started = 0;
+inline constexpr int Task_In_Progress = 1;
+inline constexpr int Task_Completed = 2;
+
+/// The record of a task. `Day` is the day on which it is due.
+class TTask_Rules : public TEntry_Rules {
+ public:
+  TTask_Rules();
+
+  TDateTime Start_Day = 0;
+  int Status = Task_Not_Started;  // 0 "Not Started" .. 5 "Cancelled"
+  std::string Percentage_Text = "0", Budget_Text = "0", Worked_Text = "0";  // as typed
+  TDateTime Started = 0, Completed = 0;                                     // whole days; 0 hides them
+  TDateTime Alarm_Day = 0;
+  std::string Alarm_Time_Text;
+
+  bool Started_Visible() const { return started_visible; }
+  bool Completed_Visible() const { return completed_visible; }
+  /// Budget less what was worked, with two decimals; what is no number counts as 0.
+  std::string Remaining_Text() const;
+  /// Whether the percentage may be changed.
+  bool Percentage_Enabled() const { return Status <= Task_Completed && !Read_Only(); }
+
+  /// Brings percentage and dates in step with the status.
+  void Set_Status();
+  /// Takes the status from a percentage that was typed, when it is a number.
+  void Percentage_Changed();
+
+  TRefusal Validate() override;
+
+ private:
+  void Prepare_New(TDateTime now) override;
+  TDateTime New_Date() const override { return Day; }
+  int Event_Type() const override;
+  bool All_Day() const override { return true; }
+  TDateTime Entry_Date() const override { return Day; }
+  void Load(const TRows& rows) override;
+  bool Is_Done() const override { return Status == Task_Completed; }
+  void Write_Definition(TRows& rows) override;
+  void Finish_Update(TRows& rows) override;
+  void Show_Alarm();
+  TRefusal Validate_Numbers();
+
+  bool started_visible = false, completed_visible = false;
+  int stored_status = Task_Not_Started;
+  std::int64_t percentage = 0, budget = 0, worked = 0;  // the last two in hundredths
+};
+
+}  // namespace KTReminds

@@ -1,0 +1,306 @@
+#include "Reminder_Rules.h"
+
+#include <gtest/gtest.h>
+
+#include "Event_Creation.h"
+#include "Kt_util_01.h"
+#include "Temporary_Database.h"
+#include "Test_Seams.h"
+
+using namespace KTReminds;
+using namespace Kt_data_01;
+
+namespace {
+
+class Reminder_Rules : public testing::Test {
+ protected:
+  Reminder_Rules() { Kt_util_01::CurrentDate = 45306; }
+
+  std::string Make(int days, double first = 45306.5, bool alarm = true) {
+    TNew_Event event;
+    event.Contact = database.Book().Calendar;
+    event.Book = database.Book().Key;
+    event.Title = "Old";
+    event.User = Kt_util_01::User_Key();
+    event.Alarm = alarm;
+    event.Offset = 30;
+    event.FirstDate = first;
+    event.Pattern.Freq = days > 1 ? 1 : 0;
+    event.Pattern.LastDate = first + days - 1;
+    std::string key;
+    Create_Event(event, key);
+    return Query_Text("SELECT Key FROM KT_Events_Data ORDER BY EventDate LIMIT 1 OFFSET " +
+                      std::to_string(days / 2));
+  }
+  bool Open(TReminder_Rules& rules, const std::string& key, const std::string& subject = {}) {
+    return rules.Open(key, {}, database.Book().Key, subject, false);
+  }
+  // Validates, asks whether the dates change, and saves.
+  static std::string Save(TReminder_Rules& rules) {
+    const TRefusal refusal = rules.Validate();
+    if (!refusal.Empty()) return refusal.Caption + "/" + refusal.Control;
+    const bool changed = rules.Check_If_Recurrence_Changed();
+    return !rules.Process_Update() ? "failed" : changed ? "rewritten" : "saved";
+  }
+  static std::string Counts() {
+    return Query_Text(
+        "SELECT (SELECT count(*) FROM KT_Events) || ' ' || (SELECT count(*) FROM KT_Events_Data) || ' ' || "
+        "(SELECT count(*) FROM KT_Alarms) || ' ' || (SELECT count(*) FROM KT_Open_Editors)");
+  }
+  static std::string Dates() {
+    return Query_Text(
+        "SELECT group_concat((EventDate - 45306) || CASE Actioned WHEN 1 THEN '!' ELSE '' END, ' ') FROM "
+        "(SELECT * "
+        "FROM KT_Events_Data ORDER BY EventDate)");
+  }
+
+  Kt_test::TTest_Seams seams;
+  TTemporary_Database database;
+};
+
+TEST_F(Reminder_Rules, A_New_Event_Stands_On_A_Temporary_Row_And_Becomes_A_Real_One) {
+  TReminder_Rules rules;
+  ASSERT_TRUE(Open(rules, "", "Lunch"));
+  EXPECT_EQ(Counts(), "1 1 0 1");
+  EXPECT_TRUE(rules.Is_New() && !rules.Read_Only() && rules.May_Change_Privacy());
+  EXPECT_EQ(rules.Subject, "Lunch");
+  EXPECT_EQ(rules.Day, 45306);
+  EXPECT_EQ(rules.Time_Text, "1:00 PM") << "the next full hour";
+  rules.Location = "Canteen";
+  rules.Notes = "Bring money";
+  rules.Priority = 2;
+  rules.Private = true;
+  rules.Journal = true;
+  rules.Activity = 7;
+  rules.Alarm = {true, 0, "<Standard Beep>", 0};
+  rules.Alarm_Text = "2 h";
+  rules.Time_Text = "2:30 pm";
+  EXPECT_EQ(Save(rules), "saved");
+  EXPECT_EQ(rules.Alarm_Text, "2 hours before");
+  rules.Discard();
+  EXPECT_EQ(Query_Text("SELECT Title || Location || Priority || Private || AllDay || Freq || Type || "
+                       "CAST(Notes AS TEXT) || "
+                       "(FirstDate = LastDate) FROM KT_Events"),
+            "LunchCanteen21007Bring money1");
+  EXPECT_EQ(Query_Text("SELECT Offset || WAVFile || NextTime || Actioned FROM KT_Alarms"),
+            "120<Standard Beep>0.00");
+  EXPECT_EQ(Counts(), "1 1 1 0");
+  EXPECT_EQ(Dates(), "0.604166666664241");
+  TReminder_Rules next;
+  ASSERT_TRUE(Open(next, ""));
+  EXPECT_TRUE(next.Journal && next.Activity == 7) << "the journal options are remembered";
+  next.Discard();
+  EXPECT_EQ(Counts(), "1 1 1 0") << "cancel leaves nothing behind";
+}
+
+TEST_F(Reminder_Rules, Inputs_Are_Refused_In_Their_Order_And_Nothing_Is_Written) {
+  TReminder_Rules rules;
+  ASSERT_TRUE(Open(rules, "", " \t "));
+  rules.Time_Text = "noon";
+  rules.Alarm.On = true;
+  rules.Alarm_Text = "soon";
+  rules.Owner.clear();
+  rules.Set_Recurring(true);
+  rules.Pages.Daily_Number = "x";
+  EXPECT_EQ(Save(rules), "Validation Failed/Edit1");
+  rules.Subject = "Lunch";
+  EXPECT_EQ(Save(rules), "Invalid Date/SetTimeBox");
+  rules.No_Time = true;
+  EXPECT_EQ(Save(rules), "Invalid Reminder Specified/AlarmBox");
+  rules.Alarm_Text = "5";
+  EXPECT_EQ(Save(rules), "User's Name Required/UserBox");
+  rules.Owner = Kt_util_01::User_Key();
+  EXPECT_EQ(Save(rules), "Invalid Period/DailyNumber");
+  rules.Pages.Daily_Number = "1";
+  rules.Pages.Until = 45308;
+  EXPECT_EQ(Save(rules), "saved");
+  EXPECT_EQ(Counts(), "1 3 3 0");
+  EXPECT_EQ(Dates(), "0.0 1.0 2.0") << "no time: the days alone";
+}
+
+TEST_F(Reminder_Rules, One_Occurrence_Changes_Alone_But_For_What_Belongs_To_The_Set) {
+  const std::string key = Make(5);
+  TReminder_Rules rules;
+  ASSERT_TRUE(Open(rules, key));
+  EXPECT_TRUE(rules.Belongs_To_Set() && rules.Mode() == TEntry_Mode::Single_Occurrence &&
+              !rules.May_Change_Privacy());
+  EXPECT_EQ(rules.Day, 45308);
+  rules.Subject = "New";
+  rules.Day = 45320;
+  rules.Alarm.On = false;
+  EXPECT_EQ(Save(rules), "saved");
+  EXPECT_EQ(Dates(), "0.5 1.5 3.5 4.5 14.5");
+  EXPECT_EQ(Counts(), "1 5 4 0");
+  EXPECT_EQ(Query_Text("SELECT Title || Freq || (FirstDate - 45306) || (LastDate - 45306) FROM KT_Events"),
+            "New10.54.5");
+}
+
+TEST_F(Reminder_Rules, A_Whole_Set_Is_Written_Anew_Only_When_Its_Dates_Or_Alarms_Change) {
+  const std::string key = Make(5);
+  const auto open_set = [&](TReminder_Rules& rules) {
+    ASSERT_TRUE(Open(rules, key));
+    rules.Open_Whole_Set();
+    EXPECT_EQ(rules.Day, 45306) << "the first date, whichever was clicked";
+  };
+  const std::string keys = Query_Text("SELECT group_concat(Key) FROM KT_Events_Data");
+  {
+    TReminder_Rules rules;
+    open_set(rules);
+    rules.Subject = "New";
+    EXPECT_EQ(Save(rules), "saved");
+    EXPECT_EQ(Dates(), "0.5 1.5 2.5 3.5 4.5");
+    EXPECT_EQ(Query_Text("SELECT group_concat(Key) FROM KT_Events_Data"), keys);
+  }
+  Run_Sql("UPDATE KT_Events_Data SET Actioned = 1 WHERE EventDate < 45307");
+  {
+    TReminder_Rules rules;
+    open_set(rules);
+    rules.Pages.Daily_Number = "2";
+    EXPECT_EQ(Save(rules), "rewritten");
+    EXPECT_EQ(Dates(), "0.5 2.5 4.5") << "outstanding throughout";
+    EXPECT_EQ(Counts(), "1 3 3 0");
+    EXPECT_EQ(Query_Text("SELECT Key FROM KT_Events_Data ORDER BY EventDate"), key)
+        << "the clicked row is the first date now";
+  }
+  for (const auto change : {+[](TReminder_Rules& rules) { rules.Alarm.On = false; },
+                            +[](TReminder_Rules& rules) { rules.Alarm.On = true, rules.Alarm_Text = "7"; },
+                            +[](TReminder_Rules& rules) { rules.Alarm.WAVFile = "other.wav"; },
+                            +[](TReminder_Rules& rules) { rules.Pages.Until += 1; },
+                            +[](TReminder_Rules& rules) { rules.Time_Text = "1:15 PM"; },
+                            +[](TReminder_Rules& rules) { rules.Pages.Freq = 2; }}) {
+    TReminder_Rules rules;
+    open_set(rules);
+    change(rules);
+    EXPECT_EQ(Save(rules), "rewritten");
+  }
+}
+
+TEST_F(Reminder_Rules, A_New_Set_Of_Each_Frequency_Has_Its_Dates) {
+  const std::pair<int, const char*> cases[] = {
+      {1, "0.0 1.0"}, {2, "0.0 7.0 14.0"}, {3, "0.0 31.0"}, {4, "0.0 366.0"}};
+  for (const auto& [freq, dates] : cases) {
+    TReminder_Rules rules;
+    ASSERT_TRUE(Open(rules, "", "Set"));
+    rules.No_Time = true;
+    rules.Set_Recurring(true);
+    rules.Pages.Freq = freq;
+    rules.Pages.Until = 45306 + (freq == 1 ? 1 : freq == 2 ? 20 : freq == 3 ? 40 : 400);
+    EXPECT_EQ(Save(rules), "saved");
+    EXPECT_EQ(Dates(), dates);
+    EXPECT_EQ(rules.Occurrences_To_Write(10), Query_Number("SELECT count(*) FROM KT_Events_Data"));
+    EXPECT_EQ(rules.Occurrences_To_Write(1), 2) << "counted no further";
+    Run_Sql("DELETE FROM KT_Events_Data; DELETE FROM KT_Events");
+  }
+}
+
+TEST_F(Reminder_Rules, A_Failure_Reports_Once_With_Its_Tag_And_Changes_Nothing) {
+  const std::string key = Make(5);
+  TReminder_Rules rules;
+  ASSERT_TRUE(Open(rules, key));
+  rules.Open_Whole_Set();
+  rules.Pages.Daily_Number = "2";
+  const std::string before = Dates();
+  const auto planted = [](const char* when) {
+    Run_Sql(std::string("DROP TRIGGER IF EXISTS planted; CREATE TRIGGER planted BEFORE ") + when +
+            " BEGIN SELECT RAISE(ABORT, 'planted fault'); END");
+  };
+  const std::string undone = "The change could not be saved and has been undone: ";
+  planted("INSERT ON KT_Events_Data");
+  seams.Prompts.Expect_Error("Update Failed",
+                             undone +
+                                 "write KT_Events_Data: planted fault\n\n"
+                                 "fm_Reminders:Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
+  EXPECT_EQ(Save(rules), "failed");
+  EXPECT_EQ(Dates(), before);
+  planted("DELETE ON KT_Alarms");
+  seams.Prompts.Expect_Error("Update Failed", undone +
+                                                  "delete KT_Alarms: planted fault\n\n"
+                                                  "fm_Reminder:Clear_Out:1 [KT_Events_Data/KT_Alarms]");
+  EXPECT_EQ(Save(rules), "failed");
+  EXPECT_EQ(Dates(), before);
+  Run_Sql("DROP TRIGGER planted");
+  EXPECT_EQ(Save(rules), "rewritten") << "the same record can be saved once the fault is gone";
+}
+
+TEST_F(Reminder_Rules, Rights_Decide_What_May_Be_Opened_Changed_And_Given_Away) {
+  std::string anna, bert;
+  const std::string key = Make(1);
+  In_Update([&] {
+    anna = Create_User("Anna", false);
+    bert = Create_User("Bert", false);
+    Set_Rights(database.Book().Key, anna, {.Update = true, .See = true});
+    Set_Rights(database.Book().Key, bert, {.Create = true, .See = true});
+  });
+  Kt_util_01::Set_User_Key(anna);
+  TReminder_Rules annas;
+  ASSERT_TRUE(Open(annas, "", "x"));
+  EXPECT_EQ(annas.Check_Right().Text,
+            "Request denied as you do not have the required permission for \"Home\"")
+      << "a calendar's event asks for right 1";
+  annas.Owner = bert;
+  EXPECT_EQ(annas.Validate().Caption, "Access Permission Error");
+  annas.Discard();
+  Kt_util_01::Set_User_Key(bert);
+  TReminder_Rules berts, stored;
+  ASSERT_TRUE(Open(berts, "", "x"));
+  EXPECT_TRUE(berts.Check_Right().Empty());
+  berts.Discard();
+  ASSERT_TRUE(Open(stored, key));
+  EXPECT_TRUE(stored.Read_Only()) << "no right to update";
+  EXPECT_EQ(stored.Users().size(), 2u);
+}
+
+TEST_F(Reminder_Rules, Done_And_Private_Entries_Are_Read_Only_And_What_Is_Gone_Does_Not_Open) {
+  const std::string key = Make(1);
+  TReminder_Rules hidden, done, gone;
+  ASSERT_TRUE(hidden.Open(key, {}, database.Book().Key, {}, true));
+  EXPECT_TRUE(hidden.Read_Only() && hidden.No_Contact());
+  Run_Sql("UPDATE KT_Events_Data SET Actioned = 1");
+  ASSERT_TRUE(Open(done, key));
+  EXPECT_TRUE(done.Read_Only());
+  EXPECT_FALSE(Open(gone, "no such occurrence"));
+}
+
+TEST_F(Reminder_Rules, A_New_Owner_Reaches_All_Alarms_Of_The_Set) {
+  const std::string key = Make(40);
+  std::string anna;
+  In_Update([&] {
+    anna = Create_User("Anna", true);
+    Create_User("Me", true);
+  });
+  Kt_util_01::Set_User_Key(anna);
+  TReminder_Rules rules;
+  ASSERT_TRUE(Open(rules, key));
+  rules.Open_Whole_Set();
+  rules.Owner = anna;
+  EXPECT_EQ(Save(rules), "saved");
+  EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Alarms WHERE User = '" + anna + "'"), 40);
+}
+
+TEST_F(Reminder_Rules, A_Refused_Database_Opens_No_New_Entry_And_Saves_Nothing) {
+  const std::string key = Make(1);
+  TSqlite_Options read_only;
+  read_only.Read_Only = true;
+  database.Reopen(read_only);
+  TReminder_Rules fresh, stored;
+  EXPECT_FALSE(Open(fresh, ""));
+  ASSERT_TRUE(Open(stored, key));
+  stored.Subject = "New";
+  EXPECT_EQ(Save(stored), "failed");
+  EXPECT_EQ(seams.Prompts.Notices.size(), 1u) << "the user is told why, once";
+}
+
+TEST_F(Reminder_Rules, What_A_Dead_Editor_Left_Is_Removed_At_The_Next_Start) {
+  const std::string kept = Make(1);
+  {
+    TReminder_Rules rules;
+    ASSERT_TRUE(Open(rules, "", "typed but never saved"));
+  }
+  EXPECT_EQ(Counts(), "2 2 1 1");
+  database.Reopen();
+  Remove_Abandoned_Entries();
+  EXPECT_EQ(Counts(), "1 1 1 0");
+  EXPECT_EQ(Query_Text("SELECT Key FROM KT_Events_Data"), kept);
+}
+
+}  // namespace
