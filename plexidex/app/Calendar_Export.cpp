@@ -1,0 +1,226 @@
+#include "Calendar_Export.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <unordered_set>
+
+#include "Books.h"
+#include "Export_Entry.h"
+#include "Import_Times.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_data_01;
+using namespace Kt_util_01;
+
+namespace {
+
+TTable Cursor(TTable table, std::string_view index) {
+  table.Set_Index(index);
+  return table;
+}
+
+// Reads the entries of a book, each when its first occurrence comes along.
+class TEntry_Reader {
+ public:
+  TEntry_Reader(const TBook& of, TExport_Report& told)
+      : book(of),
+        report(told),
+        events(Cursor(TTable(Events_Table), "Key")),
+        occurrences(Cursor(TTable(Events_Data), "Event")),
+        alarms(Cursor(TTable(Alarms_Table), "Key")),
+        contacts(Cursor(TTable(Contacts_Table, {"Key", "Deleted"}), "Key")),
+        imported(Cursor(TTable("KT_Import_Events"), "Event")),
+        siblings(Cursor(TTable("KT_Import_Events"), "BookandUID")) {
+    Set_Cache(contacts);
+  }
+
+  // False when there is nothing of it that the user may see.
+  bool Read(const std::string& event, TStored_Entry& entry) {
+    if (!events.FindKey({event})) return false;
+    const auto text = [this](std::string_view column) {
+      return std::string(events.Text(events.Field(column)));
+    };
+    const auto number = [this](std::string_view column) { return events.Integer(events.Field(column)); };
+    const auto flag = [this](std::string_view column) { return events.Boolean(events.Field(column)); };
+    const auto date = [this](std::string_view column) { return events.DateTime(events.Field(column)); };
+    entry.Private = flag("Private");
+    if (entry.Private && text("User") != User_Key()) return false;
+    entry.UID = UID_Of(event);
+    entry.Title = text("Title");
+    entry.Location = text("Location");
+    entry.Notes = events.Blob(events.Field("Notes"));
+    entry.Priority = static_cast<int>(number("Priority"));
+    entry.Activity = static_cast<int>(number("Type"));
+    entry.EventType = static_cast<int>(number("EventType"));
+    entry.AllDay = flag("AllDay");
+    entry.Pattern.Freq = static_cast<int>(number("Freq"));
+    entry.Pattern.Period = static_cast<int>(number("Period"));
+    entry.Pattern.PeriodDefault = flag("PeriodDefault");
+    for (int i = 0; i < 10; ++i) entry.Pattern.Set_Flag(i, flag("P" + std::to_string(i + 1)));
+    entry.Pattern.Instance = static_cast<int>(number("Instance"));
+    entry.Pattern.Month = static_cast<int>(number("Month"));
+    entry.Pattern.LastDate = date("LastDate");
+    entry.Status = static_cast<int>(number("Status"));
+    entry.Percentage = static_cast<int>(number("Percentage"));
+    entry.Started = number("Started");
+    entry.Completed = number("Completed");
+    entry.Budget = number("Budget");
+    entry.Worked = number("Worked");
+    entry.FirstDate = Written(date("FirstDate"), entry.AllDay);
+    Read_Occurrences(event, entry);
+    if (!entry.Occurrences.empty() && !In_Date_Range(entry.FirstDate))
+      entry.FirstDate = entry.Occurrences.front().Date;
+    return !entry.Occurrences.empty();
+  }
+
+ private:
+  // Files hold whole seconds, and whole days for what has no time.
+  static TDateTime Written(TDateTime date, bool is_day) {
+    if (is_day) return static_cast<TDateTime>(Whole_Day(date));
+    constexpr std::int64_t second = 1000;
+    const std::int64_t msecs = To_Msecs(date);
+    return From_Msecs(msecs - (msecs % second + second) % second);
+  }
+
+  bool May_See(const std::string& contact) {
+    return contacts.FindKey({contact}) && !contacts.Boolean(contacts.Field("Deleted")) &&
+           Access_Allowed(contact, Access_See);
+  }
+
+  void Read_Occurrences(const std::string& event, TStored_Entry& entry) {
+    const TField key = occurrences.Field("Key"), contact = occurrences.Field("Contact"),
+                 in_book = occurrences.Field("Book"), date = occurrences.Field("EventDate"),
+                 actioned = occurrences.Field("Actioned");
+    occurrences.SetRange({event}, {event});
+    for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
+      if (occurrences.Text(in_book) != book.Key || !May_See(std::string(occurrences.Text(contact)))) continue;
+      if (!In_Date_Range(occurrences.DateTime(date))) {
+        ++report.Left_Out;
+        continue;
+      }
+      TStored_Occurrence read;
+      read.Key = occurrences.Text(key);
+      read.Date = Written(occurrences.DateTime(date), entry.AllDay);
+      read.Done = occurrences.Boolean(actioned);
+      if (alarms.FindKey({read.Key})) {
+        read.Alarm = true;
+        read.Offset = static_cast<int>(alarms.Integer(alarms.Field("Offset")));
+        read.Sound = alarms.Text(alarms.Field("WAVFile"));
+      }
+      entry.Occurrences.push_back(std::move(read));
+    }
+    occurrences.CancelRange();
+    std::stable_sort(entry.Occurrences.begin(), entry.Occurrences.end(),
+                     [](const auto& a, const auto& b) { return a.Date < b.Date; });
+  }
+
+  // The UID it was imported under, when that brought nothing else: then its import replaces it, and adds no
+  // copy.
+  std::string UID_Of(const std::string& event) {
+    if (!imported.FindKey({event})) return event;
+    const std::string uid(imported.Text(imported.Field("UID"))),
+        of_book(imported.Text(imported.Field("Book")));
+    siblings.SetRange({of_book, uid}, {of_book, uid});
+    const bool alone = siblings.Record_Count() == 1;
+    siblings.CancelRange();
+    return alone && of_book == book.Key ? uid : event;
+  }
+
+  const TBook& book;
+  TExport_Report& report;
+  TTable events, occurrences, alarms, contacts, imported, siblings;
+};
+
+void Write_Book(const TBook& book, std::ostream& stream, TExport_Report& report, TProgress_Bar* progress) {
+  TCalendar_Lines lines(stream);
+  lines.Begin("VCALENDAR");
+  lines.Raw("VERSION", "2.0");
+  lines.Raw("PRODID", "-//Plexidex//KTReminds//EN");
+  lines.Text("X-WR-CALNAME", book.Name);
+
+  const TSnapshot snapshot;
+  TEntry_Reader reader(book, report);
+  TTable walk(Events_Data, {"Event"});
+  walk.Set_Index("BookandDate");
+  walk.SetRange({book.Key}, {book.Key});
+  if (progress) progress->Set_Max(walk.Record_Count());
+  const TField event_field = walk.Field("Event");
+  std::unordered_set<std::string> written;
+  std::int64_t passed = 0;
+  for (walk.First(); !walk.Eof(); walk.Next()) {
+    if (progress) progress->Set_Position(++passed);
+    const std::string event(walk.Text(event_field));
+    if (!written.insert(event).second) continue;
+    TStored_Entry entry;
+    if (reader.Read(event, entry)) Write_Entry(entry, lines, report);
+    if (!stream) return;
+  }
+  lines.End("VCALENDAR");
+}
+
+TBook Choose_Book(const std::string& name) {
+  TBook book;
+  if (!name.empty()) {
+    if (!Find_Book(name, book)) throw EExport_Error("There is no book \"" + name + "\" to export.");
+    return book;
+  }
+  const std::vector<TBook> books = List_Books();
+  if (books.empty()) throw EExport_Error("There is no book to export.");
+  return books.front();
+}
+
+// A new file beside another one, gone with this unless it took that one's place.
+class TReplacement {
+ public:
+  explicit TReplacement(const std::string& of) : target(of), path(of + ".new-" + Get_GUID()) {}
+  ~TReplacement() {
+    std::error_code ignored;
+    if (!path.empty()) std::filesystem::remove(path, ignored);
+  }
+  TReplacement(const TReplacement&) = delete;
+  TReplacement& operator=(const TReplacement&) = delete;
+
+  const std::string& Path() const { return path; }
+  void Take_Place() {
+    std::filesystem::rename(path, target);
+    path.clear();
+  }
+
+ private:
+  const std::string target;
+  std::string path;
+};
+
+}  // namespace
+
+TExport_Report Export_Calendar(const std::string& file, const std::string& book_name,
+                               TProgress_Bar* progress) {
+  TExport_Report report;
+  const auto fail = [&file](const std::string& why) -> EExport_Error {
+    return EExport_Error("\"" + file + "\" cannot be written: " + why + ".");
+  };
+  std::error_code ignored;
+  if (std::filesystem::is_directory(file, ignored)) throw fail("it is a folder");
+  try {
+    const TBook book = Choose_Book(book_name);
+    TReplacement replacement(file);
+    std::ofstream stream(replacement.Path(), std::ios::binary);
+    if (!stream) throw fail(std::strerror(errno));
+    Write_Book(book, stream, report, progress);
+    stream.close();
+    if (!stream) throw fail("the disk takes no more");
+    replacement.Take_Place();
+  } catch (const EData_Error& e) {
+    throw fail(std::string("the data could not be read (") + e.what() + ")");
+  } catch (const std::filesystem::filesystem_error& e) {
+    throw fail(e.code().message());
+  }
+  return report;
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,109 @@
+#include "Export_Rule.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "Export_Lines.h"
+#include "Import_Rule.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_util_01;
+using KTReminds::TRecurrence_Pattern;
+
+namespace {
+
+constexpr int Last_Instance = 4;
+constexpr const char* Mask_Days[] = {"MO", "TU", "WE", "TH", "FR", "SA", "SU"};
+constexpr const char* Kind_Days[] = {"SU", "MO", "TU", "WE", "TH", "FR", "SA"};
+
+std::string By_Mask(const TRecurrence_Pattern& pattern) {
+  std::string days;
+  for (int i = 0; i < 7; ++i) {
+    if (pattern.Flag(i)) days += (days.empty() ? ";BYDAY=" : ",") + std::string(Mask_Days[i]);
+  }
+  return days;
+}
+
+std::string By_Kind(const TRecurrence_Pattern& pattern) {
+  const int position = pattern.Instance == Last_Instance ? -1 : pattern.Instance + 1;
+  const std::string place = std::to_string(position);
+  const int kind = std::bit_width(pattern.P | 1U) - 1;
+  switch (kind) {
+    case 0:
+      return ";BYMONTHDAY=" + place;
+    case 1:
+      return ";BYDAY=MO,TU,WE,TH,FR;BYSETPOS=" + place;
+    case 2:
+      return ";BYDAY=SA,SU;BYSETPOS=" + place;
+    default:
+      return ";BYDAY=" + place + Kind_Days[kind - 3];
+  }
+}
+
+// "" for a pattern that no rule describes.
+std::string Rule_Of(const TRecurrence_Pattern& pattern) {
+  if (pattern.Period < 1 || pattern.Instance < 0 || pattern.Instance > Last_Instance) return {};
+  const std::string interval = pattern.Period == 1 ? "" : ";INTERVAL=" + std::to_string(pattern.Period);
+  switch (pattern.Freq) {
+    case 1:
+      return pattern.PeriodDefault ? "FREQ=DAILY" + interval : "FREQ=DAILY" + By_Mask(pattern);
+    case 2:
+      return "FREQ=WEEKLY" + interval + By_Mask(pattern);
+    case 3:
+      return "FREQ=MONTHLY" + interval + (pattern.PeriodDefault ? "" : By_Kind(pattern));
+    case 4:
+      return "FREQ=YEARLY" + interval +
+             (pattern.PeriodDefault ? ""
+                                    : ";BYMONTH=" + std::to_string(pattern.Month + 1) + By_Kind(pattern));
+    default:
+      return {};
+  }
+}
+
+// False when the rule cannot be followed.
+bool Dates_Of(const std::string& rule, TDateTime start, bool are_days, std::vector<TDateTime>& found) {
+  try {
+    TFile_Time from;
+    from.Wall = start;
+    from.Is_Date = are_days;
+    TRule_Dates dates(rule, from, start);
+    found.clear();
+    for (TDateTime date = 0; dates.Next(date);) found.push_back(date);
+    return !found.empty();
+  } catch (const ERule_Error&) {
+    return false;
+  }
+}
+
+std::vector<TDateTime> Without(const std::vector<TDateTime>& dates, const std::vector<TDateTime>& others) {
+  std::vector<TDateTime> left;
+  std::set_difference(dates.begin(), dates.end(), others.begin(), others.end(), std::back_inserter(left));
+  return left;
+}
+
+}  // namespace
+
+TWritten_Dates Written_Dates(const TRecurrence_Pattern& pattern, TDateTime first,
+                             const std::vector<TDateTime>& dates, bool are_days) {
+  TWritten_Dates written;
+  written.Start = dates.front();
+  written.Further.assign(dates.begin() + 1, dates.end());
+  std::string rule = Rule_Of(pattern);
+  if (rule.empty() || dates.size() < 2) return written;
+  rule += ";UNTIL=" + Moment_Text(dates.back(), are_days);
+
+  std::vector<TDateTime> found;
+  if (!Dates_Of(rule, first, are_days, found)) return written;
+  // Other programs take the start for a date of the entry, whatever the rule says.
+  if (found.front() != first && !std::binary_search(dates.begin(), dates.end(), first)) {
+    first = found.front();
+    if (!Dates_Of(rule, first, are_days, found)) return written;
+  }
+  std::vector<TDateTime> missing = Without(found, dates), further = Without(dates, found);
+  if (missing.size() + further.size() >= written.Further.size()) return written;
+  return {first, rule, std::move(missing), std::move(further)};
+}
+
+}  // namespace Plexidex
