@@ -1,1 +1,51 @@
-int main() { return 0; }
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <iostream>
+#include <memory>
+
+#include "Commands.h"
+#include "Console_Prompts.h"
+#include "Kt_util_01.h"
+
+#if defined(__unix__) || defined(__APPLE__)
+#include <unistd.h>
+#endif
+
+namespace {
+
+bool Errors_Go_To_A_Terminal() {
+#if defined(__unix__) || defined(__APPLE__)
+  return isatty(STDERR_FILENO) == 1;
+#else
+  return false;
+#endif
+}
+
+// Whether all output has arrived. A reader that has seen enough and left is no failure.
+bool Output_Is_Complete() {
+  if (std::cout.flush()) return true;
+  // The reason is asked for by writing again; what went wrong has left errno long ago.
+  std::cout.clear();
+  errno = 0;
+  std::cout << '\n' << std::flush;
+  if (errno == EPIPE) return true;
+  std::cerr << "The output could not be written in full: "
+            << (errno != 0 ? std::strerror(errno) : "unknown error") << ".\n";
+  return false;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::ios::sync_with_stdio(false);
+#ifdef SIGPIPE
+  // An import goes on when the reader of its report has left.
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
+  Kt_util_01::Install_Locale("");
+  std::unique_ptr<Plexidex::TConsole_Progress> progress;
+  if (Errors_Go_To_A_Terminal()) progress = std::make_unique<Plexidex::TConsole_Progress>(std::cerr);
+  const int status = Plexidex::Run_Program({argv + 1, argv + argc}, std::cout, std::cerr, progress.get());
+  return Output_Is_Complete() ? status : 1;
+}
