@@ -1,0 +1,92 @@
+#include "fm_Calendar.h"
+
+#include <QCalendarWidget>
+#include <QEvent>
+#include <QSignalBlocker>
+#include <QTextCharFormat>
+#include <QVBoxLayout>
+
+#include "Kt_util_01.h"
+
+namespace KTReminds {
+
+using namespace Kt_forms;
+
+namespace {
+
+QDate Date_Of(Kt_util_01::TDateTime value) {
+  const Kt_util_01::TDate_Parts parts = Kt_util_01::Decode_Date(value);
+  return {parts.Year, parts.Month, parts.Day};
+}
+
+}  // namespace
+
+TCalendarFrm::TCalendarFrm(QWidget* told, QWidget* parent)
+    : TForm(parent), notify(told), cal(new QCalendarWidget(this)) {
+  setObjectName(QStringLiteral("CalendarFrm"));
+  cal->setObjectName(QStringLiteral("Cal"));
+  cal->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+  cal->setFirstDayOfWeek(
+      static_cast<Qt::DayOfWeek>((Kt_util_01::Format_Settings().FirstDayOfWeek + 5) % 7 + 1));
+  cal->setAccessibleName(tr("Calendar"));
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(cal, 0, Qt::AlignTop);
+  layout->addStretch();
+  Set_Colours();
+  Show_Current_Date();
+  Initialise_Form(this);
+  connect(cal, &QCalendarWidget::clicked, this, &TCalendarFrm::Date_Picked);
+  connect(cal, &QCalendarWidget::activated, this, [this](const QDate& date) {
+    // A double click has been told by its first click; Enter has not.
+    if (date != Date_Of(Kt_util_01::CurrentDate)) Date_Picked(date);
+  });
+}
+
+void TCalendarFrm::Set_Colours() {
+  QTextCharFormat weekdays;
+  weekdays.setForeground(palette().windowText());
+  for (int day = 1; day <= 7; ++day) cal->setWeekdayTextFormat(static_cast<Qt::DayOfWeek>(day), weekdays);
+  if (auto* bar = cal->findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"))) {
+    QPalette title = bar->palette();
+    title.setColor(QPalette::Highlight, QColor(0xC0, 0xC0, 0xC0));
+    title.setColor(QPalette::HighlightedText, Qt::black);
+    for (QWidget* part : bar->findChildren<QWidget*>()) part->setPalette(title);
+    bar->setPalette(title);
+  }
+}
+
+void TCalendarFrm::changeEvent(QEvent* event) {
+  TForm::changeEvent(event);
+  if (event->type() == QEvent::ApplicationPaletteChange) Set_Colours();
+}
+
+void TCalendarFrm::Show_Current_Date() {
+  const QSignalBlocker silent(cal);
+  cal->setSelectedDate(Date_Of(Kt_util_01::CurrentDate));
+}
+
+void TCalendarFrm::Date_Picked(const QDate& date) {
+  Kt_util_01::CurrentDate = Kt_util_01::Encode_Date(date.year(), date.month(), date.day());
+  Send_Message(notify, umDateChanged, 0, 0);
+}
+
+void TCalendarFrm::Handle_Message(const TMessage& message) {
+  if (message.Number() == umDateChanged) Show_Current_Date();
+}
+
+TCalendarFrm* Show_Calendar(QWidget* Parent, QWidget* Notify) {
+  Kt_util_01::Sound(2);
+  auto* form = new TCalendarFrm(Notify, Parent);
+  if (Parent->layout()) {
+    Parent->layout()->addWidget(form);
+  } else {
+    auto* layout = new QVBoxLayout(Parent);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(form);
+  }
+  form->show();
+  return form;
+}
+
+}  // namespace KTReminds

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Kt_forms.h"
+
+class QCalendarWidget;
+
+namespace KTReminds {
+
+/// A month calendar inside a host page: the user picks the date that all calendar pages show. Told by
+/// umDateChanged that another page changed the date, it follows without telling anybody.
+class TCalendarFrm : public Kt_forms::TForm {
+  Q_OBJECT
+
+ public:
+  explicit TCalendarFrm(QWidget* notify, QWidget* parent = nullptr);
+
+ protected:
+  void Handle_Message(const Kt_forms::TMessage& message) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void Show_Current_Date();
+  void Date_Picked(const QDate& date);
+  void Set_Colours();
+
+  QPointer<QWidget> notify;
+  QCalendarWidget* cal;
+};
+
+/// Embeds a picker in a parent; each date the user picks, also the one already shown, becomes CurrentDate and
+/// is told to `Notify` by umDateChanged, at once. The picker belongs to the parent.
+TCalendarFrm* Show_Calendar(QWidget* Parent, QWidget* Notify);
+
+}  // namespace KTReminds

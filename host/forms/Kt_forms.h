@@ -1,0 +1,129 @@
+#pragma once
+
+// The forms half of the host: what pages and editors derive from, and how they talk.
+
+#include <QDialog>
+#include <QEvent>
+#include <QPointer>
+#include <QWidget>
+#include <string>
+#include <string_view>
+
+namespace Kt_forms {
+
+/// Messages between host and pages. The numbers are fixed.
+inline constexpr int umAddContact = 0x401;
+inline constexpr int umRefreshDisplay = 0x402;
+inline constexpr int umSelectNode = 0x405;
+inline constexpr int umSettingsCommand = 0x407;  // LParam 6 preferences, 7 book set-up, 8 security, 9 users
+inline constexpr int umDisplayForm = 0x40B;
+inline constexpr int umDateChanged = 0x40D;
+inline constexpr int umAddContactEvent = 0x411;
+inline constexpr int umAddTask = 0x412;
+inline constexpr int umEnterPressed = 0x41B;
+inline constexpr int umSetActiveControl = 0x41D;
+inline constexpr int umGetFormName = 0x423;
+inline constexpr int First_Message = 0x401;
+inline constexpr int Last_Message = 0x423;
+
+/// A message travels as a user event of the same number.
+class TMessage : public QEvent {
+ public:
+  TMessage(int number, qintptr w_param, qintptr l_param)
+      : QEvent(static_cast<QEvent::Type>(number)), WParam(w_param), LParam(l_param) {}
+  int Number() const { return static_cast<int>(type()); }
+  const qintptr WParam, LParam;
+};
+
+/// Keeps the numbers from being given to anybody else. To be called once the application object is there.
+void Reserve_Messages();
+/// Delivers when the event loop gets to it; drops the message when the form is null.
+void Post_Message(QWidget* form, int number, qintptr w_param, qintptr l_param);
+/// Delivers at once.
+void Send_Message(QWidget* form, int number, qintptr w_param, qintptr l_param);
+
+/// A page: embedded in a panel of another form, replaced by other pages.
+class TForm : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TForm(QWidget* parent = nullptr);
+
+  /// Asks FormCloseQuery; when that allows it, runs FormClose once, empties all references to the page, hides
+  /// it and frees it when none of its handlers is on the stack. False when closing was refused.
+  bool Close_Form();
+  bool Is_Closed() const { return closed; }
+
+ protected:
+  virtual bool FormCloseQuery() { return true; }
+  virtual void FormClose() {}
+  /// The page becomes, or ceases to be, the one shown.
+  virtual void FormActivate() {}
+  virtual void FormDeactivate() {}
+  /// A message for this page; a closed page gets none. An exception that escapes is reported and goes no
+  /// further.
+  virtual void Handle_Message(const TMessage& /*message*/) {}
+
+  bool event(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+
+ private:
+  bool closed = false, active = false;
+};
+
+/// A caller's reference to the page it owns; empty as soon as the page is closed, whoever closed it.
+class TForm_Reference {
+ public:
+  TForm* Get() const { return form && !form->Is_Closed() ? form.data() : nullptr; }
+  void Set(TForm* new_form) { form = new_form; }
+  /// The page when it is of this class, otherwise null.
+  template <class T>
+  T* As() const {
+    return qobject_cast<T*>(Get());
+  }
+
+ private:
+  QPointer<TForm> form;
+};
+
+/// An editor: modal, made for one call of its entry function. Enter presses its default button, Escape its
+/// cancel button.
+class TDialog_Form : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit TDialog_Form(QWidget* parent = nullptr);
+  /// Whether it has been shown: handlers that make a sound stay silent before.
+  bool Was_Shown() const { return shown; }
+
+ protected:
+  /// Runs once, when the dialog is shown for the first time.
+  virtual void FormShow() {}
+  virtual void Handle_Message(const TMessage& /*message*/) {}
+  bool event(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  bool shown = false;
+};
+
+/// What all forms have in common: plain texts, accessible names taken from labels and captions where a
+/// control has none, long halves of hints ("short|long") sent to the status bar and short halves as tool
+/// tips.
+void Initialise_Form(QWidget* form);
+/// Centres a dialog over the window it belongs to, or on the screen, and keeps it on the screen.
+void CentreForm(QWidget* form);
+/// The nearest enclosing page, or null.
+TForm* Get_ParentForm(QWidget* control);
+/// The application's active window, for an entry function that is given none; may be null.
+QWidget* Main_Form();
+
+/// Gives a control found by its name the focus, first making every page of a tab widget or stack around it
+/// the current one. Selects the text of an input. Ignores an unknown name.
+void Focus_Control(QWidget* form, const std::string& name);
+
+QString To_Qt(std::string_view text);
+std::string From_Qt(const QString& text);
+
+}  // namespace Kt_forms

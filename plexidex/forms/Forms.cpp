@@ -1,0 +1,198 @@
+#include <QAbstractButton>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
+#include <QShowEvent>
+#include <QStackedWidget>
+#include <QStatusTipEvent>
+#include <QTabWidget>
+
+#include "Kt_data_01.h"
+#include "Kt_forms.h"
+
+namespace Kt_forms {
+
+namespace {
+
+bool Is_Message(const QEvent* event) {
+  return event->type() >= First_Message && event->type() <= Last_Message;
+}
+
+// No exception may leave an event handler.
+template <class TBody>
+void Report_Failures(TBody body) {
+  try {
+    body();
+  } catch (...) {
+    Kt_data_01::FailRead("Kt_forms:Handle_Message");
+  }
+}
+
+QString Without_Mnemonic(QString text) {
+  text.remove(QLatin1Char('&'));
+  if (text.endsWith(QLatin1Char(':'))) text.chop(1);
+  return text;
+}
+
+// "short|long": the short half is the tip, the long one goes to the status bar.
+void Split_Hint(QWidget* control) {
+  const QString hint = control->toolTip();
+  const qsizetype bar = hint.indexOf(QLatin1Char('|'));
+  if (bar < 0) {
+    if (!hint.isEmpty() && control->statusTip().isEmpty()) control->setStatusTip(hint);
+    return;
+  }
+  control->setToolTip(hint.left(bar));
+  control->setStatusTip(hint.mid(bar + 1));
+}
+
+bool Is_Input(const QWidget* control) {
+  return qobject_cast<const QLineEdit*>(control) || qobject_cast<const QComboBox*>(control) ||
+         qobject_cast<const QAbstractSpinBox*>(control);
+}
+
+}  // namespace
+
+void Reserve_Messages() {
+  for (int number = First_Message; number <= Last_Message; ++number) QEvent::registerEventType(number);
+}
+
+void Post_Message(QWidget* form, int number, qintptr w_param, qintptr l_param) {
+  if (form) QCoreApplication::postEvent(form, new TMessage(number, w_param, l_param));
+}
+
+void Send_Message(QWidget* form, int number, qintptr w_param, qintptr l_param) {
+  if (!form) return;
+  TMessage message(number, w_param, l_param);
+  QCoreApplication::sendEvent(form, &message);
+}
+
+TForm::TForm(QWidget* parent) : QWidget(parent) {}
+
+bool TForm::Close_Form() {
+  if (closed) return true;
+  if (!FormCloseQuery()) return false;
+  closed = true;
+  FormClose();
+  hide();
+  setParent(nullptr);
+  deleteLater();
+  return true;
+}
+
+bool TForm::event(QEvent* event) {
+  if (!Is_Message(event)) return QWidget::event(event);
+  if (!closed) Report_Failures([&] { Handle_Message(*static_cast<TMessage*>(event)); });
+  return true;
+}
+
+void TForm::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (event->spontaneous() || active || closed) return;
+  active = true;
+  Report_Failures([this] { FormActivate(); });
+}
+
+void TForm::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  if (event->spontaneous() || !active) return;
+  active = false;
+  Report_Failures([this] { FormDeactivate(); });
+}
+
+TDialog_Form::TDialog_Form(QWidget* parent) : QDialog(parent) {
+  setWindowModality(Qt::WindowModal);
+}
+
+bool TDialog_Form::event(QEvent* event) {
+  if (!Is_Message(event)) return QDialog::event(event);
+  Report_Failures([&] { Handle_Message(*static_cast<TMessage*>(event)); });
+  return true;
+}
+
+void TDialog_Form::showEvent(QShowEvent* event) {
+  if (!shown) {
+    Report_Failures([this] { FormShow(); });
+    shown = true;
+  }
+  QDialog::showEvent(event);
+}
+
+void Initialise_Form(QWidget* form) {
+  Split_Hint(form);
+  for (QLabel* label : form->findChildren<QLabel*>()) {
+    label->setTextFormat(Qt::PlainText);
+    if (QWidget* buddy = label->buddy(); buddy && buddy->accessibleName().isEmpty()) {
+      buddy->setAccessibleName(Without_Mnemonic(label->text()));
+    }
+  }
+  for (QWidget* control : form->findChildren<QWidget*>()) {
+    Split_Hint(control);
+    if (!control->accessibleName().isEmpty()) continue;
+    if (const auto* button = qobject_cast<QAbstractButton*>(control)) {
+      control->setAccessibleName(
+          Without_Mnemonic(button->text().isEmpty() ? control->toolTip() : button->text()));
+    } else if (const auto* group = qobject_cast<QGroupBox*>(control)) {
+      control->setAccessibleName(Without_Mnemonic(group->title()));
+    } else if (Is_Input(control) && !control->toolTip().isEmpty()) {
+      control->setAccessibleName(control->toolTip());
+    }
+  }
+}
+
+void CentreForm(QWidget* form) {
+  form->adjustSize();
+  const QWidget* over = form->parentWidget() ? form->parentWidget()->window() : nullptr;
+  const QScreen* screen = over ? over->screen() : QGuiApplication::primaryScreen();
+  if (!screen) return;
+  const QRect room = screen->availableGeometry();
+  QRect place = form->frameGeometry();
+  place.moveCenter(over ? over->frameGeometry().center() : room.center());
+  place.moveRight(qMin(place.right(), room.right()));
+  place.moveBottom(qMin(place.bottom(), room.bottom()));
+  place.moveLeft(qMax(place.left(), room.left()));
+  place.moveTop(qMax(place.top(), room.top()));
+  form->move(place.topLeft());
+}
+
+TForm* Get_ParentForm(QWidget* control) {
+  for (QWidget* around = control ? control->parentWidget() : nullptr; around;
+       around = around->parentWidget()) {
+    if (auto* form = qobject_cast<TForm*>(around)) return form;
+  }
+  return nullptr;
+}
+
+QWidget* Main_Form() {
+  return QApplication::activeWindow();
+}
+
+void Focus_Control(QWidget* form, const std::string& name) {
+  auto* control = form->findChild<QWidget*>(To_Qt(name));
+  if (!control) return;
+  for (QWidget* inside = control; inside && inside != form; inside = inside->parentWidget()) {
+    auto* stack = qobject_cast<QStackedWidget*>(inside->parentWidget());
+    if (!stack) continue;
+    stack->setCurrentWidget(inside);
+    if (auto* tabs = qobject_cast<QTabWidget*>(stack->parentWidget())) tabs->setCurrentWidget(inside);
+  }
+  control->setFocus(Qt::OtherFocusReason);
+  if (auto* input = qobject_cast<QLineEdit*>(control)) input->selectAll();
+  if (auto* combo = qobject_cast<QComboBox*>(control); combo && combo->lineEdit())
+    combo->lineEdit()->selectAll();
+}
+
+QString To_Qt(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string From_Qt(const QString& text) {
+  const QByteArray bytes = text.toUtf8();
+  return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+}  // namespace Kt_forms

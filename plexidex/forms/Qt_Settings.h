@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QSettings>
+
+#include "Kt_util_01.h"
+
+namespace Kt_forms {
+
+/// The user's settings: the registry on Windows, an INI file elsewhere.
+class TQt_Settings : public Kt_util_01::TSettings_Store {
+ public:
+  /// Where the user's settings lie, under "Corvane" and "Plexidex 2000", group "Common".
+  TQt_Settings();
+  /// In a file of one's own.
+  explicit TQt_Settings(const QString& file);
+
+  bool Read(const std::string& section, const std::string& name, std::string& value) override;
+  void Write(const std::string& section, const std::string& name, const std::string& value) override;
+
+ private:
+  QSettings settings;
+};
+
+}  // namespace Kt_forms

@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+
+#include <QCalendarWidget>
+#include <QTableView>
+#include <QTest>
+
+#include "Form_Driver.h"
+#include "Kt_util_01.h"
+#include "Test_Seams.h"
+#include "fm_Calendar.h"
+
+using namespace KTReminds;
+using namespace Kt_forms;
+
+namespace {
+
+struct TNotified : TForm {
+  int Told = 0;
+  void Handle_Message(const TMessage& message) override { Told += message.Number() == umDateChanged ? 1 : 0; }
+};
+
+class Date_Picker : public testing::Test {
+ protected:
+  Date_Picker() {
+    Kt_util_01::CurrentDate = 45306.6;  // Monday, 15 January 2024
+    panel.resize(300, 260);
+    picker = Show_Calendar(&panel, &view);
+    panel.show();
+    cal = Control<QCalendarWidget>(picker, "Cal");
+  }
+  // Clicks the cell that shows a day of the month, counted from the first cell with that number.
+  void Click(int day) {
+    auto* table = Control<QTableView>(cal, "qt_calendar_calendarview");
+    for (int row = 1; row < table->model()->rowCount(); ++row) {
+      for (int column = 0; column < table->model()->columnCount(); ++column) {
+        const QModelIndex cell = table->model()->index(row, column);
+        if (cell.data().toInt() != day || (row == 1 && day > 20)) continue;
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          table->visualRect(cell).center());
+        return;
+      }
+    }
+    ADD_FAILURE() << "no such day";
+  }
+
+  Kt_test::TTest_Seams seams;
+  QWidget panel;
+  TNotified view;
+  TCalendarFrm* picker = nullptr;
+  QCalendarWidget* cal = nullptr;
+};
+
+TEST_F(Date_Picker, Shows_The_Current_Date_And_Fills_Its_Parent) {
+  EXPECT_EQ(cal->selectedDate(), QDate(2024, 1, 15));
+  EXPECT_EQ(picker->parentWidget(), &panel);
+  EXPECT_EQ(seams.Sounds.Played, std::vector<int>{2});
+  EXPECT_EQ(picker->width(), panel.width());
+  EXPECT_EQ(view.Told, 0);
+  Picture(&panel, QStringLiteral("date_picker"));
+}
+
+TEST_F(Date_Picker, A_Click_Sets_The_Date_And_Tells_Also_On_The_Same_Day) {
+  Click(23);
+  EXPECT_EQ(Kt_util_01::CurrentDate, 45314);
+  EXPECT_EQ(view.Told, 1);
+  Click(23);
+  EXPECT_EQ(view.Told, 2);
+}
+
+TEST_F(Date_Picker, A_Date_Set_Elsewhere_Moves_It_Without_An_Echo) {
+  Kt_util_01::CurrentDate = 45400;
+  Send_Message(picker, umDateChanged, 0, 0);
+  EXPECT_EQ(cal->selectedDate(), QDate(2024, 4, 18));
+  EXPECT_EQ(cal->monthShown(), 4);
+  EXPECT_EQ(view.Told, 0);
+}
+
+TEST_F(Date_Picker, Survives_The_View_It_Told) {
+  auto* gone = new TNotified;
+  TCalendarFrm* other = Show_Calendar(&panel, gone);
+  delete gone;
+  auto* table = Control<QTableView>(other, "qt_calendar_calendarview");
+  QTest::keyClick(table, Qt::Key_Right);
+  QTest::keyClick(table, Qt::Key_Return);
+  EXPECT_EQ(Kt_util_01::CurrentDate, 45307);
+}
+
+}  // namespace

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <ostream>
+
+/// Acts on the dialog that the running call opens, from inside its modal loop. A dialog that does not come,
+/// or is still there when the time is up, fails the running test and is rejected, so that no test hangs.
+class TModal_Driver {
+ public:
+  explicit TModal_Driver(std::function<void(QWidget*)> act);
+  ~TModal_Driver();
+  TModal_Driver(const TModal_Driver&) = delete;
+  TModal_Driver& operator=(const TModal_Driver&) = delete;
+
+ private:
+  struct TState;
+  std::shared_ptr<TState> state;
+};
+
+/// A control by its name; fails the running test and throws when there is none.
+template <class T>
+T* Control(QWidget* form, const char* name) {
+  T* found = form->findChild<T*>(QString::fromLatin1(name));
+  if (!found) throw std::runtime_error(std::string("there is no control ") + name);
+  return found;
+}
+
+/// Writes a picture of the widget into the folder that KT_PICTURES names, if it names one.
+void Picture(QWidget* widget, const QString& name);
+
+/// Runs what is due, deferred deletions included.
+void Settle();
+
+inline void PrintTo(const QString& text, std::ostream* stream) {
+  *stream << '"' << text.toStdString() << '"';
+}
