@@ -2,7 +2,7 @@
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-# build PRESET [TARGET]: installs what is missing, configures once, builds. Speaks only of a failure.
+# build PRESET [TARGET...]: installs what is missing, configures once, builds. Speaks only of a failure.
 build() {
   local preset=$1 folder=$root/build/$1 log
   "$root/cmake/install_packages.sh"
@@ -11,7 +11,8 @@ build() {
   if ! (
     cd "$root"
     [[ -f $folder/build.ninja ]] || cmake --preset "$preset"
-    cmake --build --preset "$preset" ${2:+--target "$2"}
+    shift
+    cmake --build --preset "$preset" ${1:+--target "$@"}
   ) >"$log" 2>&1; then
     cat "$log" >&2
     rm -f "$log"

@@ -126,6 +126,7 @@ class TCommand_Line {
   void Add_Books() {
     auto* command = Add("books", "Lists the books", [this](const TConsole& c) {
       if (!new_book.empty()) Add_Book(new_book);
+      if (c.Prompts.Failed()) return 1;
       return Run_Books(c, book_keys);
     });
     command->add_option("--add", new_book, "Makes a new book first")->type_name("NAME");

@@ -40,9 +40,10 @@ class TRemark_Lines {
 
 void Report_Calendar(const TConsole& console, const std::string& file, const TImport_Report& report,
                      bool all) {
-  console.Out << Printable(file) << ": " << Counted(report.Read, "component", "components")
-              << " read; written " << report.Sets << " as recurring sets, " << report.Events
-              << " as single events, " << report.Tasks << " as tasks, "
+  console.Out << Printable(file) << ": " << Counted(report.Read, "component", "components") << " read; "
+              << Counted(report.Sets, "recurring set", "recurring sets") << ", "
+              << Counted(report.Events, "single event", "single events") << " and "
+              << Counted(report.Tasks, "task", "tasks") << " written, "
               << Counted(report.Occurrences, "entry", "entries") << " in all; " << report.Unchanged
               << " unchanged, " << report.Replaced << " replaced, " << report.Unused.size() << " not used\n";
   TRemark_Lines lines(console.Out, all);
@@ -92,8 +93,9 @@ int Run_Import(const TConsole& console, const TImport_Command& command) {
 int Run_Export(const TConsole& console, const TExport_Command& command) {
   const std::string book = command.Book.empty() ? "" : Known_Book(command.Book).Name;
   const TExport_Report report = Export_Calendar(command.File, book, console.Progress);
-  console.Out << Printable(command.File) << ": written " << report.Rules << " sets as rules, " << report.Dates
-              << " as lists of dates, " << Counted(report.Events, "single event", "single events") << ", "
+  console.Out << Printable(command.File) << ": " << Counted(report.Rules, "set", "sets")
+              << " written as rules, " << report.Dates << " as lists of dates, "
+              << Counted(report.Events, "single event", "single events") << ", "
               << Counted(report.Tasks, "task", "tasks") << '\n';
   if (report.Left_Out == 0) return 0;
   console.Err << Counted(report.Left_Out, "entry has a date", "entries have dates")

@@ -171,7 +171,7 @@ TEST_F(Commands_Test, Import_Mark_Export_And_Import_Elsewhere) {
   const TResult imported = On("a.db", {"import", Write("a.ics", Calendar)});
   EXPECT_EQ(imported.Status, 0) << imported.Err;
   EXPECT_NE(imported.Out.find(
-                "a.ics: 4 components read; written 2 as recurring sets, 0 as single events, 1 as tasks"),
+                "a.ics: 4 components read; 2 recurring sets, 0 single events and 1 task written, 9 entries"),
             std::string::npos)
       << imported.Out;
   EXPECT_NE(imported.Out.find("  not used: someday: "), std::string::npos) << imported.Out;
