@@ -3,16 +3,19 @@
 #include <filesystem>
 #include <limits>
 
+#include "Kt_data_01.h"
 #include "Kt_util_01.h"
 
 namespace KTReminds {
 
+using namespace Kt_data_01;
 using namespace Kt_util_01;
 
 namespace {
 
 constexpr int Minutes_Per_Hour = 60;
 constexpr int Minutes_Per_Day = 1440;
+constexpr int Proposed_Task_Offset = 960;
 
 std::string Unit_Text(std::int64_t count, const std::string& unit) {
   return std::to_string(count) + " " + unit + (count == 1 ? "" : "s") + " before";
@@ -90,6 +93,11 @@ int Convert_Alarm_ItemText(std::string& Text) {
   return known ? static_cast<int>(number * factor) : -1;
 }
 
+std::string Canonical_Offset(const std::string& text) {
+  std::string rewritten = text;
+  return Convert_Alarm_ItemText(rewritten) >= 0 ? rewritten : text;
+}
+
 std::string Get_Alarm_TimeStr(TDateTime EventDate, TDateTime NextTime, int Offset) {
   if (NextTime == 0)
     return FormatDateTime("\"at\" t \"on\" dddd, dd mmmm yyyy", SubtractMins(EventDate, Offset));
@@ -130,6 +138,13 @@ TRefusal Validate_Alarm_Moment(TDateTime due, TDateTime day, const std::string& 
   return {};
 }
 
+void Show_Alarm_Moment(TDateTime due, const TAlarm& alarm, TDateTime& day, std::string& time_text) {
+  const auto midnight = static_cast<TDateTime>(Whole_Day(due));
+  const TDateTime moment = SubtractMins(midnight, alarm.On ? alarm.Offset : Proposed_Task_Offset);
+  day = static_cast<TDateTime>(Whole_Day(moment));
+  time_text = FormatDateTime("t", moment);
+}
+
 std::string TSound_List::Stored_Value() const {
   const std::string& item = Items[static_cast<std::size_t>(Selected)];
   if (Selected < 2) return item;
@@ -139,6 +154,10 @@ std::string TSound_List::Stored_Value() const {
 
 std::string TSound_List::Default_Value() const {
   return Selected < 2 ? Standard_Beep_Text : Folder + Items[static_cast<std::size_t>(Selected)];
+}
+
+std::string TSound_List::Preview_Value() const {
+  return Selected == 0 ? Read_Default_Sound() : Default_Value();
 }
 
 TSound_List Build_WAV_List(const std::string& current) {
@@ -168,6 +187,63 @@ std::string Read_Default_Sound() {
 }
 void Write_Default_Sound(const std::string& value) {
   Write_String("Sounds", "Default", value);
+}
+
+TRefusal Validate_Alarm(TAlarm_Input& input, TAlarm& alarm) {
+  const TAlarm off;
+  alarm.On = off.On;
+  alarm.Offset = off.Offset;
+  alarm.WAVFile = off.WAVFile;
+  if (!input.On) return {};
+  int offset = off.Offset;
+  TRefusal refusal;
+  if (input.Task_Mode) {
+    refusal =
+        Validate_Alarm_Moment(input.EventDate, input.Day, input.Time_Text, offset, "AlarmTime", "AlarmDate");
+  } else {
+    refusal = Validate_Alarm_Offset(input.Offset_Text, offset);
+    refusal.Control = "Alarmbox";
+  }
+  if (!refusal.Empty()) return refusal;
+  alarm.On = true;
+  alarm.Offset = offset;
+  alarm.WAVFile = input.Sounds.Stored_Value();
+  return {};
+}
+
+bool Read_Stored_Alarm(const std::string& occurrence, TDateTime& event_date, TAlarm& alarm) {
+  TTable occurrences(Events_Data), alarms(Alarms_Table);
+  occurrences.Set_Index("Key");
+  alarms.Set_Index("Key");
+  if (!occurrences.FindKey({occurrence}) || !alarms.FindKey({occurrence})) return false;
+  event_date = occurrences.DateTime(occurrences.Field("EventDate"));
+  alarm = {true, static_cast<int>(alarms.Integer(alarms.Field("Offset"))),
+           std::string(alarms.Text(alarms.Field("WAVFile"))), alarms.DateTime(alarms.Field("NextTime"))};
+  return true;
+}
+
+bool Write_Stored_Alarm(const std::string& occurrence, const TAlarm& alarm) {
+  if (!Start_Update()) return false;
+  try {
+    TTable occurrences(Events_Data), alarms(Alarms_Table);
+    occurrences.Set_Index("Key");
+    alarms.Set_Index("Key");
+    const bool found = occurrences.FindKey({occurrence}) && alarms.FindKey({occurrence});
+    if (found && alarm.On) {
+      alarms.Edit();
+      alarms.Set(alarms.Field("NextTime"), alarm.NextTime);
+      alarms.Set(alarms.Field("Offset"), alarm.Offset);
+      alarms.Set(alarms.Field("WAVFile"), alarm.WAVFile);
+      PostUpdate(alarms);
+    } else if (found) {
+      alarms.Delete();
+    }
+    EndUpdate();
+    return found;
+  } catch (...) {
+    FailUpdate("fm_Alarm_Props:Set_Alarm_Properties [KT_Events_Data/KT_Alarms]");
+    return false;
+  }
 }
 
 }  // namespace KTReminds

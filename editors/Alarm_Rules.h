@@ -1,6 +1,6 @@
 #pragma once
 
-// What an alarm is in words and in minutes, and which sounds it may play. No window.
+// What an alarm is in words and in minutes, which sounds it may play, and its stored row. No window.
 
 #include <string>
 #include <vector>
@@ -25,6 +25,9 @@ std::string Convert_Offset_to_ItemText(int Minutes);
 /// count. Returns whole minutes, -1 for a text that is no offset, another negative number as it was typed. A
 /// number of 0 or more rewrites the text to its canonical form, without a unit when the letter is unknown.
 int Convert_Alarm_ItemText(std::string& Text);
+
+/// A typed offset in its canonical form; a text that is no offset as it was typed.
+std::string Canonical_Offset(const std::string& text);
 
 /// When an alarm fires, in words: "at" a time "on" a day, or for one put off, whose NextTime is not 0,
 /// "until" then.
@@ -53,6 +56,10 @@ TRefusal Validate_Alarm_Offset(std::string& text, int& offset);
 TRefusal Validate_Alarm_Moment(TDateTime due, TDateTime day, const std::string& time_text, int& offset,
                                const std::string& time_control, const std::string& date_control);
 
+/// The day and the time of day at which the alarm of something due on a day fires; for one that is off, the
+/// proposal, 08:00 on the day before.
+void Show_Alarm_Moment(TDateTime due, const TAlarm& alarm, TDateTime& day, std::string& time_text);
+
 /// The sounds of one folder to choose from.
 struct TSound_List {
   std::string Folder;              // ends in the separator
@@ -64,6 +71,8 @@ struct TSound_List {
   std::string Stored_Value() const;
   /// The same for the user's default sound, which cannot be itself the default sound.
   std::string Default_Value() const;
+  /// What a preview of the selected item plays: a file's path, which may be gone, or Standard_Beep_Text.
+  std::string Preview_Value() const;
 };
 
 /// The folder of `current` with that file selected, or the system's sounds when `current` is no file that
@@ -73,5 +82,25 @@ TSound_List Build_WAV_List(const std::string& current);
 /// The user's default sound.
 std::string Read_Default_Sound();
 void Write_Default_Sound(const std::string& value);
+
+/// What the alarm dialog's controls hold.
+struct TAlarm_Input {
+  bool Task_Mode = false;   // the alarm is a day and a time of day, otherwise an offset
+  TDateTime EventDate = 0;  // only its day counts in task mode
+  bool On = false;
+  std::string Offset_Text;
+  TDateTime Day = 0;
+  std::string Time_Text;
+  TSound_List Sounds;
+};
+
+/// Fills all of `alarm` but its NextTime. A refusal leaves it off.
+TRefusal Validate_Alarm(TAlarm_Input& input, TAlarm& alarm);
+
+/// An occurrence's date and its alarm, which is on; false without either row. Throws EData_Error.
+bool Read_Stored_Alarm(const std::string& occurrence, TDateTime& event_date, TAlarm& alarm);
+/// Changes the alarm's row, or deletes it when the alarm is off. False when the rows are gone or the update
+/// was refused or failed, which is reported.
+bool Write_Stored_Alarm(const std::string& occurrence, const TAlarm& alarm);
 
 }  // namespace KTReminds

@@ -228,6 +228,9 @@ bool TEntry_Rules::Process_Update() {
   Write_Bool(Journal_Section, Journal_Setting, Journal);
   Write_Integer(Journal_Section, Activity_Setting, Activity);
   saved = true;
+  stored_owner = Owner;
+  stored_alarm = Alarm;
+  Update_Done();
   return true;
 }
 

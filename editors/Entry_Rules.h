@@ -85,6 +85,8 @@ class TEntry_Rules {
   virtual bool Is_Done() const { return false; }
   virtual void Write_Definition(TRows& rows) = 0;
   virtual void Write_Later_Dates(const std::string& /*event*/) {}
+  /// What was written is what is stored now.
+  virtual void Update_Done() {}
   /// Runs last inside the update.
   virtual void Finish_Update(TRows& /*rows*/) {}
 

@@ -73,9 +73,12 @@ bool operator==(const TRecurrence_Pages& a, const TRecurrence_Pages& b) {
 
 TRecurrence_Pages Propose_Pages(TDateTime date) {
   TRecurrence_Pages pages;
-  pages.Until = static_cast<TDateTime>(
-      Whole_Day(AdvanceEventDate(date, 0, true, false, 4, 1, 1, false, false, false, false, false, false,
-                                 false, false, false, false, 0, 0)));
+  pages.Until = static_cast<TDateTime>(Whole_Day(date));
+  if (Decode_Date(date).Year < Max_Year) {
+    pages.Until = static_cast<TDateTime>(
+        Whole_Day(AdvanceEventDate(date, 0, true, false, 4, 1, 1, false, false, false, false, false, false,
+                                   false, false, false, false, 0, 0)));
+  }
   const auto weekday = static_cast<std::size_t>(MaskPosition(date));
   pages.Daily_Days[weekday] = pages.Weekly_Days[weekday] = true;
   Follow_Date(pages, date);

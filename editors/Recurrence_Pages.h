@@ -40,8 +40,8 @@ struct TRecurrence_Pages {
   friend bool operator==(const TRecurrence_Pages&, const TRecurrence_Pages&);
 };
 
-/// Proposals for an entry on a date: daily, every 1, until one year on; days, instance, pattern and month are
-/// the date's.
+/// Proposals for an entry on a date: daily, every 1, until one year on, if there is such a year; days,
+/// instance, pattern and month are the date's.
 TRecurrence_Pages Propose_Pages(TDateTime date);
 
 /// Takes the monthly and yearly instance and pattern anew from a date, as when the user moves the entry.

@@ -49,7 +49,7 @@ void TReminder_Rules::Prepare_New(TDateTime now) {
   const int hour = (Decode_Time(now).Hour + 1) % 24;
   Show_Moment(From_Msecs(Whole_Day(CurrentDate) * Msecs_Per_Day + hour * 3'600'000LL));
   Pages = Propose_Pages(event_date);
-  Alarm_Text = Convert_Offset_to_ItemText(Proposed_Offset);
+  Show_Alarm();
 }
 
 void TReminder_Rules::Load(const TRows& rows) {
@@ -58,7 +58,7 @@ void TReminder_Rules::Load(const TRows& rows) {
   stored_first_date = rows.Event.DateTime(rows.Event.Field("FirstDate"));
   stored_pattern = pattern = Read_Pattern(rows.Event);
   Show_Moment(rows.Occurrence.DateTime(rows.Occurrence.Field("EventDate")));
-  Alarm_Text = Convert_Offset_to_ItemText(Alarm.On ? Alarm.Offset : Proposed_Offset);
+  Show_Alarm();
   Pages = Propose_Pages(event_date);
 }
 
@@ -69,15 +69,34 @@ void TReminder_Rules::Open_Whole_Set() {
 }
 
 void TReminder_Rules::Set_Recurring(bool recurring) {
-  if (Is_New()) recurring_new = recurring;
+  if (!Is_New()) return;
+  if (recurring && !pages_shown) Pages = Propose_Pages(Day);
+  pages_shown = pages_shown || recurring;
+  recurring_new = recurring;
 }
 
 void TReminder_Rules::Day_Changed() {
   Follow_Date(Pages, Day);
 }
 
+TDateTime TReminder_Rules::Shown_Moment() const {
+  TDateTime time = 0;
+  if (!No_Time && !Str2Time(Time_Text, time)) time = 0;
+  return From_Msecs(Whole_Day(Day) * Msecs_Per_Day + Msec_Of_Day(time));
+}
+
+void TReminder_Rules::Show_Alarm() {
+  Alarm_Text = Convert_Offset_to_ItemText(Alarm.On ? Alarm.Offset : Proposed_Offset);
+}
+
+TAlarm TReminder_Rules::Shown_Alarm() const {
+  TAlarm shown = Alarm;
+  std::string text = Alarm_Text;
+  Validate_Alarm_Offset(text, shown.Offset);
+  return shown;
+}
+
 TRefusal TReminder_Rules::Validate_Date() {
-  const auto day = static_cast<TDateTime>(Whole_Day(Day));
   TDateTime time = 0;
   if (!No_Time && !Str2Time(Time_Text, time)) {
     return {"Invalid Date",
@@ -85,7 +104,7 @@ TRefusal TReminder_Rules::Validate_Date() {
                 Format_Settings().ShortTimeFormat,
             "SetTimeBox"};
   }
-  event_date = No_Time ? day : From_Msecs(To_Msecs(day) + Msec_Of_Day(time));
+  event_date = Shown_Moment();
   return {};
 }
 
@@ -131,12 +150,24 @@ std::int64_t TReminder_Rules::Occurrences_To_Write(std::int64_t limit) const {
   std::int64_t count = 1;
   TDateTime date = event_date;
   while (count <= limit) {
-    const TDateTime next = Next_Occurrence(pattern, date);
+    TDateTime next = 0;
+    try {
+      next = Next_Occurrence(pattern, date);
+    } catch (const EConvert_Error&) {
+      break;
+    }
     if (next == 0 || next <= date) break;
     date = next;
     if (date > 0) ++count;
   }
   return count;
+}
+
+void TReminder_Rules::Update_Done() {
+  if (mode != TEntry_Mode::Whole_Set) return;
+  if (recurrence_changed) stored_first_date = event_date;
+  stored_pattern = pattern;
+  recurrence_changed = false;
 }
 
 void TReminder_Rules::Write_Definition(TRows& rows) {

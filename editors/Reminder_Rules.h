@@ -16,23 +16,30 @@ class TReminder_Rules : public TEntry_Rules {
   }
   /// Turns the record to the whole set, from its first date on, whichever occurrence was opened.
   void Open_Whole_Set();
-  /// Turns a new event into a set, or back.
+  /// Turns a new event into a set, or back. The first time the pages are proposed anew from its date.
   void Set_Recurring(bool recurring);
   bool Is_Recurring() const { return mode == TEntry_Mode::Whole_Set || recurring_new; }
 
   std::string Time_Text;  // as typed
   bool No_Time = false;
+  std::string Alarm_Text;  // of the offset, as typed
   TRecurrence_Pages Pages;
 
   /// The date changed: takes the proposals that follow it along.
   void Day_Changed();
+  /// The event's date and time; the day alone while what is typed is no time.
+  TDateTime Shown_Moment() const;
+  /// Takes the text of the offset from the alarm.
+  void Show_Alarm();
+  /// The alarm with the offset that is typed; with the last valid one while that is none.
+  TAlarm Shown_Alarm() const;
 
   TRefusal Validate() override;
   /// Whether what was validated would make the stored set's dates or alarms anew. Always false but for a
   /// whole stored set.
   bool Check_If_Recurrence_Changed();
   /// How many occurrences saving would write, counted no further than one above `limit`; 0 when it would
-  /// rewrite none.
+  /// rewrite none. Ends at a date that cannot be made, on which saving will fail.
   std::int64_t Occurrences_To_Write(std::int64_t limit) const;
 
  private:
@@ -46,18 +53,16 @@ class TReminder_Rules : public TEntry_Rules {
   bool Keeps_Date() const override;
   void Write_Definition(TRows& rows) override;
   void Write_Later_Dates(const std::string& event) override;
+  void Update_Done() override;
   void Show_Moment(TDateTime moment);
   TRefusal Validate_Date();
   TRefusal Validate_Alarm_Input();
 
   int event_type = 0;
-  bool recurring_new = false, recurrence_changed = false;
+  bool recurring_new = false, pages_shown = false, recurrence_changed = false;
   TDateTime event_date = 0;
   TDateTime stored_first_date = 0;
   TRecurrence_Pattern stored_pattern, pattern;
-
- public:
-  std::string Alarm_Text;  // of the offset, as typed
 };
 
 }  // namespace KTReminds

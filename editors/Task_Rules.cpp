@@ -14,7 +14,6 @@ using namespace Kt_util_01;
 namespace {
 
 constexpr TEntry_Words Words = {"fm_Task", "fm_Task", "A subject for this task is required.", "Task"};
-constexpr int Proposed_Alarm_Offset = 960;  // 08:00 on the day before
 constexpr double Hundredths = 100;
 
 TDateTime Whole(TDateTime date) {
@@ -61,9 +60,13 @@ void TTask_Rules::Prepare_New(TDateTime /*now*/) {
 }
 
 void TTask_Rules::Show_Alarm() {
-  const TDateTime moment = SubtractMins(Whole(Day), Alarm.On ? Alarm.Offset : Proposed_Alarm_Offset);
-  Alarm_Day = Whole(moment);
-  Alarm_Time_Text = FormatDateTime("t", moment);
+  Show_Alarm_Moment(Day, Alarm, Alarm_Day, Alarm_Time_Text);
+}
+
+TAlarm TTask_Rules::Shown_Alarm() const {
+  TAlarm shown = Alarm;
+  Validate_Alarm_Moment(Day, Alarm_Day, Alarm_Time_Text, shown.Offset, {}, {});
+  return shown;
 }
 
 void TTask_Rules::Load(const TRows& rows) {

@@ -33,6 +33,11 @@ class TTask_Rules : public TEntry_Rules {
   /// Takes the status from a percentage that was typed, when it is a number.
   void Percentage_Changed();
 
+  /// Takes the alarm's day and time from its offset and the day on which the task is due.
+  void Show_Alarm();
+  /// The alarm as its day and time stand; an offset is kept as it was while they make none.
+  TAlarm Shown_Alarm() const;
+
   TRefusal Validate() override;
 
  private:
@@ -45,7 +50,6 @@ class TTask_Rules : public TEntry_Rules {
   bool Is_Done() const override { return Status == Task_Completed; }
   void Write_Definition(TRows& rows) override;
   void Finish_Update(TRows& rows) override;
-  void Show_Alarm();
   TRefusal Validate_Numbers();
 
   bool started_visible = false, completed_visible = false;

@@ -151,6 +151,14 @@ TDateTime Local_To_UTC(TDateTime local);
 /// The user's local time of a local time in any IANA zone; false when the zone is unknown.
 bool Zone_To_Local(const std::string& zone, TDateTime value, TDateTime& local);
 
+/// What a journal entry can be recorded as. Codes are stored: never renumber.
+struct TActivity {
+  int Code;
+  std::string Name;
+};
+/// All activities, in the order in which lists show them.
+const std::vector<TActivity>& Populate_Activities();
+
 // ---- prompts, sounds, settings: seams that a host or a test replaces -------------------------------------
 
 inline constexpr int Answer_Yes = 6;

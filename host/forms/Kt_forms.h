@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QPointer>
 #include <QWidget>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -122,6 +123,19 @@ QWidget* Main_Form();
 /// Gives a control found by its name the focus, first making every page of a tab widget or stack around it
 /// the current one. Selects the text of an input. Ignores an unknown name.
 void Focus_Control(QWidget* form, const std::string& name);
+
+/// Plays a .wav file once, without waiting for its end. False when this machine has no sound or cannot play
+/// the file.
+bool Play_Sound_File(const std::string& path);
+/// Sounds the system's beep. False when this machine has nothing to play it on.
+bool Message_Beep();
+
+/// How the host opens a contact; null while it has no pages for contacts, as at the start.
+using TContact_Opener = std::function<void(const std::string& contact)>;
+void Install_Contact_Opener(TContact_Opener opener);
+bool Can_Open_Contacts();
+/// Does nothing while contacts cannot be opened.
+void Open_Contact(const std::string& contact);
 
 QString To_Qt(std::string_view text);
 std::string From_Qt(const QString& text);

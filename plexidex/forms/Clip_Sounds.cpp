@@ -1,5 +1,6 @@
 #include "Clip_Sounds.h"
 
+#include <QApplication>
 #include <QAudioDevice>
 #include <QFile>
 #include <QMediaDevices>
@@ -28,6 +29,11 @@ void TClip_Sounds::Play(int number) {
     clip->setSource(QUrl(QStringLiteral("qrc") + file));
   }
   clip->play();
+}
+
+bool Message_Beep() {
+  QApplication::beep();
+  return Has_Sound();
 }
 
 bool Play_Sound_File(const std::string& path) {

@@ -20,9 +20,6 @@ class TClip_Sounds : public Kt_util_01::TSounds {
   std::map<int, std::unique_ptr<QSoundEffect>> clips;
 };
 
-/// Plays a .wav file once, without waiting for its end. False when this machine has no sound or cannot play
-/// the file.
-bool Play_Sound_File(const std::string& path);
 /// Whether there is anything to play sounds on.
 bool Has_Sound();
 

@@ -186,6 +186,25 @@ void Focus_Control(QWidget* form, const std::string& name) {
     combo->lineEdit()->selectAll();
 }
 
+namespace {
+TContact_Opener& Contact_Opener() {
+  static TContact_Opener opener;
+  return opener;
+}
+}  // namespace
+
+void Install_Contact_Opener(TContact_Opener opener) {
+  Contact_Opener() = std::move(opener);
+}
+
+bool Can_Open_Contacts() {
+  return static_cast<bool>(Contact_Opener());
+}
+
+void Open_Contact(const std::string& contact) {
+  if (Can_Open_Contacts()) Contact_Opener()(contact);
+}
+
 QString To_Qt(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }

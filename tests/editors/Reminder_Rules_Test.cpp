@@ -193,6 +193,36 @@ TEST_F(Reminder_Rules, A_New_Set_Of_Each_Frequency_Has_Its_Dates) {
   }
 }
 
+TEST_F(Reminder_Rules, A_Set_That_Was_Saved_Has_Not_Changed_When_It_Is_Saved_Again) {
+  TReminder_Rules rules;
+  ASSERT_TRUE(Open(rules, Make(5)));
+  rules.Open_Whole_Set();
+  rules.Time_Text = "1:15 PM";
+  rules.Pages.Daily_Number = "2";
+  EXPECT_EQ(Save(rules), "rewritten");
+  rules.Location = "Canteen";
+  EXPECT_EQ(Save(rules), "saved");
+  rules.Alarm.On = false;
+  EXPECT_EQ(Save(rules), "rewritten");
+}
+
+TEST_F(Reminder_Rules, A_Set_Is_Proposed_From_The_Date_When_It_Is_First_Made) {
+  TReminder_Rules rules;
+  ASSERT_TRUE(Open(rules, "", "Set"));
+  rules.Day = 45400;
+  rules.Set_Recurring(true);
+  EXPECT_EQ(rules.Pages.Until, 45400 + 365);
+  rules.Pages.Weekly_Number = "3";
+  rules.Set_Recurring(false);
+  rules.Set_Recurring(true);
+  EXPECT_EQ(rules.Pages.Weekly_Number, "3") << "what was typed comes back";
+  TReminder_Rules last;
+  ASSERT_TRUE(Open(last, "", "Set"));
+  last.Day = Kt_util_01::Encode_Date(9999, 6, 1);
+  last.Set_Recurring(true);
+  EXPECT_EQ(last.Pages.Until, last.Day) << "there is no year after it";
+}
+
 TEST_F(Reminder_Rules, A_Failure_Reports_Once_With_Its_Tag_And_Changes_Nothing) {
   const std::string key = Make(5);
   TReminder_Rules rules;

@@ -1,0 +1,53 @@
+#include "Form_Checks.h"
+
+#include <QAbstractButton>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <map>
+
+namespace {
+
+constexpr int Screen_Height = 768;
+
+QString Caption(const QWidget* control) {
+  if (const auto* label = qobject_cast<const QLabel*>(control)) return label->text();
+  if (const auto* button = qobject_cast<const QAbstractButton*>(control)) return button->text();
+  return {};
+}
+
+bool Is_Part_Of_Another(const QWidget* control) {
+  return control->objectName().isEmpty() || control->objectName().startsWith(QStringLiteral("qt_"));
+}
+
+bool Needs_Name(const QWidget* control) {
+  return qobject_cast<const QLineEdit*>(control) || qobject_cast<const QComboBox*>(control) ||
+         qobject_cast<const QAbstractButton*>(control) || qobject_cast<const QAbstractSpinBox*>(control) ||
+         qobject_cast<const QPlainTextEdit*>(control);
+}
+
+}  // namespace
+
+std::string Make_Checks(QWidget* form) {
+  std::string wrong;
+  const auto note = [&wrong](const QWidget* control, const char* what) {
+    wrong += control->objectName().toStdString() + " " + what + "\n";
+  };
+  std::map<QString, const QWidget*> mnemonics;
+  const int frame = 40;
+  if (form->minimumSizeHint().height() + frame > Screen_Height) note(form, "is too high");
+  for (const QWidget* control : form->findChildren<QWidget*>()) {
+    if (!control->isVisible() || Is_Part_Of_Another(control)) continue;
+    if (Needs_Name(control) && control->accessibleName().isEmpty()) note(control, "has no accessible name");
+    const QString caption = Caption(control);
+    const QSize needed = control->minimumSizeHint();
+    if (control->width() < needed.width() || control->height() < needed.height()) note(control, "is clipped");
+    if (const QString key = QKeySequence::mnemonic(caption).toString(); !key.isEmpty()) {
+      if (!mnemonics.emplace(key, control).second) note(control, "shares its mnemonic");
+    }
+  }
+  return wrong;
+}
