@@ -26,9 +26,7 @@ TBook Choose_Book(const std::string& name) {
   return book;
 }
 
-}  // namespace
-
-TImport_Report Import_Calendar(const std::string& file, const TImport_Options& options) {
+TImport_Report Plan_And_Write(const std::string& file, const TImport_Options& options) {
   TImport_Report report;
   const TCalendar_File calendar(file);
   TBook book = Choose_Book(options.Book);
@@ -62,6 +60,17 @@ TImport_Report Import_Calendar(const std::string& file, const TImport_Options& o
     for (TPlanned_Entry& entry : entries) writer.Write(entry);
   });
   return report;
+}
+
+}  // namespace
+
+TImport_Report Import_Calendar(const std::string& file, const TImport_Options& options) {
+  try {
+    return Plan_And_Write(file, options);
+  } catch (const EData_Error& e) {
+    throw EImport_Error("Nothing was imported from \"" + file + "\": the data could not be read (" +
+                        e.what() + ").");
+  }
 }
 
 }  // namespace Plexidex

@@ -161,7 +161,8 @@ void Read_End(TComponent& read, TZones& zones, std::vector<TImport_Remark>& rema
     if (given) {
       read.Has_Due = true;
       read.Due = end;
-      if (!read.Has_Start) read.Start = end;
+      const bool starts_later = read.Has_Start && Whole_Day(read.Start.Local()) > Whole_Day(end.Local());
+      if (!read.Has_Start || starts_later) read.Start = end;
     } else if (read.Has_Start) {
       read.Has_Due = true;
       read.Due = read.Start;
@@ -335,8 +336,10 @@ bool Read_Time(icalproperty* property, TZones& zones, const std::string& what,
     bool known = false;
     time.Zone = zones.Find(name, known);
     const std::string why = "the time zone \"" + name + "\" is not known; its times were taken as local";
-    const auto same = [&](const TImport_Remark& remark) { return remark.What == what && remark.Why == why; };
-    if (!known && std::none_of(remarks.begin(), remarks.end(), same)) remarks.push_back({what, why});
+    // Once for a component is enough; its remarks are the last ones.
+    auto last = remarks.rbegin();
+    while (last != remarks.rend() && last->What == what && last->Why != why) ++last;
+    if (!known && (last == remarks.rend() || last->What != what)) remarks.push_back({what, why});
   }
   return In_Date_Range(time.Local());
 }

@@ -145,23 +145,13 @@ class TEntry_Planner {
       Remark("it changes " + ISO_DateTime(From_Msecs(moment)) +
              ", which is none of its dates; the change was written as an entry of its own");
     } else if (series.Is_Set && Says_The_Same(component.Content, master->Content)) {
-      const bool same_alarm = component.Content.Alarm == master->Content.Alarm;
-      if (!series.Is_Extra(moment)) {
-        excluded.erase(moment);
-        if (same_alarm && To_Msecs(date) == moment) return;
-        event.Changes[moment] = {false, date, component.Content.Alarm};
-        return;
-      }
-      if (same_alarm) {
-        excluded.insert(moment);
-        moved_extra.push_back(date);
-        return;
-      }
+      excluded.erase(moment);
+      if (To_Msecs(date) == moment && component.Content.Alarm == master->Content.Alarm) return;
+      event.Changes[moment] = {false, date, component.Content.Alarm};
+      return;
     }
     excluded.insert(moment);
-    TComponent alone = component;
-    alone.Cancelled = false;
-    Plan_Alone(alone);
+    Plan_Alone(component);
   }
 
   void Plan_Set() {
@@ -175,7 +165,6 @@ class TEntry_Planner {
       if (Is_Date_Of_Rule(moment)) --left;
     }
     event.Extra = Extra_Left();
-    event.Extra.insert(event.Extra.end(), moved_extra.begin(), moved_extra.end());
     if (left > 0 || !event.Extra.empty()) entry.Events.push_back(std::move(event));
   }
 
@@ -219,7 +208,6 @@ class TEntry_Planner {
   TComponent* master = nullptr;
   std::map<TMoment, TComponent*> overrides;
   std::set<TMoment> excluded, rule_dates;
-  std::vector<TDateTime> moved_extra;
   TSeries series;
   TPlanned_Event event;
 };

@@ -82,17 +82,23 @@ bool Read_Frame(const std::string& line, const char* word, std::string& name) {
   return true;
 }
 
+// Components that hold no place inside each other.
+bool Stands_By_Itself(const std::string& component) {
+  constexpr std::string_view kinds[] = {"VCALENDAR", "VEVENT", "VTODO", "VJOURNAL", "VFREEBUSY", "VTIMEZONE"};
+  return std::find(std::begin(kinds), std::end(kinds), component) != std::end(kinds);
+}
+
 }  // namespace
 
 void Check_Structure(const std::string& name, const std::string& text) {
+  const auto damage = [&name](const char* what, const std::string& where) {
+    return EImport_Error(name + " is " + what + ": " + where + ".");
+  };
   const auto at = [](std::size_t line) { return "line " + std::to_string(line); };
-  if (Trimmed(text.substr(0, 1U << 16)).empty() && text.find_first_not_of(" \t\r\n") == std::string::npos) {
-    throw EImport_Error(name + " is empty.");
-  }
+  if (text.find_first_not_of(" \t\r\n") == std::string::npos) throw EImport_Error(name + " is empty.");
   if (const auto zero = text.find('\0'); zero != std::string::npos) {
-    const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(zero), '\n');
-    throw EImport_Error(name + " is no calendar: " + at(static_cast<std::size_t>(line)) +
-                        " holds binary data.");
+    const auto before = std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(zero), '\n');
+    throw damage("no calendar", at(static_cast<std::size_t>(before) + 1) + " holds binary data");
   }
 
   struct TOpen {
@@ -100,38 +106,36 @@ void Check_Structure(const std::string& name, const std::string& text) {
     std::size_t Line;
   };
   std::vector<TOpen> open;
+  const auto innermost = [&] { return open.back().Name + " of " + at(open.back().Line); };
   bool any = false;
   std::string line, frame;
   std::size_t number = 0;
   for (TContent_Lines lines(text); lines.Next(line, number);) {
     if (Read_Frame(line, "BEGIN:", frame)) {
       if (open.empty() && frame != "VCALENDAR") {
-        throw EImport_Error(name + " is no calendar: " + at(number) + " begins a " + frame +
-                            " outside of one.");
+        throw damage("no calendar", at(number) + " begins a " + frame + " outside of one");
+      }
+      // An end that was lost would otherwise hide what follows.
+      if (!open.empty() && Stands_By_Itself(frame) && (open.size() > 1 || frame == "VCALENDAR")) {
+        throw damage("damaged", at(number) + " begins a " + frame + " inside the " + innermost());
       }
       open.push_back({frame, number});
       any = true;
     } else if (Read_Frame(line, "END:", frame)) {
-      if (open.empty())
-        throw EImport_Error(name + " is damaged: " + at(number) + " ends a " + frame + " that never began.");
-      const TOpen& inner = open.back();
-      if (inner.Name != frame) {
-        const bool cut =
-            inner.Name.starts_with(frame) && text.find('\n', text.size() - 1) == std::string::npos;
-        throw EImport_Error(name + (cut ? " is cut short: " : " is damaged: ") + at(number) + " ends a " +
-                            (frame.empty() ? "component without a name" : frame) + " where the " +
-                            inner.Name + " of " + at(inner.Line) + " is open.");
+      if (open.empty()) throw damage("damaged", at(number) + " ends a " + frame + " that never began");
+      if (open.back().Name != frame) {
+        const bool cut = open.back().Name.starts_with(frame) && text.back() != '\n';
+        if (frame.empty()) frame = "component without a name";
+        throw damage(cut ? "cut short" : "damaged",
+                     at(number) + " ends a " + frame + " where the " + innermost() + " is open");
       }
       open.pop_back();
     } else if (open.empty() && !Trimmed(line).empty()) {
-      throw EImport_Error(name + (any ? " is damaged: " : " is no calendar: ") + at(number) +
-                          (any ? " follows the end of the calendar." : " does not begin a calendar."));
+      if (any) throw damage("damaged", at(number) + " follows the end of the calendar");
+      throw damage("no calendar", at(number) + " does not begin a calendar");
     }
   }
-  if (!open.empty()) {
-    throw EImport_Error(name + " is cut short: the " + open.back().Name + " of " + at(open.back().Line) +
-                        " has no end.");
-  }
+  if (!open.empty()) throw damage("cut short", "the " + innermost() + " has no end");
 }
 
 TCalendar_File::TCalendar_File(const std::string& file) {

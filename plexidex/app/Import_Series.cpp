@@ -29,8 +29,7 @@ std::vector<TDateTime> Collect_Dates(const TComponent& component, const std::vec
 }  // namespace
 
 bool TSeries::Is_Extra(TMoment moment) const {
-  return std::any_of(Extra.begin(), Extra.end(),
-                     [moment](TDateTime date) { return To_Msecs(date) == moment; });
+  return std::binary_search(Extra.begin(), Extra.end(), From_Msecs(moment));
 }
 
 TDateTime Named_Occurrence(const TComponent& component, const TFile_Time& time) {

@@ -19,7 +19,7 @@ struct TSeries {
   std::vector<TDateTime> Dates;  // of a set its first date only
   bool Starts_Only = false;      // the rule gives nothing at all, so that the start stands alone
   std::int64_t Count = 0;        // how many dates there are, those in Extra not counted
-  std::vector<TDateTime> Extra;  // given one by one, besides a rule
+  std::vector<TDateTime> Extra;  // given one by one, besides a rule; ascending
   std::set<TMoment> Met;         // those of the moments asked for that are among the dates or Extra
   std::set<TMoment> Excluded;    // by a rule of exclusions
 

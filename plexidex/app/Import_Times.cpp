@@ -40,13 +40,25 @@ bool Is_System_Zone(const std::string& name) {
 // Programs put their own prefix before the name: "/example.org/20240101_1/Europe/Berlin".
 std::string System_Zone_In(const std::string& tzid) {
   for (std::size_t start = 0; start < tzid.size();) {
-    const std::string name = tzid.substr(start);
+    std::string name = tzid.substr(start);
     if (!name.starts_with('/') && Is_System_Zone(name)) return name;
     const auto slash = tzid.find('/', start);
     if (slash == std::string::npos) break;
     start = slash + 1;
   }
   return {};
+}
+
+// A zone changes its clock a few times a year. Rules of days or seconds would fill the memory with changes.
+bool Is_Bounded(icalcomponent* definition) {
+  for (icalcompiter i = icalcomponent_begin_component(definition, ICAL_ANY_COMPONENT); icalcompiter_deref(&i);
+       icalcompiter_next(&i)) {
+    for (icalproperty* rule = icalcomponent_get_first_property(icalcompiter_deref(&i), ICAL_RRULE_PROPERTY);
+         rule; rule = icalcomponent_get_next_property(icalcompiter_deref(&i), ICAL_RRULE_PROPERTY)) {
+      if (icalproperty_get_rrule(rule).freq < ICAL_MONTHLY_RECURRENCE) return false;
+    }
+  }
+  return true;
 }
 
 }  // namespace
@@ -66,19 +78,19 @@ TZone TZone::Named(const std::string& name) {
   return zone;
 }
 
-TZone TZone::Defined(icalcomponent* definition) {
-  TZone zone;
+bool TZone::Defined(icalcomponent* definition, TZone& zone) {
+  if (!Is_Bounded(definition)) return false;
   icaltimezone* const made = icaltimezone_new();
   icalcomponent* const copy = icalcomponent_new_clone(definition);
   // The zone takes its component over, and frees it.
   if (!icaltimezone_set_component(made, copy)) {
     icalcomponent_free(copy);
     icaltimezone_free(made, 1);
-    return zone;
+    return false;
   }
   zone.kind = TKind::Defined;
   zone.defined = std::shared_ptr<icaltimezone>(made, TFree());
-  return zone;
+  return true;
 }
 
 TDateTime TZone::To_Local(TDateTime wall) const {
@@ -122,10 +134,8 @@ const TZone& TZones::Find(const std::string& tzid, bool& known) {
     TKnown entry{TZone(), true};
     if (!system.empty()) {
       entry.Zone = TZone::Named(system);
-    } else if (definition != definitions.end()) {
-      entry.Zone = TZone::Defined(definition->second);
     } else {
-      entry.Known = false;
+      entry.Known = definition != definitions.end() && TZone::Defined(definition->second, entry.Zone);
     }
     place = found.emplace(tzid, std::move(entry)).first;
   }

@@ -23,8 +23,8 @@ class TZone {
   static TZone UTC();
   /// A zone that the system knows by its IANA name.
   static TZone Named(const std::string& name);
-  /// As a component of the file defines it; the component must outlive the zone.
-  static TZone Defined(icalcomponent* definition);
+  /// As a component of a file defines it. False, and no change, for a definition that makes no zone.
+  static bool Defined(icalcomponent* definition, TZone& zone);
 
   /// The user's local time at a wall time of this zone.
   TDateTime To_Local(TDateTime wall) const;

@@ -124,7 +124,7 @@ std::string TEntry_Writer::Create(const TPlanned_Event& planned, TDateTime date,
   event.FirstDate = date;
   event.Pattern = pattern;
   event.EventType = planned.Is_Task ? KTReminds::Event_Type_Task : 0;
-  const std::string first = KTReminds::Create_Event(event, key);
+  std::string first = KTReminds::Create_Event(event, key);
   if (first.empty()) throw EAlready_Reported();
   if (content.Activity >= 0) {
     if (!events.FindKey({key}))
@@ -201,7 +201,7 @@ void TEntry_Writer::Write_Set(const TPlanned_Entry& entry, const TPlanned_Event&
   Create(event, event.Dates.front(), event.Pattern, event.Content.Alarm.On, key);
   Remember(entry, key);
   const TPlanned_Content& content = event.Content;
-  const std::string user = User_Key();
+  const std::string& user = User_Key();
   KTReminds::TOccurrence_Writer writer(
       {key, book.Calendar, book.Key, user, content.Alarm.Sound, content.Alarm.On, content.Alarm.Offset});
   for (const TDateTime date : event.Extra) writer.Write(date, false);
