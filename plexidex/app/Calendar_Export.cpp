@@ -215,10 +215,12 @@ TExport_Report Export_Calendar(const std::string& file, const std::string& book_
     stream.close();
     if (!stream) throw fail("the disk takes no more");
     replacement.Take_Place();
-  } catch (const EData_Error& e) {
-    throw fail(std::string("the data could not be read (") + e.what() + ")");
+  } catch (const EExport_Error&) {
+    throw;
   } catch (const std::filesystem::filesystem_error& e) {
     throw fail(e.code().message());
+  } catch (const std::exception& e) {
+    throw fail(std::string("the data could not be read (") + e.what() + ")");
   }
   return report;
 }

@@ -29,7 +29,7 @@ std::string By_Mask(const TRecurrence_Pattern& pattern) {
 std::string By_Kind(const TRecurrence_Pattern& pattern) {
   const int position = pattern.Instance == Last_Instance ? -1 : pattern.Instance + 1;
   const std::string place = std::to_string(position);
-  const int kind = std::bit_width(pattern.P | 1U) - 1;
+  const auto kind = static_cast<int>(std::bit_width(pattern.P | 1U)) - 1;
   switch (kind) {
     case 0:
       return ";BYMONTHDAY=" + place;
@@ -62,19 +62,19 @@ std::string Rule_Of(const TRecurrence_Pattern& pattern) {
   }
 }
 
-// False when the rule cannot be followed.
-bool Dates_Of(const std::string& rule, TDateTime start, bool are_days, std::vector<TDateTime>& found) {
+// The dates of a rule that an import turns into a set again; none for another one.
+std::vector<TDateTime> Dates_Of(const std::string& rule, TDateTime start, bool are_days) {
+  std::vector<TDateTime> found;
   try {
     TFile_Time from;
     from.Wall = start;
     from.Is_Date = are_days;
-    TRule_Dates dates(rule, from, start);
-    found.clear();
-    for (TDateTime date = 0; dates.Next(date);) found.push_back(date);
-    return !found.empty();
+    const auto add = [&found](TDateTime date) { found.push_back(date); };
+    if (!Translate_Rule(rule, from, start, add).Agrees) found.clear();
   } catch (const ERule_Error&) {
-    return false;
+    found.clear();
   }
+  return found;
 }
 
 std::vector<TDateTime> Without(const std::vector<TDateTime>& dates, const std::vector<TDateTime>& others) {
@@ -87,23 +87,31 @@ std::vector<TDateTime> Without(const std::vector<TDateTime>& dates, const std::v
 
 TWritten_Dates Written_Dates(const TRecurrence_Pattern& pattern, TDateTime first,
                              const std::vector<TDateTime>& dates, bool are_days) {
-  TWritten_Dates written;
-  written.Start = dates.front();
-  written.Further.assign(dates.begin() + 1, dates.end());
+  TWritten_Dates best;
+  best.Start = dates.front();
+  best.Further.assign(dates.begin() + 1, dates.end());
   std::string rule = Rule_Of(pattern);
-  if (rule.empty() || dates.size() < 2) return written;
+  if (rule.empty() || dates.size() < 2) return best;
   rule += ";UNTIL=" + Moment_Text(dates.back(), are_days);
 
-  std::vector<TDateTime> found;
-  if (!Dates_Of(rule, first, are_days, found)) return written;
-  // Other programs take the start for a date of the entry, whatever the rule says.
-  if (found.front() != first && !std::binary_search(dates.begin(), dates.end(), first)) {
-    first = found.front();
-    if (!Dates_Of(rule, first, are_days, found)) return written;
-  }
-  std::vector<TDateTime> missing = Without(found, dates), further = Without(dates, found);
-  if (missing.size() + further.size() >= written.Further.size()) return written;
-  return {first, rule, std::move(missing), std::move(further)};
+  const auto is_ours = [&dates](TDateTime date) {
+    return std::binary_search(dates.begin(), dates.end(), date);
+  };
+  const auto try_start = [&](TDateTime start) {
+    std::vector<TDateTime> found = Dates_Of(rule, start, are_days);
+    // Other programs take the start for a date of the entry, whatever the rule says.
+    if (found.empty() || (found.front() != start && !is_ours(start))) return found;
+    std::vector<TDateTime> missing = Without(found, dates), further = Without(dates, found);
+    if (missing.size() + further.size() < best.Missing.size() + best.Further.size()) {
+      best = {start, rule, std::move(missing), std::move(further)};
+    }
+    return found;
+  };
+  const std::vector<TDateTime> found = try_start(first);
+  // Where the set's own beginning has been deleted, a later one may need fewer exceptions.
+  const auto common = std::find_if(found.begin(), found.end(), is_ours);
+  if (common != found.end() && !is_ours(first)) try_start(*common);
+  return best;
 }
 
 }  // namespace Plexidex
