@@ -24,8 +24,11 @@ constexpr auto Read_Tables = " [KT_Events/KT_Events_Data/KT_Alarms]";
 TDateTime Day_Start(TDateTime date) {
   return static_cast<TDateTime>(Whole_Day(date));
 }
+// The last second of a day, and the half millisecond behind it that still rounds to it: the dates of a set
+// that began long ago are off by less.
 TDateTime Day_End(TDateTime date) {
-  return From_Msecs((Whole_Day(date) + 1) * Msecs_Per_Day - 1000);
+  constexpr double half_msec = 0.5 / static_cast<double>(Msecs_Per_Day);
+  return From_Msecs((Whole_Day(date) + 1) * Msecs_Per_Day - 1000) + half_msec;
 }
 
 void Add_Item(TItem_List& list, std::unique_ptr<TEventKey> entry, int image) {

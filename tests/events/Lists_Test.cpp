@@ -19,7 +19,7 @@ class Lists : public testing::Test {
     SortKey = 2;
     SortAscending = true;
   }
-  struct TSpec {
+  struct TAdded {
     TDateTime Date;
     std::string Title;
     int EventType = 0;
@@ -29,18 +29,18 @@ class Lists : public testing::Test {
     std::string User = Kt_util_01::User_Key();
     bool Private = false;
   };
-  std::string Add(const TSpec& spec) {
+  std::string Add(const TAdded& added) {
     TNew_Event event;
-    event.Contact = spec.Contact.empty() ? database.Book().Calendar : spec.Contact;
+    event.Contact = added.Contact.empty() ? database.Book().Calendar : added.Contact;
     event.Book = database.Book().Key;
-    event.Title = spec.Title;
-    event.Location = "in " + spec.Title;
-    event.User = spec.User;
-    event.Alarm = spec.Alarm;
-    event.Private = spec.Private;
-    event.FirstDate = spec.Date;
-    event.Priority = spec.Priority;
-    event.EventType = spec.EventType;
+    event.Title = added.Title;
+    event.Location = "in " + added.Title;
+    event.User = added.User;
+    event.Alarm = added.Alarm;
+    event.Private = added.Private;
+    event.FirstDate = added.Date;
+    event.Priority = added.Priority;
+    event.EventType = added.EventType;
     std::string key;
     return Create_Event(event, key);
   }
@@ -75,6 +75,17 @@ TEST_F(Lists, A_Window_Holds_Whole_Days) {
   EXPECT_EQ(Window(Day + 0.7, Day + 0.2), "midnight last second");
   EXPECT_EQ(Window(Day - 1, Day + 1), "before midnight last second after");
   EXPECT_EQ(Window(Day + 5, Day + 9), "");
+}
+
+TEST_F(Lists, The_Last_Second_Of_A_Day_Counts_However_Long_Ago_The_Set_Began) {
+  const TDateTime first = Kt_util_01::From_Msecs(20000 * Kt_util_01::Msecs_Per_Day + 86'399'000);
+  const TRecurrence_Pattern daily{1, 1, true, 0, 0, 0, Day};
+  TDateTime date = first;
+  while (Next_Occurrence(daily, date) != 0) date = Next_Occurrence(daily, date);
+  Add({date, "last second"});
+  EXPECT_EQ(Window(Day, Day), "last second");
+  Build_Reminder_DayView("", database.Book().Key, list, Day, true, true);
+  EXPECT_EQ(list.Count(), 1u);
 }
 
 TEST_F(Lists, An_Entry_Carries_Its_Occurrence_Its_Set_And_Its_Contact) {
