@@ -151,9 +151,11 @@ class TCommand_Line {
       return "The command " + command->get_name() + " needs a " + option->get_type_name() + ".";
     }
     std::string message = error.what();
-    if (error.get_name() == "ArgumentMismatch")
-      return message.substr(0, message.find(':')) + " needs a value.";
-    return message;
+    if (error.get_name() != "ArgumentMismatch") return message;
+    const std::string option = message.substr(0, message.find(':'));
+    const CLI::Option* given = command->get_option_no_throw(option);
+    if (!given) given = app.get_option_no_throw(option);
+    return option + (given && given->count() > 1 ? " was given more than once." : " needs a value.");
   }
 
   CLI::App app{"Calendar, reminders and tasks", "plexidex"};

@@ -123,6 +123,7 @@ TEST_F(Commands_Test, Mistakes_Give_One_Sentence) {
       {{"done"}, "The command done needs a KEY."},
       {{"import"}, "The command import needs a FILE.ics."},
       {{"import", "x.ics", "--book"}, "--book needs a value."},
+      {{"agenda", "--from", "today", "--from", "tomorrow"}, "--from was given more than once."},
       {{"import", "x.ics", "--holidays"}, "--holidays requires --country."},
       {{"agenda", "--days", "2", "--to", "2024-01-01"}, "--to excludes --days."},
       {{"agenda", "--days", "-1"}, "--days: \"-1\" is not a number of days from 1 to 3652059."},
