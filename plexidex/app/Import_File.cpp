@@ -34,7 +34,28 @@ std::string Read_File(const std::string& file) {
   }
   if (stream.bad()) throw EImport_Error(name + " cannot be read to its end.");
   if (text.starts_with(Byte_Order_Mark)) text.erase(0, Byte_Order_Mark.size());
+  // Old programs end a line with a return alone.
+  if (text.find('\n') == std::string::npos) std::replace(text.begin(), text.end(), '\r', '\n');
   return text;
+}
+
+// The text with its very long lines folded: libical takes the square of a line's length in time, but not of
+// the whole that was folded.
+std::string Folded(const std::string& text) {
+  constexpr std::size_t long_line = 1U << 14, piece = 70;
+  std::string folded;
+  folded.reserve(text.size() + text.size() / 16);
+  for (std::size_t position = 0; position < text.size();) {
+    const std::size_t end = std::min(text.find('\n', position), text.size() - 1) + 1;
+    for (const bool is_long = end - position > long_line; is_long && end - position > 2 * piece;
+         position += piece) {
+      folded.append(text, position, piece);
+      folded += "\r\n ";
+    }
+    folded.append(text, position, end - position);
+    position = end;
+  }
+  return folded;
 }
 
 // The content lines of a calendar text, with their continuations, and the number of the line each begins on.
@@ -143,7 +164,7 @@ TCalendar_File::TCalendar_File(const std::string& file) {
   const std::string text = Read_File(file);
   Check_Structure(name, text);
   icalerror_set_errors_are_fatal(0);
-  root.reset(icalparser_parse_string(text.c_str()));
+  root.reset(icalparser_parse_string(Folded(text).c_str()));
   if (!root) throw EImport_Error(name + " is no calendar: nothing in it could be read.");
   if (icalcomponent_isa(root.get()) == ICAL_VCALENDAR_COMPONENT) {
     Add_Calendar(root.get());

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdlib>
 #include <random>
 
@@ -74,6 +75,20 @@ TEST_F(Import_Damage, What_Is_No_Calendar_Is_Refused_With_Its_Place) {
                 Sample()),
             "");
   EXPECT_GT(Query_Number("SELECT count(*) FROM KT_Events"), 5);
+}
+
+TEST_F(Import_Damage, Lines_Of_Any_Length_And_End_Are_Read) {
+  const std::string start = "BEGIN:VCALENDAR\nBEGIN:VEVENT\nUID:x\nDTSTART:20240101T090000\nDESCRIPTION:";
+  const std::string end = "\nEND:VEVENT\nEND:VCALENDAR\n";
+  std::string notes;
+  while (notes.size() < (12U << 20)) notes += "grün " + std::to_string(notes.size());
+  EXPECT_EQ(Try(start + notes + end), "");
+  EXPECT_EQ(Query_Text("SELECT Notes FROM KT_Events"), notes);
+
+  std::string returns = start + "old" + end;
+  std::replace(returns.begin(), returns.end(), '\n', '\r');
+  EXPECT_EQ(Try(returns), "");
+  EXPECT_EQ(Query_Text("SELECT Notes FROM KT_Events"), "old");
 }
 
 TEST_F(Import_Damage, A_File_Cut_Short_Anywhere_Is_Refused_Whole) {
