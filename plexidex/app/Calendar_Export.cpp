@@ -174,24 +174,34 @@ TBook Choose_Book(const std::string& name) {
   return books.front();
 }
 
-// A new file beside another one, gone with this unless it took that one's place.
+// A new file beside another one, gone with this unless it took that one's place. What is there and no file,
+// such as a device or a pipe, is written to itself: a file in its place would be another thing.
 class TReplacement {
  public:
-  explicit TReplacement(const std::string& of) : target(of), path(of + ".new-" + Get_GUID()) {}
+  explicit TReplacement(const std::string& of)
+      : in_place(std::filesystem::exists(of) && !std::filesystem::is_regular_file(of)),
+        target(in_place ? of : std::filesystem::weakly_canonical(of).string()),
+        path(in_place ? of : target + ".new-" + Get_GUID()) {}
   ~TReplacement() {
     std::error_code ignored;
-    if (!path.empty()) std::filesystem::remove(path, ignored);
+    if (!in_place && !path.empty()) std::filesystem::remove(path, ignored);
   }
   TReplacement(const TReplacement&) = delete;
   TReplacement& operator=(const TReplacement&) = delete;
 
   const std::string& Path() const { return path; }
   void Take_Place() {
+    if (in_place) return;
+    // Who may read the file stays as it was.
+    std::error_code ignored;
+    if (const auto status = std::filesystem::status(target, ignored); std::filesystem::exists(status))
+      std::filesystem::permissions(path, status.permissions(), ignored);
     std::filesystem::rename(path, target);
     path.clear();
   }
 
  private:
+  const bool in_place;
   const std::string target;
   std::string path;
 };

@@ -102,7 +102,10 @@ TWritten_Dates Written_Dates(const TRecurrence_Pattern& pattern, TDateTime first
     // Other programs take the start for a date of the entry, whatever the rule says.
     if (found.empty() || (found.front() != start && !is_ours(start))) return found;
     std::vector<TDateTime> missing = Without(found, dates), further = Without(dates, found);
-    if (missing.size() + further.size() < best.Missing.size() + best.Further.size()) {
+    const std::size_t exceptions = missing.size() + further.size(),
+                      least = best.Missing.size() + best.Further.size();
+    // With as many exceptions as dates it is still known to be a set.
+    if (exceptions < least || (exceptions == least && best.Rule.empty())) {
       best = {start, rule, std::move(missing), std::move(further)};
     }
     return found;

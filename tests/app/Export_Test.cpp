@@ -1,3 +1,7 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <filesystem>
 #include <random>
 #include <sstream>
@@ -175,6 +179,12 @@ TEST_F(Exporting, A_Rule_Is_Used_Where_It_Says_The_Dates) {
       << text;
   EXPECT_EQ(Export_Calendar(Out(), "").Rules, 1);
 
+  // Of three dates one was moved: as many exceptions as dates, but it stays a set.
+  Run_Sql("DELETE FROM KT_Events_Data WHERE EventDate < 45370");
+  m_Database.Reopen();
+  ASSERT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data"), 3);
+  EXPECT_EQ(Export_Calendar(Out(), "").Rules, 1);
+
   Run_Sql("UPDATE KT_Events_Data SET EventDate = EventDate + 1");
   m_Database.Reopen();
   EXPECT_EQ(Exported().find("RRULE"), std::string::npos);
@@ -240,6 +250,29 @@ TEST_F(Exporting, A_Failed_Export_Leaves_The_Old_File) {
   for (const auto& file : std::filesystem::directory_iterator(m_Folder.File(".")))
     files += file.path().string().find("out.ics") != std::string::npos;
   EXPECT_EQ(files, 1);
+}
+
+TEST_F(Exporting, Links_Devices_And_The_Rights_Of_A_File_Stay) {
+  namespace fs = std::filesystem;
+  Import(Event({"UID:a", "DTSTART:20240105T100000"}));
+  std::ofstream(Out()) << "old";
+  fs::permissions(Out(), fs::perms::owner_read | fs::perms::owner_write);
+  fs::create_symlink("out.ics", m_Folder.File("link.ics"));
+  Export_Calendar(m_Folder.File("link.ics"), "");
+  EXPECT_TRUE(fs::is_symlink(m_Folder.File("link.ics")));
+  EXPECT_GT(fs::file_size(Out()), 100u);
+  EXPECT_EQ(fs::status(Out()).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+
+  // Stands for a device: neither a file nor a folder.
+  const std::string pipe = m_Folder.File("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+  Export_Calendar(pipe, "");
+  EXPECT_TRUE(fs::is_fifo(pipe));
+  char begin[15] = {};
+  EXPECT_EQ(read(reader, begin, sizeof begin), 15);
+  EXPECT_EQ(std::string(begin, sizeof begin), "BEGIN:VCALENDAR");
+  close(reader);
 }
 
 }  // namespace
