@@ -3,10 +3,10 @@
 #include <QAbstractButton>
 #include <QCalendarWidget>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QStyle>
 #include <QStyleOptionSpinBox>
+#include <QTabBar>
 #include <algorithm>
 
 #include "Kt_forms.h"
@@ -18,7 +18,8 @@ using namespace Kt_forms;
 
 namespace {
 constexpr int Most_Percent = 100;
-}
+const auto Widest_Number = QStringLiteral("0000000");
+}  // namespace
 
 QDate To_QDate(TDateTime value) {
   const Kt_util_01::TDate_Parts parts = Kt_util_01::Decode_Date(value);
@@ -72,7 +73,7 @@ void Set_Up_Date(QDateEdit* picker) {
 
 bool Show_Refusal(QWidget* form, const TRefusal& refusal) {
   if (refusal.Empty()) return false;
-  Focus_Control(form, refusal.Control);
+  if (!refusal.Control.empty()) Focus_Control(form, refusal.Control);
   Kt_util_01::Raise_Error(refusal.Caption, refusal.Text);
   return true;
 }
@@ -83,7 +84,9 @@ void Sound_Click(bool checked) {
 
 void Make_Read_Only(QWidget* form, std::initializer_list<QWidget*> but) {
   for (QWidget* control : form->findChildren<QWidget*>()) {
-    if (std::find(but.begin(), but.end(), control) != but.end()) continue;
+    // The arrows of a tab bar that is too narrow stay usable.
+    if (std::find(but.begin(), but.end(), control) != but.end() || qobject_cast<QTabBar*>(control->parent()))
+      continue;
     if (auto* line = qobject_cast<QLineEdit*>(control)) line->setReadOnly(true);
     if (auto* memo = qobject_cast<QPlainTextEdit*>(control)) memo->setReadOnly(true);
     if (auto* spin = qobject_cast<QAbstractSpinBox*>(control)) spin->setReadOnly(true);
@@ -97,6 +100,11 @@ void Show_In_Place(QWidget* control, bool visible) {
   policy.setRetainSizeWhenHidden(true);
   control->setSizePolicy(policy);
   control->setVisible(visible);
+}
+
+void Narrow(QLineEdit* number) {
+  constexpr int frame = 16;
+  number->setFixedWidth(number->fontMetrics().horizontalAdvance(Widest_Number) + frame);
 }
 
 TUpDown_Edit::TUpDown_Edit(QWidget* parent) : QAbstractSpinBox(parent) {
@@ -124,8 +132,7 @@ QAbstractSpinBox::StepEnabled TUpDown_Edit::stepEnabled() const {
 QSize TUpDown_Edit::sizeHint() const {
   QStyleOptionSpinBox option;
   initStyleOption(&option);
-  const QSize text(fontMetrics().horizontalAdvance(QStringLiteral("100000")),
-                   lineEdit()->sizeHint().height());
+  const QSize text(fontMetrics().horizontalAdvance(Widest_Number), lineEdit()->sizeHint().height());
   return style()->sizeFromContents(QStyle::CT_SpinBox, &option, text, this);
 }
 

@@ -4,6 +4,7 @@
 
 #include <QAbstractSpinBox>
 #include <QDateEdit>
+#include <QLineEdit>
 #include <initializer_list>
 
 #include "Alarm_Rules.h"
@@ -30,6 +31,9 @@ void Make_Read_Only(QWidget* form, std::initializer_list<QWidget*> but);
 
 /// Hides or shows a control whose room is kept, so that nothing around it moves.
 void Show_In_Place(QWidget* control, bool visible);
+
+/// Makes an input as wide as a number needs.
+void Narrow(QLineEdit* number);
 
 /// A number with arrows beside it. Any text can be typed; the arrows step one that is a number from 0 to 100.
 class TUpDown_Edit : public QAbstractSpinBox {

@@ -5,9 +5,12 @@
 #include <QComboBox>
 #include <QKeySequence>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <map>
+
+#include "Form_Driver.h"
 
 namespace {
 
@@ -32,6 +35,10 @@ bool Needs_Name(const QWidget* control) {
 }  // namespace
 
 std::string Make_Checks(QWidget* form) {
+  Settle();
+  for (const QWidget* control : form->findChildren<QWidget*>()) {
+    if (control->isVisible() && control->layout()) control->layout()->activate();
+  }
   std::string wrong;
   const auto note = [&wrong](const QWidget* control, const char* what) {
     wrong += control->objectName().toStdString() + " " + what + "\n";

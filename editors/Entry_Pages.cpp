@@ -1,0 +1,160 @@
+#include "Entry_Pages.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+
+#include "Form_Controls.h"
+#include "Kt_util_01.h"
+#include "ui_Entry_Pages.h"
+
+namespace KTReminds {
+
+using namespace Kt_forms;
+
+namespace {
+
+constexpr int Priorities = 9;
+
+// Selects the item that carries a value; none when there is no such item.
+void Select_Value(QComboBox* box, const QVariant& value) {
+  box->setCurrentIndex(box->findData(value));
+}
+
+}  // namespace
+
+TEntry_Form::TEntry_Form(TEntry_Rules& record, QWidget* parent)
+    : TDialog_Form(parent), rules(record), pages(std::make_unique<Ui::Entry_Pages>()) {}
+
+TEntry_Form::~TEntry_Form() = default;
+
+void TEntry_Form::Set_Up_Entry(const TControls& shared, const TCaptions& captions) {
+  controls = shared;
+  pages->setupUi(controls.Pages);
+  pages->RestrictBtn->setText(captions.Restrict);
+  pages->AllowBtn->setText(captions.Allow);
+  pages->JournalBox->setText(captions.Journal);
+  setTabOrder(pages->ActivityBox, controls.OK);
+  setTabOrder(controls.OK, controls.Cancel);
+  Fill_Lists();
+  Load_Entry();
+  Connect_Entry();
+}
+
+void TEntry_Form::Fill_Lists() {
+  for (int priority = 1; priority <= Priorities; ++priority)
+    controls.Priority->addItem(tr("Priority %1").arg(priority));
+  for (const Kt_data_01::TUser& user : rules.Users())
+    pages->UserBox->addItem(To_Qt(user.Name), To_Qt(user.Key));
+  for (const Kt_util_01::TActivity& activity : Kt_util_01::Populate_Activities())
+    pages->ActivityBox->addItem(To_Qt(activity.Name), activity.Code);
+  // An activity that was recorded elsewhere is kept.
+  if (pages->ActivityBox->findData(rules.Activity) < 0)
+    pages->ActivityBox->addItem(tr("Activity %1").arg(rules.Activity), rules.Activity);
+}
+
+void TEntry_Form::Load_Entry() {
+  controls.Subject->setText(To_Qt(rules.Subject));
+  controls.Location->setText(To_Qt(rules.Location));
+  controls.Priority->setCurrentIndex(rules.Priority - 1);
+  controls.Contact->setText(To_Qt(rules.Contact_Name()));
+  controls.Open_Contact->setVisible(!rules.No_Contact() && Can_Open_Contacts());
+  controls.Alarm->setChecked(rules.Alarm.On);
+  Show_Private(rules.Private);
+  for (QWidget* control : {static_cast<QWidget*>(controls.Private), static_cast<QWidget*>(pages->RestrictBtn),
+                           static_cast<QWidget*>(pages->AllowBtn)}) {
+    control->setEnabled(rules.May_Change_Privacy());
+  }
+  pages->Memo1->setPlainText(To_Qt(rules.Notes));
+  Select_Value(pages->UserBox, To_Qt(rules.Owner));
+  pages->JournalBox->setChecked(rules.Journal);
+  Select_Value(pages->ActivityBox, rules.Activity);
+}
+
+void TEntry_Form::Connect_Entry() {
+  connect(controls.Private, &QCheckBox::clicked, this, &TEntry_Form::Show_Private);
+  connect(pages->RestrictBtn, &QRadioButton::clicked, this, [this] { Show_Private(true); });
+  connect(pages->AllowBtn, &QRadioButton::clicked, this, [this] { Show_Private(false); });
+  connect(controls.Alarm, &QCheckBox::clicked, this, &TEntry_Form::AlarmCheckClick);
+  connect(controls.Configure, &QPushButton::clicked, this, &TEntry_Form::ConfigureClick);
+  connect(controls.Open_Contact, &QPushButton::clicked, this, [this] { Open_Contact(rules.Host_Key()); });
+  connect(controls.OK, &QPushButton::clicked, this, &TEntry_Form::OKBtnClick);
+  connect(controls.Cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void TEntry_Form::Finish_Entry() {
+  Initialise_Form(this);
+  controls.Contact->setAccessibleName(tr("Contact"));
+  Show_Alarm_Dependents(rules.Alarm.On);
+  if (rules.Read_Only()) Make_Read_Only(this, {controls.OK, controls.Cancel, controls.Open_Contact});
+}
+
+void TEntry_Form::FormShow() {
+  Kt_util_01::Sound(2);
+  controls.Subject->setFocus();
+}
+
+void TEntry_Form::Show_Private(bool restricted) {
+  controls.Private->setChecked(restricted);
+  (restricted ? pages->RestrictBtn : pages->AllowBtn)->setChecked(true);
+}
+
+void TEntry_Form::AlarmCheckClick(bool checked) {
+  if (Was_Shown()) Sound_Click(checked);
+  Show_Alarm_Dependents(checked);
+}
+
+void TEntry_Form::ConfigureClick() {
+  Store();
+  TAlarm alarm = Shown_Alarm();
+  const QPointer<TEntry_Form> alive(this);
+  bool changed = false;
+  try {
+    changed = Configure_Alarm(alarm);
+  } catch (...) {
+    Kt_data_01::FailRead(Unit() + ":ConfigureClick");
+  }
+  if (!alive || !changed) return;
+  rules.Alarm = alarm;
+  controls.Alarm->setChecked(alarm.On);
+  Show_Alarm_Dependents(alarm.On);
+  Show_Alarm();
+}
+
+void TEntry_Form::Store() {
+  rules.Subject = From_Qt(controls.Subject->text());
+  rules.Location = From_Qt(controls.Location->text());
+  rules.Priority = controls.Priority->currentIndex() + 1;
+  rules.Alarm.On = controls.Alarm->isChecked();
+  rules.Private = controls.Private->isChecked();
+  rules.Notes = From_Qt(pages->Memo1->toPlainText());
+  rules.Owner = From_Qt(pages->UserBox->currentData().toString());
+  rules.Journal = pages->JournalBox->isChecked();
+  rules.Activity = pages->ActivityBox->currentData().toInt();
+}
+
+void TEntry_Form::OKBtnClick() {
+  if (rules.Read_Only()) return accept();
+  try {
+    Save();
+  } catch (...) {
+    Kt_data_01::FailRead(Unit() + ":OKBtnClick [KT_Events/KT_Events_Data/KT_Alarms]");
+  }
+}
+
+void TEntry_Form::Save() {
+  Store();
+  if (Show_Refusal(this, rules.Check_Right())) return;
+  const TRefusal refusal = rules.Validate();
+  Show_Validated();
+  if (Show_Refusal(this, refusal)) return;
+  const QPointer<TEntry_Form> alive(this);
+  bool keep_open = false;
+  if (!Confirm_Update(keep_open) || !alive) return;
+  if (rules.Process_Update() && alive && !keep_open) accept();
+}
+
+}  // namespace KTReminds
