@@ -91,7 +91,7 @@ class TSqlite_Engine final : public TEngine {
       sqlite3_extended_result_codes(connection, 1);
       // Reads the file's header, so that a file of another kind is found out before anything else is done to
       // it.
-      Execute("PRAGMA schema_version");
+      Read_Header();
       Execute("PRAGMA foreign_keys = ON");
       Execute("PRAGMA synchronous = FULL");
       Execute("PRAGMA cache_size = " + std::to_string(-options.Cache_Bytes / 1024));
@@ -182,6 +182,15 @@ class TSqlite_Engine final : public TEngine {
   }
 
  private:
+  void Read_Header() {
+    if (sqlite3_exec(connection, "PRAGMA schema_version", nullptr, nullptr, nullptr) == SQLITE_OK) return;
+    // Readers share the write-ahead log, whose files lie beside the database.
+    const int error = sqlite3_errcode(connection) & 0xff;
+    if (error == SQLITE_READONLY || error == SQLITE_CANTOPEN)
+      throw EEngine_Error("its folder must be writable, even for reading");
+    Fail(connection);
+  }
+
   sqlite3* connection = nullptr;
   std::unique_ptr<TStatement> data_version;
 };

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -69,6 +70,25 @@ TEST_F(Open, A_Newer_Schema_Is_Refused_And_Left_As_It_Is) {
       "\"" + file +
           "\" was written by a newer version of this program (its schema is 99, this program knows 1).");
   EXPECT_EQ(Content(file), before);
+}
+
+TEST_F(Open, A_Folder_That_Cannot_Be_Written_Is_Named_As_The_Reason) {
+  namespace fs = std::filesystem;
+  EXPECT_EQ(Refusal(), "opened");
+  // No right is denied to root.
+  const auto user = geteuid();
+  const auto as = [&](uid_t other) { return user != 0 || seteuid(other) == 0; };
+  for (const fs::perms of_file : {fs::perms(0444), fs::perms(0666)}) {
+    fs::permissions(file, of_file);
+    fs::permissions(folder.File("."), fs::perms(0555));
+    ASSERT_TRUE(as(65534));
+    EXPECT_EQ(
+        Refusal(TDatabase::TMode::Must_Exist),
+        "\"" + file + "\" cannot be opened as a database: its folder must be writable, even for reading.");
+    ASSERT_TRUE(as(0));
+    fs::permissions(folder.File("."), fs::perms(0755));
+  }
+  EXPECT_EQ(Refusal(TDatabase::TMode::Must_Exist), "opened");
 }
 
 TEST_F(Open, Makes_Missing_Folders_And_Keeps_The_Owner) {
