@@ -109,9 +109,18 @@ bool Stands_By_Itself(const std::string& component) {
   return std::find(std::begin(kinds), std::end(kinds), component) != std::end(kinds);
 }
 
+std::size_t Count_Components(icalcomponent* component) {
+  std::size_t count = 1;
+  for (icalcompiter i = icalcomponent_begin_component(component, ICAL_ANY_COMPONENT); icalcompiter_deref(&i);
+       icalcompiter_next(&i)) {
+    count += Count_Components(icalcompiter_deref(&i));
+  }
+  return count;
+}
+
 }  // namespace
 
-void Check_Structure(const std::string& name, const std::string& text) {
+std::size_t Check_Structure(const std::string& name, const std::string& text) {
   const auto damage = [&name](const char* what, const std::string& where) {
     return EImport_Error(name + " is " + what + ": " + where + ".");
   };
@@ -128,7 +137,7 @@ void Check_Structure(const std::string& name, const std::string& text) {
   };
   std::vector<TOpen> open;
   const auto innermost = [&] { return open.back().Name + " of " + at(open.back().Line); };
-  bool any = false;
+  std::size_t begun = 0;
   std::string line, frame;
   std::size_t number = 0;
   for (TContent_Lines lines(text); lines.Next(line, number);) {
@@ -141,7 +150,7 @@ void Check_Structure(const std::string& name, const std::string& text) {
         throw damage("damaged", at(number) + " begins a " + frame + " inside the " + innermost());
       }
       open.push_back({frame, number});
-      any = true;
+      ++begun;
     } else if (Read_Frame(line, "END:", frame)) {
       if (open.empty()) throw damage("damaged", at(number) + " ends a " + frame + " that never began");
       if (open.back().Name != frame) {
@@ -152,27 +161,38 @@ void Check_Structure(const std::string& name, const std::string& text) {
       }
       open.pop_back();
     } else if (open.empty() && !Trimmed(line).empty()) {
-      if (any) throw damage("damaged", at(number) + " follows the end of the calendar");
+      if (begun > 0) throw damage("damaged", at(number) + " follows the end of the calendar");
       throw damage("no calendar", at(number) + " does not begin a calendar");
     }
   }
   if (!open.empty()) throw damage("cut short", "the " + innermost() + " has no end");
+  return begun;
 }
 
 TCalendar_File::TCalendar_File(const std::string& file) {
   const std::string name = '"' + file + '"';
   const std::string text = Read_File(file);
-  Check_Structure(name, text);
+  const std::size_t begun = Check_Structure(name, text);
   icalerror_set_errors_are_fatal(0);
   root.reset(icalparser_parse_string(Folded(text).c_str()));
   if (!root) throw EImport_Error(name + " is no calendar: nothing in it could be read.");
+  std::size_t read = 0;
+  const auto add = [&](icalcomponent* calendar) {
+    read += Count_Components(calendar);
+    Add_Calendar(calendar);
+  };
   if (icalcomponent_isa(root.get()) == ICAL_VCALENDAR_COMPONENT) {
-    Add_Calendar(root.get());
+    add(root.get());
   } else {
     for (icalcompiter i = icalcomponent_begin_component(root.get(), ICAL_VCALENDAR_COMPONENT);
          icalcompiter_deref(&i); icalcompiter_next(&i)) {
-      Add_Calendar(icalcompiter_deref(&i));
+      add(icalcompiter_deref(&i));
     }
+  }
+  // A line that libical reads in another way than we do could hide what follows it.
+  if (read != begun) {
+    throw EImport_Error(name + " is damaged: " + std::to_string(begun) + " components begin in it, but " +
+                        std::to_string(read) + " could be read.");
   }
 }
 

@@ -35,6 +35,7 @@ class TCalendar_File {
 
 /// The structure of a calendar text: every component ends where it should, and nothing stands outside a
 /// calendar. Throws EImport_Error with the line; `name` is how the file is called in the message.
-void Check_Structure(const std::string& name, const std::string& text);
+/// Returns how many components begin.
+std::size_t Check_Structure(const std::string& name, const std::string& text);
 
 }  // namespace Plexidex
