@@ -1,0 +1,133 @@
+#include "fm_Task.h"
+
+#include <QSignalBlocker>
+
+#include "Form_Controls.h"
+#include "fm_Alarm_Props.h"
+#include "ui_fm_Task.h"
+
+namespace KTReminds {
+
+using namespace Kt_forms;
+
+TTask_Frm::TTask_Frm(TTask_Rules& record, QWidget* parent)
+    : TEntry_Form(record, parent), rules(record), ui(std::make_unique<Ui::Task_Frm>()) {
+  ui->setupUi(this);
+  for (QDateEdit* picker : {ui->EventDate, ui->StartDate, ui->DateStarted, ui->DateCompleted, ui->AlarmDate})
+    Set_Up_Date(picker);
+  for (QLineEdit* amount : {ui->BudgetBox, ui->WorkedBox}) Narrow(amount);
+  // What stands in a picker's place is as high, so that nothing moves.
+  for (QLabel* instead : {ui->NotStarted, ui->NotCompleted})
+    instead->setMinimumHeight(ui->DateStarted->sizeHint().height());
+  // In the order of the stored numbers.
+  for (const char* status : {QT_TR_NOOP("Not Started"), QT_TR_NOOP("In Progress"), QT_TR_NOOP("Completed"),
+                             QT_TR_NOOP("Pending"), QT_TR_NOOP("Postponed"), QT_TR_NOOP("Cancelled")})
+    ui->StatusBox->addItem(tr(status));
+  Set_Up_Entry({ui->Edit1, ui->Edit2, ui->PriorityBox, ui->ContactPanel, ui->ContactBtn, ui->AlarmCheck,
+                ui->ConfigureBtn, ui->PrivateBox, ui->PageControl1, ui->OKBtn, ui->CancelBtn},
+               {tr("&Restrict viewing of Task Details to the Owner"),
+                tr("&Allow any User with Read Access to view Task Details"),
+                tr("When Completed record Task in Contact's Journal")});
+  Load();
+  Connect();
+  Finish_Entry();
+  ui->RemainingBox->setAccessibleName(tr("Budget Remaining"));
+}
+
+TTask_Frm::~TTask_Frm() = default;
+
+void TTask_Frm::Load() {
+  setWindowTitle(rules.Is_New() ? tr("Create New Task") : tr("Edit Task"));
+  ui->EventDate->setDate(To_QDate(rules.Day));
+  ui->StartDate->setDate(To_QDate(rules.Start_Day));
+  ui->BudgetBox->setText(To_Qt(rules.Budget_Text));
+  ui->WorkedBox->setText(To_Qt(rules.Worked_Text));
+  ui->AlarmDate->setDate(To_QDate(rules.Alarm_Day));
+  ui->AlarmTime->setText(To_Qt(rules.Alarm_Time_Text));
+  Show_State();
+}
+
+void TTask_Frm::Connect() {
+  connect(ui->StatusBox, &QComboBox::currentIndexChanged, this, &TTask_Frm::StatusChange);
+  connect(ui->PercentBox, &TUpDown_Edit::Text_Edited, this, &TTask_Frm::PercentageChange);
+  for (QLineEdit* amount : {ui->BudgetBox, ui->WorkedBox})
+    connect(amount, &QLineEdit::textEdited, this, &TTask_Frm::BudgetChange);
+}
+
+// Shows what hangs together, without taking it for a change by the user.
+void TTask_Frm::Show_State() {
+  const QSignalBlocker silent(ui->StatusBox);
+  ui->StatusBox->setCurrentIndex(rules.Status);
+  ui->PercentBox->Set_Text(To_Qt(rules.Percentage_Text));
+  ui->PercentBox->setEnabled(rules.Percentage_Enabled());
+  ui->RemainingBox->setText(To_Qt(rules.Remaining_Text()));
+  if (rules.Started > 0) ui->DateStarted->setDate(To_QDate(rules.Started));
+  if (rules.Completed > 0) ui->DateCompleted->setDate(To_QDate(rules.Completed));
+  ui->DateStarted->setVisible(rules.Started_Visible());
+  ui->NotStarted->setVisible(!rules.Started_Visible());
+  ui->DateCompleted->setVisible(rules.Completed_Visible());
+  ui->NotCompleted->setVisible(!rules.Completed_Visible());
+}
+
+void TTask_Frm::StatusChange() {
+  Store();
+  rules.Set_Status();
+  Show_State();
+}
+
+void TTask_Frm::PercentageChange() {
+  Store();
+  rules.Percentage_Changed();
+  Show_State();
+}
+
+void TTask_Frm::BudgetChange() {
+  Store();
+  rules.Set_Status();
+  Show_State();
+}
+
+void TTask_Frm::Store() {
+  TEntry_Form::Store();
+  rules.Day = From_QDate(ui->EventDate->date());
+  rules.Start_Day = From_QDate(ui->StartDate->date());
+  rules.Status = ui->StatusBox->currentIndex();
+  rules.Percentage_Text = From_Qt(ui->PercentBox->text());
+  rules.Budget_Text = From_Qt(ui->BudgetBox->text());
+  rules.Worked_Text = From_Qt(ui->WorkedBox->text());
+  // A picker that is hidden stands for no date.
+  if (rules.Started_Visible()) rules.Started = From_QDate(ui->DateStarted->date());
+  if (rules.Completed_Visible()) rules.Completed = From_QDate(ui->DateCompleted->date());
+  rules.Alarm_Day = From_QDate(ui->AlarmDate->date());
+  rules.Alarm_Time_Text = From_Qt(ui->AlarmTime->text());
+}
+
+void TTask_Frm::Show_Alarm_Dependents(bool on) {
+  Show_In_Place(ui->AlarmDate, on);
+  Show_In_Place(ui->AlarmTime, on);
+  Show_In_Place(ui->ConfigureBtn, on);
+}
+
+bool TTask_Frm::Configure_Alarm(TAlarm& alarm) {
+  return Alarm_Properties(rules.Host_Key(), rules.Day, alarm.NextTime, alarm.On, alarm.Offset, alarm.WAVFile,
+                          true);
+}
+
+void TTask_Frm::Show_Alarm() {
+  rules.Show_Alarm();
+  ui->AlarmDate->setDate(To_QDate(rules.Alarm_Day));
+  ui->AlarmTime->setText(To_Qt(rules.Alarm_Time_Text));
+}
+
+bool Task_Properties(const std::string& EventKey, const std::string& HostKey, const std::string& BookKey,
+                     const std::string& Subject, bool NoContact) {
+  TTask_Rules rules;
+  if (!rules.Open(EventKey, HostKey, BookKey, Subject, NoContact)) return false;
+  TTask_Frm form(rules, Main_Form());
+  CentreForm(&form);
+  const bool confirmed = form.exec() == QDialog::Accepted;
+  if (!confirmed) rules.Discard();
+  return confirmed;
+}
+
+}  // namespace KTReminds

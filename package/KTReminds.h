@@ -1,0 +1,25 @@
+#pragma once
+
+// What a host may call of the calendar module. Everything runs on the thread of the user interface; keys are
+// those of the shared database, which the host has opened before.
+
+// Creating events, dates of recurring sets: Create_Event, Create_Event_Entry, AdvanceEventDate,
+// Get_Pattern_From_Date, Get_Instance_from_Date, MaskPosition.
+#include "Event_Creation.h"
+#include "Recurrence.h"
+// Lists of events for views, and marking their entries: Build_Events_Data, Build_Reminder_DayView,
+// Build_Reminder_AllView, Locate_Event, CustomSortProc, Set_Event_as_Actioned.
+#include "Reminder_Utils.h"
+// Deleting, and choosing what to open: Delete_Reminder, Update_Recurring, Locate_Event_Data.
+#include "Event_Deletion.h"
+#include "fm_Delete_Reminder.h"
+// Alarms: Alarm_Properties, Set_Alarm_Properties, Convert_Offset_to_ItemText, Convert_Alarm_ItemText,
+// Get_Alarm_TimeStr.
+#include "Alarm_Rules.h"
+#include "fm_Alarm_Props.h"
+// Editors and the date picker: Reminder_Properties, Task_Properties, Show_Calendar; what a program that died
+// has left of them: Remove_Abandoned_Entries.
+#include "Entry_Rules.h"
+#include "fm_Calendar.h"
+#include "fm_Reminder.h"
+#include "fm_Task.h"
