@@ -13,16 +13,10 @@ namespace {
 // "KTRm", in the header of every database file of this program.
 constexpr std::int64_t Application_Id = 0x4B54526D;
 
-std::int64_t Read_Number(TEngine& engine, std::string_view sql) {
-  const auto statement = engine.Prepare(sql);
-  return statement->Step() ? statement->Integer(0) : 0;
-}
-
 void Create_Schema(TEngine& engine) {
-  engine.Execute(Creation_Sql());
-  engine.Execute("PRAGMA application_id = " + std::to_string(Application_Id));
-  engine.Execute("PRAGMA user_version = " + std::to_string(Schema_Version));
-  const auto owner = engine.Prepare("INSERT INTO KT_Settings (Name, Value) VALUES ('Owner', ?)");
+  engine.Execute(Creation_Sql(engine));
+  engine.Stamp(Application_Id, Schema_Version);
+  const auto owner = engine.Prepare("INSERT INTO \"KT_Settings\" (\"Name\", \"Value\") VALUES ('Owner', ?)");
   const std::string key = Kt_util_01::Get_GUID();
   owner->Bind(0, std::string_view(key));
   owner->Step();
@@ -30,16 +24,9 @@ void Create_Schema(TEngine& engine) {
 
 // Makes or updates the schema. Throws EOpen_Error for a database that is not ours to touch.
 void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only) {
-  const auto look = [&engine] {
-    struct {
-      std::int64_t Id, Version, Objects;
-    } found{Read_Number(engine, "PRAGMA application_id"), Read_Number(engine, "PRAGMA user_version"),
-            Read_Number(engine, "SELECT count(*) FROM sqlite_schema")};
-    return found;
-  };
-  auto found = look();
+  TIdentity found = engine.Identify();
   const auto refuse_foreign = [&] {
-    if (found.Id != Application_Id && (found.Id != 0 || found.Objects != 0)) {
+    if (found.Program != Application_Id && (found.Program != 0 || !found.Empty)) {
       throw EOpen_Error("\"" + path + "\" is a database of another program.");
     }
     if (found.Version > Schema_Version) {
@@ -50,15 +37,15 @@ void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only) 
   };
   refuse_foreign();
   engine.Prepare_Storage();
-  if (found.Id == Application_Id && found.Version == Schema_Version) return;
+  if (found.Program == Application_Id && found.Version == Schema_Version) return;
   if (read_only) throw EOpen_Error("\"" + path + "\" needs a newer schema, but is read-only.");
 
   std::string reason;
   if (!engine.Begin_Write(reason)) throw EOpen_Error("\"" + path + "\" cannot be prepared: " + reason + ".");
   try {
-    found = look();  // another process may have been faster
+    found = engine.Identify();  // another process may have been faster
     refuse_foreign();
-    if (found.Id != Application_Id) {
+    if (found.Program != Application_Id) {
       Create_Schema(engine);
     } else {
       Migrate(engine, static_cast<int>(found.Version), Migrations());
@@ -106,7 +93,7 @@ void Migrate(TEngine& engine, int version, const std::vector<TMigration>& steps)
   for (const TMigration& step : steps) {
     if (step.Version <= version) continue;
     engine.Execute(step.Sql);
-    engine.Execute("PRAGMA user_version = " + std::to_string(step.Version));
+    engine.Stamp(Application_Id, step.Version);
   }
 }
 
@@ -339,7 +326,8 @@ TDatabase& Shared_Database() {
 
 void Open_Database(const std::string& path, TDatabase::TMode mode, const TSqlite_Options& options) {
   Shared_Database().Open(path, mode, options);
-  const auto owner = Shared_Database().Engine().Prepare("SELECT Value FROM KT_Settings WHERE Name = 'Owner'");
+  const auto owner =
+      Shared_Database().Engine().Prepare("SELECT \"Value\" FROM \"KT_Settings\" WHERE \"Name\" = 'Owner'");
   Kt_util_01::Set_User_Key(owner->Step() ? std::string(owner->Text(0)) : std::string());
   Kt_util_01::Install_Bracket_Check(&Update_Is_Open);
 }

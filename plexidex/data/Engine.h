@@ -18,6 +18,8 @@ class EEngine_Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+enum class TColumn_Type { Text, Integer, Boolean, DateTime, Blob };
+
 /// A prepared statement. Columns and parameters count from 0. Every call may throw EEngine_Error; Reset does
 /// not.
 class TStatement {
@@ -39,9 +41,25 @@ class TStatement {
   virtual void Reset() noexcept = 0;
 };
 
+/// What a database says of itself.
+struct TIdentity {
+  bool Empty = false;        // nothing was ever made in it
+  std::int64_t Program = 0;  // whose it is; 0 when it does not say
+  std::int64_t Version = 0;  // of its schema
+};
+
 class TEngine {
  public:
   virtual ~TEngine() = default;
+
+  virtual TIdentity Identify() = 0;
+  /// Writes down whose the database is and the version of its schema, inside the transaction that makes it
+  /// so.
+  virtual void Stamp(std::int64_t program, std::int64_t version) = 0;
+  /// How a column of this type is declared, with its default; `number` is that of numbers.
+  virtual std::string Column_Declaration(TColumn_Type type, std::int64_t number) = 0;
+  /// How the column `row_id` is declared.
+  virtual std::string Row_Id_Declaration() = 0;
 
   /// To be called once the file is known to be ours: settings that the file remembers.
   virtual void Prepare_Storage() = 0;

@@ -212,32 +212,18 @@ const std::vector<TMigration>& Migrations() {
   return migrations;
 }
 
-std::string Creation_Sql() {
+std::string Creation_Sql(TEngine& engine) {
   std::string sql;
   const auto quoted = [](std::string_view name) { return '"' + std::string(name) + '"'; };
   for (const TTable_Def& table : Schema()) {
     sql += "CREATE TABLE " + quoted(table.Name) + " (";
     for (const TColumn_Def& column : table.Columns) {
       sql += quoted(column.Name);
-      switch (column.Type) {
-        case Text:
-          sql += " TEXT NOT NULL DEFAULT ''";
-          break;
-        case Integer:
-        case Boolean:
-          sql += " INTEGER NOT NULL DEFAULT " + std::to_string(column.Default);
-          break;
-        case DateTime:
-          sql += " REAL NOT NULL DEFAULT 0";
-          break;
-        case Blob:
-          sql += " BLOB";
-          break;
-      }
+      sql += " " + engine.Column_Declaration(column.Type, column.Default);
       if (!column.References.empty()) sql += " REFERENCES " + std::string(column.References);
       sql += ", ";
     }
-    sql += "row_id INTEGER PRIMARY KEY);\n";
+    sql += "row_id " + engine.Row_Id_Declaration() + ");\n";
     for (const TIndex_Def& index : table.Indexes) {
       sql += std::string("CREATE ") + (index.Unique ? "UNIQUE " : "") + "INDEX " +
              quoted(std::string(table.Name) + "_" + std::string(index.Name)) + " ON " + quoted(table.Name) +

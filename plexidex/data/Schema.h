@@ -4,11 +4,10 @@
 #include <string_view>
 #include <vector>
 
+#include "Engine.h"
 #include "Kt_data_01.h"
 
 namespace Kt_data_01 {
-
-enum class TColumn_Type { Text, Integer, Boolean, DateTime, Blob };
 
 struct TColumn_Def {
   std::string_view Name;
@@ -50,8 +49,8 @@ struct TMigration {
 /// In ascending order, ending with Schema_Version; none leads to version 1, with which new databases began.
 const std::vector<TMigration>& Migrations();
 
-/// The statements that make an empty database one of Schema_Version.
-std::string Creation_Sql();
+/// The statements that make an empty database one of Schema_Version, but for its stamp.
+std::string Creation_Sql(TEngine& engine);
 
 bool Same_Name(std::string_view a, std::string_view b);
 

@@ -109,6 +109,28 @@ class TSqlite_Engine final : public TEngine {
   TSqlite_Engine(const TSqlite_Engine&) = delete;
   TSqlite_Engine& operator=(const TSqlite_Engine&) = delete;
 
+  TIdentity Identify() override {
+    return {Read_Number("SELECT count(*) FROM sqlite_schema") == 0, Read_Number("PRAGMA application_id"),
+            Read_Number("PRAGMA user_version")};
+  }
+  void Stamp(std::int64_t program, std::int64_t version) override {
+    Execute("PRAGMA application_id = " + std::to_string(program));
+    Execute("PRAGMA user_version = " + std::to_string(version));
+  }
+  std::string Column_Declaration(TColumn_Type type, std::int64_t number) override {
+    switch (type) {
+      case TColumn_Type::Text:
+        return "TEXT NOT NULL DEFAULT ''";
+      case TColumn_Type::DateTime:
+        return "REAL NOT NULL DEFAULT 0";
+      case TColumn_Type::Blob:
+        return "BLOB";
+      default:
+        return "INTEGER NOT NULL DEFAULT " + std::to_string(number);
+    }
+  }
+  std::string Row_Id_Declaration() override { return "INTEGER PRIMARY KEY"; }
+
   void Prepare_Storage() override {
     if (!sqlite3_db_readonly(connection, "main")) Execute("PRAGMA journal_mode = WAL");
   }
@@ -182,6 +204,11 @@ class TSqlite_Engine final : public TEngine {
   }
 
  private:
+  std::int64_t Read_Number(std::string_view sql) {
+    const auto statement = Prepare(sql);
+    return statement->Step() ? statement->Integer(0) : 0;
+  }
+
   void Read_Header() {
     if (sqlite3_exec(connection, "PRAGMA schema_version", nullptr, nullptr, nullptr) == SQLITE_OK) return;
     // Readers share the write-ahead log, whose files lie beside the database.

@@ -16,6 +16,12 @@ class TFailing_Engine final : public TEngine {
   explicit TFailing_Engine(std::unique_ptr<TEngine> real_engine) : real(std::move(real_engine)) {}
   static inline bool Fail_Commit = false;
 
+  TIdentity Identify() override { return real->Identify(); }
+  void Stamp(std::int64_t program, std::int64_t version) override { real->Stamp(program, version); }
+  std::string Column_Declaration(TColumn_Type type, std::int64_t number) override {
+    return real->Column_Declaration(type, number);
+  }
+  std::string Row_Id_Declaration() override { return real->Row_Id_Declaration(); }
   void Prepare_Storage() override { real->Prepare_Storage(); }
   std::unique_ptr<TStatement> Prepare(std::string_view sql) override { return real->Prepare(sql); }
   void Execute(const std::string& sql) override { real->Execute(sql); }
