@@ -42,13 +42,25 @@ std::vector<TGroup> Group(const TCalendar_File& file, TImport_Report& report) {
   return groups;
 }
 
+// Whether the option that ends such rules has a say in what the component becomes.
+bool Has_Endless_Rule(std::string_view text) {
+  constexpr std::string_view name = "RRULE";
+  for (std::size_t at = text.find(name); at != std::string_view::npos; at = text.find(name, at + 1)) {
+    const std::string_view line = text.substr(at, text.find('\n', at) - at);
+    if (line.find("COUNT=") == std::string_view::npos && line.find("UNTIL=") == std::string_view::npos)
+      return true;
+  }
+  return false;
+}
+
 std::string Group_Digest(const TGroup& group, const TPlan_Options& options) {
   std::vector<std::string> texts;
   for (const TComponent& component : group.Components) texts.push_back(Normalised_Text(component.Ical));
   std::sort(texts.begin(), texts.end());
-  std::string all =
-      options.Until_Was_Given ? std::to_string(Kt_util_01::Whole_Day(options.Until)) + "\n" : std::string();
+  std::string all;
   for (const std::string& text : texts) all += text;
+  if (options.Until_Was_Given && Has_Endless_Rule(all))
+    all += std::to_string(Kt_util_01::Whole_Day(options.Until));
   return Digest_Of(all);
 }
 
