@@ -31,7 +31,6 @@ TAlarm_Props_Frm::TAlarm_Props_Frm(TDateTime date, const TAlarm& given, bool for
   ui->setupUi(this);
   const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
   ui->Image1->setPixmap(style()->standardIcon(QStyle::SP_MediaVolume, nullptr, this).pixmap(icon));
-  ui->SpeedButton2->setIcon(style()->standardIcon(QStyle::SP_MediaPlay, nullptr, this));
   for (const std::string& item : Alarm_Offset_Items()) ui->Alarmbox->addItem(To_Qt(item));
   ui->Alarmbox->setCompleter(nullptr);
   ui->Alarmbox->installEventFilter(this);

@@ -48,6 +48,7 @@ void TTask_Frm::Load() {
 }
 
 void TTask_Frm::Connect() {
+  connect(ui->EventDate, &QDateEdit::dateChanged, this, &TTask_Frm::EventDateChange);
   connect(ui->StatusBox, &QComboBox::currentIndexChanged, this, &TTask_Frm::StatusChange);
   connect(ui->PercentBox, &TUpDown_Edit::Text_Edited, this, &TTask_Frm::PercentageChange);
   for (QLineEdit* amount : {ui->BudgetBox, ui->WorkedBox})
@@ -67,6 +68,12 @@ void TTask_Frm::Show_State() {
   ui->NotStarted->setVisible(!rules.Started_Visible());
   ui->DateCompleted->setVisible(rules.Completed_Visible());
   ui->NotCompleted->setVisible(!rules.Completed_Visible());
+}
+
+// The proposal for an alarm that is off follows the due day; one that is set stays where the user put it.
+void TTask_Frm::EventDateChange() {
+  Store();
+  if (!rules.Alarm.On) Show_Alarm();
 }
 
 void TTask_Frm::StatusChange() {

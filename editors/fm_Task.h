@@ -29,6 +29,7 @@ class TTask_Frm : public TEntry_Form {
   void Load();
   void Connect();
   void Show_State();
+  void EventDateChange();
   void StatusChange();
   void PercentageChange();
   void BudgetChange();

@@ -11,6 +11,8 @@ namespace {
 QPalette Dark() {
   QPalette dark(QColor(0x35, 0x35, 0x35));
   dark.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
+  for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
+    dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x80));
   return dark;
 }
 

@@ -137,8 +137,11 @@ TEST_F(Task_Form, A_Task_Is_Saved_Shown_Again_And_Its_Completion_Recorded) {
   {
     TModal_Driver driver([&](QWidget* form) {
       EXPECT_TRUE(QTest::qWaitForWindowActive(form));
-      Set_Date(form, "EventDate", QDate(2024, 1, 22));
+      Set_Date(form, "EventDate", QDate(2024, 1, 23));
+      EXPECT_EQ(Control<QDateEdit>(form, "AlarmDate")->date(), QDate(2024, 1, 22)) << "proposed anew";
       Click(form, "AlarmCheck");
+      Set_Date(form, "EventDate", QDate(2024, 1, 22));
+      EXPECT_EQ(Control<QDateEdit>(form, "AlarmDate")->date(), QDate(2024, 1, 22)) << "set, so it stays";
       Set_Date(form, "AlarmDate", QDate(2024, 1, 20));
       Type(form, "AlarmTime", "6:30 pm");
       Type_Percent(form, "30");
