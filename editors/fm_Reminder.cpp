@@ -112,7 +112,7 @@ void TReminder_Frm::Load() {
   ui->SetTimeBox->setText(To_Qt(rules.Time_Text));
   ui->TimeBox->setChecked(rules.No_Time);
   Show_In_Place(ui->TimePanel, !rules.No_Time);
-  Show_Alarm();
+  TReminder_Frm::Show_Alarm();
   Set_Freqs();
   Show_Recurrence();
 }
