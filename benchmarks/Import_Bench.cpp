@@ -1,4 +1,5 @@
-// Importing a calendar of the size and shape of a large public one: some 1,300 birthdays that recur every year.
+// Importing a calendar of the size and shape of a large public one: some 1,300 birthdays that recur every
+// year.
 
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
@@ -17,7 +18,8 @@ namespace {
 constexpr int Birthdays = 1300;
 
 struct TCalendar_File {
-  std::filesystem::path Folder = std::filesystem::temp_directory_path() / ("kt_import_" + Kt_util_01::Get_GUID());
+  std::filesystem::path Folder =
+      std::filesystem::temp_directory_path() / ("kt_import_" + Kt_util_01::Get_GUID());
   std::string Path = (Folder / "birthdays.ics").string();
 
   TCalendar_File() {
@@ -28,9 +30,11 @@ struct TCalendar_File {
       const auto day = Kt_util_01::Date_From_Day(Kt_util_01::Day_From_Date(2004, 1, 1) + i % 365);
       char start[16];
       std::snprintf(start, sizeof start, "%04d%02d%02d", day.Year, day.Month, day.Day);
-      file << "BEGIN:VEVENT\r\nUID:birthday-" << i << "@bench\r\nDTSTAMP:20240101T000000Z\r\nDTSTART;VALUE=DATE:" << start
+      file << "BEGIN:VEVENT\r\nUID:birthday-" << i
+           << "@bench\r\nDTSTAMP:20240101T000000Z\r\nDTSTART;VALUE=DATE:" << start
            << "\r\nSUMMARY:" << 1700 + i % 300 << " Somebody Number " << i
-           << "\r\nURL;VALUE=URI:http://example.org/people/" << i << "\r\nRRULE:FREQ=YEARLY;INTERVAL=1\r\nEND:VEVENT\r\n";
+           << "\r\nURL;VALUE=URI:http://example.org/people/" << i
+           << "\r\nRRULE:FREQ=YEARLY;INTERVAL=1\r\nEND:VEVENT\r\n";
     }
     file << "END:VCALENDAR\r\n";
   }

@@ -3,10 +3,13 @@
 #include <cstring>
 #include <iostream>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "Commands.h"
 #include "Console_Prompts.h"
 #include "Kt_util_01.h"
+#include "Window_Program.h"
 
 #if defined(__unix__) || defined(__APPLE__)
 #include <unistd.h>
@@ -35,6 +38,18 @@ bool Output_Is_Complete() {
   return false;
 }
 
+// Without a command the program opens its window. False when the arguments are those of the command line.
+bool Wants_Window(const std::vector<std::string>& args, Plexidex::TWindow_Options& options) {
+  for (std::size_t i = 0; i < args.size(); i += 2) {
+    std::string* value = args[i] == "--database"      ? &options.Database
+                         : args[i] == "--screenshots" ? &options.Screenshots
+                                                      : nullptr;
+    if (!value || i + 1 == args.size()) return false;
+    *value = args[i + 1];
+  }
+  return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -44,8 +59,15 @@ int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
 #endif
   Kt_util_01::Install_Locale("");
+  const std::vector<std::string> args(argv + 1, argv + argc);
+  if (Plexidex::TWindow_Options window; Wants_Window(args, window)) {
+    if (Plexidex::Has_Display() || !window.Screenshots.empty())
+      return Plexidex::Run_Window(argc, argv, window);
+    std::cerr << "There is no display to open a window on; --help lists the commands.\n";
+    return 1;
+  }
   std::unique_ptr<Plexidex::TConsole_Progress> progress;
   if (Errors_Go_To_A_Terminal()) progress = std::make_unique<Plexidex::TConsole_Progress>(std::cerr);
-  const int status = Plexidex::Run_Program({argv + 1, argv + argc}, std::cout, std::cerr, progress.get());
+  const int status = Plexidex::Run_Program(args, std::cout, std::cerr, progress.get());
   return Output_Is_Complete() ? status : 1;
 }

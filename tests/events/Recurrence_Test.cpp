@@ -261,7 +261,8 @@ TEST(Recurrence, What_Is_No_Date_Is_Refused) {
 }
 
 TEST(Recurrence, A_Set_May_Last_As_Long_As_The_Calendar) {
-  for (const auto& p : {Plain(3, 1), Plain(4, 1), Pattern(3, 2, {1}), Pattern(4, 1, {1}), Plain(4, INT_MAX)}) {
+  for (const auto& p :
+       {Plain(3, 1), Plain(4, 1), Pattern(3, 2, {1}), Pattern(4, 1, {1}), Plain(4, INT_MAX)}) {
     EXPECT_EQ(Call(p, At(9999, 12, 1)), 0);
   }
 }

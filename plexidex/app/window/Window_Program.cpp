@@ -1,0 +1,106 @@
+#include "Window_Program.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QStyle>
+#include <iostream>
+
+#include "Books.h"
+#include "Clip_Sounds.h"
+#include "Data_Folder.h"
+#include "Database.h"
+#include "Entry_Rules.h"
+#include "KTReminds.h"
+#include "Kt_forms.h"
+#include "Kt_util_01.h"
+#include "Main_Window.h"
+#include "Message_Prompts.h"
+#include "Qt_Settings.h"
+#include "Window_Pictures.h"
+
+namespace Plexidex {
+
+using namespace Kt_forms;
+
+namespace {
+
+// No exception may leave an event handler: here the last ones are turned into a report.
+class TApplication : public QApplication {
+ public:
+  using QApplication::QApplication;
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (...) {
+      Kt_data_01::FailRead("Window_Program:notify");
+      return false;
+    }
+  }
+};
+
+// Beside the program where it is installed, otherwise in the folder it was built from.
+QString Sounds_Beside_Program() {
+  const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/sounds");
+  return QDir(beside).exists() ? beside : QStringLiteral(KT_SOUNDS_FOLDER);
+}
+
+// A first start finds a book to write into.
+void Make_First_Book() {
+  if (!Kt_data_01::List_Books().empty() || !Kt_data_01::Start_Update()) return;
+  try {
+    Kt_data_01::Create_Book("My Calendar");
+    Kt_data_01::EndUpdate();
+  } catch (...) {
+    Kt_data_01::FailUpdate("Window_Program:Make_First_Book [KT_Books/KT_Contacts]");
+  }
+}
+
+int Show_Windows(const TWindow_Options& options) {
+  Kt_data_01::Open_Database(options.Database.empty() ? Default_Database() : options.Database,
+                            Kt_data_01::TDatabase::TMode::Create_If_Missing);
+  Make_First_Book();
+  KTReminds::Remove_Abandoned_Entries();
+  TMain_Window window;
+  if (!options.Screenshots.empty()) return Write_Pictures(window, options.Screenshots);
+  window.show();
+  return QApplication::exec();
+}
+
+}  // namespace
+
+bool Has_Display() {
+#if defined(__linux__)
+  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#else
+  return true;
+#endif
+}
+
+int Run_Window(int argc, char** argv, const TWindow_Options& options) {
+  if (!options.Screenshots.empty() && !Has_Display()) qputenv("QT_QPA_PLATFORM", "offscreen");
+  TApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Plexidex"));
+  Reserve_Messages();
+  TMessage_Prompts prompts;
+  TQt_Settings settings;
+  TClip_Sounds sounds;
+  Kt_util_01::Install_Prompts(&prompts);
+  Kt_util_01::Install_Settings(&settings);
+  if (options.Screenshots.empty()) Kt_util_01::Install_Sounds(&sounds);
+  Kt_util_01::Install_Sound_Folder(From_Qt(Sounds_Beside_Program()));
+  Kt_util_01::CurrentDate = Kt_util_01::Today();
+  int status = 1;
+  try {
+    status = Show_Windows(options);
+  } catch (const std::exception& e) {
+    std::cerr << e.what() << std::endl;
+    if (options.Screenshots.empty()) Kt_util_01::Raise_Error("Plexidex", e.what());
+  }
+  Kt_data_01::Close_Database();
+  Kt_util_01::Install_Sounds(nullptr);
+  Kt_util_01::Install_Settings(nullptr);
+  Kt_util_01::Install_Prompts(nullptr);
+  return status;
+}
+
+}  // namespace Plexidex
