@@ -5,12 +5,10 @@
 #include <QComboBox>
 #include <QKeySequence>
 #include <QLabel>
-#include <QLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTest>
 #include <map>
-
-#include "Form_Driver.h"
 
 namespace {
 
@@ -32,13 +30,7 @@ bool Needs_Name(const QWidget* control) {
          qobject_cast<const QPlainTextEdit*>(control);
 }
 
-}  // namespace
-
-std::string Make_Checks(QWidget* form) {
-  Settle();
-  for (const QWidget* control : form->findChildren<QWidget*>()) {
-    if (control->isVisible() && control->layout()) control->layout()->activate();
-  }
+std::string Look_At(QWidget* form) {
   std::string wrong;
   const auto note = [&wrong](const QWidget* control, const char* what) {
     wrong += control->objectName().toStdString() + " " + what + "\n";
@@ -57,4 +49,19 @@ std::string Make_Checks(QWidget* form) {
     }
   }
   return wrong;
+}
+
+}  // namespace
+
+std::string Make_Checks(QWidget* form) {
+  // Layouts settle over several rounds of events.
+  constexpr int patience_msecs = 1000;
+  std::string wrong;
+  const bool fine = QTest::qWaitFor(
+      [&] {
+        wrong = Look_At(form);
+        return wrong.empty();
+      },
+      patience_msecs);
+  return fine ? std::string() : wrong;
 }
