@@ -40,6 +40,8 @@ struct TModal_Driver::TState : std::enable_shared_from_this<TState> {
     }
     Look_Later();
     if (Acted || !modal || !modal->isVisible()) return;
+    // Keys go astray until the window is the active one, which it is not at once after another has closed.
+    if (!modal->isActiveWindow()) return modal->activateWindow();
     Acted = true;
     try {
       Act(modal);
