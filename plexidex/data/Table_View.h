@@ -159,7 +159,6 @@ class TTable::TImpl final : public TTable_Link {
   const TTable_Def& Def() const { return def; }
   TDatabase& Database() const { return database; }
   const std::string& Name() const { return name; }
-  bool Is_Writing() const { return state != TState::Browse; }
 
  private:
   // Rows of another table that come along with the batch, one for each of its rows.
