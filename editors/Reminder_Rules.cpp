@@ -149,16 +149,10 @@ std::int64_t TReminder_Rules::Occurrences_To_Write(std::int64_t limit) const {
   if (!Rewrites()) return 0;
   std::int64_t count = 1;
   TDateTime date = event_date;
-  while (count <= limit) {
-    TDateTime next = 0;
-    try {
-      next = Next_Occurrence(pattern, date);
-    } catch (const EConvert_Error&) {
-      break;
-    }
-    if (next == 0 || next <= date) break;
-    date = next;
-    if (date > 0) ++count;
+  try {
+    while (count <= limit && Next_Written_Date(pattern, date)) ++count;
+  } catch (const EConvert_Error&) {
+    // Saving will say so; there is nothing more to count.
   }
   return count;
 }
@@ -195,12 +189,7 @@ void TReminder_Rules::Write_Definition(TRows& rows) {
 void TReminder_Rules::Write_Later_Dates(const std::string& event) {
   TOccurrence_Writer writer({event, host_key, book_key, Owner, Alarm.WAVFile, Alarm.On, Alarm.Offset});
   TDateTime date = event_date;
-  while (true) {
-    const TDateTime next = Next_Occurrence(pattern, date);
-    if (next == 0 || next <= date) return;
-    date = next;
-    if (date > 0) writer.Write(date, false);
-  }
+  while (Next_Written_Date(pattern, date)) writer.Write(date, false);
 }
 
 }  // namespace KTReminds

@@ -75,12 +75,7 @@ std::string Create_Event(const TNew_Event& event, std::string& EventKey) {
         {EventKey, event.Contact, event.Book, event.User, event.WAVFile, event.Alarm, event.Offset});
     std::string first = writer.Write(event.FirstDate, actioned_on(event.FirstDate));
     TDateTime date = event.FirstDate;
-    while (event.Pattern.Freq > 0) {
-      const TDateTime next = Next_Occurrence(event.Pattern, date);
-      if (next == 0 || next <= date) break;
-      date = next;
-      if (date > 0) writer.Write(date, actioned_on(date));
-    }
+    while (Next_Written_Date(event.Pattern, date)) writer.Write(date, actioned_on(date));
     EndUpdate();
     return first;
   } catch (...) {

@@ -296,6 +296,15 @@ TDateTime Next_Occurrence(const TRecurrence_Pattern& pattern, TDateTime date) {
                    pattern.P, pattern.Instance, pattern.Month);
 }
 
+bool Next_Written_Date(const TRecurrence_Pattern& pattern, TDateTime& date) {
+  do {
+    const TDateTime next = Next_Occurrence(pattern, date);
+    if (next == 0 || next <= date) return false;
+    date = next;
+  } while (date <= 0);
+  return true;
+}
+
 TDateTime AdvanceEventDate(TDateTime Date, TDateTime LastDate, bool PlainInterval, bool StopAtLastDate,
                            int Freq, int Count, int Period, bool P1, bool P2, bool P3, bool P4, bool P5,
                            bool P6, bool P7, bool P8, bool P9, bool P10, int Instance, int Month) {

@@ -40,6 +40,11 @@ struct TRecurrence_Pattern {
 /// pattern), and for an Instance or Month that is out of range where the pattern uses it.
 TDateTime Next_Occurrence(const TRecurrence_Pattern& pattern, TDateTime date);
 
+/// Moves `date` on to the next one on which a set is written out: dates that are not greater than 0 are
+/// passed over, and a pattern that does not move forward ends there. False at the end. Throws as
+/// Next_Occurrence does.
+bool Next_Written_Date(const TRecurrence_Pattern& pattern, TDateTime& date);
+
 /// The same with the fields given one by one. Count, when greater than 0, replaces Period; without
 /// StopAtLastDate the result is not held against LastDate.
 TDateTime AdvanceEventDate(TDateTime Date, TDateTime LastDate, bool PlainInterval, bool StopAtLastDate,

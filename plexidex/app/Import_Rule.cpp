@@ -175,12 +175,7 @@ class TCandidates {
 // fail.
 bool Next_Written(const TRecurrence_Pattern& pattern, TDateTime& date) {
   try {
-    do {
-      const TDateTime next = Next_Occurrence(pattern, date);
-      if (next == 0 || next <= date) return false;
-      date = next;
-    } while (date <= 0);
-    return true;
+    return KTReminds::Next_Written_Date(pattern, date);
   } catch (const EConvert_Error&) {
     return false;
   }
