@@ -182,7 +182,7 @@ bool Alarm_Properties(const std::string& Owner, TDateTime EventDate, TDateTime& 
                       int& Offset, std::string& WAVFile, bool TaskMode) {
   const TAlarm given{AlarmOn, Offset, WAVFile, NextTime};
   const bool read_only = !Kt_data_01::Access_Allowed(Owner, Kt_data_01::Access_Update);
-  TAlarm_Props_Frm form(EventDate, given, TaskMode, read_only, Main_Form());
+  TAlarm_Props_Frm form(EventDate, given, TaskMode, read_only, Active_Window());
   CentreForm(&form);
   if (form.exec() != QDialog::Accepted) return false;
   const TAlarm& alarm = form.Alarm();

@@ -283,7 +283,7 @@ bool Reminder_Properties(const std::string& EventKey, const std::string& HostKey
     if (!Update_Recurring(whole_set)) return false;
     if (whole_set) rules.Open_Whole_Set();
   }
-  TReminder_Frm form(rules, Main_Form());
+  TReminder_Frm form(rules, Active_Window());
   CentreForm(&form);
   const bool confirmed = form.exec() == QDialog::Accepted;
   if (!confirmed) rules.Discard();

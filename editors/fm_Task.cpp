@@ -130,7 +130,7 @@ bool Task_Properties(const std::string& EventKey, const std::string& HostKey, co
                      const std::string& Subject, bool NoContact) {
   TTask_Rules rules;
   if (!rules.Open(EventKey, HostKey, BookKey, Subject, NoContact)) return false;
-  TTask_Frm form(rules, Main_Form());
+  TTask_Frm form(rules, Active_Window());
   CentreForm(&form);
   const bool confirmed = form.exec() == QDialog::Accepted;
   if (!confirmed) rules.Discard();

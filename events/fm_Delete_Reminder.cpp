@@ -80,13 +80,13 @@ void TDelete_Reminder_Frm::Button2Click() {
 }
 
 bool Delete_Reminder(const std::string& OccurrenceKey) {
-  TDelete_Reminder_Frm form(OccurrenceKey, Main_Form());
+  TDelete_Reminder_Frm form(OccurrenceKey, Active_Window());
   CentreForm(&form);
   return form.exec() == QDialog::Accepted;
 }
 
 bool Update_Recurring(bool& OpenWholeSet) {
-  TDelete_Reminder_Frm form(Main_Form());
+  TDelete_Reminder_Frm form(Active_Window());
   CentreForm(&form);
   if (form.exec() != QDialog::Accepted) return false;
   OpenWholeSet = form.Whole_Set();

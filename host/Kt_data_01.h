@@ -238,6 +238,9 @@ bool Update_Is_Open();
 
 // ---- rights, users, journal, holidays --------------------------------------------------------------------
 
+/// Whether the host lets its user set permissions, and whether its database asks for a password.
+extern bool DB_Permissions, DB_Secure;
+
 inline constexpr int Access_Create = 1;
 inline constexpr int Access_Update = 2;
 inline constexpr int Access_Delete = 3;

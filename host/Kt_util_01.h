@@ -159,6 +159,9 @@ struct TActivity {
 /// All activities, in the order in which lists show them.
 const std::vector<TActivity>& Populate_Activities();
 
+/// Whether the user wants completed entries struck through; a preference, on unless switched off.
+bool UseCompleteStyle();
+
 // ---- prompts, sounds, settings: seams that a host or a test replaces -------------------------------------
 
 inline constexpr int Answer_Yes = 6;

@@ -4,11 +4,16 @@
 
 #include <QDialog>
 #include <QEvent>
+#include <QList>
 #include <QPointer>
 #include <QWidget>
 #include <functional>
 #include <string>
 #include <string_view>
+
+class QAction;
+class QMenu;
+class QMenuBar;
 
 namespace Kt_forms {
 
@@ -49,9 +54,11 @@ class TForm : public QWidget {
 
  public:
   explicit TForm(QWidget* parent = nullptr);
+  ~TForm() override;
 
   /// Asks FormCloseQuery; when that allows it, runs FormClose once, empties all references to the page, hides
-  /// it and frees it when none of its handlers is on the stack. False when closing was refused.
+  /// it, takes its menus out of the menu bar, and frees it when none of its handlers is on the stack, nor any
+  /// modal form that one of them may be waiting for. False when closing was refused.
   bool Close_Form();
   bool Is_Closed() const { return closed; }
 
@@ -83,9 +90,32 @@ class TForm_Reference {
   T* As() const {
     return qobject_cast<T*>(Get());
   }
+  /// The page of this class: the one it holds, otherwise a new one in the place of the page it held, which is
+  /// closed first. Null, and nothing is made, when that one refuses to close.
+  template <class T>
+  T* Reuse_Or_Replace() {
+    if (T* page = As<T>()) return page;
+    if (TForm* other = Get(); other && !other->Close_Form()) return nullptr;
+    T* page = new T;
+    Set(page);
+    return page;
+  }
 
  private:
   QPointer<TForm> form;
+};
+
+/// Parents a page and has it fill the parent, whose layout must be a box or none.
+void Embed_Page(TForm* page, QWidget* parent);
+
+/// Alive while a modal form runs: pages that are closed meanwhile are freed only after the last one has
+/// ended, since a handler of theirs may wait for it.
+class TModal_Scope {
+ public:
+  TModal_Scope();
+  ~TModal_Scope();
+  TModal_Scope(const TModal_Scope&) = delete;
+  TModal_Scope& operator=(const TModal_Scope&) = delete;
 };
 
 /// An editor: modal, made for one call of its entry function. Enter presses its default button, Escape its
@@ -97,6 +127,7 @@ class TDialog_Form : public QDialog {
   explicit TDialog_Form(QWidget* parent = nullptr);
   /// Whether it has been shown: handlers that make a sound stay silent before.
   bool Was_Shown() const { return shown; }
+  int exec() override;
 
  protected:
   /// Runs once, when the dialog is shown for the first time.
@@ -118,7 +149,18 @@ void CentreForm(QWidget* form);
 /// The nearest enclosing page, or null.
 TForm* Get_ParentForm(QWidget* control);
 /// The application's active window, for an entry function that is given none; may be null.
+QWidget* Active_Window();
+/// The host's main window, which gets the settings commands; null until the host names it, and after its end.
 QWidget* Main_Form();
+void Install_Main_Form(QWidget* form);
+
+/// Where pages merge their menus: before the action, or at the end without one. Null for no menu bar.
+void Install_Menu_Bar(QMenuBar* bar, QAction* before);
+/// Puts a page's menus into the main window's menu bar, those of any other page being taken out first. Does
+/// nothing when they are there already. The page owns the menus.
+void Merge_Menu(TForm* page, const QList<QMenu*>& menus);
+/// Takes them out again; nothing happens when they are not in.
+void Unmerge_Menu(const TForm* page);
 
 /// Gives a control found by its name the focus, first making every page of a tab widget or stack around it
 /// the current one. Selects the text of an input. Ignores an unknown name.

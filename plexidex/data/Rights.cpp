@@ -8,6 +8,9 @@
 
 namespace Kt_data_01 {
 
+// Both belong to databases with users, which the windows cannot set up yet.
+bool DB_Permissions = false, DB_Secure = false;
+
 namespace {
 
 std::size_t Table_Number(std::string_view name) {

@@ -5,11 +5,14 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QScreen>
 #include <QShowEvent>
 #include <QStackedWidget>
 #include <QStatusTipEvent>
 #include <QTabWidget>
+#include <QVBoxLayout>
 
 #include "Kt_data_01.h"
 #include "Kt_forms.h"
@@ -71,7 +74,35 @@ void Send_Message(QWidget* form, int number, qintptr w_param, qintptr l_param) {
   QCoreApplication::sendEvent(form, &message);
 }
 
+namespace {
+
+int Modal_Depth = 0;
+
+// Pages that wait for the end of the last modal form.
+QList<QPointer<TForm>>& Closed_Forms() {
+  static QList<QPointer<TForm>> forms;
+  return forms;
+}
+
+}  // namespace
+
+TModal_Scope::TModal_Scope() {
+  ++Modal_Depth;
+}
+
+TModal_Scope::~TModal_Scope() {
+  if (--Modal_Depth > 0) return;
+  for (const QPointer<TForm>& form : Closed_Forms()) {
+    if (form) form->deleteLater();
+  }
+  Closed_Forms().clear();
+}
+
 TForm::TForm(QWidget* parent) : QWidget(parent) {}
+
+TForm::~TForm() {
+  Unmerge_Menu(this);
+}
 
 bool TForm::Close_Form() {
   if (closed) return true;
@@ -79,8 +110,13 @@ bool TForm::Close_Form() {
   closed = true;
   FormClose();
   hide();
+  Unmerge_Menu(this);
   setParent(nullptr);
-  deleteLater();
+  if (Modal_Depth == 0) {
+    deleteLater();
+  } else {
+    Closed_Forms().append(this);
+  }
   return true;
 }
 
@@ -112,6 +148,11 @@ bool TDialog_Form::event(QEvent* event) {
   if (!Is_Message(event)) return QDialog::event(event);
   Report_Failures([&] { Handle_Message(*static_cast<TMessage*>(event)); });
   return true;
+}
+
+int TDialog_Form::exec() {
+  const TModal_Scope modal;
+  return QDialog::exec();
 }
 
 void TDialog_Form::showEvent(QShowEvent* event) {
@@ -167,8 +208,78 @@ TForm* Get_ParentForm(QWidget* control) {
   return nullptr;
 }
 
-QWidget* Main_Form() {
+void Embed_Page(TForm* page, QWidget* parent) {
+  auto* layout = parent->layout();
+  if (!layout) {
+    layout = new QVBoxLayout(parent);
+    layout->setContentsMargins(0, 0, 0, 0);
+  }
+  page->setParent(parent);
+  layout->addWidget(page);
+}
+
+QWidget* Active_Window() {
   return QApplication::activeWindow();
+}
+
+namespace {
+
+QPointer<QWidget>& Installed_Main_Form() {
+  static QPointer<QWidget> form;
+  return form;
+}
+
+struct TMenu_Place {
+  QPointer<QMenuBar> Bar;
+  QPointer<QAction> Before;
+  const TForm* Page = nullptr;  // compared, never followed
+  QList<QPointer<QMenu>> Menus;
+};
+
+TMenu_Place& Menu_Place() {
+  static TMenu_Place place;
+  return place;
+}
+
+void Take_Out_Menus() {
+  TMenu_Place& place = Menu_Place();
+  for (const QPointer<QMenu>& menu : place.Menus) {
+    if (menu && place.Bar) place.Bar->removeAction(menu->menuAction());
+  }
+  place.Menus.clear();
+  place.Page = nullptr;
+}
+
+}  // namespace
+
+QWidget* Main_Form() {
+  return Installed_Main_Form();
+}
+
+void Install_Main_Form(QWidget* form) {
+  Installed_Main_Form() = form;
+}
+
+void Install_Menu_Bar(QMenuBar* bar, QAction* before) {
+  Take_Out_Menus();
+  Menu_Place().Bar = bar;
+  Menu_Place().Before = before;
+}
+
+void Merge_Menu(TForm* page, const QList<QMenu*>& menus) {
+  TMenu_Place& place = Menu_Place();
+  if (place.Page == page) return;
+  Take_Out_Menus();
+  if (!place.Bar) return;
+  place.Page = page;
+  for (QMenu* menu : menus) {
+    place.Bar->insertAction(place.Before, menu->menuAction());
+    place.Menus.append(menu);
+  }
+}
+
+void Unmerge_Menu(const TForm* page) {
+  if (Menu_Place().Page == page) Take_Out_Menus();
 }
 
 void Focus_Control(QWidget* form, const std::string& name) {

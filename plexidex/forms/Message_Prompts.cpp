@@ -20,13 +20,14 @@ QString Displayed(const std::string& text) {
 
 int Ask(QMessageBox::Icon icon, const std::string& caption, const std::string& text,
         QMessageBox::StandardButtons buttons) {
-  QMessageBox box(icon, To_Qt(caption), Displayed(text), buttons, Main_Form());
+  QMessageBox box(icon, To_Qt(caption), Displayed(text), buttons, Active_Window());
   box.setTextFormat(Qt::PlainText);
   box.setWindowModality(Qt::WindowModal);
   if (buttons & QMessageBox::No) {
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
   }
+  const TModal_Scope modal;
   return box.exec();
 }
 

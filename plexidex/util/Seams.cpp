@@ -156,4 +156,8 @@ void Write_Bool(const std::string& section, const std::string& name, bool value)
   Write_String(section, name, value ? "1" : "0");
 }
 
+bool UseCompleteStyle() {
+  return Read_Bool("General", "Completed Style", true);
+}
+
 }  // namespace Kt_util_01
