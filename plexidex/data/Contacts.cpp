@@ -1,0 +1,141 @@
+#include "Contacts.h"
+
+#include <algorithm>
+
+#include "Books.h"
+#include "Database.h"
+#include "Kt_util_01.h"
+
+namespace Kt_data_01 {
+
+namespace {
+
+std::string Other_Column(std::size_t number) {
+  return "Other_" + std::to_string(number + 1);
+}
+
+// The host's own details are those of no template.
+constexpr std::string_view No_Template = {};
+
+void Touch(TTable& contacts) {
+  contacts.Set(contacts.Field("ModifiedBy"), Kt_util_01::User_Key());
+  contacts.Set(contacts.Field("ModifiedAt"), Kt_util_01::Now());
+}
+
+bool Set_Name(std::string_view key, std::string_view name) {
+  TTable contacts(Contacts_Table);
+  contacts.Set_Index("Key");
+  if (!contacts.FindKey({key})) return false;
+  contacts.Edit();
+  contacts.Set(contacts.Field("DisplayName"), name);
+  Touch(contacts);
+  PostUpdate(contacts);
+  return true;
+}
+
+TTable Details_Of(std::string_view contact, bool& found) {
+  TTable details(Contacts_Data);
+  details.Set_Index("ContactandTemplate");
+  found = details.FindKey({contact, No_Template});
+  return details;
+}
+
+}  // namespace
+
+std::vector<TContact> List_Contacts(std::string_view book, bool deleted) {
+  std::vector<std::pair<std::string, TContact>> sorted;
+  TSnapshot snapshot;
+  TTable contacts(Contacts_Table, {"Key", "DisplayName", "Deleted"});
+  contacts.Set_Index("TypeBookandParent");
+  const TField key = contacts.Field("Key"), name = contacts.Field("DisplayName"),
+               gone = contacts.Field("Deleted");
+  contacts.SetRange({Contact_Type_Contact, book}, {Contact_Type_Contact, book});
+  for (contacts.First(); !contacts.Eof(); contacts.Next()) {
+    if (contacts.Boolean(gone) != deleted || !Access_Allowed(contacts.Text(key), Access_See)) continue;
+    TContact contact{std::string(contacts.Text(key)), std::string(contacts.Text(name)), std::string(book),
+                     deleted};
+    sorted.emplace_back(Kt_util_01::Sort_Key(contact.Name), std::move(contact));
+  }
+  std::stable_sort(sorted.begin(), sorted.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::vector<TContact> list;
+  list.reserve(sorted.size());
+  for (auto& [order, contact] : sorted) list.push_back(std::move(contact));
+  return list;
+}
+
+bool Find_Contact(std::string_view key, TContact& contact) {
+  TTable contacts(Contacts_Table, {"Key", "DisplayName", "Type", "Book", "Deleted"});
+  contacts.Set_Index("Key");
+  if (!contacts.FindKey({key}) || contacts.Integer(contacts.Field("Type")) != Contact_Type_Contact)
+    return false;
+  contact = {std::string(key), std::string(contacts.Text(contacts.Field("DisplayName"))),
+             std::string(contacts.Text(contacts.Field("Book"))), contacts.Boolean(contacts.Field("Deleted"))};
+  return true;
+}
+
+TContact_Details Read_Contact_Details(std::string_view contact) {
+  TContact_Details read;
+  bool found = false;
+  const TTable details = Details_Of(contact, found);
+  if (!found) return read;
+  for (std::size_t i = 0; i < Other_Fields; ++i) read.Other[i] = details.Text(details.Field(Other_Column(i)));
+  read.Notes = details.Blob(details.Field("Notes"));
+  return read;
+}
+
+bool Write_Contact(std::string_view contact, std::string_view name, const TContact_Details& written) {
+  if (!Set_Name(contact, name)) return false;
+  bool found = false;
+  TTable details = Details_Of(contact, found);
+  if (found) {
+    details.Edit();
+  } else {
+    details.Insert();
+    details.Set(details.Field("Contact"), contact);
+    details.Set(details.Field("Template"), No_Template);
+  }
+  for (std::size_t i = 0; i < Other_Fields; ++i)
+    details.Set(details.Field(Other_Column(i)), written.Other[i]);
+  details.Set_Blob(details.Field("Notes"), written.Notes);
+  PostUpdate(details);
+  return true;
+}
+
+TOther_Texts Other_Labels(std::string_view book) {
+  TOther_Texts labels;
+  for (std::size_t i = 0; i < Other_Fields; ++i) labels[i] = "Other " + std::to_string(i + 1);
+  TTable fields(Fields_Table);
+  fields.Set_Index("Book");
+  if (!fields.FindKey({book})) return labels;
+  for (std::size_t i = 0; i < Other_Fields; ++i) {
+    if (const auto own = fields.Text(fields.Field(Other_Column(i))); !own.empty()) labels[i] = own;
+  }
+  return labels;
+}
+
+void Set_Other_Labels(std::string_view book, const TOther_Texts& labels) {
+  TTable fields(Fields_Table);
+  fields.Set_Index("Book");
+  if (fields.FindKey({book})) {
+    fields.Edit();
+  } else {
+    fields.Insert();
+    fields.Set(fields.Field("Book"), book);
+  }
+  for (std::size_t i = 0; i < Other_Fields; ++i) fields.Set(fields.Field(Other_Column(i)), labels[i]);
+  PostUpdate(fields);
+}
+
+bool Rename_Book(std::string_view book, std::string_view name) {
+  TTable books(Books_Table);
+  books.Set_Index("Key");
+  if (!books.FindKey({book})) return false;
+  books.Edit();
+  books.Set(books.Field("BookName"), name);
+  PostUpdate(books);
+  Set_Name(Calendar_Of_Book(book), name);
+  return true;
+}
+
+}  // namespace Kt_data_01
