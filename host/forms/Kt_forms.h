@@ -61,6 +61,8 @@ class TForm : public QWidget {
   /// modal form that one of them may be waiting for. False when closing was refused.
   bool Close_Form();
   bool Is_Closed() const { return closed; }
+  /// Asks FormCloseQuery alone, upon which a page saves what it holds.
+  bool Ask_Close() { return FormCloseQuery(); }
 
  protected:
   virtual bool FormCloseQuery() { return true; }
@@ -144,6 +146,9 @@ class TDialog_Form : public QDialog {
 /// control has none, long halves of hints ("short|long") sent to the status bar and short halves as tool
 /// tips.
 void Initialise_Form(QWidget* form);
+/// Answers umGetFormName: writes the form's name and its property "Tag" in decimal, 0 without one, into the
+/// character buffer that the message's LParam points to.
+void Copy_Form_Name(const TForm& form, const TMessage& message);
 /// Centres a dialog over the window it belongs to, or on the screen, and keeps it on the screen.
 void CentreForm(QWidget* form);
 /// The nearest enclosing page, or null.

@@ -185,6 +185,11 @@ void Initialise_Form(QWidget* form) {
   }
 }
 
+void Copy_Form_Name(const TForm& form, const TMessage& message) {
+  const QString name = form.objectName() + QString::number(form.property("Tag").toInt());
+  qstrcpy(reinterpret_cast<char*>(message.LParam), name.toUtf8().constData());
+}
+
 void CentreForm(QWidget* form) {
   form->adjustSize();
   const QWidget* over = form->parentWidget() ? form->parentWidget()->window() : nullptr;
