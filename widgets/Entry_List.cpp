@@ -1,0 +1,143 @@
+#include "Entry_List.h"
+
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QToolTip>
+
+#include "Entry_Model.h"
+#include "Entry_Painter.h"
+#include "Kt_data_01.h"
+#include "Kt_forms.h"
+
+namespace KTReminds {
+
+using Kt_data_01::TList_Item;
+
+namespace {
+
+// A tip that looks like markup would be shown as such.
+QString As_Plain_Tip(const QString& text) {
+  if (text.isEmpty()) return text;
+  return QStringLiteral("<qt>") + text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")) +
+         QStringLiteral("</qt>");
+}
+
+}  // namespace
+
+TEntry_List::TEntry_List(QWidget* parent)
+    : QListView(parent), model(new TEntry_Model(this)), painter(new TEntry_Painter(this)) {
+  setModel(model);
+  setItemDelegate(painter);
+  setUniformItemSizes(true);
+  setSelectionMode(SingleSelection);
+  setEditTriggers(NoEditTriggers);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
+
+Kt_data_01::TItem_List& TEntry_List::Items() {
+  return model->Items();
+}
+
+TList_Item* TEntry_List::Selected() {
+  const int row = Selected_Row();
+  return row < 0 ? nullptr : &model->Items()[static_cast<std::size_t>(row)];
+}
+
+int TEntry_List::Selected_Row() const {
+  const QModelIndexList selected = selectionModel()->selectedIndexes();
+  return selected.isEmpty() ? -1 : selected.front().row();
+}
+
+void TEntry_List::Select_Row(int row) {
+  const QModelIndex index = model->index(row);
+  if (!index.isValid()) return clearSelection();
+  setCurrentIndex(index);
+  scrollTo(index);
+}
+
+QString TEntry_List::Tip_At(QPoint place) const {
+  const TList_Item* item = TEntry_Model::Item(indexAt(place));
+  if (!item || !item->Data || place.x() >= item->Data->TextRight) return {};
+  try {
+    return Kt_forms::To_Qt(item->Data->Get_Tip(false));
+  } catch (...) {
+    Kt_data_01::FailRead("Entry_List:Tip_At [KT_Users]");
+    return {};
+  }
+}
+
+QModelIndex TEntry_List::State_Image_At(QPoint place) const {
+  const QModelIndex row = indexAt(place);
+  return row.isValid() && TEntry_Painter::On_State_Image(visualRect(row), place) ? row : QModelIndex();
+}
+
+void TEntry_List::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QListView::selectionChanged(selected, deselected);
+  emit Selection_Changed();
+}
+
+void TEntry_List::mousePressEvent(QMouseEvent* event) {
+  pressed = event->button() == Qt::LeftButton ? State_Image_At(event->position().toPoint()) : QModelIndex();
+  QListView::mousePressEvent(event);
+}
+
+void TEntry_List::mouseReleaseEvent(QMouseEvent* event) {
+  const bool clicked = event->button() == Qt::LeftButton && pressed.isValid() &&
+                       State_Image_At(event->position().toPoint()) == pressed;
+  pressed = QModelIndex();
+  QListView::mouseReleaseEvent(event);
+  if (clicked) emit State_Clicked();
+}
+
+void TEntry_List::mouseDoubleClickEvent(QMouseEvent* event) {
+  QListView::mouseDoubleClickEvent(event);
+  pressed = QModelIndex();
+  if (event->button() == Qt::LeftButton) emit Opened();
+}
+
+void TEntry_List::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      emit Opened();
+      break;
+    case Qt::Key_Insert:
+      emit Insert_Pressed();
+      break;
+    case Qt::Key_Delete:
+      emit Delete_Pressed();
+      break;
+    default:
+      QListView::keyPressEvent(event);
+  }
+}
+
+void TEntry_List::contextMenuEvent(QContextMenuEvent* event) {
+  QPoint place = event->pos();
+  if (event->reason() == QContextMenuEvent::Keyboard) {
+    const int row = Selected_Row();
+    place = row < 0 ? viewport()->rect().center() : visualRect(model->index(row)).center();
+  }
+  emit Menu_Asked(viewport()->mapToGlobal(place));
+}
+
+bool TEntry_List::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QListView::viewportEvent(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  QToolTip::showText(help->globalPos(), As_Plain_Tip(Tip_At(help->pos())), viewport(),
+                     visualRect(indexAt(help->pos())));
+  return true;
+}
+
+void TEntry_List::paintEvent(QPaintEvent* event) {
+  painter->Begin_Paint(*this);
+  QListView::paintEvent(event);
+}
+
+void TEntry_List::resizeEvent(QResizeEvent* event) {
+  QListView::resizeEvent(event);
+  emit Resized();
+}
+
+}  // namespace KTReminds

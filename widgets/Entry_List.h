@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QListView>
+#include <QPersistentModelIndex>
+
+#include "Kt_lists.h"
+
+namespace KTReminds {
+
+class TEntry_Model;
+class TEntry_Painter;
+
+/// A list of events and tasks, one to a row, of which one can be selected. It says what the user does; its
+/// owner decides what that means. Nothing of it is touched after a signal, so a handler may free it.
+class TEntry_List : public QListView {
+  Q_OBJECT
+
+ public:
+  explicit TEntry_List(QWidget* parent = nullptr);
+
+  /// Owned by the list; fill, sort and mark it here.
+  Kt_data_01::TItem_List& Items();
+  /// Null without a selection. Valid until the list changes.
+  Kt_data_01::TList_Item* Selected();
+  /// -1 without a selection.
+  int Selected_Row() const;
+  /// Selects a row and scrolls it into view; one that does not exist selects nothing.
+  void Select_Row(int row);
+  /// The info tip at a place of the viewport: the entry's, but only left of where its text ends; else empty.
+  QString Tip_At(QPoint place) const;
+
+ signals:
+  void Selection_Changed();
+  /// A row, which is selected by now, was clicked on its state image.
+  void State_Clicked();
+  /// A double click, also beside the rows, or Enter.
+  void Opened();
+  void Insert_Pressed();
+  void Delete_Pressed();
+  void Menu_Asked(const QPoint& global);
+  void Resized();
+
+ protected:
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  /// Invalid where there is no state image.
+  QModelIndex State_Image_At(QPoint place) const;
+
+  TEntry_Model* model;
+  TEntry_Painter* painter;
+  QPersistentModelIndex pressed;  // the row on whose state image the button went down
+};
+
+}  // namespace KTReminds

@@ -1,0 +1,74 @@
+#include "Entry_Model.h"
+
+#include "Kt_forms.h"
+#include "Kt_util_01.h"
+#include "View_Rules.h"
+
+namespace KTReminds {
+
+using Kt_data_01::TList_Item;
+
+TEntry_Model::TEntry_Model(QObject* parent) : QAbstractListModel(parent) {
+  items.Set_Observer(this);
+}
+
+const TList_Item* TEntry_Model::Item(const QModelIndex& index) {
+  const auto* model = qobject_cast<const TEntry_Model*>(index.model());
+  return model ? model->At(index.row()) : nullptr;
+}
+
+const TList_Item* TEntry_Model::At(int row) const {
+  if (resetting || row < 0 || row >= rowCount() || row == gap) return nullptr;
+  return &items[static_cast<std::size_t>(gap && row > *gap ? row - 1 : row)];
+}
+
+int TEntry_Model::rowCount(const QModelIndex& parent) const {
+  if (parent.isValid() || resetting) return 0;
+  return static_cast<int>(items.Count()) + (gap ? 1 : 0);
+}
+
+QVariant TEntry_Model::data(const QModelIndex& index, int role) const {
+  if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) return {};
+  const TList_Item* item = Item(index);
+  if (!item) return {};
+  if (!item->Data) return Kt_forms::To_Qt(item->Caption);
+  return role == Qt::DisplayRole ? Kt_forms::To_Qt(Row_Text(*item->Data))
+                                 : Kt_forms::To_Qt(Spoken_Row(*item->Data, Kt_util_01::Now()));
+}
+
+void TEntry_Model::Reset_Begins() {
+  beginResetModel();
+  resetting = true;
+}
+
+void TEntry_Model::Reset_Ends() {
+  resetting = false;
+  endResetModel();
+}
+
+void TEntry_Model::Items_Sorted(const std::vector<std::uint32_t>& old_position) {
+  emit layoutAboutToBeChanged({}, VerticalSortHint);
+  std::vector<int> new_position(old_position.size());
+  for (std::size_t i = 0; i < old_position.size(); ++i) new_position[old_position[i]] = static_cast<int>(i);
+  const QModelIndexList before = persistentIndexList();
+  QModelIndexList after;
+  after.reserve(before.size());
+  for (const QModelIndex& kept : before)
+    after.append(index(new_position[static_cast<std::size_t>(kept.row())]));
+  changePersistentIndexList(before, after);
+  emit layoutChanged({}, VerticalSortHint);
+}
+
+void TEntry_Model::Item_Changed(std::size_t position) {
+  const QModelIndex changed = index(static_cast<int>(position));
+  emit dataChanged(changed, changed);
+}
+
+void TEntry_Model::Item_Removed(std::size_t position) {
+  gap = static_cast<int>(position);
+  beginRemoveRows({}, *gap, *gap);
+  gap.reset();
+  endRemoveRows();
+}
+
+}  // namespace KTReminds
