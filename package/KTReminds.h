@@ -3,6 +3,8 @@
 // What a host may call of the calendar module. Everything runs on the thread of the user interface; keys are
 // those of the shared database, which the host has opened before.
 
+// Start and end: Load_Package, Unload_Package.
+#include "Package.h"
 // Creating events, dates of recurring sets: Create_Event, Create_Event_Entry, AdvanceEventDate,
 // Get_Pattern_From_Date, Get_Instance_from_Date, MaskPosition.
 #include "Event_Creation.h"
@@ -23,3 +25,5 @@
 #include "fm_Calendar.h"
 #include "fm_Reminder.h"
 #include "fm_Task.h"
+// The calendar's views, as pages: Display_Calendar_Dayview.
+#include "fm_Contacts_Page3b.h"

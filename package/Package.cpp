@@ -1,0 +1,29 @@
+#include "Package.h"
+
+#include "Image_List.h"
+#include "Reminder_Utils.h"
+
+namespace KTReminds {
+
+namespace {
+
+constexpr int Column_Date = 2;
+
+bool Loaded = false;
+
+}  // namespace
+
+void Load_Package() {
+  if (Loaded) return;
+  Loaded = true;
+  SortKey = Column_Date;
+  SortAscending = true;
+}
+
+void Unload_Package() {
+  if (!Loaded) return;
+  Loaded = false;
+  Free_Images();
+}
+
+}  // namespace KTReminds
