@@ -14,9 +14,9 @@ bool Is_Event_Or_Task(const TEventKey& entry) {
   return entry.EventType == TEventKey::Type_Event || entry.EventType == TEventKey::Type_Task;
 }
 
-bool Allowed(const TEventKey& entry, int level) {
+bool Allowed(const TText& owner, int level) {
   try {
-    return Access_Allowed(entry.Contact, level);
+    return Access_Allowed(owner, level);
   } catch (...) {
     FailRead("View_Rules:Buttons_For [KT_Rights/KT_Users]");
     return false;
@@ -41,13 +41,14 @@ TToggle Toggle_Of(int image) {
 TView_Buttons Buttons_For(const TList_Item* selected) {
   TView_Buttons buttons;
   if (!selected || !selected->Data || !Is_Event_Or_Task(*selected->Data)) return buttons;
-  const TEventKey& entry = *selected->Data;
   buttons.Open = true;
-  if (entry.Private) return buttons;
+  if (selected->Data->Private) return buttons;
+  // Copied, since the report of a failed look may give time to change the list.
+  const TText owner = selected->Data->Contact;
   const int image = selected->Image;
-  buttons.Toggle = Allowed(entry, Access_Update);
+  buttons.Toggle = Allowed(owner, Access_Update);
   if (buttons.Toggle) buttons.Toggle_To = Toggle_Of(image);
-  buttons.Delete = Allowed(entry, Access_Delete);
+  buttons.Delete = Allowed(owner, Access_Delete);
   return buttons;
 }
 

@@ -25,3 +25,5 @@
 #include "fm_Calendar.h"
 #include "fm_Reminder.h"
 #include "fm_Task.h"
+// The calendar's views, as pages: Display_Calendar_Dayview.
+#include "fm_Contacts_Page3b.h"
