@@ -9,6 +9,7 @@
 #include "Data_Folder.h"
 #include "Database.h"
 #include "Kt_util_01.h"
+#include "Sample_Calendar.h"
 
 namespace Plexidex {
 
@@ -38,6 +39,7 @@ class TCommand_Line {
     Add_Export();
     Add_Books();
     Add("check", "Checks that the database is sound", Run_Check, TDatabase::TMode::Must_Exist);
+    Add_Sample();
   }
 
   /// False when there is nothing to run: help was asked for, which goes to `out`. Throws ECommand_Error.
@@ -58,8 +60,10 @@ class TCommand_Line {
     const bool named = app.count("--database") > 0;
     if (named && database.empty()) throw ECommand_Error("--database names no file.");
     if (!new_book.empty()) mode = TDatabase::TMode::Create_If_Missing;
-    Kt_data_01::Open_Database(named ? database : Default_Database(),
-                              named ? mode : TDatabase::TMode::Create_If_Missing);
+    if (sample.empty()) {
+      Kt_data_01::Open_Database(named ? database : Default_Database(),
+                                named ? mode : TDatabase::TMode::Create_If_Missing);
+    }
     return run(console);
   }
 
@@ -133,6 +137,22 @@ class TCommand_Line {
     command->add_flag("--verbose", book_keys, "Shows the keys of the books too");
   }
 
+  void Add_Sample() {
+    auto* command = Add(
+        "sample", "Fills the first book with entries and contacts to try things out on",
+        [this](const TConsole& /*console*/) {
+          if (sample.empty()) {
+            Fill_With_Sample({}, Kt_util_01::Today());
+          } else {
+            Write_Sample_Calendar(sample, Kt_util_01::Today());
+          }
+          return 0;
+        },
+        TDatabase::TMode::Create_If_Missing);
+    command->add_option("--file", sample, "Writes the entries to a calendar file instead")
+        ->type_name("FILE.ics");
+  }
+
   std::string Describe(const CLI::ParseError& error) const {
     const std::vector<std::string> unknown = app.remaining(true);
     if (!unknown.empty()) {
@@ -159,7 +179,7 @@ class TCommand_Line {
   }
 
   CLI::App app{"Calendar, reminders and tasks", "plexidex"};
-  std::string database, key, new_book;
+  std::string database, key, new_book, sample;
   TImport_Command import;
   TAgenda_Command agenda;
   TExport_Command exported;

@@ -20,7 +20,7 @@ TClip_Sounds::~TClip_Sounds() = default;
 
 void TClip_Sounds::Play(int number) {
   // Asked each time: loudspeakers come and go, and without any the effect would "play" for ever.
-  if (!Has_Sound()) return;
+  if (!Kt_util_01::Read_Bool("Sounds", "Interface", true) || !Has_Sound()) return;
   const QString file = QStringLiteral(":/clips/%1.wav").arg(number);
   if (!QFile::exists(file)) return;
   auto& clip = clips[number];

@@ -2,190 +2,219 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFileDialog>
-#include <QMenuBar>
-#include <QProgressDialog>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QSplitter>
 #include <QStatusBar>
-#include <QTreeWidget>
 
-#include "Books.h"
-#include "Calendar_Export.h"
-#include "Calendar_Import.h"
+#include "Book_Dialogs.h"
+#include "Contact_Dialog.h"
+#include "Contact_Page.h"
+#include "Contacts.h"
+#include "Contacts_Page.h"
 #include "Database.h"
-#include "Kt_forms.h"
+#include "KTReminds.h"
 #include "Kt_util_01.h"
+#include "Navigation_Tree.h"
+#include "Page_Place.h"
+#include "Transfer.h"
 #include "Upcoming_Page.h"
 
 namespace Plexidex {
 
 using namespace Kt_forms;
 
-namespace {
-
-constexpr int Book_Role = Qt::UserRole;
-constexpr int Calendar_Role = Qt::UserRole + 1;
-
-// Ends what is under way; nothing has been written then.
-class ECancelled : public std::exception {};
-
-// A progress dialog that can be cancelled while nothing is being written.
-class TProgress_Dialog : public Kt_data_01::TProgress_Bar {
- public:
-  TProgress_Dialog(QWidget* parent, const QString& text) : dialog(text, QObject::tr("Cancel"), 0, 0, parent) {
-    dialog.setWindowModality(Qt::WindowModal);
-    dialog.setMinimumDuration(300);
-  }
-  void Set_Max(std::int64_t steps) override { dialog.setMaximum(static_cast<int>(steps)); }
-  void Set_Position(std::int64_t steps) override {
-    dialog.setValue(static_cast<int>(steps));
-    if (dialog.wasCanceled()) throw ECancelled();
-  }
-
- private:
-  QProgressDialog dialog;
-};
-
-QString Summary(const TImport_Report& report) {
-  QString text =
-      QObject::tr(
-          "%1 components read: %2 recurring sets, %3 single events and %4 tasks written, %5 unchanged, "
-          "%6 replaced.")
-          .arg(report.Read)
-          .arg(report.Sets)
-          .arg(report.Events)
-          .arg(report.Tasks)
-          .arg(report.Unchanged)
-          .arg(report.Replaced);
-  constexpr std::size_t most = 12;
-  if (!report.Unused.empty()) text += QObject::tr("\n\nNot used:");
-  for (std::size_t i = 0; i < std::min(most, report.Unused.size()); ++i) {
-    text +=
-        QLatin1Char('\n') + To_Qt(report.Unused[i].What) + QStringLiteral(": ") + To_Qt(report.Unused[i].Why);
-  }
-  if (report.Unused.size() > most) text += QObject::tr("\nand %1 more").arg(report.Unused.size() - most);
-  return text;
-}
-
-}  // namespace
-
-TMain_Window::TMain_Window() : splitter(new QSplitter), books(new QTreeWidget), page(new TUpcoming_Page) {
+TMain_Window::TMain_Window()
+    : splitter(new QSplitter),
+      tool_area(new QWidget),
+      tree(new TNavigation_Tree),
+      place(new TPage_Place),
+      no_page(new QLabel) {
   setWindowTitle(QStringLiteral("Plexidex"));
   setObjectName(QStringLiteral("Main_Window"));
-  books->setObjectName(QStringLiteral("Books"));
-  books->setHeaderHidden(true);
-  books->setRootIsDecorated(false);
-  books->setAccessibleName(tr("Books"));
-  splitter->addWidget(books);
-  splitter->addWidget(page);
+  tool_area->setObjectName(QStringLiteral("Tool_Area"));
+  auto* tools = new QHBoxLayout(tool_area);
+  tools->setContentsMargins(2, 0, 2, 0);
+  tools->addStretch();
+  // As high as a row of tools, so that nothing moves when a page brings some.
+  tool_area->setMinimumHeight(fontMetrics().height() + 12);
+  no_page->setAlignment(Qt::AlignCenter);
+  no_page->setWordWrap(true);
+  no_page->setTextFormat(Qt::PlainText);
+  place->layout()->addWidget(no_page);
+  splitter->addWidget(tree);
+  splitter->addWidget(place);
   splitter->setStretchFactor(1, 1);
-  splitter->setSizes({220, 700});
+  splitter->setSizes({190, 800});
   splitter->setChildrenCollapsible(false);
-  setCentralWidget(splitter);
+  auto* whole = new QWidget;
+  auto* layout = new QVBoxLayout(whole);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(tool_area);
+  layout->addWidget(splitter, 1);
+  setCentralWidget(whole);
   statusBar();
+  Install_Main_Form(this);
   Make_Menus();
-  resize(920, 600);
-  connect(books, &QTreeWidget::currentItemChanged, this, [this] { Show_Selected(); });
+  Make_Tree_Menu();
+  resize(1000, 660);
+  Restore_Place();
+  connect(tree, &TNavigation_Tree::Node_Selected, this, &TMain_Window::Node_Selected);
+  connect(tree, &TNavigation_Tree::Node_Clicked_Again, this, [this] { Send_To_Page(umSelectNode, 0); });
+  connect(place, &TPage_Place::Display_Page, this, &TMain_Window::Display_Host_Page);
+  connect(place, &TPage_Place::Add_Contact, this, &TMain_Window::Add_Contact);
+  Install_Contact_Opener([this](const std::string& contact) {
+    if (Edit_Contact(Active_Window(), contact)) Refresh();
+  });
   Refresh();
 }
 
-TMain_Window::~TMain_Window() = default;
-
-void TMain_Window::Make_Menus() {
-  const auto add = [this](QMenu* menu, const QString& text, const QKeySequence& keys, const QString& hint,
-                          auto run) {
-    QAction* action = menu->addAction(text);
-    action->setShortcut(keys);
-    action->setStatusTip(hint);
-    connect(action, &QAction::triggered, this, run);
-  };
-  QMenu* file = menuBar()->addMenu(tr("&File"));
-  file->setObjectName(QStringLiteral("File"));
-  add(file, tr("New &Event..."), QKeySequence::New, tr("Create a New Calendar Event"),
-      [this] { page->New_Event(); });
-  add(file, tr("New &Task..."), Qt::CTRL | Qt::SHIFT | Qt::Key_N, tr("Create a New Address Book Task"),
-      [this] { page->New_Task(); });
-  file->addSeparator();
-  add(file, tr("&Import..."), Qt::CTRL | Qt::Key_I, tr("Brings a calendar file into the selected book"),
-      [this] { Import(); });
-  add(file, tr("E&xport..."), Qt::CTRL | Qt::Key_E, tr("Writes the selected book to a calendar file"),
-      [this] { Export(); });
-  file->addSeparator();
-  add(file, tr("&Quit"), QKeySequence::Quit, tr("Leaves the program"), [this] { close(); });
-}
-
-std::string TMain_Window::Selected_Book() const {
-  const QTreeWidgetItem* item = books->currentItem();
-  while (item && item->parent()) item = item->parent();
-  return item ? From_Qt(item->text(0)) : std::string();
+TMain_Window::~TMain_Window() {
+  Install_Contact_Opener(nullptr);
+  if (TForm* shown = page.Get()) shown->Close_Form();
+  Install_Menu_Bar(nullptr, nullptr);
+  Install_Main_Form(nullptr);
 }
 
 void TMain_Window::Refresh() {
-  const std::string selected = Selected_Book();
-  books->clear();
-  try {
-    for (const Kt_data_01::TBook& book : Kt_data_01::List_Books()) {
-      auto* item = new QTreeWidgetItem(books, {To_Qt(book.Name)});
-      item->setData(0, Book_Role, To_Qt(book.Key));
-      item->setData(0, Calendar_Role, To_Qt(book.Calendar));
-      if (book.Name == selected || !books->currentItem()) books->setCurrentItem(item);
-    }
-  } catch (...) {
-    Kt_data_01::FailRead("Main_Window:Refresh [KT_Books]");
-  }
-  Show_Selected();
+  tree->Reload();
+  Node_Selected();
 }
 
-void TMain_Window::Show_Selected() {
-  const QTreeWidgetItem* item = books->currentItem();
-  page->Show_Book(item ? From_Qt(item->data(0, Book_Role).toString()) : std::string(),
-                  item ? From_Qt(item->data(0, Calendar_Role).toString()) : std::string());
+void TMain_Window::Node_Selected() {
+  const TNode node = tree->Current();
+  Set_Actions();
+  if (Show_Page(node)) {
+    setWindowTitle(To_Qt(node.Book_Name.empty() ? "Plexidex" : node.Book_Name + " - Plexidex"));
+    Show_Hint_Without_Page();
+  }
+}
+
+// The page that was shown may have refused to make way: false.
+bool TMain_Window::Show_Page(const TNode& node) {
+  switch (node.Kind) {
+    case TNode_Kind::Calendar:
+      return KTReminds::Display_Calendar_Home_Page(place, page, node.Book, node.Calendar, tool_area);
+    case TNode_Kind::Book:
+    case TNode_Kind::Tasks:
+      return Display_Book_Page<TUpcoming_Page>(
+          place, page, node.Book, node.Calendar, [](TUpcoming_Page&) {},
+          [&](TUpcoming_Page& shown) { shown.Show_Tasks_Only(node.Kind == TNode_Kind::Tasks); });
+    case TNode_Kind::Contacts:
+      return Display_Book_Page<TContacts_Page>(
+          place, page, node.Book, node.Calendar, [this](TContacts_Page& made) {
+            // Queued: the page that asks is closed by what it asks for.
+            connect(
+                &made, &TContacts_Page::Open_Contact, this,
+                [this](const QString& key) { Show_Contact(From_Qt(key)); }, Qt::QueuedConnection);
+            connect(&made, &TContacts_Page::Contacts_Changed, tree, &TNavigation_Tree::Reload);
+          });
+    case TNode_Kind::Contact:
+      return Display_Book_Page<TContact_Page>(
+          place, page, node.Book, node.Contact, [this](TContact_Page& made) {
+            connect(&made, &TContact_Page::Contact_Changed, tree, &TNavigation_Tree::Reload);
+          });
+    case TNode_Kind::None:
+      return !page.Get() || page.Get()->Close_Form();
+  }
+  return false;
+}
+
+void TMain_Window::Show_Hint_Without_Page() {
+  no_page->setText(tr("There is no book yet. Choose \"New Book...\" in the Book menu to make one."));
+  no_page->setVisible(!page.Get());
+}
+
+void TMain_Window::Set_Actions() {
+  const TNode node = tree->Current();
+  const bool book = node.Kind != TNode_Kind::None, contact = node.Kind == TNode_Kind::Contact;
+  for (QAction* action : {new_event, new_task, new_contact, import, export_book, set_up_book, delete_book})
+    action->setEnabled(book);
+  for (QAction* action : {edit_contact, delete_contact}) action->setEnabled(contact);
+}
+
+void TMain_Window::Show_Contact(const std::string& contact) {
+  tree->Select(TNode_Kind::Contact, tree->Current().Book, contact);
+}
+
+void TMain_Window::Send_To_Page(int message, qintptr l_param) {
+  Send_Message(page.Get(), message, 0, l_param);
+}
+
+std::string TMain_Window::Page_Name() const {
+  char name[256] = "";
+  Send_Message(page.Get(), umGetFormName, 0, reinterpret_cast<qintptr>(name));
+  return name;
+}
+
+void TMain_Window::Display_Host_Page(int index) {
+  if (index == KTReminds::Host_Page_Calendar_Search)
+    statusBar()->showMessage(tr("Searching the calendar is not possible in this version yet."), 15'000);
+}
+
+void TMain_Window::Add_Contact() {
+  const std::string book = tree->Current().Book;
+  const std::string key = book.empty() ? std::string() : New_Contact(this, book);
+  if (key.empty()) return;
+  tree->Reload();
+  tree->Select(TNode_Kind::Contact, book, key);
+}
+
+void TMain_Window::Edit_Selected_Contact() {
+  if (Edit_Contact(this, tree->Current().Contact)) Refresh();
+}
+
+void TMain_Window::Delete_Selected_Contact() {
+  const TNode node = tree->Current();
+  if (!Delete_Contact(node.Contact)) return;
+  tree->Select(TNode_Kind::Contacts, node.Book);
+  Refresh();
+}
+
+void TMain_Window::Add_Book() {
+  const std::string key = New_Book(this);
+  if (key.empty()) return;
+  tree->Reload();
+  if (!tree->Select(TNode_Kind::Calendar, key)) return;
+  Node_Selected();
+}
+
+void TMain_Window::Set_Up_Selected_Book() {
+  if (Set_Up_Book(this, tree->Current().Book)) Refresh();
+}
+
+void TMain_Window::Delete_Selected_Book() {
+  if (Delete_Book_After_Asking(tree->Current().Book)) Refresh();
 }
 
 void TMain_Window::Import() {
-  const QString file =
-      QFileDialog::getOpenFileName(this, tr("Import a Calendar"), {}, tr("Calendars (*.ics);;All files (*)"));
-  if (file.isEmpty()) return;
-  QPointer<TMain_Window> alive = this;
-  try {
-    TImport_Report report;
-    {
-      TProgress_Dialog progress(this, tr("Reading the calendar..."));
-      TImport_Options options;
-      options.Book = Selected_Book();
-      options.Progress = &progress;
-      report = Import_Calendar(From_Qt(file), options);
-    }
-    Kt_util_01::Raise_Info("Import", From_Qt(Summary(report)));
-  } catch (const ECancelled&) {
-    statusBar()->showMessage(tr("The import was cancelled; nothing was written."), 15'000);
-  } catch (const std::exception& e) {
-    Kt_util_01::Raise_Error("Import", e.what());
-  }
-  if (alive) Refresh();
+  const QPointer<TMain_Window> alive = this;
+  if (Import_With_Progress(this, tree->Current().Book_Name) && alive) Refresh();
 }
 
 void TMain_Window::Export() {
-  const QString file = QFileDialog::getSaveFileName(this, tr("Export a Calendar"),
-                                                    QStringLiteral("calendar.ics"), tr("Calendars (*.ics)"));
-  if (file.isEmpty()) return;
-  try {
-    TProgress_Dialog progress(this, tr("Writing the calendar..."));
-    const TExport_Report report = Export_Calendar(From_Qt(file), Selected_Book(), &progress);
-    statusBar()->showMessage(tr("Written: %1 sets, %2 single events, %3 tasks")
-                                 .arg(report.Rules + report.Dates)
-                                 .arg(report.Events)
-                                 .arg(report.Tasks),
-                             15'000);
-  } catch (const ECancelled&) {
-    statusBar()->showMessage(tr("The export was cancelled; the file is as it was."), 15'000);
-  } catch (const std::exception& e) {
-    Kt_util_01::Raise_Error("Export", e.what());
+  Export_With_Progress(this, tree->Current().Book_Name);
+}
+
+bool TMain_Window::event(QEvent* event) {
+  if (event->type() != umSettingsCommand) return QMainWindow::event(event);
+  switch (static_cast<TMessage*>(event)->LParam) {
+    case 6:
+      Preferences();
+      break;
+    case 7:
+      Set_Up_Selected_Book();
+      break;
+    default:
+      break;
   }
+  return true;
 }
 
 void TMain_Window::closeEvent(QCloseEvent* event) {
-  if (Kt_data_01::Update_Is_Open()) return event->ignore();
+  if (Kt_data_01::Update_Is_Open() || (page.Get() && !page.Get()->Ask_Close())) return event->ignore();
+  Save_Place();
   event->accept();
 }
 

@@ -1,21 +1,22 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QPointer>
 #include <string>
 
-#include "Kt_lists.h"
+#include "Kt_forms.h"
 
+class QAction;
+class QLabel;
 class QSplitter;
-class QTreeWidget;
-class QTreeWidgetItem;
 
 namespace Plexidex {
 
-class TUpcoming_Page;
+class TNavigation_Tree;
+class TPage_Place;
+struct TNode;
 
-/// The host's window: the books on the left, the entries of the coming weeks of the selected one on the
-/// right.
+/// The host's window: the books with their calendars, tasks and contacts on the left, the page of the
+/// selected node on the right, which merges its menu into the menu bar and shows its tools above.
 class TMain_Window : public QMainWindow {
   Q_OBJECT
 
@@ -23,22 +24,52 @@ class TMain_Window : public QMainWindow {
   TMain_Window();
   ~TMain_Window() override;
 
-  /// Reads the books and what is shown of them again.
+  /// Reads the tree and the page that is shown again.
   void Refresh();
+  /// Name and number of the page that is shown, as it gives them; "" without a page.
+  std::string Page_Name() const;
+  TNavigation_Tree& Tree() { return *tree; }
 
  protected:
+  bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   void Make_Menus();
+  void Make_Book_Menu();
+  void Make_Tree_Menu();
+  void Set_Actions();
+  void Node_Selected();
+  bool Show_Page(const TNode& node);
+  void Show_Hint_Without_Page();
+  void Show_Contact(const std::string& contact);
+  void Send_To_Page(int message, qintptr l_param);
+  void Display_Host_Page(int index);
+
+  void Add_Contact();
+  void Edit_Selected_Contact();
+  void Delete_Selected_Contact();
+  void Add_Book();
+  void Set_Up_Selected_Book();
+  void Delete_Selected_Book();
   void Import();
   void Export();
-  void Show_Selected();
-  std::string Selected_Book() const;
+  void Preferences();
+  bool Switch_Database(const std::string& file);
+  void About();
+
+  void Restore_Place();
+  void Save_Place() const;
 
   QSplitter* splitter;
-  QTreeWidget* books;
-  TUpcoming_Page* page;
+  QWidget* tool_area;
+  TNavigation_Tree* tree;
+  TPage_Place* place;
+  QLabel* no_page;
+  Kt_forms::TForm_Reference page;
+  QAction *new_event = nullptr, *new_task = nullptr, *new_contact = nullptr, *import = nullptr,
+          *export_book = nullptr, *set_up_book = nullptr, *delete_book = nullptr, *edit_contact = nullptr,
+          *delete_contact = nullptr;
 };
 
 }  // namespace Plexidex

@@ -36,7 +36,7 @@ QString State_Of(const TEventKey& entry) {
 
 }  // namespace
 
-TUpcoming_Page::TUpcoming_Page(QWidget* parent) : TForm(parent), heading(new QLabel), list(new QTreeWidget) {
+TUpcoming_Page::TUpcoming_Page() : heading(new QLabel), list(new QTreeWidget) {
   setObjectName(QStringLiteral("Upcoming_Page"));
   QFont bold = heading->font();
   bold.setBold(true);
@@ -69,23 +69,24 @@ TUpcoming_Page::TUpcoming_Page(QWidget* parent) : TForm(parent), heading(new QLa
   connect(list, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item) { Open(item); });
 }
 
-void TUpcoming_Page::Show_Book(const std::string& book_key, const std::string& calendar_key) {
-  book = book_key;
-  calendar = calendar_key;
-  Reload();
-}
-
 void TUpcoming_Page::Reload() {
   list->clear();
   const TDateTime first = Today(), last = first + Days_Shown - 1;
-  heading->setText(
-      tr("From %1 to %2").arg(To_Qt(FormatDateTime("ddddd", first)), To_Qt(FormatDateTime("ddddd", last))));
-  if (book.empty()) return;
+  heading->setText((tasks_only ? tr("Tasks due from %1 to %2") : tr("From %1 to %2"))
+                       .arg(To_Qt(FormatDateTime("ddddd", first)), To_Qt(FormatDateTime("ddddd", last))));
   TEventKey_List entries;
-  KTReminds::Build_Events_Data(calendar, book, entries, first, last, true);
-  TEventKey_List holidays;
-  Build_Holidays_Data(holidays, first, last);
-  for (auto& holiday : holidays) entries.push_back(std::move(holiday));
+  KTReminds::Build_Events_Data(Owner(), Book(), entries, first, last, true);
+  if (tasks_only) {
+    std::erase_if(entries, [](const auto& entry) { return entry->EventType != TEventKey::Type_Task; });
+  } else {
+    try {
+      TEventKey_List holidays;
+      Build_Holidays_Data(holidays, first, last);
+      for (auto& holiday : holidays) entries.push_back(std::move(holiday));
+    } catch (...) {
+      FailRead("Upcoming_Page:Reload [KT_Holidays]");
+    }
+  }
   std::stable_sort(entries.begin(), entries.end(),
                    [](const auto& a, const auto& b) { return CompareDates(a->EventDate, b->EventDate) < 0; });
 
@@ -118,16 +119,6 @@ void TUpcoming_Page::Reload() {
   for (int i = 0; i < list->topLevelItemCount(); ++i) list->topLevelItem(i)->setFirstColumnSpanned(true);
 }
 
-void TUpcoming_Page::New_Event() {
-  QPointer<TUpcoming_Page> alive = this;
-  if (KTReminds::Reminder_Properties({}, calendar, book, {}, false) && alive) Reload();
-}
-
-void TUpcoming_Page::New_Task() {
-  QPointer<TUpcoming_Page> alive = this;
-  if (KTReminds::Task_Properties({}, calendar, book, {}, false) && alive) Reload();
-}
-
 void TUpcoming_Page::Open(QTreeWidgetItem* item) {
   if (!item) return;
   const std::string key = From_Qt(item->data(Time_Column, Key_Role).toString());
@@ -136,8 +127,8 @@ void TUpcoming_Page::Open(QTreeWidgetItem* item) {
   const bool is_private = item->data(Time_Column, Private_Role).toBool();
   const bool is_task = item->data(Time_Column, Type_Role).toInt() == TEventKey::Type_Task;
   QPointer<TUpcoming_Page> alive = this;
-  const bool changed = is_task ? KTReminds::Task_Properties(key, contact, book, {}, is_private)
-                               : KTReminds::Reminder_Properties(key, contact, book, {}, is_private);
+  const bool changed = is_task ? KTReminds::Task_Properties(key, contact, Book(), {}, is_private)
+                               : KTReminds::Reminder_Properties(key, contact, Book(), {}, is_private);
   if (changed && alive) Reload();
 }
 
@@ -167,24 +158,6 @@ void TUpcoming_Page::Toggle_Done() {
                                    KTReminds::Image_Done_Event, KTReminds::Image_Open_Event,
                                    KTReminds::Image_Done_Task, KTReminds::Image_Open_Task);
   Reload();
-}
-
-void TUpcoming_Page::Handle_Message(const TMessage& message) {
-  switch (message.Number()) {
-    case umRefreshDisplay:
-    case umDateChanged:
-      Reload();
-      break;
-    case umAddContactEvent:
-      if (message.LParam == 1) {
-        New_Task();
-      } else {
-        New_Event();
-      }
-      break;
-    default:
-      break;
-  }
 }
 
 }  // namespace Plexidex

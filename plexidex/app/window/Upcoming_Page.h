@@ -1,8 +1,6 @@
 #pragma once
 
-#include <string>
-
-#include "Kt_forms.h"
+#include "Page_Place.h"
 
 class QLabel;
 class QTreeWidget;
@@ -11,27 +9,21 @@ class QTreeWidgetItem;
 namespace Plexidex {
 
 /// The entries of a book from today on, by day.
-class TUpcoming_Page : public Kt_forms::TForm {
+class TUpcoming_Page : public TBook_Page {
   Q_OBJECT
 
  public:
-  explicit TUpcoming_Page(QWidget* parent = nullptr);
-  /// Shows a book, or none.
-  void Show_Book(const std::string& book_key, const std::string& calendar_key);
-  void Reload();
-
-  void New_Event();
-  void New_Task();
-
- protected:
-  void Handle_Message(const Kt_forms::TMessage& message) override;
+  TUpcoming_Page();
+  /// Tasks alone, or all entries and the holidays.
+  void Show_Tasks_Only(bool tasks) { tasks_only = tasks; }
+  void Reload() override;
 
  private:
   void Open(QTreeWidgetItem* item);
   void Delete();
   void Toggle_Done();
 
-  std::string book, calendar;
+  bool tasks_only = false;
   QLabel* heading;
   QTreeWidget* list;
 };

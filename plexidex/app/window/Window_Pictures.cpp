@@ -11,10 +11,18 @@
 #include <functional>
 #include <iostream>
 
+#include "Book_Dialogs.h"
 #include "Books.h"
+#include "Contact_Dialog.h"
+#include "Contacts.h"
+#include "Database.h"
 #include "KTReminds.h"
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
+#include "Main_Window.h"
+#include "Navigation_Tree.h"
+#include "Preferences.h"
+#include "Welcome.h"
 
 namespace Plexidex {
 
@@ -57,9 +65,24 @@ class TPictures {
   bool failed = false;
 };
 
+// Every page that the tree leads to, under the name that the page gives.
+void Take_Pages(TPictures& pictures, TMain_Window& window, const std::string& book) {
+  const auto take = [&](TNode_Kind kind, const char* name, const std::string& contact = {}) {
+    if (!window.Tree().Select(kind, book, contact)) return;
+    QApplication::processEvents();
+    pictures.Take(&window, To_Qt(std::string(name) + '_' + window.Page_Name()));
+  };
+  take(TNode_Kind::Book, "coming_weeks");
+  take(TNode_Kind::Tasks, "tasks");
+  take(TNode_Kind::Contacts, "contacts");
+  const auto contacts = Kt_data_01::List_Contacts(book, false);
+  if (!contacts.empty()) take(TNode_Kind::Contact, "contact", contacts.front().Key);
+  take(TNode_Kind::Calendar, "calendar");
+}
+
 }  // namespace
 
-int Write_Pictures(QWidget& main_window, const std::string& target) {
+int Write_Pictures(TMain_Window& main_window, const std::string& target) {
   const QString folder = To_Qt(target);
   if (!QDir().mkpath(folder)) {
     std::cerr << "The folder \"" << target << "\" cannot be made." << std::endl;
@@ -68,9 +91,9 @@ int Write_Pictures(QWidget& main_window, const std::string& target) {
   TPictures pictures(folder);
   main_window.show();
   QApplication::processEvents();
-  pictures.Take(&main_window, QStringLiteral("main_window"));
   const auto books = Kt_data_01::List_Books();
   const std::string book = books.empty() ? std::string() : books.front().Key;
+  Take_Pages(pictures, main_window, book);
   pictures.Take_Dialog(QStringLiteral("new_event"),
                        [&] { KTReminds::Reminder_Properties({}, {}, book, {}, false); });
   pictures.Take_Dialog(QStringLiteral("new_task"),
@@ -85,6 +108,16 @@ int Write_Pictures(QWidget& main_window, const std::string& target) {
   pictures.Take_Dialog(QStringLiteral("open_recurring_event"), [] {
     bool whole = false;
     KTReminds::Update_Recurring(whole);
+  });
+  pictures.Take_Dialog(QStringLiteral("new_contact"), [&] { New_Contact(&main_window, book); });
+  pictures.Take_Dialog(QStringLiteral("book_set_up"), [&] { Set_Up_Book(&main_window, book); });
+  pictures.Take_Dialog(QStringLiteral("preferences"), [&] {
+    std::string database = Kt_data_01::Shared_Database().Path();
+    Edit_Preferences(&main_window, database);
+  });
+  pictures.Take_Dialog(QStringLiteral("welcome"), [&] {
+    TFirst_Book first;
+    Welcome(Kt_data_01::Shared_Database().Path(), first);
   });
   return pictures.Failed() ? 1 : 0;
 }

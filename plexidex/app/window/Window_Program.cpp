@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QStyle>
+#include <QFile>
 #include <iostream>
 
 #include "Books.h"
@@ -10,12 +10,16 @@
 #include "Data_Folder.h"
 #include "Database.h"
 #include "Entry_Rules.h"
+#include "Host_Dialog.h"
 #include "KTReminds.h"
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
 #include "Main_Window.h"
 #include "Message_Prompts.h"
 #include "Qt_Settings.h"
+#include "Sample_Calendar.h"
+#include "Transfer.h"
+#include "Welcome.h"
 #include "Window_Pictures.h"
 
 namespace Plexidex {
@@ -44,25 +48,38 @@ QString Sounds_Beside_Program() {
   return QDir(beside).exists() ? beside : QStringLiteral(KT_SOUNDS_FOLDER);
 }
 
-// A first start finds a book to write into.
-void Make_First_Book() {
-  if (!Kt_data_01::List_Books().empty() || !Kt_data_01::Start_Update()) return;
-  try {
-    Kt_data_01::Create_Book("My Calendar");
-    Kt_data_01::EndUpdate();
-  } catch (...) {
-    Kt_data_01::FailUpdate("Window_Program:Make_First_Book [KT_Books/KT_Contacts]");
-  }
+std::string Chosen_Database(const TWindow_Options& options) {
+  if (!options.Database.empty()) return options.Database;
+  const std::string preferred = Kt_util_01::Read_String("General", "Database", "");
+  return preferred.empty() ? Default_Database() : preferred;
+}
+
+// There is always a book to write into at the start.
+void Make_First_Book(const std::string& name) {
+  if (!Kt_data_01::List_Books().empty()) return;
+  Update_Host("Window_Program:Make_First_Book [KT_Books/KT_Contacts]",
+              [&] { Kt_data_01::Create_Book(name); });
+}
+
+// Brings in what the user wants to begin with. The window is shown already, so that it is clear what for.
+void Fill_First_Book(TMain_Window& window, const TFirst_Book& first) {
+  if (!first.Calendar_File.empty()) Import_With_Progress(&window, first.Name, To_Qt(first.Calendar_File));
+  if (first.Sample) Fill_With_Sample(first.Name, Kt_util_01::Today());
+  if (first.Sample || !first.Calendar_File.empty()) window.Refresh();
 }
 
 int Show_Windows(const TWindow_Options& options) {
-  Kt_data_01::Open_Database(options.Database.empty() ? Default_Database() : options.Database,
-                            Kt_data_01::TDatabase::TMode::Create_If_Missing);
-  Make_First_Book();
+  const std::string database = Chosen_Database(options);
+  TFirst_Book first;
+  const bool ask = options.Screenshots.empty() && !QFile::exists(To_Qt(database));
+  if (ask && !Welcome(database, first)) return 0;
+  Kt_data_01::Open_Database(database, Kt_data_01::TDatabase::TMode::Create_If_Missing);
+  Make_First_Book(first.Name);
   KTReminds::Remove_Abandoned_Entries();
   TMain_Window window;
   if (!options.Screenshots.empty()) return Write_Pictures(window, options.Screenshots);
   window.show();
+  Fill_First_Book(window, first);
   return QApplication::exec();
 }
 

@@ -1,0 +1,110 @@
+#include "Sample_Calendar.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+#include "Books.h"
+#include "Calendar_Import.h"
+#include "Contacts.h"
+#include "Event_Creation.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+// resources/sample.ics as it stands, put into the program by the build.
+extern const char* const Sample_Text;
+
+namespace {
+
+// A date in words: "3 days", "10 days ago", "next monday 7 days" (from the Monday after today on).
+Kt_util_01::TDateTime Day_Of(const std::string& words, Kt_util_01::TDateTime today) {
+  const std::string next_monday = "next monday ";
+  Kt_util_01::TDateTime day = today;
+  std::size_t at = 0;
+  if (words.compare(0, next_monday.size(), next_monday) == 0) {
+    at = next_monday.size();
+    constexpr int some_monday = 2;  // 1 January 1900
+    const auto since = Kt_util_01::Whole_Day(today) - some_monday;
+    day = today + static_cast<double>(7 - (since % 7 + 7) % 7);
+  }
+  const int days = std::atoi(words.c_str() + at);
+  return words.find("ago") == std::string::npos ? day + days : day - days;
+}
+
+struct TSample_Contact {
+  const char *Name, *Phone, *Mail, *Notes, *Event, *Location;
+  double In_Days;
+};
+constexpr TSample_Contact Contacts[] = {
+    {"Maria Lind", "0160 555 0142", "maria@example.org", "Runs the book club.", "Lunch with Maria",
+     "Corner café", 1 + 12.5 / 24},
+    {"Jonas Weber", "0160 555 0187", "jonas@example.org", "Likes dark chocolate.",
+     "Call Jonas about the trip", "", 18.0 / 24},
+};
+
+void Write_Contacts(const Kt_data_01::TBook& book, Kt_util_01::TDateTime today) {
+  Kt_data_01::Set_Other_Labels(book.Key, {"Phone", "E-mail"});
+  for (const TSample_Contact& contact : Contacts) {
+    KTReminds::TNew_Event event;
+    event.Contact = Kt_data_01::Create_Contact(book.Key, contact.Name);
+    Kt_data_01::Write_Contact(event.Contact, contact.Name, {{contact.Phone, contact.Mail}, contact.Notes});
+    event.Book = book.Key;
+    event.Title = contact.Event;
+    event.Location = contact.Location;
+    event.User = Kt_util_01::User_Key();
+    event.FirstDate = event.Pattern.LastDate = today + contact.In_Days;
+    std::string master;
+    KTReminds::Create_Event(event, master);
+  }
+}
+
+// A file that goes when it is no longer needed.
+struct TTemporary_File {
+  std::string Path = (std::filesystem::temp_directory_path() / (Kt_util_01::Get_GUID() + ".ics")).string();
+  ~TTemporary_File() {
+    std::error_code ignored;
+    std::filesystem::remove(Path, ignored);
+  }
+};
+
+}  // namespace
+
+void Fill_With_Sample(const std::string& book_name, Kt_util_01::TDateTime today) {
+  const TTemporary_File file;
+  Write_Sample_Calendar(file.Path, today);
+  TImport_Options options;
+  options.Book = book_name;
+  Import_Calendar(file.Path, options);
+  Kt_data_01::TBook book = Kt_data_01::List_Books().front();
+  if (!book_name.empty()) Kt_data_01::Find_Book(book_name, book);
+  if (!Kt_data_01::List_Contacts(book.Key, false).empty() || !Kt_data_01::Start_Update()) return;
+  try {
+    Write_Contacts(book, today);
+    Kt_data_01::EndUpdate();
+  } catch (...) {
+    Kt_data_01::FailUpdate("Sample_Calendar:Fill_With_Sample [KT_Contacts/KT_Contacts_Data/KT_Events]");
+  }
+}
+
+std::string Sample_Calendar(Kt_util_01::TDateTime today) {
+  const std::string text = Sample_Text;
+  std::string filled;
+  std::size_t at = 0;
+  for (std::size_t open = text.find('{'); open != std::string::npos; open = text.find('{', at)) {
+    const std::size_t close = text.find('}', open);
+    filled.append(text, at, open - at);
+    filled += Kt_util_01::FormatDateTime("yyyymmdd", Day_Of(text.substr(open + 1, close - open - 1), today));
+    at = close + 1;
+  }
+  return filled.append(text, at, std::string::npos);
+}
+
+void Write_Sample_Calendar(const std::string& file, Kt_util_01::TDateTime today) {
+  std::ofstream out(file, std::ios::binary);
+  if (!(out << Sample_Calendar(today) << std::flush))
+    throw std::runtime_error("The file \"" + file + "\" cannot be written.");
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QDialog>
+#include <string>
+
+namespace Plexidex {
+
+/// Lets the user edit a contact's name and details, or read them who may not change it. True when something
+/// was saved.
+bool Edit_Contact(QWidget* window, const std::string& contact);
+/// Lets the user enter a new contact of a book. Its key, or "" when it was cancelled.
+std::string New_Contact(QWidget* window, const std::string& book);
+
+}  // namespace Plexidex

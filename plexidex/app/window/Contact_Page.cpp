@@ -1,0 +1,108 @@
+#include "Contact_Page.h"
+
+#include <QFormLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "Contact_Dialog.h"
+#include "Contacts.h"
+#include "KTReminds.h"
+
+namespace Plexidex {
+
+using namespace Kt_forms;
+
+TContact_Page::TContact_Page()
+    : name(new QLabel),
+      edit(new QPushButton(tr("E&dit Contact..."))),
+      details(new QFormLayout),
+      view_panel(new QWidget) {
+  setObjectName(QStringLiteral("Contact_Page"));
+  name->setObjectName(QStringLiteral("Contact_Name"));
+  edit->setObjectName(QStringLiteral("Edit_Contact"));
+  edit->setStatusTip(tr("Allows the contact's name and details to be changed"));
+  QFont large = name->font();
+  large.setBold(true);
+  large.setPointSizeF(large.pointSizeF() * 1.3);
+  name->setFont(large);
+  auto* top = new QHBoxLayout;
+  top->addWidget(name, 1);
+  top->addWidget(edit);
+  details->setContentsMargins(0, 0, 0, 4);
+  auto* head = new QVBoxLayout;
+  head->setContentsMargins(8, 6, 8, 0);
+  head->addLayout(top);
+  head->addLayout(details);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addLayout(head);
+  layout->addWidget(view_panel, 1);
+  Initialise_Form(this);
+  connect(edit, &QPushButton::clicked, this, &TContact_Page::Edit);
+}
+
+void TContact_Page::Show_Details() {
+  while (details->rowCount() > 0) details->removeRow(0);
+  Kt_data_01::TContact contact;
+  if (!Kt_data_01::Find_Contact(Owner(), contact)) return;
+  name->setText(To_Qt(contact.Name));
+  const auto add = [this](const std::string& label, const std::string& text) {
+    if (text.empty()) return;
+    auto* caption = new QLabel(To_Qt(label) + QLatin1Char(':'));
+    auto* value = new QLabel(To_Qt(text));
+    for (QLabel* plain : {caption, value}) plain->setTextFormat(Qt::PlainText);
+    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    value->setWordWrap(true);
+    details->addRow(caption, value);
+  };
+  const Kt_data_01::TContact_Details known = Kt_data_01::Read_Contact_Details(Owner());
+  const Kt_data_01::TOther_Texts labels = Kt_data_01::Other_Labels(Book());
+  for (std::size_t i = 0; i < labels.size(); ++i) add(labels[i], known.Other[i]);
+  // Long notes would leave no room for the calendar: the first lines show that there are some.
+  constexpr qsizetype most = 200;
+  QString notes = To_Qt(known.Notes).section(QLatin1Char('\n'), 0, 2);
+  if (notes.size() > most || notes.size() < To_Qt(known.Notes).size())
+    notes = notes.left(most).trimmed() + QChar(0x2026);
+  add(From_Qt(tr("Notes")), From_Qt(notes));
+}
+
+void TContact_Page::Reload() {
+  try {
+    Show_Details();
+    edit->setText(Kt_data_01::Access_Allowed(Owner(), Kt_data_01::Access_Update) ? tr("E&dit Contact...")
+                                                                                 : tr("&Open Contact..."));
+  } catch (...) {
+    Kt_data_01::FailRead("Contact_Page:Reload [KT_Contacts/KT_Contacts_Data]");
+  }
+  KTReminds::Display_Calendar_Dayview(view_panel, view, Book(), Owner(), false);
+  if (auto* shown = view.As<KTReminds::TCalendar_View>()) {
+    for (const int other : {KTReminds::Page_Week, KTReminds::Page_Month, KTReminds::Page_All})
+      shown->Set_View_Available(other, false);
+  }
+}
+
+void TContact_Page::Edit() {
+  const QPointer<TContact_Page> alive = this;
+  if (!Edit_Contact(window(), Owner()) || !alive || Is_Closed()) return;
+  Reload();
+  emit Contact_Changed();
+}
+
+bool TContact_Page::FormCloseQuery() {
+  return !view.Get() || view.Get()->Ask_Close();
+}
+
+void TContact_Page::FormClose() {
+  if (TForm* shown = view.Get()) shown->Close_Form();
+}
+
+void TContact_Page::Handle_Message(const TMessage& message) {
+  if (message.Number() == umGetFormName && view.Get()) {
+    Send_Message(view.Get(), umGetFormName, 0, message.LParam);
+  } else {
+    TBook_Page::Handle_Message(message);
+  }
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Page_Place.h"
+
+class QFormLayout;
+class QLabel;
+class QPushButton;
+
+namespace Plexidex {
+
+/// A contact: name and details, and the contact's own calendar below.
+class TContact_Page : public TBook_Page {
+  Q_OBJECT
+
+ public:
+  TContact_Page();
+  void Reload() override;
+
+ signals:
+  /// Name or details were changed here.
+  void Contact_Changed();
+
+ protected:
+  bool FormCloseQuery() override;
+  void FormClose() override;
+  void Handle_Message(const Kt_forms::TMessage& message) override;
+
+ private:
+  void Show_Details();
+  void Edit();
+
+  QLabel* name;
+  QPushButton* edit;
+  QFormLayout* details;
+  QWidget* view_panel;
+  Kt_forms::TForm_Reference view;
+};
+
+}  // namespace Plexidex

@@ -1,0 +1,52 @@
+#include "Host_Dialog.h"
+
+#include <QVBoxLayout>
+
+#include "Kt_data_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_forms;
+
+THost_Dialog::THost_Dialog(const QString& title, QWidget* parent)
+    : TDialog_Form(parent),
+      form(new QFormLayout),
+      buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel)) {
+  setWindowTitle(title);
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(form);
+  layout->addStretch();
+  layout->addWidget(buttons);
+  form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+  connect(buttons, &QDialogButtonBox::accepted, this, &THost_Dialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &THost_Dialog::reject);
+}
+
+void THost_Dialog::Finish() {
+  Initialise_Form(this);
+  CentreForm(this);
+}
+
+void THost_Dialog::accept() {
+  if (Save()) QDialog::accept();
+}
+
+bool Update_Host(const char* tag, const std::function<void()>& body) {
+  bool open = false;
+  try {
+    open = Kt_data_01::Start_Update();
+    if (!open) return false;
+    body();
+    Kt_data_01::EndUpdate();
+    return true;
+  } catch (...) {
+    if (open) {
+      Kt_data_01::FailUpdate(tag);
+    } else {
+      Kt_data_01::FailRead(tag);
+    }
+    return false;
+  }
+}
+
+}  // namespace Plexidex

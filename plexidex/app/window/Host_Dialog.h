@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <functional>
+
+#include "Kt_forms.h"
+
+namespace Plexidex {
+
+/// A dialog of labelled controls with OK and Cancel. OK keeps it open while Accept says false.
+class THost_Dialog : public Kt_forms::TDialog_Form {
+  Q_OBJECT
+
+ public:
+  THost_Dialog(const QString& title, QWidget* parent);
+  void accept() override;
+
+ protected:
+  /// Checks and saves; has told the user why when it is false.
+  virtual bool Save() = 0;
+  /// To be called when all controls are in the form.
+  void Finish();
+  QFormLayout* Form() { return form; }
+  QDialogButtonBox* Buttons() { return buttons; }
+
+ private:
+  QFormLayout* form;
+  QDialogButtonBox* buttons;
+};
+
+/// Runs a body inside an update bracket. False when the database takes no update, or when the body failed,
+/// which has been reported with the tag.
+bool Update_Host(const char* tag, const std::function<void()>& body);
+
+}  // namespace Plexidex

@@ -1,0 +1,143 @@
+// The main window's own menus, its settings and where it stands.
+
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSplitter>
+
+#include "Database.h"
+#include "Kt_util_01.h"
+#include "Main_Window.h"
+#include "Navigation_Tree.h"
+#include "Preferences.h"
+
+namespace Plexidex {
+
+using namespace Kt_forms;
+
+namespace {
+
+QMenu* Add_Menu(QMenuBar* bar, const char* name, const QString& caption) {
+  QMenu* menu = bar->addMenu(caption);
+  menu->setObjectName(QString::fromLatin1(name));
+  return menu;
+}
+
+}  // namespace
+
+void TMain_Window::Make_Menus() {
+  const auto add = [this](QMenu* menu, const QString& text, const QKeySequence& keys, const QString& hint,
+                          auto run) {
+    QAction* action = menu->addAction(text);
+    action->setShortcut(keys);
+    action->setStatusTip(hint);
+    connect(action, &QAction::triggered, this, run);
+    return action;
+  };
+  QMenu* file = Add_Menu(menuBar(), "File", tr("&File"));
+  new_event = add(file, tr("New &Event..."), QKeySequence::New, tr("Create a New Calendar Event"),
+                  [this] { Send_To_Page(umAddContactEvent, 0); });
+  new_task = add(file, tr("New &Task..."), Qt::CTRL | Qt::SHIFT | Qt::Key_N,
+                 tr("Create a New Address Book Task"), [this] { Send_To_Page(umAddContactEvent, 1); });
+  new_contact = add(file, tr("New &Contact..."), Qt::CTRL | Qt::SHIFT | Qt::Key_C,
+                    tr("Adds a contact to the address book"), [this] { Send_To_Page(umAddContact, 0); });
+  file->addSeparator();
+  import = add(file, tr("&Import..."), Qt::CTRL | Qt::Key_I,
+               tr("Brings a calendar file into the selected book"), [this] { Import();
+});
+export_book = add(file, tr("E&xport..."), Qt::CTRL | Qt::Key_E,
+                  tr("Writes the selected book to a calendar file"), [this] { Export(); });
+file->addSeparator();
+add(file, tr("&Quit"), QKeySequence::Quit, tr("Leaves the program"), [this] { close(); });
+
+QMenu* book = Add_Menu(menuBar(), "Book", tr("&Book"));
+add(book, tr("&New Book..."), {}, tr("Adds a book with a calendar, tasks and contacts"),
+    [this] { Add_Book(); });
+set_up_book = add(book, tr("Book &Set-up..."), {}, tr("Allows the book's name and fields to be changed"),
+                  [this] { Set_Up_Selected_Book(); });
+delete_book = add(book, tr("&Delete Book..."), {}, tr("Removes the selected book with all it holds"),
+                  [this] { Delete_Selected_Book(); });
+book->addSeparator();
+edit_contact =
+    add(book, tr("&Edit Contact..."), {}, tr("Allows the contact's name and details to be changed"),
+        [this] { Edit_Selected_Contact(); });
+delete_contact =
+    add(book, tr("Delete &Contact..."), {}, tr("Deletes the selected contact, which can be restored"),
+        [this] { Delete_Selected_Contact(); });
+
+QMenu* view = Add_Menu(menuBar(), "View", tr("&View"));
+add(view, tr("&Refresh"), QKeySequence::Refresh, tr("Reads what is shown again"), [this] {
+  tree->Reload();
+  Send_To_Page(umRefreshDisplay, 0);
+});
+view->addSeparator();
+add(view, tr("&Preferences..."), {}, tr("Allows Plexidex to be configured to meet a user's preferences"),
+    [this] { Preferences(); });
+
+QMenu* help = Add_Menu(menuBar(), "Help", tr("&Help"));
+add(help, tr("&About Plexidex..."), {}, tr("Says what this program is and where its data lies"),
+    [this] { About(); });
+Install_Menu_Bar(menuBar(), help->menuAction());
+}  // namespace Plexidex
+
+void TMain_Window::Make_Tree_Menu() {
+  tree->setContextMenuPolicy(Qt::ActionsContextMenu);
+  const auto separator = [this] {
+    auto* line = new QAction(tree);
+    line->setSeparator(true);
+    return line;
+  };
+  tree->addActions({new_event, new_task, new_contact, separator(), edit_contact, delete_contact, separator(),
+                    set_up_book, delete_book});
+}
+
+void TMain_Window::Preferences() {
+  const std::string before = Kt_data_01::Shared_Database().Path();
+  std::string database = before;
+  if (!Edit_Preferences(this, database)) return;
+  if (database != before && Switch_Database(database))
+    Kt_util_01::Write_String("General", "Database", database);
+  // A page reads its settings when it is made.
+  if (TForm* shown = page.Get(); shown && !shown->Close_Form()) return;
+  Refresh();
+}
+
+bool TMain_Window::Switch_Database(const std::string& file) {
+  const std::string before = Kt_data_01::Shared_Database().Path();
+  if (TForm* shown = page.Get(); shown && !shown->Close_Form()) return false;
+  try {
+    Kt_data_01::Close_Database();
+    Kt_data_01::Open_Database(file, Kt_data_01::TDatabase::TMode::Create_If_Missing);
+    return true;
+  } catch (const std::exception& e) {
+    Kt_util_01::Raise_Error("User Preferences", e.what());
+  }
+  try {
+    Kt_data_01::Open_Database(before, Kt_data_01::TDatabase::TMode::Must_Exist);
+  } catch (const std::exception& e) {
+    Kt_util_01::Raise_Error("User Preferences", e.what());
+  }
+  return false;
+}
+
+void TMain_Window::About() {
+  Kt_util_01::Raise_Info("About Plexidex",
+                         "Plexidex: contacts, calendar, reminders and tasks.\n\nDatabase: " +
+                             Kt_data_01::Shared_Database().Path());
+}
+
+void TMain_Window::Restore_Place() {
+  const auto bytes = [](const char* name) {
+    return QByteArray::fromBase64(QByteArray::fromStdString(Kt_util_01::Read_String("Window", name, "")));
+  };
+  restoreGeometry(bytes("Geometry"));
+  splitter->restoreState(bytes("Splitter"));
+}
+
+void TMain_Window::Save_Place() const {
+  Kt_util_01::Write_String("Window", "Geometry", saveGeometry().toBase64().toStdString());
+  Kt_util_01::Write_String("Window", "Splitter", splitter->saveState().toBase64().toStdString());
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QTreeWidget>
+#include <string>
+
+namespace Plexidex {
+
+enum class TNode_Kind { None, Book, Calendar, Tasks, Contacts, Contact };
+
+/// What a node stands for, by keys.
+struct TNode {
+  TNode_Kind Kind = TNode_Kind::None;
+  std::string Book, Book_Name;
+  std::string Calendar;  // the book's calendar record
+  std::string Contact;
+
+  bool operator==(const TNode&) const = default;
+};
+
+/// The books, each with its calendar, its tasks and its contacts.
+class TNavigation_Tree : public QTreeWidget {
+  Q_OBJECT
+
+ public:
+  explicit TNavigation_Tree(QWidget* parent = nullptr);
+
+  /// Reads books and contacts again and keeps what is selected and unfolded; without a selection the first
+  /// book's calendar is selected. Tells of no change. After a failed read, which is reported, it is empty.
+  void Reload();
+  TNode Current() const;
+  /// Selects the node of this kind of a book, of this contact if it is one; false when there is none.
+  bool Select(TNode_Kind kind, const std::string& book, const std::string& contact = {});
+
+ signals:
+  /// The user, or Select, has chosen another node.
+  void Node_Selected();
+  /// The user has clicked on the node that was the current one already.
+  void Node_Clicked_Again();
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  static TNode Node_Of(const QTreeWidgetItem* item);
+  QTreeWidgetItem* Find(const TNode& node) const;
+  void Add_Contacts(QTreeWidgetItem* contacts_node);
+
+  bool silent = false;
+};
+
+}  // namespace Plexidex

@@ -1,0 +1,99 @@
+#include "Preferences.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "Alarm_Rules.h"
+#include "Host_Dialog.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_forms;
+using Kt_util_01::Read_Bool;
+using Kt_util_01::Write_Bool;
+
+namespace {
+
+class TPreferences : public THost_Dialog {
+ public:
+  TPreferences(const std::string& database, QWidget* parent)
+      : THost_Dialog(tr("User Preferences"), parent),
+        bars(new QCheckBox(tr("Show &navigation bars"))),
+        completed(new QCheckBox(tr("&Strike through what is completed"))),
+        interface_sounds(new QCheckBox(tr("&Interface sounds"))),
+        default_sound(new QComboBox),
+        file(new QLineEdit(QDir::toNativeSeparators(To_Qt(database)))) {
+    setObjectName(QStringLiteral("Preferences"));
+    bars->setObjectName(QStringLiteral("Navigation_Bars"));
+    completed->setObjectName(QStringLiteral("Completed_Style"));
+    interface_sounds->setObjectName(QStringLiteral("Interface_Sounds"));
+    default_sound->setObjectName(QStringLiteral("Default_Sound"));
+    file->setObjectName(QStringLiteral("Database"));
+    bars->setChecked(Read_Bool("General", "Navigation Bars", true));
+    completed->setChecked(Kt_util_01::UseCompleteStyle());
+    interface_sounds->setChecked(Read_Bool("Sounds", "Interface", true));
+    // The list's first text stands for the user's default, which this is.
+    sounds = KTReminds::Build_WAV_List(KTReminds::Read_Default_Sound());
+    for (std::size_t i = 1; i < sounds.Items.size(); ++i)
+      default_sound->addItem(To_Qt(sounds.Items[i]), static_cast<int>(i));
+    default_sound->setCurrentIndex(default_sound->findData(qMax(1, sounds.Selected)));
+    auto* browse = new QPushButton(tr("&Browse..."));
+    auto* row = new QHBoxLayout;
+    row->addWidget(file, 1);
+    row->addWidget(browse);
+    Form()->addRow(bars);
+    Form()->addRow(completed);
+    Form()->addRow(interface_sounds);
+    Form()->addRow(tr("&Default alarm sound:"), default_sound);
+    Form()->addRow(tr("Database &file:"), row);
+    qobject_cast<QLabel*>(Form()->labelForField(row))->setBuddy(file);
+    connect(browse, &QPushButton::clicked, this, [this] {
+      const QString chosen = QFileDialog::getSaveFileName(this, tr("Choose a Database"), file->text(),
+                                                          tr("Databases (*.db);;All files (*)"), nullptr,
+                                                          QFileDialog::DontConfirmOverwrite);
+      if (!chosen.isEmpty()) file->setText(QDir::toNativeSeparators(chosen));
+    });
+    setMinimumWidth(fontMetrics().averageCharWidth() * 70);
+    Finish();
+  }
+
+  std::string Database() const { return From_Qt(QDir::fromNativeSeparators(file->text().trimmed())); }
+
+ protected:
+  bool Save() override {
+    if (Database().empty()) {
+      Kt_util_01::Raise_Error("User Preferences", "Name the file that holds the database.");
+      file->setFocus();
+      return false;
+    }
+    Write_Bool("General", "Navigation Bars", bars->isChecked());
+    Write_Bool("General", "Completed Style", completed->isChecked());
+    Write_Bool("Sounds", "Interface", interface_sounds->isChecked());
+    sounds.Selected = default_sound->currentData().toInt();
+    KTReminds::Write_Default_Sound(sounds.Default_Value());
+    return true;
+  }
+
+ private:
+  QCheckBox *bars, *completed, *interface_sounds;
+  QComboBox* default_sound;
+  QLineEdit* file;
+  KTReminds::TSound_List sounds;
+};
+
+}  // namespace
+
+bool Edit_Preferences(QWidget* window, std::string& database) {
+  TPreferences dialog(database, window);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  database = dialog.Database();
+  return true;
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,105 @@
+#include "Transfer.h"
+
+#include <QFileDialog>
+#include <QPointer>
+#include <QProgressDialog>
+
+#include "Calendar_Export.h"
+#include "Calendar_Import.h"
+#include "Kt_forms.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_forms;
+
+namespace {
+
+// Ends what is under way; nothing has been written then.
+class ECancelled : public std::exception {};
+
+// A progress dialog that can be cancelled while nothing is being written.
+class TProgress_Dialog : public Kt_data_01::TProgress_Bar {
+ public:
+  TProgress_Dialog(QWidget* parent, const QString& text) : dialog(text, QObject::tr("Cancel"), 0, 0, parent) {
+    dialog.setWindowModality(Qt::WindowModal);
+    dialog.setMinimumDuration(300);
+  }
+  void Set_Max(std::int64_t steps) override { dialog.setMaximum(static_cast<int>(steps)); }
+  void Set_Position(std::int64_t steps) override {
+    dialog.setValue(static_cast<int>(steps));
+    if (dialog.wasCanceled()) throw ECancelled();
+  }
+
+ private:
+  QProgressDialog dialog;
+};
+
+QString Summary(const TImport_Report& report) {
+  QString text =
+      QObject::tr(
+          "%1 components read: %2 recurring sets, %3 single events and %4 tasks written, %5 unchanged, "
+          "%6 replaced.")
+          .arg(report.Read)
+          .arg(report.Sets)
+          .arg(report.Events)
+          .arg(report.Tasks)
+          .arg(report.Unchanged)
+          .arg(report.Replaced);
+  constexpr std::size_t most = 12;
+  if (!report.Unused.empty()) text += QObject::tr("\n\nNot used:");
+  for (std::size_t i = 0; i < std::min(most, report.Unused.size()); ++i) {
+    text +=
+        QLatin1Char('\n') + To_Qt(report.Unused[i].What) + QStringLiteral(": ") + To_Qt(report.Unused[i].Why);
+  }
+  if (report.Unused.size() > most) text += QObject::tr("\nand %1 more").arg(report.Unused.size() - most);
+  return text;
+}
+
+}  // namespace
+
+bool Import_With_Progress(QWidget* window, const std::string& book, QString file) {
+  if (file.isEmpty()) {
+    file = QFileDialog::getOpenFileName(window, QObject::tr("Import a Calendar"), {},
+                                        QObject::tr("Calendars (*.ics);;All files (*)"));
+  }
+  if (file.isEmpty()) return false;
+  try {
+    TImport_Report report;
+    {
+      TProgress_Dialog progress(window, QObject::tr("Reading the calendar..."));
+      TImport_Options options;
+      options.Book = book;
+      options.Progress = &progress;
+      report = Import_Calendar(From_Qt(file), options);
+    }
+    Kt_util_01::Raise_Info("Import", From_Qt(Summary(report)));
+    return true;
+  } catch (const ECancelled&) {
+    Kt_util_01::Raise_Notice("The import was cancelled; nothing was written.");
+  } catch (const std::exception& e) {
+    Kt_util_01::Raise_Error("Import", e.what());
+  }
+  return false;
+}
+
+void Export_With_Progress(QWidget* window, const std::string& book) {
+  const QString file =
+      QFileDialog::getSaveFileName(window, QObject::tr("Export a Calendar"), QStringLiteral("calendar.ics"),
+                                   QObject::tr("Calendars (*.ics)"));
+  if (file.isEmpty()) return;
+  try {
+    TProgress_Dialog progress(window, QObject::tr("Writing the calendar..."));
+    const TExport_Report report = Export_Calendar(From_Qt(file), book, &progress);
+    Kt_util_01::Raise_Notice(From_Qt(QObject::tr("Written: %1 sets, %2 single events, %3 tasks")
+                                         .arg(report.Rules + report.Dates)
+                                         .arg(report.Events)
+                                         .arg(report.Tasks)));
+  } catch (const ECancelled&) {
+    Kt_util_01::Raise_Notice("The export was cancelled; the file is as it was.");
+  } catch (const std::exception& e) {
+    Kt_util_01::Raise_Error("Export", e.what());
+  }
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QWidget>
+#include <string>
+
+namespace Plexidex {
+
+/// Asks for a calendar file, or takes the one named, and brings it into a book, with a progress dialog that
+/// can be cancelled; says what came of it. True when something may have been written.
+bool Import_With_Progress(QWidget* window, const std::string& book, QString file = {});
+/// Asks for a file and writes a book to it.
+void Export_With_Progress(QWidget* window, const std::string& book);
+
+}  // namespace Plexidex
