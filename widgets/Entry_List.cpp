@@ -26,8 +26,8 @@ QString As_Plain_Tip(const QString& text) {
 }  // namespace
 
 TEntry_List::TEntry_List(QWidget* parent)
-    : QListView(parent), model(new TEntry_Model(this)), painter(new TEntry_Painter(this)) {
-  setModel(model);
+    : QListView(parent), entries(new TEntry_Model(this)), painter(new TEntry_Painter(this)) {
+  setModel(entries);
   setItemDelegate(painter);
   setUniformItemSizes(true);
   setSelectionMode(SingleSelection);
@@ -36,21 +36,22 @@ TEntry_List::TEntry_List(QWidget* parent)
 }
 
 Kt_data_01::TItem_List& TEntry_List::Items() {
-  return model->Items();
+  return entries->Items();
 }
 
 TList_Item* TEntry_List::Selected() {
   const int row = Selected_Row();
-  return row < 0 ? nullptr : &model->Items()[static_cast<std::size_t>(row)];
+  return row < 0 ? nullptr : &entries->Items()[static_cast<std::size_t>(row)];
 }
 
 int TEntry_List::Selected_Row() const {
   const QModelIndexList selected = selectionModel()->selectedIndexes();
-  return selected.isEmpty() ? -1 : selected.front().row();
+  // While the list is refilled, the selection still names a row that is gone.
+  return !selected.isEmpty() && TEntry_Model::Item(selected.front()) ? selected.front().row() : -1;
 }
 
 void TEntry_List::Select_Row(int row) {
-  const QModelIndex index = model->index(row);
+  const QModelIndex index = entries->index(row);
   if (!index.isValid()) return clearSelection();
   setCurrentIndex(index);
   scrollTo(index);
@@ -78,7 +79,9 @@ void TEntry_List::selectionChanged(const QItemSelection& selected, const QItemSe
 }
 
 void TEntry_List::mousePressEvent(QMouseEvent* event) {
-  pressed = event->button() == Qt::LeftButton ? State_Image_At(event->position().toPoint()) : QModelIndex();
+  const QPoint place = event->position().toPoint();
+  pressed = event->button() == Qt::LeftButton ? State_Image_At(place) : QModelIndex();
+  if (!indexAt(place).isValid()) clearSelection();
   QListView::mousePressEvent(event);
 }
 
@@ -117,7 +120,7 @@ void TEntry_List::contextMenuEvent(QContextMenuEvent* event) {
   QPoint place = event->pos();
   if (event->reason() == QContextMenuEvent::Keyboard) {
     const int row = Selected_Row();
-    place = row < 0 ? viewport()->rect().center() : visualRect(model->index(row)).center();
+    place = row < 0 ? viewport()->rect().center() : visualRect(entries->index(row)).center();
   }
   emit Menu_Asked(viewport()->mapToGlobal(place));
 }

@@ -11,7 +11,8 @@ class TEntry_Model;
 class TEntry_Painter;
 
 /// A list of events and tasks, one to a row, of which one can be selected. It says what the user does; its
-/// owner decides what that means. Nothing of it is touched after a signal, so a handler may free it.
+/// owner decides what that means. After a signal about a click or a key the list does not touch itself, so
+/// the handler may free it.
 class TEntry_List : public QListView {
   Q_OBJECT
 
@@ -55,7 +56,7 @@ class TEntry_List : public QListView {
   /// Invalid where there is no state image.
   QModelIndex State_Image_At(QPoint place) const;
 
-  TEntry_Model* model;
+  TEntry_Model* entries;
   TEntry_Painter* painter;
   QPersistentModelIndex pressed;  // the row on whose state image the button went down
 };

@@ -1,0 +1,279 @@
+#include "Entry_List.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QTest>
+#include <QToolTip>
+
+#include "Form_Driver.h"
+#include "Kt_forms.h"
+#include "Kt_util_01.h"
+#include "Reminder_Utils.h"
+#include "Temporary_Database.h"
+#include "Test_Seams.h"
+
+using namespace KTReminds;
+using namespace Kt_data_01;
+
+namespace {
+
+constexpr double Day = 45306;
+constexpr double Noon = Day + 0.5;  // which is now
+constexpr int Image_Width = 16, Text_Left = 2 * Image_Width + 4;
+
+struct TShown {
+  const char* Title = "Entry";
+  double Date = Noon + 0.1;
+  int Type = 0, Image = Image_Open_Event, Priority = 5;
+  bool Timeless = false, Done = false, Private = false, Alarm = false;
+};
+
+class Entry_List : public testing::Test {
+ protected:
+  Entry_List() : tester(list.model(), QAbstractItemModelTester::FailureReportingMode::Fatal) {
+    SortKey = 2;
+    SortAscending = true;
+    list.resize(400, 300);
+  }
+  void Fill(const std::vector<TShown>& rows) {
+    list.Items().Begin_Update();
+    list.Items().Clear();
+    for (const TShown& row : rows) {
+      auto item = std::make_unique<TList_Item>();
+      item->Image = row.Image;
+      item->Data = std::make_unique<TEventKey>();
+      TEventKey& entry = *item->Data;
+      entry.Key = entry.Description = entry.FirstText = row.Title;
+      entry.EventDate = row.Date;
+      entry.EventType = row.Type;
+      entry.Priority = row.Priority;
+      entry.Timeless = row.Timeless;
+      entry.Done = row.Done;
+      entry.Private = row.Private;
+      entry.Alarm = row.Alarm;
+      entry.User = Kt_util_01::User_Key();
+      list.Items().Add(std::move(item));
+    }
+    list.Items().End_Update();
+  }
+  void Show() {
+    list.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&list));
+    list.setFocus();
+    drawn = list.viewport()->grab().toImage();
+  }
+  QRect Row(int row) const { return list.visualRect(list.model()->index(row, 0)); }
+  QPoint Icon(int row) const { return {Row(row).left() + 10, Row(row).center().y()}; }
+  QPoint Beside(int row) const { return {Row(row).left() + Image_Width + 3, Row(row).center().y()}; }
+  std::string Selected() { return list.Selected() ? list.Selected()->Data->Key.Str() : std::string(); }
+
+  bool Is_Base(int x, int y) const { return drawn.pixelColor(x, y) == list.palette().color(QPalette::Base); }
+  /// The first column from `left` in which a row has ink.
+  int First_Ink(int row, int left) const {
+    for (int x = left; x < drawn.width(); ++x) {
+      for (int y = Row(row).top(); y <= Row(row).bottom(); ++y) {
+        if (!Is_Base(x, y)) return x;
+      }
+    }
+    return -1;
+  }
+  /// Pixels of a row's text and priority that are of a colour, but for what smoothing adds.
+  int Count(int row, const QColor& colour) const {
+    int count = 0;
+    for (int x = Row(row).left() + Text_Left; x < drawn.width(); ++x) {
+      for (int y = Row(row).top(); y <= Row(row).bottom(); ++y) {
+        const QColor pixel = drawn.pixelColor(x, y);
+        const int off = std::abs(pixel.red() - colour.red()) + std::abs(pixel.green() - colour.green()) +
+                        std::abs(pixel.blue() - colour.blue());
+        if (off < 30) ++count;
+      }
+    }
+    return count;
+  }
+  bool Is_Struck(int row) {
+    const int right = list.Items()[static_cast<std::size_t>(row)].Data->TextRight;
+    for (int y = Row(row).top(); y <= Row(row).bottom(); ++y) {
+      int x = right - 40;
+      while (x < right - 1 && !Is_Base(x, y)) ++x;
+      if (x == right - 1) return true;
+    }
+    return false;
+  }
+
+  Kt_test::TTest_Seams seams;
+  TEntry_List list;
+  QAbstractItemModelTester tester;
+  QImage drawn;
+};
+
+TEST_F(Entry_List, Selection_Survives_Sorting_And_Marking_But_Not_Refilling) {
+  Fill({{"a", Noon}, {"b", Noon + 0.1}, {"c", Noon + 0.2}});
+  list.Select_Row(0);
+  SortAscending = false;
+  Sort_Items(list.Items(), 2);
+  EXPECT_EQ(list.Selected_Row(), 2);
+  EXPECT_EQ(Selected(), "a");
+  list.Items()[2].Image = Image_Done_Event;
+  list.Items()[2].Update();
+  list.Items().Remove(1);
+  EXPECT_EQ(Selected(), "a");
+  EXPECT_EQ(list.model()->rowCount(), 2);
+  EXPECT_EQ(list.model()->index(0, 0).data().toString(), QStringLiteral("c"));
+  list.Items().Remove(1);
+  EXPECT_NE(Selected(), "a");
+  list.Select_Row(0);
+  Fill({{"a"}, {"b"}});
+  EXPECT_EQ(Selected(), "");
+  list.Select_Row(7);
+  EXPECT_EQ(list.Selected_Row(), -1);
+}
+
+TEST_F(Entry_List, Can_Be_Painted_While_It_Is_Filled) {
+  Fill({{"a"}, {"b"}, {"c"}});
+  Show();
+  list.Select_Row(2);
+  list.Items().Begin_Update();
+  list.Items().Clear();
+  EXPECT_EQ(list.model()->rowCount(), 0);
+  list.grab();
+  EXPECT_EQ(list.Selected(), nullptr);
+  list.Items().End_Update();
+  drawn = list.viewport()->grab().toImage();
+  EXPECT_EQ(drawn.pixelColor(10, 10), list.palette().color(QPalette::Base));
+}
+
+TEST_F(Entry_List, Says_What_The_Mouse_Does) {
+  Fill({{"a"}, {"b"}});
+  Show();
+  std::string said;
+  const auto note = [&](auto signal, const char* what) {
+    QObject::connect(&list, signal, &list, [&said, what] { said += what; });
+  };
+  note(&TEntry_List::State_Clicked, "state ");
+  note(&TEntry_List::Opened, "open ");
+  note(&TEntry_List::Insert_Pressed, "insert ");
+  note(&TEntry_List::Delete_Pressed, "delete ");
+  note(&TEntry_List::Menu_Asked, "menu ");
+  const auto after = [&](auto act) {
+    said.clear();
+    act();
+    return said + Selected();
+  };
+  QWidget* area = list.viewport();
+  EXPECT_EQ(after([&] { QTest::mouseClick(area, Qt::LeftButton, {}, Icon(1)); }), "state b");
+  EXPECT_EQ(after([&] { QTest::mouseClick(area, Qt::LeftButton, {}, Beside(0)); }), "a");
+  EXPECT_EQ(after([&] { QTest::mouseClick(area, Qt::RightButton, {}, Icon(1)); }), "b");
+  EXPECT_EQ(after([&] {
+              QTest::mousePress(area, Qt::LeftButton, {}, Icon(1));
+              QTest::mouseRelease(area, Qt::LeftButton, {}, Beside(1));
+            }),
+            "b");
+  EXPECT_EQ(after([&] { QTest::mouseDClick(area, Qt::LeftButton, {}, Beside(0)); }), "open a");
+  EXPECT_EQ(after([&] { QTest::mouseDClick(area, Qt::LeftButton, {}, QPoint(100, 250)); }), "open ")
+      << "beside the rows, where nothing is selected";
+  EXPECT_EQ(after([&] { QTest::keyClick(&list, Qt::Key_Insert); }), "insert ");
+  QTest::keyClick(&list, Qt::Key_Down);
+  for (const auto& [key, what] : {std::pair(Qt::Key_Delete, "delete "), std::pair(Qt::Key_Return, "open "),
+                                  std::pair(Qt::Key_Enter, "open ")})
+    EXPECT_EQ(after([&, pressed = key] { QTest::keyClick(&list, pressed); }), what + Selected());
+  EXPECT_EQ(after([&] {
+              QContextMenuEvent asked(QContextMenuEvent::Keyboard, {}, {});
+              QApplication::sendEvent(&list, &asked);
+            }),
+            "menu " + Selected());
+}
+
+TEST_F(Entry_List, Tips_Belong_To_The_Text) {
+  const TTemporary_Database users;
+  Fill({{"<b>Bold & short</b>", Noon, 0, Image_Open_Event, 5, true},
+        {"secret", Noon, 0, 10, 5, true, false, true}});
+  Show();
+  const int right = list.Items()[0].Data->TextRight, middle = Row(0).center().y();
+  EXPECT_EQ(right, Text_Left + list.fontMetrics().horizontalAdvance(QStringLiteral("<b>Bold & short</b>")));
+  EXPECT_TRUE(list.Tip_At({right - 1, middle}).startsWith(QStringLiteral("<b>Bold & short</b>\n")));
+  EXPECT_EQ(list.Tip_At({right, middle}), QString());
+  EXPECT_EQ(list.Tip_At({5, Row(1).center().y()}), QStringLiteral("Private"));
+  EXPECT_EQ(list.Tip_At({5, 290}), QString());
+  QHelpEvent asked(QEvent::ToolTip, QPoint(50, middle), list.viewport()->mapToGlobal(QPoint(50, middle)));
+  QApplication::sendEvent(list.viewport(), &asked);
+  EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("&lt;b&gt;Bold &amp; short"))) << "not as markup";
+  QToolTip::hideText();
+}
+
+TEST_F(Entry_List, Rows_Show_Their_State_In_Colour_And_Style) {
+  const std::vector<TShown> rows = {
+      {"IIIIIIIIIIIIIIIIIII late", Noon - 0.001},
+      {"IIIIIIIIIIIIIIIIIII now", Noon},
+      {"IIIIIIIIIIIIIIIIIII done", Noon - 1, 0, Image_Done_Event, 5, false, true},
+      {"IIIIIIIIIIIIIIIIIII other", Noon - 1, 1, Image_Holiday}};
+  const QColor red(255, 0, 0), silver(0xC0, 0xC0, 0xC0), black = list.palette().color(QPalette::Text);
+  Fill(rows);
+  Show();
+  EXPECT_GT(Count(0, red), 20);
+  EXPECT_EQ(Count(0, black), 0);
+  EXPECT_EQ(Count(1, red), 0) << "not before now";
+  EXPECT_GT(Count(1, black), 20);
+  EXPECT_GT(Count(2, silver), 20);
+  EXPECT_EQ(Count(2, black) + Count(2, red), 0);
+  EXPECT_TRUE(Is_Struck(2));
+  EXPECT_FALSE(Is_Struck(0));
+  EXPECT_GT(Count(3, black), 20) << "neither late nor done";
+
+  Kt_util_01::Write_Bool("General", "Completed Style", false);
+  list.Select_Row(0);
+  drawn = list.viewport()->grab().toImage();
+  EXPECT_FALSE(Is_Struck(2));
+  EXPECT_EQ(Count(0, red), 0) << "selected";
+  EXPECT_GT(Count(0, list.palette().color(QPalette::HighlightedText)), 20);
+  const QColor highlight = list.palette().color(QPalette::Highlight);
+  const int y = Row(0).top() + 1;
+  EXPECT_EQ(drawn.pixelColor(Text_Left, y), highlight);
+  EXPECT_EQ(drawn.pixelColor(drawn.width() - 9, y), highlight);
+  EXPECT_TRUE(Is_Base(Text_Left - 1, y)) << "the images stand outside";
+  EXPECT_TRUE(Is_Base(drawn.width() - 8, y));
+  list.Select_Row(2);
+  drawn = list.viewport()->grab().toImage();
+  EXPECT_EQ(Count(2, silver), 0) << "selected";
+
+  QPalette dark(QColor(0x35, 0x35, 0x35));
+  dark.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
+  list.setPalette(dark);
+  drawn = list.viewport()->grab().toImage();
+  EXPECT_EQ(Count(0, red), 0) << "too dark to read";
+  EXPECT_GT(Count(0, QColor(0xFF, 0x70, 0x70)), 20);
+}
+
+TEST_F(Entry_List, Columns_Stand_Under_Each_Other) {
+  Fill({{"H one", Day + 0.55},
+        {"H two", Day + 0.955, 0, Image_Open_Event, 5, false, false, false, true},
+        {"H three", Day + 0.6, 0, Image_Open_Event, 123, true},
+        {"H four", Day + 0.6, 1, -1, 5, true},
+        {"H five", Day + 0.6, 0, Image_Open_Event, 5, true, false, true, true}});
+  Show();
+  const int text_after_time =
+      Text_Left + list.fontMetrics().horizontalAdvance(QStringLiteral("10:55 PM")) + 5;
+  for (const int row : {0, 1}) {
+    const int ink = First_Ink(row, text_after_time - 3);
+    EXPECT_GE(ink, text_after_time);
+    EXPECT_LE(ink, text_after_time + 3);
+  }
+  for (const int row : {2, 3, 4}) EXPECT_NEAR(First_Ink(row, Text_Left), Text_Left + 1, 2) << row;
+  EXPECT_EQ(First_Ink(3, 0), First_Ink(3, Text_Left)) << "without an image";
+  EXPECT_LT(First_Ink(1, Image_Width + 4), Text_Left) << "the reminder mark";
+  for (const int row : {0, 2, 4})
+    EXPECT_GE(First_Ink(row, Image_Width + 4), Text_Left) << "no mark in " << row;
+
+  const int half = list.fontMetrics().horizontalAdvance(QStringLiteral("Priority")) / 2;
+  const int right = drawn.width() - 8 - half;
+  for (const int row : {0, 2}) {
+    EXPECT_GT(First_Ink(row, right - half - 5), 0) << "the priority";
+    EXPECT_EQ(First_Ink(row, right), -1);
+  }
+  EXPECT_EQ(First_Ink(3, 200), -1) << "an entry that is no event has none";
+}
+
+}  // namespace
