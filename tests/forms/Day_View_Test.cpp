@@ -1,0 +1,495 @@
+#include <QAction>
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QLabel>
+#include <QMenu>
+#include <QPalette>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "Entry_Fixture.h"
+#include "Entry_List.h"
+#include "Reminder_Utils.h"
+#include "fm_Contacts_Page3b.h"
+
+using namespace KTReminds;
+using namespace Kt_data_01;
+using namespace Kt_forms;
+
+namespace {
+
+/// The page around the view, as the calendar's home page is.
+struct THome : TForm {
+  QList<qintptr> Asked;
+  void Handle_Message(const TMessage& message) override {
+    if (message.Number() == umDisplayForm) Asked.append(message.WParam);
+  }
+};
+
+class Day_View : public TEntry_Fixture {
+ protected:
+  struct TAdded {
+    double Time = 0.5;  // of the day; none when negative
+    const char* Title = "Event";
+    int Type = 0;
+    int Priority = 5;
+    bool Alarm = false, Done = false, Private = false;
+    const char* Contact = "";
+    double Day = Monday;
+  };
+
+  Day_View() {
+    SortKey = 2;
+    SortAscending = true;
+    home.resize(640, 400);
+  }
+  std::string Add(const TAdded& added) const {
+    TNew_Event event;
+    event.Contact = *added.Contact ? added.Contact : database.Book().Calendar;
+    event.Book = database.Book().Key;
+    event.Title = added.Title;
+    event.User = added.Private ? "somebody" : Kt_util_01::User_Key();
+    event.FirstDate = added.Day + std::max(added.Time, 0.0);
+    event.AllDay = added.Time < 0;
+    event.EventType = added.Type;
+    event.Priority = added.Priority;
+    event.Alarm = added.Alarm;
+    event.Private = added.Private;
+    std::string master;
+    const std::string key = Create_Event(event, master);
+    if (added.Done) Run_Sql("UPDATE KT_Events_Data SET Actioned = 1 WHERE Key = '" + key + "'");
+    return key;
+  }
+  void Display(bool whole_calendar = true) {
+    ASSERT_TRUE(
+        Display_Calendar_Dayview(&home, form, database.Book().Key, database.Book().Calendar, whole_calendar));
+    view = form.As<TContacts_Page3b_Frm>();
+    list = Control<TEntry_List>(view, "ListView1");
+    if (!home.isVisible()) Show(home);
+  }
+
+  QAction* Action(const char* name) { return Control<QAction>(view, name); }
+  /// Those of the commands on the selected entry that are enabled.
+  std::string Enabled() {
+    std::string enabled;
+    for (const auto& [tool, item] : {std::pair("AckBtn", "Ackmenu"), std::pair("PropsBtn", "PropsMenu"),
+                                     std::pair("Delbtn", "DelMenu"), std::pair("Addbtn", "AddMenu")}) {
+      EXPECT_EQ(Action(tool)->isEnabled(), Action(item)->isEnabled()) << tool;
+      EXPECT_EQ(Action(tool)->isEnabled(), Control<QToolButton>(view, tool)->isEnabled()) << tool;
+      if (Action(tool)->isEnabled()) enabled += std::string(enabled.empty() ? "" : " ") + tool;
+    }
+    return enabled;
+  }
+  std::string Texts(const char* name) {
+    const QAction* action = Action(name);
+    return (action->text() + QLatin1Char('/') + action->toolTip() + QLatin1Char('/') + action->statusTip())
+        .toStdString();
+  }
+  std::string Shown() const {
+    std::string shown;
+    for (std::size_t i = 0; i < list->Items().Count(); ++i)
+      shown += (i ? " " : "") + list->Items()[i].Data->Description.Str();
+    return shown;
+  }
+  std::string Title() const { return Control<QLabel>(view, "Label1")->text().toStdString(); }
+  QDate Picked() const { return Control<QCalendarWidget>(view, "Cal")->selectedDate(); }
+  void Click_Row(int row, int x) {
+    const QRect place = list->visualRect(list->model()->index(row, 0));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, QPoint(x, place.center().y()));
+  }
+
+  TForm_Reference form;
+  THome home;
+  TContacts_Page3b_Frm* view = nullptr;
+  TEntry_List* list = nullptr;
+};
+
+TEST_F(Day_View, Is_Reused_Or_Takes_The_Place_Of_Another_Page) {
+  struct TStubborn : TForm {
+    bool Willing = false;
+    bool FormCloseQuery() override { return Willing; }
+  };
+  auto* other = new TStubborn;
+  form.Set(other);
+  EXPECT_FALSE(Display_Calendar_Dayview(&home, form, "", "", true));
+  EXPECT_EQ(form.Get(), other);
+  other->Willing = true;
+  Display();
+  EXPECT_TRUE(other->Is_Closed());
+  EXPECT_EQ(view->parentWidget(), &home);
+  EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{2, 2, 2})) << "the picker makes one of its own";
+  Add({});
+  const auto* first = view;
+  Display();
+  EXPECT_EQ(view, first);
+  EXPECT_EQ(Shown(), "Event") << "refreshed";
+}
+
+TEST_F(Day_View, Shows_A_Day_Of_The_Book_Or_Of_One_Owner) {
+  std::string contact;
+  In_Update([&] { contact = Create_Contact(database.Book().Key, "Contact"); });
+  Add({.Title = "calendar"});
+  Add({.Time = 0.1, .Title = "contact", .Contact = contact.c_str()});
+  Add({.Title = "tomorrow", .Day = Monday + 1});
+  Display();
+  EXPECT_EQ(Title(), " Monday, 15 January 2024");
+  EXPECT_EQ(Shown(), "contact calendar");
+  auto* header = Control<QWidget>(view, "EventTitlePanel");
+  EXPECT_TRUE(header->isVisible());
+  EXPECT_EQ(Control<QWidget>(view, "NoEventsPanel")->rect(), header->geometry()) << "covers the caption";
+  Display(false);
+  EXPECT_EQ(Shown(), "calendar");
+  Kt_util_01::CurrentDate = Monday + 2;
+  Send_Message(view, umDateChanged, 0, 0);
+  EXPECT_EQ(Shown(), "");
+  EXPECT_FALSE(header->isVisible());
+  EXPECT_EQ(Control<QLabel>(view, "NoEventsPanel")->text(), QStringLiteral("< No Events Found >"));
+  char name[64] = "";
+  Send_Message(view, umGetFormName, 0, reinterpret_cast<qintptr>(name));
+  EXPECT_STREQ(name, "Contacts_Page3b_Frm0");
+}
+
+TEST_F(Day_View, Commands_Follow_The_Selection) {
+  Run_Sql("INSERT INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45306, 'King', 'Here')");
+  Add({.Time = 0.1, .Title = "open"});
+  Add({.Time = 0.2, .Title = "done", .Type = 3, .Done = true});
+  Add({.Time = 0.3, .Title = "private", .Private = true});
+  Display();
+  EXPECT_EQ(Enabled(), "Addbtn");
+  EXPECT_EQ(Texts("AckBtn"), "Toggle Event's State/Toggle Event's State/Toggle Event's State");
+  struct TCase {
+    const char *Selected, *Enabled, *Tool, *Item;
+  };
+  const char *complete = "Mark Complete/Mark Complete/Mark Complete",
+             *outstanding = "Mark Outstanding/Mark Outstanding/Mark Outstanding";
+  for (const TCase& one :
+       {TCase{"open", "AckBtn PropsBtn Delbtn Addbtn", complete, "being complete"},
+        TCase{"done", "AckBtn PropsBtn Delbtn Addbtn", outstanding, "still being outstanding"},
+        TCase{"private", "PropsBtn Addbtn", outstanding, "still being outstanding"},
+        TCase{"King, Here", "Addbtn", outstanding, "still being outstanding"}}) {
+    int row = 0;
+    const auto matches = [&] {
+      const std::string text = list->Items()[static_cast<std::size_t>(row)].Data->Description.Str();
+      return text.substr(0, 4) == std::string(one.Selected).substr(0, 4);
+    };
+    while (!matches()) ++row;
+    list->Select_Row(row);
+    EXPECT_EQ(Enabled(), one.Enabled) << one.Selected;
+    EXPECT_EQ(Texts("AckBtn"), one.Tool) << one.Selected;
+    EXPECT_EQ(Action("Ackmenu")->statusTip().toStdString(),
+              std::string("Marks the selected item as ") + one.Item);
+  }
+  EXPECT_EQ(Control<QToolButton>(view, "AckBtn")->accessibleName(), QStringLiteral("Mark Outstanding"));
+}
+
+TEST_F(Day_View, Marks_In_Place_By_Tool_And_By_A_Click_On_The_Image) {
+  const std::string key = Add({.Time = 0.1});
+  Add({.Time = 0.2, .Title = "private", .Private = true});
+  const auto actioned = [] { return Query_Number("SELECT sum(Actioned) FROM KT_Events_Data"); };
+  Display();
+  const auto* item = &list->Items()[0];
+  Click_Row(0, 60);
+  EXPECT_EQ(actioned(), 0) << "beside the image";
+  Click_Row(0, 10);
+  EXPECT_EQ(actioned(), 1);
+  EXPECT_EQ(item->Image, Image_Done_Event);
+  EXPECT_EQ(&list->Items()[0], item) << "not built again";
+  EXPECT_EQ(list->Selected(), item);
+  EXPECT_EQ(Texts("Ackmenu").substr(0, 17), "&Mark Outstanding");
+  Action("Ackmenu")->trigger();
+  EXPECT_EQ(actioned(), 0);
+  Click_Row(1, 10);
+  EXPECT_EQ(actioned(), 0) << "private";
+
+  std::string anna;
+  In_Update([&] {
+    anna = Create_User("Anna", false);
+    Set_Rights(database.Book().Key, anna, {.Create = true, .Delete = true, .See = true});
+  });
+  Kt_util_01::Set_User_Key(anna);
+  Click_Row(0, 10);
+  EXPECT_EQ(actioned(), 0) << "not allowed";
+  EXPECT_EQ(Enabled(), "PropsBtn Delbtn Addbtn");
+}
+
+TEST_F(Day_View, The_Order_Is_Shared_And_Keeps_The_Selection) {
+  Add({.Time = 0.1, .Title = "b", .Priority = 1});
+  Add({.Time = 0.2, .Title = "a", .Priority = 9});
+  Display();
+  list->Select_Row(0);
+  const auto click = [this](const char* label) {
+    QTest::mouseClick(Control<QLabel>(view, label), Qt::LeftButton);
+    return Shown();
+  };
+  EXPECT_EQ(click("SortDescLabel"), "a b");
+  EXPECT_EQ(list->Selected_Row(), 1);
+  EXPECT_EQ(click("SortDescLabel"), "b a");
+  EXPECT_EQ(click("SortPrtyLabel"), "b a") << "ascending again";
+  EXPECT_EQ(click("SortPrtyLabel"), "a b");
+  const auto checked = [this] {
+    emit Control<QMenu>(view, "SortBy1")->aboutToShow();
+    std::string names;
+    for (const char* name : {"Sort0", "Sort1", "Sort2", "Sort3", "Sort4", "Ascending1", "Descending1"})
+      if (Action(name)->isChecked()) names += std::string(name) + " ";
+    return names;
+  };
+  EXPECT_EQ(checked(), "Sort4 Descending1 ");
+  form.Get()->Close_Form();
+  Display();
+  EXPECT_EQ(Shown(), "a b") << "in another view, too";
+  Action("Ascending1")->trigger();
+  EXPECT_EQ(Shown(), "b a");
+  Action("Sort3")->trigger();
+  EXPECT_EQ(Shown(), "a b");
+  EXPECT_EQ(checked(), "Sort3 Ascending1 ");
+}
+
+TEST_F(Day_View, Steps_Days_And_Finds_Entries_To_Both_Sides) {
+  Add({.Title = "before", .Day = Monday - 40});
+  Add({.Title = "after", .Day = Monday + 3});
+  Kt_util_01::CurrentDate = Monday + 0.6;
+  Display();
+  Click(view, "SpeedButton1");
+  EXPECT_EQ(Kt_util_01::CurrentDate, Monday - 0.4);
+  Click(view, "SpeedButton2");
+  Click(view, "SpeedButton2");
+  EXPECT_EQ(Kt_util_01::CurrentDate, Monday + 1.6);
+  EXPECT_EQ(Title(), " Tuesday, 16 January 2024");
+  EXPECT_EQ(Picked(), QDate(2024, 1, 15)) << "is not told";
+
+  Action("Nextbtn")->trigger();
+  EXPECT_EQ(Kt_util_01::CurrentDate, Monday + 3);
+  EXPECT_EQ(Shown(), "after");
+  EXPECT_EQ(Picked(), QDate(2024, 1, 18));
+  seams.Prompts.Expect_Info("No Later Events",
+                            "No eligible calendar events found after the period Thursday, 18 January 2024");
+  Action("NextMenu")->trigger();
+  EXPECT_EQ(Kt_util_01::CurrentDate, Monday + 3);
+  Action("PrevMenu")->trigger();
+  EXPECT_EQ(Shown(), "before");
+  seams.Prompts.Expect_Info(
+      "No Prior Events", "No eligible calendar events found prior to the period Wednesday, 06 December 2023");
+  Action("PrevBtn")->trigger();
+  Action("ToolButton7")->trigger();
+  EXPECT_EQ(Kt_util_01::CurrentDate, Monday + 0.5) << "with the time of day";
+  EXPECT_EQ(Picked(), QDate(2024, 1, 15));
+}
+
+TEST_F(Day_View, Adds_Opens_And_Deletes_By_Keys_And_Tools) {
+  Display();
+  const auto type = [](const char* subject) {
+    return [subject](QWidget* editor) {
+      QTest::keyClicks(Control<QLineEdit>(editor, "Edit1"), QLatin1String(subject));
+      QTest::keyClick(editor, Qt::Key_Return);
+    };
+  };
+  const auto press = [this](Qt::Key key) { QTest::keyClick(list, key); };
+  {
+    TModal_Driver driver(type("added"));
+    press(Qt::Key_Insert);
+  }
+  EXPECT_EQ(Shown(), "added");
+  press(Qt::Key_Delete);  // without a selection
+  list->Select_Row(0);
+  {
+    TModal_Driver driver(type("edited"));
+    press(Qt::Key_Return);
+  }
+  EXPECT_EQ(Shown(), "edited");
+  list->Select_Row(0);
+  {
+    TModal_Driver driver([](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    press(Qt::Key_Delete);
+  }
+  EXPECT_EQ(list->Selected_Row(), 0) << "nothing was refreshed";
+  {
+    TModal_Driver driver([](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    press(Qt::Key_Delete);
+  }
+  EXPECT_EQ(Shown(), "");
+  {
+    TModal_Driver driver(type("task"));
+    Action("AddTaskBtn")->trigger();
+  }
+  EXPECT_EQ(Shown(), "task");
+  list->Select_Row(0);
+  {
+    TModal_Driver driver([](QWidget* editor) {
+      EXPECT_EQ(editor->objectName(), QStringLiteral("Task_Frm"));
+      QTest::keyClick(editor, Qt::Key_Escape);
+    });
+    Action("PropsMenu")->trigger();
+  }
+  Add({.Title = "private", .Private = true});
+  view->DoRefresh();
+  list->Select_Row(1);
+  press(Qt::Key_Delete);
+  TModal_Driver driver([](QWidget* editor) {
+    EXPECT_TRUE(Control<QLineEdit>(editor, "Edit1")->isReadOnly());
+    QTest::keyClick(editor, Qt::Key_Escape);
+  });
+  press(Qt::Key_Return);
+}
+
+TEST_F(Day_View, New_Entries_Of_A_Contact_Belong_To_It) {
+  std::string contact;
+  In_Update([&] { contact = Create_Contact(database.Book().Key, "Contact"); });
+  Display();
+  for (const bool whole : {false, true}) {
+    view->Set_Keys(database.Book().Key, contact, whole);
+    for (const char* command : {"Addbtn", "AddTask1"}) {
+      TModal_Driver driver([](QWidget* editor) {
+        QTest::keyClicks(Control<QLineEdit>(editor, "Edit1"), QStringLiteral("x"));
+        QTest::keyClick(editor, Qt::Key_Return);
+      });
+      Action(command)->trigger();
+    }
+  }
+  EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data WHERE Contact = '" + contact + "'"), 3);
+  EXPECT_EQ(Query_Number("SELECT EventType FROM KT_Events_Data d JOIN KT_Events e ON e.Key = d.Event WHERE "
+                         "Contact <> '" +
+                         contact + "'"),
+            3)
+      << "a task made in the whole calendar";
+}
+
+TEST_F(Day_View, The_Calendar_Beside_The_List_Is_Remembered) {
+  Display();
+  auto* panel = Control<QWidget>(view, "CalPanel");
+  EXPECT_FALSE(panel->isVisible());
+  EXPECT_EQ(Texts("ToolButton4"),
+            "Show Calendar/Show Calendar/Displays a Calendar view allowing different dates to be selected");
+  Control<QToolButton>(view, "ToolButton4")->click();
+  EXPECT_TRUE(panel->isVisible());
+  EXPECT_TRUE(Action("ToolButton4")->isChecked() && Action("GotoDate1")->isChecked());
+  EXPECT_EQ(Texts("GotoDate1"), "Hide Calendar/Hide Calendar/Hides the Calendar display");
+  EXPECT_TRUE(Kt_util_01::Read_Bool("General", "Show Calendar", false));
+  form.Get()->Close_Form();
+  Display();
+  EXPECT_TRUE(Control<QWidget>(view, "CalPanel")->isVisible());
+  Action("GotoDate1")->trigger();
+  EXPECT_FALSE(Action("ToolButton4")->isChecked());
+  EXPECT_FALSE(Kt_util_01::Read_Bool("General", "Show Calendar", true));
+}
+
+TEST_F(Day_View, Asks_The_Page_Around_It_For_Other_Views) {
+  Display();
+  for (const char* name : {"ToolButton10", "ToolButton9", "ToolButton8", "ToolButton11", "DailyView1",
+                           "MonthlyView1", "AllView1"})
+    Action(name)->trigger();
+  Settle();
+  EXPECT_EQ(home.Asked, (QList<qintptr>{11, 12, 13, 11, 12, 13})) << "its own is shown already";
+  EXPECT_TRUE(Action("ToolButton10")->isChecked());
+  view->Set_View_Available(11, false);
+  EXPECT_FALSE(Action("ToolButton9")->isEnabled() || Action("DailyView1")->isEnabled());
+  EXPECT_TRUE(Action("ToolButton8")->isEnabled());
+}
+
+TEST_F(Day_View, Can_Be_Closed_While_Its_Dialogs_Are_Open) {
+  Add({});
+  for (const char* command : {"Addbtn", "AddTaskBtn", "PropsBtn", "Delbtn"}) {
+    Display();
+    list->Select_Row(0);
+    QPointer<TForm> alive = view;
+    {
+      TModal_Driver driver([&](QWidget* dialog) {
+        EXPECT_TRUE(form.Get()->Close_Form());
+        EXPECT_EQ(form.Get(), nullptr);
+        Settle();
+        EXPECT_TRUE(alive) << "its handler is still at work";
+        if (auto* subject = dialog->findChild<QLineEdit*>(QStringLiteral("Edit1")))
+          subject->setText(QStringLiteral("x"));
+        QTest::keyClick(dialog, Qt::Key_Return);
+      });
+      Action(command)->trigger();
+    }
+    Settle();
+    EXPECT_FALSE(alive) << command;
+  }
+  EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data"), 2) << "two added, one deleted";
+  Display();
+  list->Select_Row(0);
+  const QPointer<TForm> alive = view;
+  TModal_Driver driver([&](QWidget* dialog) {
+    delete view;  // as a parent does that is deleted
+    QTest::keyClick(dialog, Qt::Key_Return);
+  });
+  Action("Delbtn")->trigger();
+  EXPECT_FALSE(alive);
+}
+
+TEST_F(Day_View, A_Failed_Read_Is_Reported_And_Shows_An_Empty_Day) {
+  Add({});
+  Display();
+  Run_Sql("DROP TABLE KT_Events_Data");
+  seams.Prompts.Expect_Error(
+      "Read Failed",
+      "The data could not be read: read KT_Events_Data: no such table: KT_Events_Data\n\n"
+      "Reminder_Utils:Build_Reminder_DayView [KT_Events/KT_Events_Data/KT_Alarms]");
+  view->DoRefresh();
+  EXPECT_EQ(Shown(), "");
+  EXPECT_FALSE(Control<QWidget>(view, "EventTitlePanel")->isVisible());
+}
+
+QPalette Dark() {
+  QPalette dark(QColor(0x35, 0x35, 0x35));
+  dark.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
+  for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
+    dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x80));
+  return dark;
+}
+
+TEST_F(Day_View, Looks) {
+  const QPalette light = QApplication::palette();
+  for (const bool dark : {false, true}) {
+    if (dark) QApplication::setPalette(Dark());
+    Settle();
+    Kt_util_01::Write_Bool("General", "Show Calendar", false);
+    const QString name = dark ? QStringLiteral("day_dark_") : QStringLiteral("day_");
+    Run_Sql("DELETE FROM KT_Alarms; DELETE FROM KT_Events_Data");
+    Display();
+    EXPECT_EQ(Make_Checks(view), "");
+    Picture(&home, name + QStringLiteral("empty"));
+    Run_Sql(
+        "INSERT OR IGNORE INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45306, 'Martin Luther King "
+        "Day', 'United States')");
+    Add({-1, "All day long"});
+    Add({0.375, "Overdue since nine", 0, 1, true});
+    Add({0.4, "Dentist, done", 0, 9, true, true});
+    Add({0.6, "Later, with a reminder and a title that is far too long for any narrow window there is", 0, 5,
+         true});
+    Add({0.95, "Late evening"});
+    Add({0.7, "secret", 0, 5, false, false, true});
+    Add({-1, "A task that is due", 3, 2});
+    Add({-1, "A task that is done", 3, 2, false, true});
+    view->DoRefresh();
+    list->setFocus();
+    list->Select_Row(4);
+    EXPECT_EQ(Make_Checks(view), "");
+    Picture(&home, name + QStringLiteral("some"));
+    Control<QAction>(view, "ToolButton4")->trigger();
+    Settle();
+    Picture(&home, name + QStringLiteral("calendar"));
+    home.resize(420, 400);
+    Settle();
+    Picture(&home, name + QStringLiteral("narrow_calendar"));
+    Control<QAction>(view, "ToolButton4")->trigger();
+    Settle();
+    Picture(&home, name + QStringLiteral("narrow"));
+    for (int i = 0; i < 40; ++i) Add({i / 50.0, "Crowd", 0, i % 9 + 1, i % 3 == 0, i % 4 == 0});
+    home.resize(1000, 500);
+    view->DoRefresh();
+    Settle();
+    Picture(&home, name + QStringLiteral("crowd"));
+    auto* menu = Control<QMenu>(view, "PopupMenu1");
+    menu->popup(home.mapToGlobal(QPoint(50, 50)));
+    Picture(menu, name + QStringLiteral("menu"));
+    menu->close();
+    home.resize(640, 400);
+    form.Get()->Close_Form();
+    Settle();
+  }
+  QApplication::setPalette(light);
+}
+
+}  // namespace
