@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <QPalette>
 
 #include "Entry_Fixture.h"
 #include "KTReminds.h"
@@ -8,20 +7,12 @@ using namespace KTReminds;
 
 namespace {
 
-QPalette Dark() {
-  QPalette dark(QColor(0x35, 0x35, 0x35));
-  dark.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
-  for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
-    dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x80));
-  return dark;
-}
-
 /// The editors in the locale, dark or light, that the parameter names.
 class Editor_Looks : public TEntry_Fixture, public testing::WithParamInterface<std::pair<const char*, bool>> {
  protected:
   Editor_Looks() : light(QApplication::palette()) {
     Kt_util_01::Install_Locale(GetParam().first);
-    if (GetParam().second) QApplication::setPalette(Dark());
+    if (GetParam().second) QApplication::setPalette(Dark_Palette());
   }
   ~Editor_Looks() override { QApplication::setPalette(light); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPalette>
 #include <QWidget>
 #include <string>
 
@@ -7,3 +8,6 @@
 /// input or button without an accessible name, a mnemonic that two visible controls claim, a minimum height
 /// that does not fit a screen of 768 pixels. "" when nothing is.
 std::string Make_Checks(QWidget* form);
+
+/// A palette of light texts on dark grounds.
+QPalette Dark_Palette();

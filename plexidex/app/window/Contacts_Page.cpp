@@ -87,6 +87,7 @@ QString TContacts_Page::Selected() const {
 void TContacts_Page::Set_Buttons() {
   const bool restoring = deleted->isChecked();
   remove->setText(restoring ? tr("&Restore") : tr("&Delete..."));
+  remove->setAccessibleName(restoring ? tr("Restore") : tr("Delete"));
   remove->setStatusTip(restoring ? tr("Brings the selected contact back, with all its entries")
                                  : tr("Deletes the selected contact, which can be restored"));
   const bool allowed = !Selected().isEmpty() && Access_Allowed(From_Qt(Selected()), Access_Delete);
