@@ -3,9 +3,7 @@
 #include <QCalendarWidget>
 #include <QLabel>
 #include <QMenu>
-#include <QPalette>
 #include <QToolButton>
-#include <QVBoxLayout>
 
 #include "Entry_Fixture.h"
 #include "Entry_List.h"
@@ -82,8 +80,7 @@ class Day_View : public TEntry_Fixture {
   }
   std::string Texts(const char* name) {
     const QAction* action = Action(name);
-    return (action->text() + QLatin1Char('/') + action->toolTip() + QLatin1Char('/') + action->statusTip())
-        .toStdString();
+    return (action->text() + QLatin1Char('/') + action->statusTip()).toStdString();
   }
   std::string Shown() const {
     std::string shown;
@@ -150,34 +147,21 @@ TEST_F(Day_View, Shows_A_Day_Of_The_Book_Or_Of_One_Owner) {
 }
 
 TEST_F(Day_View, Commands_Follow_The_Selection) {
-  Run_Sql("INSERT INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45306, 'King', 'Here')");
   Add({.Time = 0.1, .Title = "open"});
   Add({.Time = 0.2, .Title = "done", .Type = 3, .Done = true});
   Add({.Time = 0.3, .Title = "private", .Private = true});
   Display();
   EXPECT_EQ(Enabled(), "Addbtn");
-  EXPECT_EQ(Texts("AckBtn"), "Toggle Event's State/Toggle Event's State/Toggle Event's State");
-  struct TCase {
-    const char *Selected, *Enabled, *Tool, *Item;
-  };
-  const char *complete = "Mark Complete/Mark Complete/Mark Complete",
-             *outstanding = "Mark Outstanding/Mark Outstanding/Mark Outstanding";
-  for (const TCase& one :
-       {TCase{"open", "AckBtn PropsBtn Delbtn Addbtn", complete, "being complete"},
-        TCase{"done", "AckBtn PropsBtn Delbtn Addbtn", outstanding, "still being outstanding"},
-        TCase{"private", "PropsBtn Addbtn", outstanding, "still being outstanding"},
-        TCase{"King, Here", "Addbtn", outstanding, "still being outstanding"}}) {
-    int row = 0;
-    const auto matches = [&] {
-      const std::string text = list->Items()[static_cast<std::size_t>(row)].Data->Description.Str();
-      return text.substr(0, 4) == std::string(one.Selected).substr(0, 4);
-    };
-    while (!matches()) ++row;
+  EXPECT_EQ(Texts("AckBtn"), "Toggle Event's State/Toggle Event's State");
+  list->Select_Row(0);
+  EXPECT_EQ(Enabled(), "AckBtn PropsBtn Delbtn Addbtn");
+  EXPECT_EQ(Texts("AckBtn"), "Mark Complete/Mark Complete");
+  list->Select_Row(1);
+  for (const int row : {1, 2}) {
     list->Select_Row(row);
-    EXPECT_EQ(Enabled(), one.Enabled) << one.Selected;
-    EXPECT_EQ(Texts("AckBtn"), one.Tool) << one.Selected;
-    EXPECT_EQ(Action("Ackmenu")->statusTip().toStdString(),
-              std::string("Marks the selected item as ") + one.Item);
+    EXPECT_EQ(Enabled(), row == 1 ? "AckBtn PropsBtn Delbtn Addbtn" : "PropsBtn Addbtn");
+    EXPECT_EQ(Texts("AckBtn"), "Mark Outstanding/Mark Outstanding") << "left as it was for the private one";
+    EXPECT_EQ(Texts("Ackmenu"), "&Mark Outstanding/Marks the selected item as still being outstanding");
   }
   EXPECT_EQ(Control<QToolButton>(view, "AckBtn")->accessibleName(), QStringLiteral("Mark Outstanding"));
 }
@@ -358,11 +342,11 @@ TEST_F(Day_View, The_Calendar_Beside_The_List_Is_Remembered) {
   auto* panel = Control<QWidget>(view, "CalPanel");
   EXPECT_FALSE(panel->isVisible());
   EXPECT_EQ(Texts("ToolButton4"),
-            "Show Calendar/Show Calendar/Displays a Calendar view allowing different dates to be selected");
+            "Show Calendar/Displays a Calendar view allowing different dates to be selected");
   Control<QToolButton>(view, "ToolButton4")->click();
   EXPECT_TRUE(panel->isVisible());
   EXPECT_TRUE(Action("ToolButton4")->isChecked() && Action("GotoDate1")->isChecked());
-  EXPECT_EQ(Texts("GotoDate1"), "Hide Calendar/Hide Calendar/Hides the Calendar display");
+  EXPECT_EQ(Texts("GotoDate1"), "Hide Calendar/Hides the Calendar display");
   EXPECT_TRUE(Kt_util_01::Read_Bool("General", "Show Calendar", false));
   form.Get()->Close_Form();
   Display();
@@ -418,76 +402,28 @@ TEST_F(Day_View, Can_Be_Closed_While_Its_Dialogs_Are_Open) {
   EXPECT_FALSE(alive);
 }
 
-TEST_F(Day_View, A_Failed_Read_Is_Reported_And_Shows_An_Empty_Day) {
-  Add({});
-  Display();
-  Run_Sql("DROP TABLE KT_Events_Data");
-  seams.Prompts.Expect_Error(
-      "Read Failed",
-      "The data could not be read: read KT_Events_Data: no such table: KT_Events_Data\n\n"
-      "Reminder_Utils:Build_Reminder_DayView [KT_Events/KT_Events_Data/KT_Alarms]");
-  view->DoRefresh();
-  EXPECT_EQ(Shown(), "");
-  EXPECT_FALSE(Control<QWidget>(view, "EventTitlePanel")->isVisible());
-}
-
-QPalette Dark() {
+TEST_F(Day_View, Looks) {
+  Run_Sql("INSERT INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45306, 'King', 'Here')");
+  Add({.Time = -1, .Title = "A task that is due", .Type = 3});
+  Add({.Time = 0.375, .Title = "Overdue since nine", .Priority = 1, .Alarm = true});
+  Add({.Time = 0.4, .Title = "Done", .Done = true});
+  Add({.Time = 0.6, .Title = "A title far too long for a narrow window", .Alarm = true});
+  Add({.Time = 0.7, .Private = true});
+  Kt_util_01::Write_Bool("General", "Show Calendar", true);
   QPalette dark(QColor(0x35, 0x35, 0x35));
   dark.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
-  for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
-    dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x80));
-  return dark;
-}
-
-TEST_F(Day_View, Looks) {
+  dark.setColor(QPalette::Link, QColor(0x80, 0xB0, 0xFF));
   const QPalette light = QApplication::palette();
-  for (const bool dark : {false, true}) {
-    if (dark) QApplication::setPalette(Dark());
+  for (const auto& [palette, name] : {std::pair(light, "light"), std::pair(dark, "dark")}) {
+    QApplication::setPalette(palette);
     Settle();
-    Kt_util_01::Write_Bool("General", "Show Calendar", false);
-    const QString name = dark ? QStringLiteral("day_dark_") : QStringLiteral("day_");
-    Run_Sql("DELETE FROM KT_Alarms; DELETE FROM KT_Events_Data");
-    Display();
-    EXPECT_EQ(Make_Checks(view), "");
-    Picture(&home, name + QStringLiteral("empty"));
-    Run_Sql(
-        "INSERT OR IGNORE INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45306, 'Martin Luther King "
-        "Day', 'United States')");
-    Add({-1, "All day long"});
-    Add({0.375, "Overdue since nine", 0, 1, true});
-    Add({0.4, "Dentist, done", 0, 9, true, true});
-    Add({0.6, "Later, with a reminder and a title that is far too long for any narrow window there is", 0, 5,
-         true});
-    Add({0.95, "Late evening"});
-    Add({0.7, "secret", 0, 5, false, false, true});
-    Add({-1, "A task that is due", 3, 2});
-    Add({-1, "A task that is done", 3, 2, false, true});
-    view->DoRefresh();
-    list->setFocus();
-    list->Select_Row(4);
-    EXPECT_EQ(Make_Checks(view), "");
-    Picture(&home, name + QStringLiteral("some"));
-    Control<QAction>(view, "ToolButton4")->trigger();
-    Settle();
-    Picture(&home, name + QStringLiteral("calendar"));
-    home.resize(420, 400);
-    Settle();
-    Picture(&home, name + QStringLiteral("narrow_calendar"));
-    Control<QAction>(view, "ToolButton4")->trigger();
-    Settle();
-    Picture(&home, name + QStringLiteral("narrow"));
-    for (int i = 0; i < 40; ++i) Add({i / 50.0, "Crowd", 0, i % 9 + 1, i % 3 == 0, i % 4 == 0});
-    home.resize(1000, 500);
-    view->DoRefresh();
-    Settle();
-    Picture(&home, name + QStringLiteral("crowd"));
-    auto* menu = Control<QMenu>(view, "PopupMenu1");
-    menu->popup(home.mapToGlobal(QPoint(50, 50)));
-    Picture(menu, name + QStringLiteral("menu"));
-    menu->close();
-    home.resize(640, 400);
-    form.Get()->Close_Form();
-    Settle();
+    for (const int width : {420, 800}) {
+      home.resize(width, 300);
+      Display();
+      list->Select_Row(2);
+      EXPECT_EQ(Make_Checks(view), "") << name << width;
+      Picture(&home, QStringLiteral("day_%1_%2").arg(QLatin1String(name)).arg(width));
+    }
   }
   QApplication::setPalette(light);
 }
