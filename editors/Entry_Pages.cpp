@@ -61,7 +61,7 @@ void TEntry_Form::Load_Entry() {
   controls.Location->setText(To_Qt(rules.Location));
   controls.Priority->setCurrentIndex(rules.Priority - 1);
   controls.Contact->setText(To_Qt(rules.Contact_Name()));
-  controls.Open_Contact->setVisible(!rules.No_Contact() && Can_Open_Contacts());
+  controls.Open_Contact->setVisible(!rules.No_Contact() && Can_Open_Contact(rules.Host_Key()));
   controls.Alarm->setChecked(rules.Alarm.On);
   Show_Private(rules.Private);
   for (QWidget* control : {static_cast<QWidget*>(controls.Private), static_cast<QWidget*>(pages->RestrictBtn),

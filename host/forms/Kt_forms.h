@@ -177,11 +177,15 @@ bool Play_Sound_File(const std::string& path);
 /// Sounds the system's beep. False when this machine has nothing to play it on.
 bool Message_Beep();
 
-/// How the host opens a contact; null while it has no pages for contacts, as at the start.
-using TContact_Opener = std::function<void(const std::string& contact)>;
+/// How the host opens its contacts; the empty one, as at the start, opens none.
+struct TContact_Opener {
+  std::function<bool(const std::string& contact)> Can_Open;
+  std::function<void(const std::string& contact)> Open;
+};
 void Install_Contact_Opener(TContact_Opener opener);
-bool Can_Open_Contacts();
-/// Does nothing while contacts cannot be opened.
+/// Whether the host has something to show for the key: not every owner of entries is a contact.
+bool Can_Open_Contact(const std::string& contact);
+/// Does nothing for what cannot be opened.
 void Open_Contact(const std::string& contact);
 
 QString To_Qt(std::string_view text);

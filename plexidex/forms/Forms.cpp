@@ -313,12 +313,12 @@ void Install_Contact_Opener(TContact_Opener opener) {
   Contact_Opener() = std::move(opener);
 }
 
-bool Can_Open_Contacts() {
-  return static_cast<bool>(Contact_Opener());
+bool Can_Open_Contact(const std::string& contact) {
+  return Contact_Opener().Can_Open && Contact_Opener().Can_Open(contact);
 }
 
 void Open_Contact(const std::string& contact) {
-  if (Can_Open_Contacts()) Contact_Opener()(contact);
+  if (Can_Open_Contact(contact)) Contact_Opener().Open(contact);
 }
 
 QString To_Qt(std::string_view text) {

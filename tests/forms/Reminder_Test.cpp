@@ -414,7 +414,9 @@ TEST_F(Reminder_Form, The_Alarm_Is_Configured_In_Its_Own_Window) {
 
 TEST_F(Reminder_Form, The_Contact_Opens_Where_The_Host_Has_Pages_For_It) {
   std::string opened;
-  Kt_forms::Install_Contact_Opener([&opened](const std::string& contact) { opened = contact; });
+  const std::string known = database.Book().Calendar;
+  Kt_forms::Install_Contact_Opener({[&known](const std::string& contact) { return contact == known; },
+                                    [&opened](const std::string& contact) { opened = contact; }});
   TReminder_Rules rules;
   Open(rules, "", "x");
   {
@@ -431,7 +433,7 @@ TEST_F(Reminder_Form, The_Contact_Opens_Where_The_Host_Has_Pages_For_It) {
   TReminder_Frm form(hidden);
   Show(form);
   EXPECT_FALSE(Control<QWidget>(&form, "ContactBtn")->isVisible());
-  Kt_forms::Install_Contact_Opener(nullptr);
+  Kt_forms::Install_Contact_Opener({});
   TReminder_Frm without(rules);
   Show(without);
   EXPECT_FALSE(Control<QWidget>(&without, "ContactBtn")->isVisible());

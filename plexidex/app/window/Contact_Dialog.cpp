@@ -100,10 +100,20 @@ bool Run(const TContact& contact, QWidget* window, std::string& key) {
 
 }  // namespace
 
+bool Is_Contact(const std::string& key) {
+  try {
+    TContact found;
+    return Find_Contact(key, found);
+  } catch (...) {
+    FailRead("Contact_Dialog:Is_Contact [KT_Contacts]");
+    return false;
+  }
+}
+
 bool Edit_Contact(QWidget* window, const std::string& contact) {
   TContact found;
   std::string key;
-  return Find_Contact(contact, found) && Run(found, window, key);
+  return Is_Contact(contact) && Find_Contact(contact, found) && Run(found, window, key);
 }
 
 std::string New_Contact(QWidget* window, const std::string& book) {

@@ -5,6 +5,8 @@
 
 namespace Plexidex {
 
+/// Whether the key is a contact's; false also after a failed read, which is reported.
+bool Is_Contact(const std::string& key);
 /// Lets the user edit a contact's name and details, or read them who may not change it. True when something
 /// was saved.
 bool Edit_Contact(QWidget* window, const std::string& contact);

@@ -10,7 +10,6 @@
 #include "Book_Dialogs.h"
 #include "Contact_Dialog.h"
 #include "Contact_Page.h"
-#include "Contacts.h"
 #include "Contacts_Page.h"
 #include "Database.h"
 #include "KTReminds.h"
@@ -64,14 +63,14 @@ TMain_Window::TMain_Window()
   connect(tree, &TNavigation_Tree::Node_Clicked_Again, this, [this] { Send_To_Page(umSelectNode, 0); });
   connect(place, &TPage_Place::Display_Page, this, &TMain_Window::Display_Host_Page);
   connect(place, &TPage_Place::Add_Contact, this, &TMain_Window::Add_Contact);
-  Install_Contact_Opener([this](const std::string& contact) {
-    if (Edit_Contact(Active_Window(), contact)) Refresh();
-  });
+  Install_Contact_Opener({Is_Contact, [this](const std::string& contact) {
+                            if (Edit_Contact(Active_Window(), contact)) Refresh();
+                          }});
   Refresh();
 }
 
 TMain_Window::~TMain_Window() {
-  Install_Contact_Opener(nullptr);
+  Install_Contact_Opener({});
   if (TForm* shown = page.Get()) shown->Close_Form();
   Install_Menu_Bar(nullptr, nullptr);
   Install_Main_Form(nullptr);
