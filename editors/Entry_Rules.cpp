@@ -29,18 +29,22 @@ std::string Trimmed(const std::string& text) {
 
 // Deletes the occurrences of a set with their alarms, but for one of them.
 void Delete_Occurrences(std::string_view event, std::string_view but) {
-  TTable occurrences(Events_Data), alarms(Alarms_Table);
+  TTable occurrences(Events_Data, {"Key"}), alarms(Alarms_Table, {"Key"});
   const TField key = occurrences.Field("Key");
   occurrences.Set_Index("Event");
   alarms.Set_Index("Key");
   occurrences.SetRange({event}, {event});
   occurrences.First();
   while (!occurrences.Eof()) {
-    if (occurrences.Text(key) == but) {
+    const std::string_view occurrence = occurrences.Text(key);
+    if (occurrence == but) {
       occurrences.Next();
       continue;
     }
-    if (alarms.FindKey({occurrences.Text(key)})) alarms.Delete();
+    // Within a range of one row, moving on from what is deleted reads nothing.
+    alarms.SetRange({occurrence}, {occurrence});
+    alarms.First();
+    if (!alarms.Eof()) alarms.Delete();
     occurrences.Delete();
   }
 }
@@ -60,6 +64,10 @@ std::string Host_Calendar(const std::string& book) {
              : std::string();
 }
 
+std::string Tag(std::string_view unit, std::string_view step, std::string_view tables) {
+  return std::string(unit) + ":" + std::string(step) + std::string(tables);
+}
+
 }  // namespace
 
 TEntry_Rules::TRows::TRows() : Occurrence(Events_Data), Event(Events_Table), Alarm(Alarms_Table) {
@@ -76,10 +84,6 @@ bool TEntry_Rules::TRows::Find(std::string_view occurrence) {
 TEntry_Rules::TEntry_Rules(const TEntry_Words& entry_words) : words(entry_words) {}
 
 TEntry_Rules::~TEntry_Rules() = default;
-
-std::string TEntry_Rules::Tag(std::string_view unit, std::string_view rest) const {
-  return std::string(unit) + ":" + std::string(rest);
-}
 
 bool TEntry_Rules::Open(const std::string& key, const std::string& host, const std::string& book,
                         const std::string& subject, bool without_contact) {
@@ -202,8 +206,11 @@ TRefusal TEntry_Rules::Validate_Access() const {
 
 bool TEntry_Rules::Process_Update() {
   if (!Start_Update()) return false;
+  bool clearing = Rewrites();
   try {
-    if (Rewrites() && !Clear_Out(false)) throw EAlready_Reported();
+    // In a bracket of its own the engine would keep a copy of everything that is removed.
+    if (clearing) Delete_Occurrences(event_key, occurrence_key);
+    clearing = false;
     TRows rows;
     if (!rows.Find(occurrence_key))
       throw EData_Error("edit", Events_Data.Name(), "the entry has been deleted meanwhile");
@@ -222,7 +229,8 @@ bool TEntry_Rules::Process_Update() {
     if (Is_New()) Forget_Open_Editor(event_key);
     EndUpdate();
   } catch (...) {
-    FailUpdate(Tag(words.Update_Unit, "Process_Update:1") + std::string(All_Tables));
+    FailUpdate(clearing ? Tag(words.Unit, "Clear_Out:1", Clear_Tables)
+                        : Tag(words.Update_Unit, "Process_Update:1", All_Tables));
     return false;
   }
   Write_Bool(Journal_Section, Journal_Setting, Journal);
@@ -293,26 +301,20 @@ void TEntry_Rules::Update_Alarm_Users() {
   }
 }
 
-bool TEntry_Rules::Clear_Out(bool whole) {
-  if (!Start_Update()) return false;
+void TEntry_Rules::Clear_Out() {
+  if (!Start_Update()) return;
   try {
-    if (whole) {
-      Delete_Event(event_key);
-      Forget_Open_Editor(event_key);
-    } else {
-      Delete_Occurrences(event_key, occurrence_key);
-    }
+    Delete_Event(event_key);
+    Forget_Open_Editor(event_key);
     EndUpdate();
-    return true;
   } catch (...) {
-    FailUpdate(Tag(words.Unit, whole ? "Clear_Out:2" : "Clear_Out:1") + std::string(Clear_Tables));
-    return false;
+    FailUpdate(Tag(words.Unit, "Clear_Out:2", Clear_Tables));
   }
 }
 
 void TEntry_Rules::Discard() {
   if (!Is_New() || saved || occurrence_key.empty()) return;
-  Clear_Out(true);
+  Clear_Out();
   occurrence_key.clear();
 }
 

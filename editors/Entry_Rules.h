@@ -106,8 +106,7 @@ class TEntry_Rules {
   void Write_Alarm(TRows& rows);
   void Write_Common(TRows& rows);
   void Update_Alarm_Users();
-  bool Clear_Out(bool whole);
-  std::string Tag(std::string_view unit, std::string_view rest) const;
+  void Clear_Out();
 
   const TEntry_Words words;
   bool read_only = false, no_contact = false, saved = false;

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QCalendarWidget>
 #include <QComboBox>
+#include <QEvent>
 #include <QPlainTextEdit>
 #include <QStyle>
 #include <QStyleOptionSpinBox>
@@ -19,6 +20,30 @@ using namespace Kt_forms;
 namespace {
 constexpr int Most_Percent = 100;
 const auto Widest_Number = QStringLiteral("0000000");
+
+// Making its calendar takes a picker longer than all the rest of it, and few are opened: so it gets its first
+// day of the week when the user comes to the picker.
+class TFirst_Day : public QObject {
+ public:
+  TFirst_Day(QDateEdit* for_picker, Qt::DayOfWeek first)
+      : QObject(for_picker), picker(for_picker), day(first) {
+    picker->installEventFilter(this);
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const QEvent::Type type = event->type();
+    if (watched == picker &&
+        (type == QEvent::MouseButtonPress || type == QEvent::KeyPress || type == QEvent::FocusIn)) {
+      picker->removeEventFilter(this);
+      picker->calendarWidget()->setFirstDayOfWeek(day);
+    }
+    return false;
+  }
+
+ private:
+  QDateEdit* const picker;
+  const Qt::DayOfWeek day;
+};
+
 }  // namespace
 
 QDate To_QDate(TDateTime value) {
@@ -67,8 +92,7 @@ void Set_Up_Date(QDateEdit* picker) {
   picker->setCalendarPopup(true);
   picker->setDateRange(QDate(100, 1, 1), QDate(Kt_util_01::Max_Year, 12, 31));
   picker->setDisplayFormat(Qt_Date_Format(settings.ShortDateFormat, settings.DateSeparator));
-  picker->calendarWidget()->setFirstDayOfWeek(
-      static_cast<Qt::DayOfWeek>((settings.FirstDayOfWeek + 5) % 7 + 1));
+  new TFirst_Day(picker, static_cast<Qt::DayOfWeek>((settings.FirstDayOfWeek + 5) % 7 + 1));
 }
 
 bool Show_Refusal(QWidget* form, const TRefusal& refusal) {

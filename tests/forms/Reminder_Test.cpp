@@ -1,3 +1,4 @@
+#include <QCalendarWidget>
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QPlainTextEdit>
@@ -206,6 +207,20 @@ TEST_F(Reminder_Form, Recurrence_Comes_And_Goes_And_Follows_The_Date) {
   EXPECT_EQ(Page(&form), "Notes");
   Click(&form, "OKBtn");
   EXPECT_EQ(Dates(), "22.542") << "a plain event again";
+}
+
+TEST_F(Reminder_Form, The_Calendar_Of_A_Date_Begins_With_The_Users_First_Day) {
+  for (const auto& [locale, first] : {std::pair("de_DE", Qt::Monday), {"en_US", Qt::Sunday}}) {
+    Kt_util_01::Install_Locale(locale);
+    TReminder_Rules rules;
+    Open(rules, Make(1));
+    TReminder_Frm form(rules);
+    Show(form);
+    auto* date = Control<QDateEdit>(&form, "EventDate");
+    QTest::mouseClick(date, Qt::LeftButton, {}, QPoint(date->width() - 6, date->height() / 2));
+    EXPECT_TRUE(date->calendarWidget()->isVisible());
+    EXPECT_EQ(date->calendarWidget()->firstDayOfWeek(), first) << locale;
+  }
 }
 
 TEST_F(Reminder_Form, One_Of_A_Set_Is_Opened_Alone_Or_The_Whole_Or_Not_At_All) {
