@@ -122,13 +122,14 @@ TEST_F(Day_View, Is_Reused_Or_Takes_The_Place_Of_Another_Page) {
     bool Willing = false;
     bool FormCloseQuery() override { return Willing; }
   };
-  auto* other = new TStubborn;
+  const QPointer<TStubborn> other = new TStubborn;
   form.Set(other);
   EXPECT_FALSE(Display_Calendar_Dayview(&home, form, "", "", true));
   EXPECT_EQ(form.Get(), other);
   other->Willing = true;
   Display();
-  EXPECT_TRUE(other->Is_Closed());
+  Settle();
+  EXPECT_FALSE(other);
   EXPECT_EQ(view->parentWidget(), &home);
   EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{2, 2, 2})) << "the picker makes one of its own";
   Add({});
@@ -351,6 +352,7 @@ TEST_F(Day_View, Can_Be_Closed_While_Its_Dialogs_Are_Open) {
     Display();
     list->Select_Row(0);
     const QPointer<TForm> alive = view;
+    const std::size_t shown = list->Items().Count();
     Answer(
         [&](QWidget* dialog) {
           EXPECT_TRUE(form.Get()->Close_Form());
@@ -361,6 +363,7 @@ TEST_F(Day_View, Can_Be_Closed_While_Its_Dialogs_Are_Open) {
                                                                         : Enter_Subject("x")(dialog);
         },
         command);
+    EXPECT_TRUE(alive && list->Items().Count() == shown) << "is not refreshed any more";
     Settle();
     EXPECT_FALSE(alive) << command;
   }
@@ -375,6 +378,28 @@ TEST_F(Day_View, Can_Be_Closed_While_Its_Dialogs_Are_Open) {
       },
       Qt::Key_Delete);
   EXPECT_FALSE(alive);
+}
+
+TEST_F(Day_View, A_View_Of_Several_Lists_Has_One_Selection) {
+  struct TTwo_Days : TCalendar_View {
+    TEntry_List* Lists[2] = {new TEntry_List(this), new TEntry_List(this)};
+    TTwo_Days() : TCalendar_View(11) {
+      Set_Up({new QWidget(this), new QLabel(this), {Lists[0], Lists[1]}, new QWidget(this)});
+    }
+    void DoRefresh() override {
+      for (const int day : {0, 1})
+        Build_Reminder_DayView(OwnerKey, NodeKey, Lists[day]->Items(), Monday + day, true, WholeCalendar);
+    }
+  } two_days;
+  Add({.Title = "today"});
+  Add({.Title = "tomorrow", .Day = Monday + 1});
+  two_days.Set_Keys(database.Book().Key, {}, true);
+  two_days.DoRefresh();
+  two_days.Lists[0]->Select_Row(0);
+  two_days.Lists[1]->Select_Row(0);
+  EXPECT_EQ(two_days.Lists[0]->Selected_Row(), -1);
+  Control<QAction>(&two_days, "AckBtn")->trigger();
+  EXPECT_EQ(Query_Number("SELECT EventDate FROM KT_Events_Data WHERE Actioned = 1"), Monday + 1);
 }
 
 TEST_F(Day_View, Looks) {
