@@ -21,10 +21,10 @@ if(CLANG_FORMAT AND RUN_CLANG_TIDY)
 endif()
 
 # What runs under the sanitizers in ./test.
-add_custom_target(tests_below_windows)
-foreach(name util data events editors search app)
+add_custom_target(all_tests)
+foreach(name util data events editors calendar search forms app)
   if(TARGET test_${name})
-    add_dependencies(tests_below_windows test_${name})
+    add_dependencies(all_tests test_${name})
   endif()
 endforeach()
 
