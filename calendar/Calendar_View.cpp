@@ -1,6 +1,5 @@
 #include "Calendar_View.h"
 
-#include <QActionGroup>
 #include <QLabel>
 #include <QMenu>
 #include <QToolBar>
@@ -91,11 +90,9 @@ void TCalendar_View::Set_Up_Actions() {
     }
   }
   tools->PopupMenu1->setDefaultAction(tools->PropsMenu);
-  auto* columns = new QActionGroup(this);
   for (QAction* column : {tools->Sort0, tools->Sort1, tools->Sort2, tools->Sort3, tools->Sort4})
-    columns->addAction(column);
-  auto* directions = new QActionGroup(this);
-  for (QAction* direction : {tools->Ascending1, tools->Descending1}) directions->addAction(direction);
+    columns.addAction(column);
+  for (QAction* direction : {tools->Ascending1, tools->Descending1}) directions.addAction(direction);
 }
 
 void TCalendar_View::Connect_Commands() {
@@ -303,8 +300,7 @@ void TCalendar_View::Sort() {
 }
 
 void TCalendar_View::Check_Order() {
-  for (QAction* column : {tools->Sort0, tools->Sort1, tools->Sort2, tools->Sort3, tools->Sort4})
-    column->setChecked(Tag(column) == SortKey);
+  for (QAction* column : columns.actions()) column->setChecked(Tag(column) == SortKey);
   (SortAscending ? tools->Ascending1 : tools->Descending1)->setChecked(true);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QActionGroup>
 #include <functional>
 #include <memory>
 #include <string>
@@ -7,8 +8,6 @@
 #include "Kt_forms.h"
 #include "Kt_lists.h"
 
-class QAction;
-class QActionGroup;
 class QLabel;
 
 namespace Kt_forms {
@@ -90,6 +89,7 @@ class TCalendar_View : public Kt_forms::TForm {
   void Check_Order();
 
   TControls controls{};
+  QActionGroup columns{this}, directions{this};
   QPointer<TCalendarFrm> picker;
 };
 
