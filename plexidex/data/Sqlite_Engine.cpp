@@ -94,6 +94,8 @@ class TSqlite_Engine final : public TEngine {
       Read_Header();
       Execute("PRAGMA foreign_keys = ON");
       Execute("PRAGMA synchronous = FULL");
+      // What undoes one statement or an inner bracket need not survive a crash: no files for that.
+      Execute("PRAGMA temp_store = MEMORY");
       Execute("PRAGMA cache_size = " + std::to_string(-options.Cache_Bytes / 1024));
       if (options.Max_Pages > 0) Execute("PRAGMA max_page_count = " + std::to_string(options.Max_Pages));
       data_version = Prepare("PRAGMA data_version");
