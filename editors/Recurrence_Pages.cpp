@@ -22,9 +22,10 @@ int Kind_Of(const TRecurrence_Pattern& pattern) {
   return 0;
 }
 
-void Set_Kind(TRecurrence_Pattern& pattern, const TRecurrence_Pages::TKind& kind) {
+// A kind that stands as it was stored keeps its flags, whichever they are.
+void Set_Kind(TRecurrence_Pattern& pattern, const TRecurrence_Pages::TKind& kind, bool stored) {
   pattern.Instance = kind.Instance;
-  if (Kind_Of(pattern) == kind.Pattern) return;
+  if (stored && Kind_Of(pattern) == kind.Pattern) return;
   pattern.P = 0;
   pattern.Set_Flag(kind.Pattern);
 }
@@ -92,7 +93,7 @@ void Follow_Date(TRecurrence_Pages& pages, TDateTime date) {
 
 TRecurrence_Pages Pages_From_Pattern(const TRecurrence_Pattern& pattern, TDateTime date) {
   TRecurrence_Pages pages = Propose_Pages(date);
-  pages.Freq = pattern.Freq;
+  if (pattern.Freq >= 1 && pattern.Freq <= 4) pages.Freq = pattern.Freq;
   pages.Until = static_cast<TDateTime>(Whole_Day(pattern.LastDate));
   const std::string number = std::to_string(pattern.Period);
   const TRecurrence_Pages::TKind kind{std::clamp(pattern.Instance, 0, 4), Kind_Of(pattern)};
@@ -133,11 +134,12 @@ TRefusal Pattern_From_Pages(const TRecurrence_Pages& pages, const TRecurrence_Pa
                      : pages.Freq == 3 ? pages.Monthly_Every
                      : pages.Freq == 4 ? pages.Yearly_Every
                                        : stored.Freq != 2 || stored.PeriodDefault;
+  const bool same_choice = stored.Freq == pages.Freq && stored.PeriodDefault == every;
   TRecurrence_Pattern made;
-  if (stored.Freq == pages.Freq && stored.PeriodDefault == every) made = stored;
+  if (same_choice) made = stored;
   made.Freq = pages.Freq;
   made.PeriodDefault = every;
-  if (static_cast<TDateTime>(Whole_Day(stored.LastDate)) != pages.Until || stored.Freq != pages.Freq) {
+  if (!same_choice || static_cast<TDateTime>(Whole_Day(stored.LastDate)) != pages.Until) {
     made.LastDate = pages.Until;
   }
 
@@ -159,13 +161,13 @@ TRefusal Pattern_From_Pages(const TRecurrence_Pages& pages, const TRecurrence_Pa
     case 3:
       refusal = every ? Read_Period(pages.Monthly_Number, "MonthlyNumber", made.Period)
                       : Read_Period(pages.Monthly_Kind_Number, "MonthlyKindNumber", made.Period);
-      if (!every) Set_Kind(made, pages.Monthly_Kind);
+      if (!every) Set_Kind(made, pages.Monthly_Kind, same_choice);
       break;
     case 4:
       refusal = every ? Read_Period(pages.Yearly_Number, "YearlyNumber", made.Period)
                       : Read_Period(pages.Yearly_Kind_Number, "YearlyKindNumber", made.Period);
       if (!every) {
-        Set_Kind(made, pages.Yearly_Kind);
+        Set_Kind(made, pages.Yearly_Kind, same_choice);
         made.Month = pages.Yearly_Month;
       }
       break;

@@ -78,8 +78,25 @@ TEST(Recurrence_Pages, Page_To_Stored_Set_And_Back_Is_The_Same_Page) {
       TRecurrence_Pattern pattern;
       ASSERT_TRUE(Pattern_From_Pages(pages, {}, pattern).Empty());
       EXPECT_TRUE(Pages_From_Pattern(pattern, Monday) == pages) << freq << " variant " << variant;
+      if (freq > 2 && !every) {
+        EXPECT_EQ(pattern.P, 1 << kind.Pattern) << "one flag, also for any day";
+      }
     }
   }
+}
+
+TEST(Recurrence_Pages, Another_Choice_On_The_Same_Page_Keeps_The_Last_Day) {
+  for (const int freq : {1, 3, 4}) {
+    for (const bool plain : {true, false}) {
+      const TRecurrence_Pattern stored{freq, 2, plain, 1, 0, 0, 46000.75};
+      TRecurrence_Pages pages = Pages_From_Pattern(stored, Monday);
+      pages.Daily_Every = pages.Monthly_Every = pages.Yearly_Every = !plain;
+      TRecurrence_Pattern pattern;
+      ASSERT_TRUE(Pattern_From_Pages(pages, stored, pattern).Empty());
+      EXPECT_EQ(pattern.LastDate, 46000) << freq << plain;
+    }
+  }
+  EXPECT_EQ(Pages_From_Pattern({.Freq = 7}, Monday).Freq, 1) << "what is no frequency becomes a proposal";
 }
 
 TEST(Recurrence_Pages, Proposals_Follow_The_Date) {
