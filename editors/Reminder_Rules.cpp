@@ -81,7 +81,11 @@ void TReminder_Rules::Day_Changed() {
 
 TDateTime TReminder_Rules::Shown_Moment() const {
   TDateTime time = 0;
-  if (!No_Time && !Str2Time(Time_Text, time)) time = 0;
+  if (!No_Time && Time_Text == FormatDateTime("t", event_date)) {
+    time = event_date;  // with the seconds that its text does not show
+  } else if (!No_Time && !Str2Time(Time_Text, time)) {
+    time = 0;
+  }
   return From_Msecs(Whole_Day(Day) * Msecs_Per_Day + Msec_Of_Day(time));
 }
 

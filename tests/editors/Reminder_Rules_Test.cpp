@@ -175,6 +175,18 @@ TEST_F(Reminder_Rules, A_Whole_Set_Is_Written_Anew_Only_When_Its_Dates_Or_Alarms
   }
 }
 
+TEST_F(Reminder_Rules, Seconds_That_The_Time_Does_Not_Show_Are_No_Change) {
+  const std::string key = Make(3, 45306.5 + 30.0 / 86400);
+  const std::string before = Dates();
+  for (const bool whole : {false, true}) {
+    TReminder_Rules rules;
+    ASSERT_TRUE(Open(rules, key));
+    if (whole) rules.Open_Whole_Set();
+    EXPECT_EQ(Save(rules), "saved");
+    EXPECT_EQ(Dates(), before);
+  }
+}
+
 TEST_F(Reminder_Rules, A_New_Set_Of_Each_Frequency_Has_Its_Dates) {
   const std::pair<int, const char*> cases[] = {
       {1, "0.0 1.0"}, {2, "0.0 7.0 14.0"}, {3, "0.0 31.0"}, {4, "0.0 366.0"}};
