@@ -1,7 +1,7 @@
 #include "Task_Rules.h"
 
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "Kt_util_01.h"
 #include "Reminder_Utils.h"
@@ -20,17 +20,16 @@ TDateTime Whole(TDateTime date) {
   return static_cast<TDateTime>(Whole_Day(date));
 }
 
+// With the user's separator, whichever the C library's own locale has.
+std::string Two_Decimals(double number) {
+  char text[400];  // the largest number has 309 digits
+  std::string made(text, std::to_chars(text, text + sizeof text, number, std::chars_format::fixed, 2).ptr);
+  return made.replace(made.find('.'), 1, Format_Settings().DecimalSeparator);
+}
+
 std::string Number_Text(std::int64_t hundredths) {
-  char text[32];
-  if (hundredths % 100 == 0) {
-    std::snprintf(text, sizeof text, "%lld", static_cast<long long>(hundredths / 100));
-    return text;
-  }
-  std::snprintf(text, sizeof text, "%.2f", static_cast<double>(hundredths) / Hundredths);
-  std::string localised = text;
-  const std::size_t point = localised.find('.');
-  if (point != std::string::npos) localised.replace(point, 1, Format_Settings().DecimalSeparator);
-  return localised;
+  return hundredths % 100 == 0 ? std::to_string(hundredths / 100)
+                               : Two_Decimals(static_cast<double>(hundredths) / Hundredths);
 }
 
 double Number_Or_0(const std::string& text) {
@@ -87,12 +86,7 @@ void TTask_Rules::Load(const TRows& rows) {
 }
 
 std::string TTask_Rules::Remaining_Text() const {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.2f", Number_Or_0(Budget_Text) - Number_Or_0(Worked_Text));
-  std::string localised = text;
-  const std::size_t point = localised.find('.');
-  if (point != std::string::npos) localised.replace(point, 1, Format_Settings().DecimalSeparator);
-  return localised;
+  return Two_Decimals(Number_Or_0(Budget_Text) - Number_Or_0(Worked_Text));
 }
 
 void TTask_Rules::Set_Status() {
@@ -119,10 +113,13 @@ void TTask_Rules::Set_Status() {
       if (Completed == 0) Completed = today;
       started_visible = completed_visible = true;
       break;
-    default:
+    default: {
+      // The box is closed now: nobody could mend what is no number in it.
+      std::int64_t number = 0;
+      if (!Str2Int(Percentage_Text, number)) Percentage_Text = std::to_string(percentage);
       started_visible = Started > 0;
       hide_completed();
-      break;
+    }
   }
 }
 
@@ -174,7 +171,8 @@ void TTask_Rules::Write_Definition(TRows& rows) {
     event.Set(event.Field(column), value);
   };
   set("FirstDate", Whole(Start_Day));
-  set("LastDate", Whole(Day));
+  // A set that was imported keeps its end while one of its dates is edited.
+  if (mode != TEntry_Mode::Single_Occurrence) set("LastDate", Whole(Day));
   set("EventType", Event_Type_Task);
   set("Started", Whole_Day(Started));
   set("Completed", Whole_Day(Completed));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Event_Creation.h"
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
 #include "Test_Seams.h"
@@ -58,11 +59,16 @@ TEST_F(Task_Rules, Status_Percentage_And_Dates_Go_Together) {
   EXPECT_TRUE(rules.Percentage_Enabled());
   choose(3);
   EXPECT_FALSE(rules.Percentage_Enabled());
+  rules.Percentage_Text = "x";
+  EXPECT_EQ(choose(4), "4 0 45300 -") << "what is no number is not left where it cannot be mended";
   rules.Budget_Text = "10";
   rules.Worked_Text = "2.5";
   EXPECT_EQ(rules.Remaining_Text(), "7.50");
   rules.Worked_Text = "2.";
   EXPECT_NO_THROW(rules.Remaining_Text());
+  Kt_util_01::Install_Locale("de_DE");
+  rules.Worked_Text = "2,5";
+  EXPECT_EQ(rules.Remaining_Text(), "7,50");
   rules.Discard();
 }
 
@@ -118,6 +124,24 @@ TEST_F(Task_Rules, Completing_One_Marks_It_Done_And_Writes_The_Journal_Once) {
   TTask_Rules done;
   ASSERT_TRUE(Open(done, Query_Text("SELECT Key FROM KT_Events_Data")));
   EXPECT_TRUE(done.Read_Only());
+}
+
+TEST_F(Task_Rules, One_Of_An_Imported_Set_Leaves_The_End_Of_The_Set) {
+  TNew_Event event;
+  event.Contact = database.Book().Calendar;
+  event.Book = database.Book().Key;
+  event.Title = "Water the plants";
+  event.User = Kt_util_01::User_Key();
+  event.EventType = 3;
+  event.FirstDate = 45306;
+  event.Pattern.Freq = 1;
+  event.Pattern.LastDate = 45308;
+  std::string master;
+  TTask_Rules rules;
+  ASSERT_TRUE(Open(rules, Create_Event(event, master)));
+  ASSERT_TRUE(rules.Validate().Empty());
+  ASSERT_TRUE(rules.Process_Update());
+  EXPECT_EQ(Query_Text("SELECT Freq || ' ' || LastDate FROM KT_Events"), "1 45308.0");
 }
 
 TEST_F(Task_Rules, Inputs_Are_Refused_In_Their_Order) {
