@@ -16,27 +16,30 @@ TDelete_Reminder_Frm::TDelete_Reminder_Frm(const std::string& key, QWidget* pare
       ui(std::make_unique<Ui::Delete_Reminder_Frm>()),
       occurrence_key(key),
       open_mode(false) {
+  ui->setupUi(this);
   Set_Up();
 }
 
 TDelete_Reminder_Frm::TDelete_Reminder_Frm(QWidget* parent)
     : TDialog_Form(parent), ui(std::make_unique<Ui::Delete_Reminder_Frm>()), open_mode(true) {
-  Set_Up();
+  ui->setupUi(this);
   setWindowTitle(tr("Open Recurring Event"));
   ui->Label2->setText(
       tr("This Event is part of a Recurring Set. Do you wish to open just this event or the whole set?"));
   ui->RadioButton1->setText(tr("Open all Events in the Set"));
   ui->RadioButton2->setText(tr("Open just this Event"));
   ui->Label1->hide();
+  Set_Up();
 }
 
 TDelete_Reminder_Frm::~TDelete_Reminder_Frm() = default;
 
 void TDelete_Reminder_Frm::Set_Up() {
-  ui->setupUi(this);
-  constexpr int text_width = 318;
-  for (QLabel* label : {ui->Label1, ui->Label2}) label->setMinimumWidth(text_width);
+  constexpr int client_width = 318;
   const int icon = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
+  const QMargins around = ui->Whole->contentsMargins();
+  const int text_width = client_width - around.left() - around.right() - icon - ui->Top->spacing();
+  for (QLabel* label : {ui->Label1, ui->Label2}) label->setFixedWidth(text_width);
   ui->Image1->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxQuestion, nullptr, this).pixmap(icon));
   ui->Image1->setAccessibleName(tr("Question"));
   Initialise_Form(this);

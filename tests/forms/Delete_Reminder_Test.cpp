@@ -57,6 +57,14 @@ TEST_F(Delete_Dialog, Asks_About_A_Set_And_Deletes_What_Was_Chosen) {
     EXPECT_EQ(Left(), 5);
   }
   {
+    TModal_Driver driver([](QWidget* form) {
+      Control<QWidget>(form, "Button1")->setFocus();
+      QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+    });
+    EXPECT_FALSE(Delete_Reminder(key)) << "Enter presses the button that has the focus";
+    EXPECT_EQ(Left(), 5);
+  }
+  {
     TModal_Driver driver([](QWidget* form) { QTest::keyClick(form, Qt::Key_Return); });
     EXPECT_TRUE(Delete_Reminder(key));
     EXPECT_EQ(Left(), 4);
@@ -100,9 +108,11 @@ TEST_F(Delete_Dialog, Asks_What_To_Open_And_Writes_Nothing) {
       EXPECT_EQ(Control<QLabel>(form, "Label2")->text(),
                 QStringLiteral("This Event is part of a Recurring Set. Do you wish to open just this event "
                                "or the whole set?"));
-      EXPECT_EQ(Control<QRadioButton>(form, "RadioButton1")->text(),
-                QStringLiteral("Open all Events in the Set"));
-      EXPECT_EQ(Control<QRadioButton>(form, "RadioButton2")->text(), QStringLiteral("Open just this Event"));
+      for (const auto& [name, text] : {std::pair("RadioButton1", "Open all Events in the Set"),
+                                       std::pair("RadioButton2", "Open just this Event")}) {
+        EXPECT_EQ(Control<QRadioButton>(form, name)->text(), QString::fromLatin1(text));
+        EXPECT_EQ(Control<QRadioButton>(form, name)->accessibleName(), QString::fromLatin1(text));
+      }
       Picture(form, QStringLiteral("open_set"));
       QTest::mouseClick(Control<QRadioButton>(form, "RadioButton1"), Qt::LeftButton);
       QTest::keyClick(form, Qt::Key_Return);
