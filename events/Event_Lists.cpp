@@ -64,7 +64,7 @@ TEntry_Walk::TEntry_Walk(const std::string& contact, const std::string& book, bo
   }
   Set_Cache(occurrences);
   if (reading == TReading::Window) {
-    Set_Cache(contacts);
+    occurrences.Prefetch(Occurrence().Contact, contacts);
     occurrences.Prefetch(Occurrence().Event, events);
     occurrences.Prefetch(alarm_key == TAlarm_Key::Set ? Occurrence().Event : Occurrence().Key, alarms);
   }
