@@ -1,5 +1,6 @@
 #include "fm_Calendar.h"
 
+#include <QAbstractItemView>
 #include <QCalendarWidget>
 #include <QEvent>
 #include <QSignalBlocker>
@@ -37,10 +38,24 @@ TCalendarFrm::TCalendarFrm(QWidget* told, QWidget* parent)
   Show_Current_Date();
   Initialise_Form(this);
   connect(cal, &QCalendarWidget::clicked, this, &TCalendarFrm::Date_Picked);
+  connect(cal, &QCalendarWidget::selectionChanged, this, [this] {
+    // A click that selects another day is told as a click.
+    if (key_pressed) Date_Picked(cal->selectedDate());
+  });
   connect(cal, &QCalendarWidget::activated, this, [this](const QDate& date) {
-    // A double click has been told by its first click; Enter has not.
+    // A double click has been told by its first click; Enter on a day that is not the current one has not.
     if (date != Date_Of(Kt_util_01::CurrentDate)) Date_Picked(date);
   });
+  for (QAbstractItemView* days : cal->findChildren<QAbstractItemView*>()) days->installEventFilter(this);
+}
+
+bool TCalendarFrm::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress) {
+    key_pressed = true;
+  } else if (event->type() == QEvent::KeyRelease || event->type() == QEvent::FocusOut) {
+    key_pressed = false;
+  }
+  return TForm::eventFilter(watched, event);
 }
 
 void TCalendarFrm::Set_Colours() {
@@ -58,7 +73,7 @@ void TCalendarFrm::Set_Colours() {
 
 void TCalendarFrm::changeEvent(QEvent* event) {
   TForm::changeEvent(event);
-  if (event->type() == QEvent::ApplicationPaletteChange) Set_Colours();
+  if (event->type() == QEvent::PaletteChange) Set_Colours();
 }
 
 void TCalendarFrm::Show_Current_Date() {

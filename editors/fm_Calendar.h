@@ -17,6 +17,7 @@ class TCalendarFrm : public Kt_forms::TForm {
  protected:
   void Handle_Message(const Kt_forms::TMessage& message) override;
   void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void Show_Current_Date();
@@ -25,6 +26,7 @@ class TCalendarFrm : public Kt_forms::TForm {
 
   QPointer<QWidget> notify;
   QCalendarWidget* cal;
+  bool key_pressed = false;
 };
 
 /// Embeds a picker in a parent; each date the user picks, also the one already shown, becomes CurrentDate and

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCalendarWidget>
 #include <QTableView>
 #include <QTest>
+#include <QTextCharFormat>
 
+#include "Form_Checks.h"
 #include "Form_Driver.h"
 #include "Kt_util_01.h"
 #include "Test_Seams.h"
@@ -67,12 +70,33 @@ TEST_F(Date_Picker, A_Click_Sets_The_Date_And_Tells_Also_On_The_Same_Day) {
   EXPECT_EQ(view.Told, 2);
 }
 
+TEST_F(Date_Picker, A_Key_Moves_The_Date_And_Tells_Once) {
+  auto* days = Control<QTableView>(cal, "qt_calendar_calendarview");
+  QTest::keyClick(days, Qt::Key_Right);
+  EXPECT_EQ(Kt_util_01::CurrentDate, 45307);
+  QTest::keyClick(days, Qt::Key_PageDown);
+  EXPECT_EQ(Kt_util_01::CurrentDate, 45338) << "the same day of the next month";
+  QTest::keyClick(days, Qt::Key_Return);
+  EXPECT_EQ(view.Told, 2);
+}
+
 TEST_F(Date_Picker, A_Date_Set_Elsewhere_Moves_It_Without_An_Echo) {
   Kt_util_01::CurrentDate = 45400;
   Send_Message(picker, umDateChanged, 0, 0);
   EXPECT_EQ(cal->selectedDate(), QDate(2024, 4, 18));
   EXPECT_EQ(cal->monthShown(), 4);
   EXPECT_EQ(view.Told, 0);
+}
+
+TEST_F(Date_Picker, Follows_Another_Palette) {
+  const QPalette light = QApplication::palette();
+  QApplication::setPalette(Dark_Palette());
+  Settle();
+  const QColor weekdays = cal->weekdayTextFormat(Qt::Monday).foreground().color();
+  EXPECT_EQ(weekdays, Dark_Palette().color(QPalette::WindowText));
+  auto* month = Control<QWidget>(cal, "qt_calendar_monthbutton");
+  EXPECT_EQ(month->palette().color(QPalette::HighlightedText), QColor(Qt::black));
+  QApplication::setPalette(light);
 }
 
 TEST_F(Date_Picker, Survives_The_View_It_Told) {
