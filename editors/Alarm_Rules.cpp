@@ -27,7 +27,7 @@ bool Is_File(const std::string& path) {
 }
 
 bool Is_Sound(const std::filesystem::path& path) {
-  return UpperCase(path.extension().string()) == ".WAV";
+  return UpperCase(path.extension().string()) == ".WAV" && Is_File(path.string());
 }
 
 std::string With_Separator(std::string folder) {
