@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
+#include <algorithm>
 
 #include "Form_Controls.h"
 #include "Kt_util_01.h"
@@ -57,7 +58,10 @@ void TEntry_Form::Fill_Lists() {
 }
 
 void TEntry_Form::Load_Entry() {
-  controls.Subject->setText(To_Qt(rules.Subject));
+  const QString subject = To_Qt(rules.Subject);
+  // What is stored already is not cut off.
+  controls.Subject->setMaxLength(std::max(controls.Subject->maxLength(), static_cast<int>(subject.size())));
+  controls.Subject->setText(subject);
   controls.Location->setText(To_Qt(rules.Location));
   controls.Priority->setCurrentIndex(rules.Priority - 1);
   controls.Contact->setText(To_Qt(rules.Contact_Name()));
@@ -68,7 +72,9 @@ void TEntry_Form::Load_Entry() {
                            static_cast<QWidget*>(pages->AllowBtn)}) {
     control->setEnabled(rules.May_Change_Privacy());
   }
+  stored_notes = rules.Notes;
   pages->Memo1->setPlainText(To_Qt(rules.Notes));
+  shown_notes = pages->Memo1->toPlainText();
   Select_Value(pages->UserBox, To_Qt(rules.Owner));
   pages->JournalBox->setChecked(rules.Journal);
   Select_Value(pages->ActivityBox, rules.Activity);
@@ -87,7 +93,6 @@ void TEntry_Form::Connect_Entry() {
 
 void TEntry_Form::Finish_Entry() {
   Initialise_Form(this);
-  controls.Contact->setAccessibleName(tr("Contact"));
   Show_Alarm_Dependents(rules.Alarm.On);
   if (rules.Read_Only()) Make_Read_Only(this, {controls.OK, controls.Cancel, controls.Open_Contact});
 }
@@ -130,7 +135,8 @@ void TEntry_Form::Store() {
   rules.Priority = controls.Priority->currentIndex() + 1;
   rules.Alarm.On = controls.Alarm->isChecked();
   rules.Private = controls.Private->isChecked();
-  rules.Notes = From_Qt(pages->Memo1->toPlainText());
+  const QString notes = pages->Memo1->toPlainText();
+  rules.Notes = notes == shown_notes ? stored_notes : From_Qt(notes);
   rules.Owner = From_Qt(pages->UserBox->currentData().toString());
   rules.Journal = pages->JournalBox->isChecked();
   rules.Activity = pages->ActivityBox->currentData().toInt();

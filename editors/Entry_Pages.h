@@ -85,6 +85,9 @@ class TEntry_Form : public Kt_forms::TDialog_Form {
   TEntry_Rules& rules;
   std::unique_ptr<Ui::Entry_Pages> pages;
   TControls controls{};
+  // A memo turns line ends and hard blanks into its own: notes that nobody touched stay as they are stored.
+  std::string stored_notes;
+  QString shown_notes;
 };
 
 }  // namespace KTReminds

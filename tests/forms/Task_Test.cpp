@@ -188,6 +188,23 @@ TEST_F(Task_Form, A_Task_Is_Saved_Shown_Again_And_Its_Completion_Recorded) {
   EXPECT_EQ(form.result(), QDialog::Accepted);
 }
 
+TEST_F(Task_Form, What_A_Task_Brought_Along_Is_Kept_Unless_Changed) {
+  const std::string key = Make(1, 3);
+  Run_Sql(
+      "UPDATE KT_Events SET Title = printf('%.80c', 'x'), Notes = CAST('a' || char(160) || 'b' || char(13, "
+      "10) || 'c' AS BLOB)");
+  const auto stored = [] { return Query_Text("SELECT Title || hex(Notes) FROM KT_Events"); };
+  const std::string before = stored();
+  TTask_Rules rules;
+  Open(rules, key);
+  TTask_Frm form(rules);
+  Show(form);
+  Type(&form, "Edit2", "Office");
+  Click(&form, "OKBtn");
+  EXPECT_EQ(Query_Text("SELECT Location FROM KT_Events"), "Office");
+  EXPECT_EQ(stored(), before) << "a long subject, hard blanks and line ends";
+}
+
 TEST_F(Task_Form, The_Alarm_Is_Configured_As_A_Day_And_Time_And_Cancel_Removes_The_Task) {
   TModal_Driver driver([](QWidget* form) {
     EXPECT_TRUE(QTest::qWaitForWindowActive(form));
