@@ -93,6 +93,7 @@ void TEntry_Form::Connect_Entry() {
 
 void TEntry_Form::Finish_Entry() {
   Initialise_Form(this);
+  Tab_To_Chosen(this);
   Show_Alarm_Dependents(rules.Alarm.On);
   if (rules.Read_Only()) Make_Read_Only(this, {controls.OK, controls.Cancel, controls.Open_Contact});
 }

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QPlainTextEdit>
+#include <QRadioButton>
 #include <QStyle>
 #include <QStyleOptionSpinBox>
 #include <QTabBar>
@@ -124,6 +125,16 @@ void Show_In_Place(QWidget* control, bool visible) {
   policy.setRetainSizeWhenHidden(true);
   control->setSizePolicy(policy);
   control->setVisible(visible);
+}
+
+void Tab_To_Chosen(QWidget* form) {
+  for (QRadioButton* button : form->findChildren<QRadioButton*>()) {
+    const auto follow = [button](bool chosen) {
+      button->setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);
+    };
+    QObject::connect(button, &QRadioButton::toggled, button, follow);
+    follow(button->isChecked());
+  }
 }
 
 void Narrow(QLineEdit* number) {

@@ -32,6 +32,9 @@ void Make_Read_Only(QWidget* form, std::initializer_list<QWidget*> but);
 /// Hides or shows a control whose room is kept, so that nothing around it moves.
 void Show_In_Place(QWidget* control, bool visible);
 
+/// Has Tab come to the button that is chosen, in each group of radio buttons.
+void Tab_To_Chosen(QWidget* form);
+
 /// Makes an input as wide as a number needs.
 void Narrow(QLineEdit* number);
 
