@@ -114,6 +114,18 @@ class TEntry_Rules {
   std::vector<Kt_data_01::TUser> users;
 };
 
+/// Discards a record when its editor ends, however it ends.
+class TDiscard_At_End {
+ public:
+  explicit TDiscard_At_End(TEntry_Rules& record) : rules(record) {}
+  ~TDiscard_At_End() { rules.Discard(); }
+  TDiscard_At_End(const TDiscard_At_End&) = delete;
+  TDiscard_At_End& operator=(const TDiscard_At_End&) = delete;
+
+ private:
+  TEntry_Rules& rules;
+};
+
 /// Cursors on the rows of one entry.
 struct TEntry_Rules::TRows {
   TRows();

@@ -207,6 +207,7 @@ void TReminder_Frm::Follow_Choices() {
 void TReminder_Frm::Show_Recurrence() {
   const bool recurring = rules.Is_Recurring();
   ui->RecurBtn->setText(recurring ? tr("Remove Recurrence") : tr("Make Recurring"));
+  ui->RecurBtn->setAccessibleName(ui->RecurBtn->text());
   const int page = ui->PageControl1->indexOf(ui->RecurrencePage);
   ui->PageControl1->setTabVisible(page, recurring);
   ui->PageControl1->setCurrentIndex(recurring ? page : page + 1);
@@ -277,6 +278,7 @@ void TReminder_Frm::Show_Alarm() {
 bool Reminder_Properties(const std::string& EventKey, const std::string& HostKey, const std::string& BookKey,
                          const std::string& Subject, bool NoContact) {
   TReminder_Rules rules;
+  const TDiscard_At_End discard(rules);
   if (!rules.Open(EventKey, HostKey, BookKey, Subject, NoContact)) return false;
   if (rules.Belongs_To_Set()) {
     bool whole_set = false;
@@ -285,9 +287,7 @@ bool Reminder_Properties(const std::string& EventKey, const std::string& HostKey
   }
   TReminder_Frm form(rules, Active_Window());
   CentreForm(&form);
-  const bool confirmed = form.exec() == QDialog::Accepted;
-  if (!confirmed) rules.Discard();
-  return confirmed;
+  return form.exec() == QDialog::Accepted;
 }
 
 }  // namespace KTReminds

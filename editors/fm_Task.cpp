@@ -31,7 +31,6 @@ TTask_Frm::TTask_Frm(TTask_Rules& record, QWidget* parent)
   Load();
   Connect();
   Finish_Entry();
-  ui->RemainingBox->setAccessibleName(tr("Budget Remaining"));
 }
 
 TTask_Frm::~TTask_Frm() = default;
@@ -129,12 +128,11 @@ void TTask_Frm::Show_Alarm() {
 bool Task_Properties(const std::string& EventKey, const std::string& HostKey, const std::string& BookKey,
                      const std::string& Subject, bool NoContact) {
   TTask_Rules rules;
+  const TDiscard_At_End discard(rules);
   if (!rules.Open(EventKey, HostKey, BookKey, Subject, NoContact)) return false;
   TTask_Frm form(rules, Active_Window());
   CentreForm(&form);
-  const bool confirmed = form.exec() == QDialog::Accepted;
-  if (!confirmed) rules.Discard();
-  return confirmed;
+  return form.exec() == QDialog::Accepted;
 }
 
 }  // namespace KTReminds

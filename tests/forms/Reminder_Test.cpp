@@ -63,8 +63,12 @@ TEST_F(Reminder_Form, A_New_Event_Is_Filled_In_By_Keyboard_And_Saved) {
 }
 
 TEST_F(Reminder_Form, Cancel_Leaves_Nothing_Behind) {
-  for (const auto leave : {+[](QWidget* form) { QTest::keyClick(form, Qt::Key_Escape); },
-                           +[](QWidget* form) { form->close(); }}) {
+  for (const auto leave :
+       {+[](QWidget* form) { QTest::keyClick(form, Qt::Key_Escape); }, +[](QWidget* form) { form->close(); },
+        +[](QWidget* form) {
+          Control<QWidget>(form, "CancelBtn")->setFocus();
+          QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+        }}) {
     TModal_Driver driver([leave](QWidget* form) {
       EXPECT_EQ(Counts(), "1 1 0 1");
       leave(form);
@@ -190,6 +194,7 @@ TEST_F(Reminder_Form, Recurrence_Comes_And_Goes_And_Follows_The_Date) {
   EXPECT_EQ(Page(&form), "Notes");
   Click(&form, "RecurBtn");
   EXPECT_EQ(button->text(), QStringLiteral("Remove Recurrence"));
+  EXPECT_EQ(button->accessibleName(), button->text());
   EXPECT_EQ(Control<QDateEdit>(&form, "EndDate")->date(), QDate(2025, 1, 15));
   Click(&form, "MonthlyBtn");
   const auto kinds = [&form](const char* instance, const char* pattern) {
@@ -207,6 +212,21 @@ TEST_F(Reminder_Form, Recurrence_Comes_And_Goes_And_Follows_The_Date) {
   EXPECT_EQ(Page(&form), "Notes");
   Click(&form, "OKBtn");
   EXPECT_EQ(Dates(), "22.542") << "a plain event again";
+}
+
+TEST_F(Reminder_Form, Tab_Comes_To_What_Is_Chosen) {
+  TReminder_Rules rules;
+  Open(rules, Make(5));
+  rules.Open_Whole_Set();
+  rules.Pages.Freq = 3;
+  rules.Pages.Monthly_Every = false;
+  TReminder_Frm form(rules);
+  Show(form);
+  Control<QWidget>(&form, "qt_tabwidget_tabbar")->setFocus();
+  for (const char* next : {"MonthlyBtn", "MonthlyOn", "MonthlyInstance"}) {
+    QTest::keyClick(form.focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(Focused(&form), next);
+  }
 }
 
 TEST_F(Reminder_Form, The_Calendar_Of_A_Date_Begins_With_The_Users_First_Day) {
