@@ -89,6 +89,11 @@ void TCalendar_View::Set_Up_Actions() {
       tool->setChecked(true);
     }
   }
+  // The style's own image for what does not fit in is black on every palette.
+  if (auto* more = tools->ToolBar1->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+    more->setIcon({});
+    more->setArrowType(Qt::DownArrow);
+  }
   tools->PopupMenu1->setDefaultAction(tools->PropsMenu);
   for (QAction* column : {tools->Sort0, tools->Sort1, tools->Sort2, tools->Sort3, tools->Sort4})
     columns.addAction(column);

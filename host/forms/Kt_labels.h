@@ -38,7 +38,8 @@ class TFileLabel : public QLabel {
   QString file;
 };
 
-/// A link-like label: clicked by the mouse, or by Enter or the space bar while it has the focus.
+/// A link-like label: clicked by the mouse, or by Enter or the space bar while it has the focus. Its colour is
+/// that of links, made lighter where the ground is too dark for it.
 class TWebLabel : public QLabel {
   Q_OBJECT
 
@@ -54,9 +55,11 @@ class TWebLabel : public QLabel {
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void Look_Like_A_Link();
+  void Choose_Colour();
 };
 
 }  // namespace Kt_forms

@@ -72,6 +72,23 @@ void TWebLabel::Look_Like_A_Link() {
   underlined.setUnderline(true);
   setFont(underlined);
   setForegroundRole(QPalette::Link);
+  Choose_Colour();
+}
+
+void TWebLabel::changeEvent(QEvent* event) {
+  QLabel::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) Choose_Colour();
+}
+
+// Many dark palettes keep the dark blue that links have on white.
+void TWebLabel::Choose_Colour() {
+  constexpr int dark = 128, least_difference = 90;
+  const QColor ground = palette().color(QPalette::Window), link = palette().color(QPalette::Link);
+  if (ground.lightness() >= dark || qGray(link.rgb()) - qGray(ground.rgb()) >= least_difference) return;
+  QPalette lighter = palette();
+  for (const auto group : {QPalette::Active, QPalette::Inactive})
+    lighter.setColor(group, QPalette::Link, QColor(0x6c, 0xa8, 0xff));
+  setPalette(lighter);
 }
 
 void TWebLabel::mouseReleaseEvent(QMouseEvent* event) {

@@ -69,7 +69,6 @@ std::string Make_Checks(QWidget* form) {
 QPalette Dark_Palette() {
   QPalette dark(QColor(0x35, 0x35, 0x35));
   dark.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
-  dark.setColor(QPalette::Link, QColor(0x6c, 0xa8, 0xff));
   for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
     dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x80));
   return dark;
