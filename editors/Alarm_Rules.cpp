@@ -104,6 +104,24 @@ std::string Get_Alarm_TimeStr(TDateTime EventDate, TDateTime NextTime, int Offse
   return FormatDateTime("\"until\" t \"on\" dddd, dd mmmm yyyy", NextTime);
 }
 
+TRefusal Refuse_Time(const std::string& caption, const std::string& control) {
+  std::string format;
+  char quote = '\0';
+  for (const char letter : Format_Settings().ShortTimeFormat) {
+    if (letter == quote) {
+      quote = '\0';
+    } else if (quote == '\0' && (letter == '"' || letter == '\'')) {
+      quote = letter;
+    } else if (quote == '\0' && letter == ':') {
+      format += Format_Settings().TimeSeparator;
+    } else {
+      format += quote == '\0' && letter == 'n' ? 'm' : letter;
+    }
+  }
+  return {caption, "The Time entered is invalid. Please specify a valid time in the format " + format,
+          control};
+}
+
 TRefusal Validate_Alarm_Offset(std::string& text, int& offset) {
   const int minutes = Convert_Alarm_ItemText(text);
   if (minutes >= 0) {
@@ -121,10 +139,7 @@ TRefusal Validate_Alarm_Moment(TDateTime due, TDateTime day, const std::string& 
                                const std::string& time_control, const std::string& date_control) {
   TDateTime time = 0;
   if (!Str2Time(time_text, time)) {
-    return {"Invalid Time",
-            "The Time entered is invalid. Please specify a valid time in the format " +
-                Format_Settings().ShortTimeFormat,
-            time_control};
+    return Refuse_Time("Invalid Time", time_control);
   }
   const auto due_day = static_cast<TDateTime>(Whole_Day(due)),
              alarm_day = static_cast<TDateTime>(Whole_Day(day));

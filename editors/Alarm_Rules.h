@@ -48,6 +48,9 @@ struct TRefusal {
   bool Empty() const { return Text.empty(); }
 };
 
+/// The refusal of what is no time of day; shows the user's short format with the minutes as "mm".
+TRefusal Refuse_Time(const std::string& caption, const std::string& control);
+
 /// An offset typed into a combo box, put into its canonical form where it can be.
 TRefusal Validate_Alarm_Offset(std::string& text, int& offset);
 

@@ -103,10 +103,7 @@ TAlarm TReminder_Rules::Shown_Alarm() const {
 TRefusal TReminder_Rules::Validate_Date() {
   TDateTime time = 0;
   if (!No_Time && !Str2Time(Time_Text, time)) {
-    return {"Invalid Date",
-            "The Time entered is invalid. Please specify a valid time in the format " +
-                Format_Settings().ShortTimeFormat,
-            "SetTimeBox"};
+    return Refuse_Time("Invalid Date", "SetTimeBox");
   }
   event_date = Shown_Moment();
   return {};

@@ -132,7 +132,7 @@ TEST_F(Alarm_Dialog, A_Task_Has_Its_Alarm_At_A_Day_And_Time) {
   Picture(form.get(), QStringLiteral("alarm_task"));
   time->setText(QStringLiteral("noon"));
   seams.Prompts.Expect_Error(
-      "Invalid Time", "The Time entered is invalid. Please specify a valid time in the format h:nn ampm");
+      "Invalid Time", "The Time entered is invalid. Please specify a valid time in the format h:mm ampm");
   Click(form.get(), "OKBtn");
   EXPECT_EQ(form->focusWidget(), time);
   time->setText(QStringLiteral("9:30"));

@@ -101,7 +101,7 @@ TEST_F(Reminder_Form, What_Cannot_Be_Saved_Is_Refused_In_Order_And_Focused) {
   EXPECT_EQ(refused("Validation Failed", "A subject for this event is required."), "Recurrence/Edit1");
   Type(&form, "Edit1", "Lunch");
   EXPECT_EQ(refused("Invalid Date",
-                    "The Time entered is invalid. Please specify a valid time in the format h:nn ampm"),
+                    "The Time entered is invalid. Please specify a valid time in the format h:mm ampm"),
             "Recurrence/SetTimeBox");
   Click(&form, "TimeBox");
   EXPECT_FALSE(Control<QWidget>(&form, "TimePanel")->isVisible());

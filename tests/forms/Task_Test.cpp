@@ -114,7 +114,7 @@ TEST_F(Task_Form, What_Cannot_Be_Saved_Is_Refused_In_Order_And_Focused) {
             "Details/DateStarted");
   Set_Date(&form, "DateStarted", QDate(2024, 1, 14));
   EXPECT_EQ(refused("Invalid Time",
-                    "The Time entered is invalid. Please specify a valid time in the format h:nn ampm"),
+                    "The Time entered is invalid. Please specify a valid time in the format h:mm ampm"),
             "Details/AlarmTime");
   Type(&form, "AlarmTime", "9:00 am");
   EXPECT_EQ(refused("Validation Failed", Alarm_Too_Late), "Details/AlarmDate");
