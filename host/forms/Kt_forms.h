@@ -153,7 +153,8 @@ void Copy_Form_Name(const TForm& form, const TMessage& message);
 void CentreForm(QWidget* form);
 /// The nearest enclosing page, or null.
 TForm* Get_ParentForm(QWidget* control);
-/// The application's active window, for an entry function that is given none; may be null.
+/// The application's active window, for an entry function that is given none; while none is active, as just
+/// after the start, the main one if it is shown. May be null.
 QWidget* Active_Window();
 /// The host's main window, which gets the settings commands; null until the host names it, and after its end.
 QWidget* Main_Form();

@@ -223,16 +223,22 @@ void Embed_Page(TForm* page, QWidget* parent) {
   layout->addWidget(page);
 }
 
-QWidget* Active_Window() {
-  return QApplication::activeWindow();
-}
-
 namespace {
 
 QPointer<QWidget>& Installed_Main_Form() {
   static QPointer<QWidget> form;
   return form;
 }
+
+}  // namespace
+
+QWidget* Active_Window() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  QWidget* main = Installed_Main_Form();
+  return main && main->isVisible() ? main->window() : nullptr;
+}
+
+namespace {
 
 struct TMenu_Place {
   QPointer<QMenuBar> Bar;

@@ -41,6 +41,11 @@ class TPermissions_Frm : public TPermissions_Page {
   void Set_Title(const std::string& text) override { title->setText(To_Qt(text)); }
   void Show_Explanation() override { explanation->show(); }
 
+ protected:
+  void Handle_Message(const TMessage& message) override {
+    if (message.Number() == umGetFormName) Copy_Form_Name(*this, message);
+  }
+
  private:
   QLabel *title, *state, *explanation;
 };
