@@ -165,7 +165,12 @@ void TCalendar_HomePage_Frm::Set_Keys(const std::string& node_key, const std::st
 
 void TCalendar_HomePage_Frm::DoRefresh() {
   Show_Page(static_cast<int>(Kt_util_01::Read_Integer("General", "Calendar View", Page_Day)));
-  read_only = !Kt_data_01::Access_Allowed(OwnerKey, Kt_data_01::Access_Update);
+  read_only = true;
+  try {
+    read_only = !Kt_data_01::Access_Allowed(OwnerKey, Kt_data_01::Access_Update);
+  } catch (...) {
+    Kt_data_01::FailRead("fm_Calendar_HomePage:DoRefresh [KT_Rights/KT_Users]");
+  }
 }
 
 void TCalendar_HomePage_Frm::Show_Page(int Index) {
@@ -209,13 +214,16 @@ bool TCalendar_HomePage_Frm::Save_Data() {
 void TCalendar_HomePage_Frm::New_Event() {
   if (read_only) return Kt_util_01::Sound(5);
   const QPointer<TCalendar_HomePage_Frm> alive = this;
-  Reminder_Properties({}, OwnerKey, NodeKey, {}, false);
+  // Copied: the page may be shown for another book while the editor is open.
+  const std::string node = NodeKey, owner = OwnerKey;
+  Reminder_Properties({}, owner, node, {}, false);
   if (alive && !Is_Closed()) DoRefresh();
 }
 
 void TCalendar_HomePage_Frm::New_Task() {
   const QPointer<TCalendar_HomePage_Frm> alive = this;
-  if (Task_Properties({}, {}, NodeKey, {}, false) && alive)
+  const std::string node = NodeKey;
+  if (Task_Properties({}, {}, node, {}, false) && alive)
     Send_Message(current_view.Get(), umDateChanged, 0, 0);
 }
 

@@ -96,6 +96,7 @@ TEST_F(Calendar_HomePage, Remembers_Views_Only_And_Opens_The_Day_Where_A_View_Is
   EXPECT_EQ(Remembered(), Page_Day);
   EXPECT_EQ(Control<QLabel>(page, "Title")->text(), QStringLiteral(" Access Permissions for Calendar"));
   EXPECT_TRUE(Control<QLabel>(page, "Explanation")->isVisible());
+  EXPECT_EQ(Name(page), "Permissions_Frm0");
   Send_Message(page, umSelectNode, 0, 0);
   EXPECT_EQ(Name(page), "Contacts_Page3b_Frm0") << "a refresh returns to the remembered view";
 
@@ -210,6 +211,18 @@ TEST_F(Calendar_HomePage, The_Reference_Is_Reused_Replaced_And_Emptied) {
   EXPECT_TRUE(watched.isNull());
   page->Close_Form();
   EXPECT_EQ(host.Page.Get(), nullptr);
+}
+
+TEST_F(Calendar_HomePage, Shown_For_Another_Book_Its_Editor_Keeps_The_First) {
+  auto* page = Display();
+  TModal_Driver driver([&](QWidget* form) {
+    page->Set_Keys("another book", "another owner");
+    Control<QLineEdit>(form, "Edit1")->setText(QStringLiteral("Lunch"));
+    QTest::keyClick(form, Qt::Key_Return);
+  });
+  QTest::mouseClick(Control<TWebLabel>(page, "CalendarEvent"), Qt::LeftButton);
+  EXPECT_EQ(Query_Text("SELECT Book || Contact FROM KT_Events_Data"),
+            database.Book().Key + database.Book().Calendar);
 }
 
 TEST_F(Calendar_HomePage, Closed_While_Its_Editor_Is_Open_It_Is_Freed_Afterwards) {

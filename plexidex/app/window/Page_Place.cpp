@@ -27,8 +27,10 @@ void TBook_Page::Set_Keys(const std::string& book, const std::string& owner) {
 void TBook_Page::New_Entry(bool task) {
   if (book_key.empty()) return;
   const QPointer<TBook_Page> alive = this;
-  const bool made = task ? KTReminds::Task_Properties({}, owner_key, book_key, {}, false)
-                         : KTReminds::Reminder_Properties({}, owner_key, book_key, {}, false);
+  // Copied: the page may be shown for another book while the editor is open.
+  const std::string book = book_key, owner = owner_key;
+  const bool made = task ? KTReminds::Task_Properties({}, owner, book, {}, false)
+                         : KTReminds::Reminder_Properties({}, owner, book, {}, false);
   if (made && alive && !Is_Closed()) Reload();
 }
 
