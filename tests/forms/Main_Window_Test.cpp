@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -13,6 +14,7 @@
 #include <QTest>
 #include <fstream>
 
+#include "Contacts.h"
 #include "Entry_List.h"
 #include "Event_Creation.h"
 #include "Form_Driver.h"
@@ -291,6 +293,81 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
   EXPECT_EQ(Kt_util_01::Read_String("General", "Database", "none"), "none");
   EXPECT_FALSE(Kt_util_01::UseCompleteStyle());
   EXPECT_FALSE(Control<QWidget>(&window, "Panel3")->isVisible()) << "the page is made anew";
+  EXPECT_EQ(window.Page_Name(), "Contacts_Page3b_Frm0");
+  const std::string other = path + ".other";
+  With_Dialog(
+      [&](QWidget* form) {
+        Control<QLineEdit>(form, "Database")->setText(QDir().relativeFilePath(QString::fromStdString(other)));
+        Press_Enter(form);
+      },
+      [&] { Choose(window, "View", "&Preferences..."); });
+  EXPECT_EQ(Shared_Database().Path(), other);
+  EXPECT_EQ(Kt_util_01::Read_String("General", "Database", ""), other) << "found from any folder";
+  EXPECT_EQ(window.Page_Name(), "");
+}
+
+TEST_F(Main_Window, What_Another_Program_Has_Removed_Is_Neither_Shown_Nor_Written) {
+  TBook club;
+  std::string anna;
+  Plexidex::TMain_Window window;
+  window.show();
+  auto& tree = window.Tree();
+  const auto make = [&] {
+    In_Update([&] {
+      club = Create_Book("Club");
+      anna = Create_Contact(club.Key, "Anna");
+    });
+    window.Refresh();
+  };
+  const auto remove = [&] { In_Update([&] { Delete_Book(club.Key); }); };
+  const auto removed_meanwhile = [&](const char* item, const char* caption, const char* text) {
+    With_Dialog(
+        [&](QWidget* form) {
+          remove();
+          Fill(form, "Name", "Choir");
+          seams.Prompts.Expect_Error(caption, text);
+          Press_Enter(form);
+          QTest::keyClick(form, Qt::Key_Escape);
+        },
+        [&] {
+          Choose(window, QLatin1String(item).startsWith(QLatin1String("New")) ? "File" : "Book", item);
+          Settle();
+        });
+    EXPECT_EQ(tree.Current().Book, database.Book().Key) << item;
+    EXPECT_NE(window.windowTitle(), QStringLiteral("Club - Plexidex")) << item;
+    EXPECT_EQ(Query_Text("SELECT (SELECT count(*) FROM KT_Contacts) || ' ' || (SELECT count(*) FROM "
+                         "KT_Contacts_Data) || ' ' || (SELECT count(*) FROM KT_Fields)"),
+              "1 0 0")
+        << item;
+  };
+  make();
+  ASSERT_TRUE(tree.Select(TNode_Kind::Contact, club.Key, anna));
+  removed_meanwhile("&Edit Contact...", "Contact", "The contact has been removed and was not saved.");
+  make();
+  ASSERT_TRUE(tree.Select(TNode_Kind::Calendar, club.Key));
+  removed_meanwhile("New &Contact...", "Contact", "The book has been removed; the contact was not saved.");
+  make();
+  ASSERT_TRUE(tree.Select(TNode_Kind::Calendar, club.Key));
+  removed_meanwhile("Book &Set-up...", "Book Set-up", "The book has been removed.");
+  make();
+  ASSERT_TRUE(tree.Select(TNode_Kind::Tasks, club.Key));
+  remove();
+  Choose(window, "View", "&Refresh");
+  EXPECT_EQ(window.Page_Name(), "Contacts_Page3b_Frm0") << "of the book that is left";
+}
+
+TEST_F(Main_Window, Books_That_Cannot_Be_Read_Are_Not_Said_To_Be_Missing) {
+  Plexidex::TMain_Window window;
+  window.show();
+  Run_Sql("ALTER TABLE KT_Books RENAME TO Elsewhere");
+  seams.Prompts.Expect_Error("Read Failed",
+                             "The data could not be read: read KT_Books: no such table: KT_Books\n\n"
+                             "Navigation_Tree:Reload [KT_Books/KT_Contacts]");
+  Choose(window, "View", "&Refresh");
+  EXPECT_EQ(window.Page_Name(), "");
+  EXPECT_TRUE(Control<QLabel>(&window, "No_Page")->text().startsWith(QLatin1String("The books cannot")));
+  Run_Sql("ALTER TABLE Elsewhere RENAME TO KT_Books");
+  Choose(window, "View", "&Refresh");
   EXPECT_EQ(window.Page_Name(), "Contacts_Page3b_Frm0");
 }
 

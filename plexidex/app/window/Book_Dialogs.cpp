@@ -16,12 +16,26 @@ using namespace Kt_forms;
 
 namespace {
 
-// A book's row by its key; without a key when there is none.
-TBook Book_Of(const std::string& key) {
-  for (const TBook& book : List_Books()) {
-    if (book.Key == key) return book;
+void Say_Removed(const std::string& caption) {
+  Kt_util_01::Raise_Error(caption, "The book has been removed.");
+}
+
+// The book, when the user has the right to do this with it; what is in the way has been told.
+bool May_Act(const std::string& key, int level, const std::string& caption, TBook& book) {
+  bool allowed = false;
+  if (key.empty() || !Read_Host("Book_Dialogs:May_Act [KT_Books/KT_Contacts/KT_Rights]", [&] {
+        for (const TBook& candidate : List_Books()) {
+          if (candidate.Key == key) book = candidate;
+        }
+        allowed = !book.Key.empty() && Access_Allowed(book.Calendar, level);
+      }))
+    return false;
+  if (book.Key.empty()) {
+    Say_Removed(caption);
+  } else if (!allowed) {
+    Kt_util_01::Sound(5);
   }
-  return {};
+  return allowed;
 }
 
 class TBook_Dialog : public THost_Dialog {
@@ -54,7 +68,11 @@ class TBook_Dialog : public THost_Dialog {
   bool Save() override {
     const std::string text = From_Qt(name->text().trimmed());
     TBook same;
-    if (text.empty() || (Find_Book(text, same) && same.Key != Key)) {
+    bool taken = false;
+    if (!Read_Host("Book_Dialogs:Save [KT_Books/KT_Contacts]",
+                   [&] { taken = Find_Book(text, same) && same.Key != Key; }))
+      return false;
+    if (text.empty() || taken) {
       Kt_util_01::Raise_Error(From_Qt(windowTitle()), text.empty() ? "A book needs a name."
                                                                    : "There is a book \"" + text +
                                                                          "\" already; choose another name.");
@@ -65,16 +83,20 @@ class TBook_Dialog : public THost_Dialog {
     TOther_Texts texts;
     for (std::size_t i = 0; i < Other_Fields; ++i) texts[i] = From_Qt(labels[i]->text().trimmed());
     std::string written = Key;
+    // Another program may have removed the book.
+    bool is_there = true;
     const bool saved = Update_Host("Book_Dialogs:Save [KT_Books/KT_Fields]", [&] {
       if (written.empty()) {
         written = Create_Book(text).Key;
       } else {
-        Rename_Book(written, text);
+        is_there = Rename_Book(written, text);
       }
-      Set_Other_Labels(written, texts);
+      if (is_there) Set_Other_Labels(written, texts);
     });
-    if (saved) Key = written;
-    return saved;
+    if (saved && !is_there) Say_Removed(From_Qt(windowTitle()));
+    if (!saved || !is_there) return false;
+    Key = written;
+    return true;
   }
 
  private:
@@ -83,20 +105,19 @@ class TBook_Dialog : public THost_Dialog {
 };
 
 std::string Run(QWidget* window, const TBook& book) {
-  TBook_Dialog dialog(book, window);
-  return dialog.exec() == QDialog::Accepted ? dialog.Key : std::string();
+  std::string key;
+  Read_Host("Book_Dialogs:Run [KT_Fields]", [&] {
+    TBook_Dialog dialog(book, window);
+    if (dialog.exec() == QDialog::Accepted) key = dialog.Key;
+  });
+  return key;
 }
 
 }  // namespace
 
 bool Set_Up_Book(QWidget* window, const std::string& key) {
-  const TBook book = Book_Of(key);
-  if (book.Key.empty()) return false;
-  if (!Access_Allowed(book.Calendar, Access_Update)) {
-    Kt_util_01::Sound(5);
-    return false;
-  }
-  return !Run(window, book).empty();
+  TBook book;
+  return May_Act(key, Access_Update, "Book Set-up", book) && !Run(window, book).empty();
 }
 
 std::string New_Book(QWidget* window) {
@@ -104,12 +125,8 @@ std::string New_Book(QWidget* window) {
 }
 
 bool Delete_Book_After_Asking(const std::string& key) {
-  const TBook book = Book_Of(key);
-  if (book.Key.empty()) return false;
-  if (!Access_Allowed(book.Calendar, Access_Delete)) {
-    Kt_util_01::Sound(5);
-    return false;
-  }
+  TBook book;
+  if (!May_Act(key, Access_Delete, "Delete Book", book)) return false;
   const std::string question =
       "Delete the book \"" + book.Name +
       "\" with its calendar, its tasks and all its contacts? They cannot be restored.";

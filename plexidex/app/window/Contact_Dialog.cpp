@@ -64,12 +64,18 @@ class TContact_Dialog : public THost_Dialog {
     for (std::size_t i = 0; i < Other_Fields; ++i) details.Other[i] = From_Qt(others[i]->text());
     details.Notes = From_Qt(notes->toPlainText());
     std::string written = Key;
+    // Another program may have removed what it belongs to.
+    bool is_there = false;
     const bool saved = Update_Host("Contact_Dialog:Save [KT_Contacts/KT_Contacts_Data]", [&] {
-      if (written.empty()) written = Create_Contact(book, text);
-      Write_Contact(written, text, details);
+      if (written.empty() && !Calendar_Of_Book(book).empty()) written = Create_Contact(book, text);
+      is_there = Write_Contact(written, text, details);
     });
-    if (saved) Key = written;
-    return saved;
+    if (saved && !is_there)
+      Kt_util_01::Raise_Error("Contact", Key.empty() ? "The book has been removed; the contact was not saved."
+                                                     : "The contact has been removed and was not saved.");
+    if (!saved || !is_there) return false;
+    Key = written;
+    return true;
   }
 
  private:
@@ -86,34 +92,34 @@ class TContact_Dialog : public THost_Dialog {
   QPlainTextEdit* notes;
 };
 
+bool Found(const std::string& key, TContact& contact) {
+  bool found = false;
+  return Read_Host("Contact_Dialog:Found [KT_Contacts]", [&] { found = Find_Contact(key, contact); }) &&
+         found;
+}
+
 bool Run(const TContact& contact, QWidget* window, std::string& key) {
-  try {
-    TContact_Dialog dialog(contact, window);
-    if (dialog.exec() != QDialog::Accepted) return false;
-    key = dialog.Key;
-    return true;
-  } catch (const EData_Error&) {
-    FailRead("Contact_Dialog:Run [KT_Contacts_Data/KT_Fields]");
-    return false;
-  }
+  bool confirmed = false;
+  return Read_Host("Contact_Dialog:Run [KT_Contacts_Data/KT_Fields]",
+                   [&] {
+                     TContact_Dialog dialog(contact, window);
+                     confirmed = dialog.exec() == QDialog::Accepted;
+                     if (confirmed) key = dialog.Key;
+                   }) &&
+         confirmed;
 }
 
 }  // namespace
 
 bool Is_Contact(const std::string& key) {
-  try {
-    TContact found;
-    return Find_Contact(key, found);
-  } catch (...) {
-    FailRead("Contact_Dialog:Is_Contact [KT_Contacts]");
-    return false;
-  }
+  TContact found;
+  return Found(key, found);
 }
 
 bool Edit_Contact(QWidget* window, const std::string& contact) {
   TContact found;
   std::string key;
-  return Is_Contact(contact) && Find_Contact(contact, found) && Run(found, window, key);
+  return Found(contact, found) && Run(found, window, key);
 }
 
 std::string New_Contact(QWidget* window, const std::string& book) {

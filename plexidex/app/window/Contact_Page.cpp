@@ -26,6 +26,7 @@ TContact_Page::TContact_Page()
   large.setBold(true);
   large.setPointSizeF(large.pointSizeF() * 1.3);
   name->setFont(large);
+  name->setWordWrap(true);
   auto* top = new QHBoxLayout;
   top->addWidget(name, 1);
   top->addWidget(edit);
@@ -44,6 +45,7 @@ TContact_Page::TContact_Page()
 
 void TContact_Page::Show_Details() {
   while (details->rowCount() > 0) details->removeRow(0);
+  name->clear();
   Kt_data_01::TContact contact;
   if (!Kt_data_01::Find_Contact(Owner(), contact)) return;
   name->setText(To_Qt(contact.Name));
@@ -84,7 +86,8 @@ void TContact_Page::Reload() {
 
 void TContact_Page::Edit() {
   const QPointer<TContact_Page> alive = this;
-  if (!Edit_Contact(window(), Owner()) || !alive || Is_Closed()) return;
+  const std::string contact = Owner();
+  if (!Edit_Contact(window(), contact) || !alive || Is_Closed()) return;
   Reload();
   emit Contact_Changed();
 }

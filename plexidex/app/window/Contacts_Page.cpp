@@ -90,7 +90,9 @@ void TContacts_Page::Set_Buttons() {
   remove->setAccessibleName(restoring ? tr("Restore") : tr("Delete"));
   remove->setStatusTip(restoring ? tr("Brings the selected contact back, with all its entries")
                                  : tr("Deletes the selected contact, which can be restored"));
-  const bool allowed = !Selected().isEmpty() && Access_Allowed(From_Qt(Selected()), Access_Delete);
+  bool allowed = false;
+  Read_Host("Contacts_Page:Set_Buttons [KT_Rights/KT_Users]",
+            [&] { allowed = !Selected().isEmpty() && Access_Allowed(From_Qt(Selected()), Access_Delete); });
   remove->setEnabled(allowed);
   open->setEnabled(!Selected().isEmpty() && !restoring);
 }
@@ -113,9 +115,14 @@ void TContacts_Page::Delete_Or_Restore() {
 
 bool Delete_Contact(const std::string& contact) {
   TContact found;
-  if (!Find_Contact(contact, found)) return false;
-  if (!Access_Allowed(contact, Access_Delete)) {
-    Kt_util_01::Sound(5);
+  bool is_there = false, allowed = false;
+  if (!Read_Host("Contacts_Page:Delete_Contact [KT_Contacts/KT_Rights]", [&] {
+        is_there = Find_Contact(contact, found);
+        allowed = is_there && Access_Allowed(contact, Access_Delete);
+      }))
+    return false;
+  if (!allowed) {
+    if (is_there) Kt_util_01::Sound(5);
     return false;
   }
   const std::string question =

@@ -31,6 +31,16 @@ void THost_Dialog::accept() {
   if (Save()) QDialog::accept();
 }
 
+bool Read_Host(const char* tag, const std::function<void()>& body) {
+  try {
+    body();
+    return true;
+  } catch (...) {
+    Kt_data_01::FailRead(tag);
+    return false;
+  }
+}
+
 bool Update_Host(const char* tag, const std::function<void()>& body) {
   bool open = false;
   try {

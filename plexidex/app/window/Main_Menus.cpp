@@ -43,43 +43,41 @@ void TMain_Window::Make_Menus() {
   new_contact = add(file, tr("New &Contact..."), Qt::CTRL | Qt::SHIFT | Qt::Key_C,
                     tr("Adds a contact to the address book"), [this] { Send_To_Page(umAddContact, 0); });
   file->addSeparator();
-  import = add(file, tr("&Import..."), Qt::CTRL | Qt::Key_I,
-               tr("Brings a calendar file into the selected book"), [this] { Import();
-});
-export_book = add(file, tr("E&xport..."), Qt::CTRL | Qt::Key_E,
-                  tr("Writes the selected book to a calendar file"), [this] { Export(); });
-file->addSeparator();
-add(file, tr("&Quit"), QKeySequence::Quit, tr("Leaves the program"), [this] { close(); });
+  import_file = add(file, tr("&Import..."), Qt::CTRL | Qt::Key_I,
+                    tr("Brings a calendar file into the selected book"), [this] { Import(); });
+  export_book = add(file, tr("E&xport..."), Qt::CTRL | Qt::Key_E,
+                    tr("Writes the selected book to a calendar file"), [this] { Export(); });
+  file->addSeparator();
+  add(file, tr("&Quit"), QKeySequence::Quit, tr("Leaves the program"), [this] { close(); });
 
-QMenu* book = Add_Menu(menuBar(), "Book", tr("&Book"));
-add(book, tr("&New Book..."), {}, tr("Adds a book with a calendar, tasks and contacts"),
-    [this] { Add_Book(); });
-set_up_book = add(book, tr("Book &Set-up..."), {}, tr("Allows the book's name and fields to be changed"),
-                  [this] { Set_Up_Selected_Book(); });
-delete_book = add(book, tr("&Delete Book..."), {}, tr("Removes the selected book with all it holds"),
-                  [this] { Delete_Selected_Book(); });
-book->addSeparator();
-edit_contact =
-    add(book, tr("&Edit Contact..."), {}, tr("Allows the contact's name and details to be changed"),
-        [this] { Edit_Selected_Contact(); });
-delete_contact =
-    add(book, tr("Delete &Contact..."), {}, tr("Deletes the selected contact, which can be restored"),
-        [this] { Delete_Selected_Contact(); });
+  QMenu* book = Add_Menu(menuBar(), "Book", tr("&Book"));
+  add(book, tr("&New Book..."), {}, tr("Adds a book with a calendar, tasks and contacts"),
+      [this] { Add_Book(); });
+  set_up_book = add(book, tr("Book &Set-up..."), {}, tr("Allows the book's name and fields to be changed"),
+                    [this] { Set_Up_Selected_Book(); });
+  delete_book = add(book, tr("&Delete Book..."), {}, tr("Removes the selected book with all it holds"),
+                    [this] { Delete_Selected_Book(); });
+  book->addSeparator();
+  edit_contact =
+      add(book, tr("&Edit Contact..."), {}, tr("Allows the contact's name and details to be changed"),
+          [this] { Edit_Selected_Contact(); });
+  delete_contact =
+      add(book, tr("Delete &Contact..."), {}, tr("Deletes the selected contact, which can be restored"),
+          [this] { Delete_Selected_Contact(); });
 
-QMenu* view = Add_Menu(menuBar(), "View", tr("&View"));
-add(view, tr("&Refresh"), QKeySequence::Refresh, tr("Reads what is shown again"), [this] {
-  tree->Reload();
-  Send_To_Page(umRefreshDisplay, 0);
-});
-view->addSeparator();
-add(view, tr("&Preferences..."), {}, tr("Allows Plexidex to be configured to meet a user's preferences"),
-    [this] { Preferences(); });
+  QMenu* view = Add_Menu(menuBar(), "View", tr("&View"));
+  add(view, tr("&Refresh"), QKeySequence::Refresh, tr("Reads what is shown again"), [this] {
+    if (!Reload_Tree()) Send_To_Page(umRefreshDisplay, 0);
+  });
+  view->addSeparator();
+  add(view, tr("&Preferences..."), {}, tr("Allows Plexidex to be configured to meet a user's preferences"),
+      [this] { Preferences(); });
 
-QMenu* help = Add_Menu(menuBar(), "Help", tr("&Help"));
-add(help, tr("&About Plexidex..."), {}, tr("Says what this program is and where its data lies"),
-    [this] { About(); });
-Install_Menu_Bar(menuBar(), help->menuAction());
-}  // namespace Plexidex
+  QMenu* help = Add_Menu(menuBar(), "Help", tr("&Help"));
+  add(help, tr("&About Plexidex..."), {}, tr("Says what this program is and where its data lies"),
+      [this] { About(); });
+  Install_Menu_Bar(menuBar(), help->menuAction());
+}
 
 void TMain_Window::Make_Tree_Menu() {
   tree->setContextMenuPolicy(Qt::ActionsContextMenu);

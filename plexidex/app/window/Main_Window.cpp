@@ -37,6 +37,7 @@ TMain_Window::TMain_Window()
   tools->addStretch();
   // As high as a row of tools, so that nothing moves when a page brings some.
   tool_area->setMinimumHeight(fontMetrics().height() + 12);
+  no_page->setObjectName(QStringLiteral("No_Page"));
   no_page->setAlignment(Qt::AlignCenter);
   no_page->setWordWrap(true);
   no_page->setTextFormat(Qt::PlainText);
@@ -81,6 +82,14 @@ void TMain_Window::Refresh() {
   Node_Selected();
 }
 
+bool TMain_Window::Reload_Tree() {
+  const TNode before = tree->Current();
+  tree->Reload();
+  if (tree->Current() == before) return false;
+  Node_Selected();
+  return true;
+}
+
 void TMain_Window::Node_Selected() {
   const TNode node = tree->Current();
   Set_Actions();
@@ -107,12 +116,12 @@ bool TMain_Window::Show_Page(const TNode& node) {
             connect(
                 &made, &TContacts_Page::Open_Contact, this,
                 [this](const QString& key) { Show_Contact(From_Qt(key)); }, Qt::QueuedConnection);
-            connect(&made, &TContacts_Page::Contacts_Changed, tree, &TNavigation_Tree::Reload);
+            connect(&made, &TContacts_Page::Contacts_Changed, this, &TMain_Window::Reload_Tree);
           });
     case TNode_Kind::Contact:
       return Display_Book_Page<TContact_Page>(
           place, page, node.Book, node.Contact, [this](TContact_Page& made) {
-            connect(&made, &TContact_Page::Contact_Changed, tree, &TNavigation_Tree::Reload);
+            connect(&made, &TContact_Page::Contact_Changed, this, &TMain_Window::Reload_Tree);
           });
     case TNode_Kind::None:
       return !page.Get() || page.Get()->Close_Form();
@@ -121,14 +130,17 @@ bool TMain_Window::Show_Page(const TNode& node) {
 }
 
 void TMain_Window::Show_Hint_Without_Page() {
-  no_page->setText(tr("There is no book yet. Choose \"New Book...\" in the Book menu to make one."));
+  no_page->setText(tree->Was_Read()
+                       ? tr("There is no book yet. Choose \"New Book...\" in the Book menu to make one.")
+                       : tr("The books cannot be read. Choose \"Refresh\" in the View menu to try again."));
   no_page->setVisible(!page.Get());
 }
 
 void TMain_Window::Set_Actions() {
   const TNode node = tree->Current();
   const bool book = node.Kind != TNode_Kind::None, contact = node.Kind == TNode_Kind::Contact;
-  for (QAction* action : {new_event, new_task, new_contact, import, export_book, set_up_book, delete_book})
+  for (QAction* action :
+       {new_event, new_task, new_contact, import_file, export_book, set_up_book, delete_book})
     action->setEnabled(book);
   for (QAction* action : {edit_contact, delete_contact}) action->setEnabled(contact);
 }
@@ -155,13 +167,17 @@ void TMain_Window::Display_Host_Page(int index) {
 void TMain_Window::Add_Contact() {
   const std::string book = tree->Current().Book;
   const std::string key = book.empty() ? std::string() : New_Contact(this, book);
-  if (key.empty()) return;
+  if (key.empty()) return void(Reload_Tree());
   tree->Reload();
-  tree->Select(TNode_Kind::Contact, book, key);
+  if (!tree->Select(TNode_Kind::Contact, book, key)) Node_Selected();
 }
 
 void TMain_Window::Edit_Selected_Contact() {
-  if (Edit_Contact(this, tree->Current().Contact)) Refresh();
+  if (Edit_Contact(this, tree->Current().Contact)) {
+    Refresh();
+  } else {
+    Reload_Tree();
+  }
 }
 
 void TMain_Window::Delete_Selected_Contact() {
@@ -180,11 +196,16 @@ void TMain_Window::Add_Book() {
 }
 
 void TMain_Window::Set_Up_Selected_Book() {
-  if (Set_Up_Book(this, tree->Current().Book)) Refresh();
+  if (Set_Up_Book(this, tree->Current().Book)) {
+    Refresh();
+  } else {
+    Reload_Tree();
+  }
 }
 
 void TMain_Window::Delete_Selected_Book() {
-  if (Delete_Book_After_Asking(tree->Current().Book)) Refresh();
+  Delete_Book_After_Asking(tree->Current().Book);
+  Reload_Tree();
 }
 
 void TMain_Window::Import() {

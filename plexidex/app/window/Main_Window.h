@@ -39,6 +39,9 @@ class TMain_Window : public QMainWindow {
   void Make_Book_Menu();
   void Make_Tree_Menu();
   void Set_Actions();
+  /// Reads the tree again, and shows another page when what was selected is gone or called otherwise. True
+  /// when it did.
+  bool Reload_Tree();
   void Node_Selected();
   bool Show_Page(const TNode& node);
   void Show_Hint_Without_Page();
@@ -67,7 +70,7 @@ class TMain_Window : public QMainWindow {
   TPage_Place* place;
   QLabel* no_page;
   Kt_forms::TForm_Reference page;
-  QAction *new_event = nullptr, *new_task = nullptr, *new_contact = nullptr, *import = nullptr,
+  QAction *new_event = nullptr, *new_task = nullptr, *new_contact = nullptr, *import_file = nullptr,
           *export_book = nullptr, *set_up_book = nullptr, *delete_book = nullptr, *edit_contact = nullptr,
           *delete_contact = nullptr;
 };

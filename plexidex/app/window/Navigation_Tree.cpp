@@ -106,6 +106,7 @@ void TNavigation_Tree::Reload() {
     }
   }
   clear();
+  was_read = false;
   try {
     for (const Kt_data_01::TBook& book : Kt_data_01::List_Books()) {
       auto* item = new QTreeWidgetItem(this, {To_Qt(book.Name)});
@@ -120,6 +121,7 @@ void TNavigation_Tree::Reload() {
       item->setExpanded(!folded.contains(key));
       contacts->setExpanded(unfolded_contacts.contains(key));
     }
+    was_read = true;
   } catch (...) {
     Kt_data_01::FailRead("Navigation_Tree:Reload [KT_Books/KT_Contacts]");
   }

@@ -27,6 +27,8 @@ class TNavigation_Tree : public QTreeWidget {
   /// Reads books and contacts again and keeps what is selected and unfolded; without a selection the first
   /// book's calendar is selected. Tells of no change. After a failed read, which is reported, it is empty.
   void Reload();
+  /// Whether the last Reload could read the books.
+  bool Was_Read() const { return was_read; }
   TNode Current() const;
   /// Selects the node of this kind of a book, of this contact if it is one; false when there is none.
   bool Select(TNode_Kind kind, const std::string& book, const std::string& contact = {});
@@ -45,7 +47,7 @@ class TNavigation_Tree : public QTreeWidget {
   QTreeWidgetItem* Find(const TNode& node) const;
   void Add_Contacts(QTreeWidgetItem* contacts_node);
 
-  bool silent = false;
+  bool silent = false, was_read = true;
 };
 
 }  // namespace Plexidex

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -19,6 +20,11 @@ using Kt_util_01::Read_Bool;
 using Kt_util_01::Write_Bool;
 
 namespace {
+
+// The next start may be from another folder.
+std::string Whole_Path(const QString& path) {
+  return From_Qt(QFileInfo(path).absoluteFilePath());
+}
 
 class TPreferences : public THost_Dialog {
  public:
@@ -63,7 +69,11 @@ class TPreferences : public THost_Dialog {
     Finish();
   }
 
-  std::string Database() const { return From_Qt(QDir::fromNativeSeparators(file->text().trimmed())); }
+  // "" when none is named.
+  std::string Database() const {
+    const QString path = QDir::fromNativeSeparators(file->text().trimmed());
+    return path.isEmpty() ? std::string() : Whole_Path(path);
+  }
 
  protected:
   bool Save() override {
@@ -92,7 +102,7 @@ class TPreferences : public THost_Dialog {
 bool Edit_Preferences(QWidget* window, std::string& database) {
   TPreferences dialog(database, window);
   if (dialog.exec() != QDialog::Accepted) return false;
-  database = dialog.Database();
+  if (dialog.Database() != Whole_Path(To_Qt(database))) database = dialog.Database();
   return true;
 }
 

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "Host_Dialog.h"
 #include "KTReminds.h"
 #include "Kt_util_01.h"
 #include "Reminder_Utils.h"
@@ -32,6 +33,16 @@ QString State_Of(const TEventKey& entry) {
   if (entry.EventType == TEventKey::Type_Holiday) return QObject::tr("holiday");
   if (entry.EventType == TEventKey::Type_Task) return To_Qt(entry.FirstText);
   return entry.Done ? QObject::tr("done") : QString();
+}
+
+// Whether the entry may be changed or deleted; false when that could not be found out, which has been told.
+bool May_Act(const QTreeWidgetItem* item, int level, bool& may) {
+  if (!item || item->data(Time_Column, Key_Role).toString().isEmpty() ||
+      item->data(Time_Column, Private_Role).toBool())
+    return true;
+  const std::string contact = From_Qt(item->data(Time_Column, Contact_Role).toString());
+  return Read_Host("Upcoming_Page:May_Act [KT_Rights/KT_Users]",
+                   [&] { may = Access_Allowed(contact, level); });
 }
 
 }  // namespace
@@ -126,30 +137,29 @@ void TUpcoming_Page::Open(QTreeWidgetItem* item) {
   const std::string contact = From_Qt(item->data(Time_Column, Contact_Role).toString());
   const bool is_private = item->data(Time_Column, Private_Role).toBool();
   const bool is_task = item->data(Time_Column, Type_Role).toInt() == TEventKey::Type_Task;
-  QPointer<TUpcoming_Page> alive = this;
-  const bool changed = is_task ? KTReminds::Task_Properties(key, contact, Book(), {}, is_private)
-                               : KTReminds::Reminder_Properties(key, contact, Book(), {}, is_private);
-  if (changed && alive) Reload();
+  const std::string book = Book();
+  const QPointer<TUpcoming_Page> alive = this;
+  const bool changed = is_task ? KTReminds::Task_Properties(key, contact, book, {}, is_private)
+                               : KTReminds::Reminder_Properties(key, contact, book, {}, is_private);
+  if (changed && alive && !Is_Closed()) Reload();
 }
 
 void TUpcoming_Page::Delete() {
   const QTreeWidgetItem* item = list->currentItem();
   const std::string key = item ? From_Qt(item->data(Time_Column, Key_Role).toString()) : std::string();
-  if (key.empty() || item->data(Time_Column, Private_Role).toBool() ||
-      !Access_Allowed(From_Qt(item->data(Time_Column, Contact_Role).toString()), Access_Delete)) {
-    return Sound(5);
-  }
-  QPointer<TUpcoming_Page> alive = this;
-  if (KTReminds::Delete_Reminder(key) && alive) Reload();
+  bool may = false;
+  if (!May_Act(item, Access_Delete, may)) return;
+  if (!may) return Sound(5);
+  const QPointer<TUpcoming_Page> alive = this;
+  if (KTReminds::Delete_Reminder(key) && alive && !Is_Closed()) Reload();
 }
 
 void TUpcoming_Page::Toggle_Done() {
   const QTreeWidgetItem* item = list->currentItem();
   const std::string key = item ? From_Qt(item->data(Time_Column, Key_Role).toString()) : std::string();
-  if (key.empty() || item->data(Time_Column, Private_Role).toBool() ||
-      !Access_Allowed(From_Qt(item->data(Time_Column, Contact_Role).toString()), Access_Update)) {
-    return Sound(5);
-  }
+  bool may = false;
+  if (!May_Act(item, Access_Update, may)) return;
+  if (!may) return Sound(5);
   TList_Item marked;
   marked.Data = std::make_unique<TEventKey>();
   marked.Data->Key = TText(key);

@@ -64,7 +64,11 @@ void Make_First_Book(const std::string& name) {
 // Brings in what the user wants to begin with. The window is shown already, so that it is clear what for.
 void Fill_First_Book(TMain_Window& window, const TFirst_Book& first) {
   if (!first.Calendar_File.empty()) Import_With_Progress(&window, first.Name, To_Qt(first.Calendar_File));
-  if (first.Sample) Fill_With_Sample(first.Name, Kt_util_01::Today());
+  try {
+    if (first.Sample) Fill_With_Sample(first.Name, Kt_util_01::Today());
+  } catch (const std::exception& e) {
+    Kt_util_01::Raise_Error("Welcome", e.what());
+  }
   if (first.Sample || !first.Calendar_File.empty()) window.Refresh();
 }
 
