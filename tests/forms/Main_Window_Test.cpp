@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
+#include <filesystem>
 #include <fstream>
 
 #include "Contacts.h"
@@ -283,6 +284,7 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
         Control<QCheckBox>(form, "Navigation_Bars")->setChecked(false);
         Control<QCheckBox>(form, "Completed_Style")->setChecked(false);
         Fill(form, "Database", bad.c_str());
+        std::filesystem::rename(path, path + ".moved");  // could not be opened again
         Press_Enter(form);
       },
       [&] {
@@ -290,6 +292,8 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
         Settle();
       });
   EXPECT_EQ(Shared_Database().Path(), path);
+  EXPECT_EQ(List_Books().size(), 1u);
+  std::filesystem::rename(path + ".moved", path);
   EXPECT_EQ(Kt_util_01::Read_String("General", "Database", "none"), "none");
   EXPECT_FALSE(Kt_util_01::UseCompleteStyle());
   EXPECT_FALSE(Control<QWidget>(&window, "Panel3")->isVisible()) << "the page is made anew";

@@ -103,14 +103,19 @@ void TMain_Window::Preferences() {
 
 bool TMain_Window::Switch_Database(const std::string& file) {
   const std::string before = Kt_data_01::Shared_Database().Path();
-  if (TForm* shown = page.Get(); shown && !shown->Close_Form()) return false;
   try {
-    Kt_data_01::Close_Database();
-    Kt_data_01::Open_Database(file, Kt_data_01::TDatabase::TMode::Create_If_Missing);
+    {
+      // The one in use stays open until it is known that the other can be: it may not open a second time.
+      Kt_data_01::TDatabase trial;
+      trial.Open(file, Kt_data_01::TDatabase::TMode::Create_If_Missing);
+    }
+    if (TForm* shown = page.Get(); shown && !shown->Close_Form()) return false;
+    Kt_data_01::Open_Database(file, Kt_data_01::TDatabase::TMode::Must_Exist);
     return true;
   } catch (const std::exception& e) {
     Kt_util_01::Raise_Error("User Preferences", e.what());
   }
+  if (Kt_data_01::Shared_Database().Path() == before) return false;
   try {
     Kt_data_01::Open_Database(before, Kt_data_01::TDatabase::TMode::Must_Exist);
   } catch (const std::exception& e) {
