@@ -360,6 +360,24 @@ TEST_F(Main_Window, What_Another_Program_Has_Removed_Is_Neither_Shown_Nor_Writte
   EXPECT_EQ(window.Page_Name(), "Contacts_Page3b_Frm0") << "of the book that is left";
 }
 
+TEST_F(Main_Window, What_A_Database_Refuses_Is_Said_At_Every_Attempt) {
+  database.Reopen({.Read_Only = true});
+  Plexidex::TMain_Window window;
+  window.show();
+  for (const char* item : {"&New Book...", "Book &Set-up..."}) {
+    With_Dialog(
+        [&](QWidget* form) {
+          Fill(form, "Name", "Club");
+          seams.Prompts.Expect_Error("Update Failed",
+                                     "Nothing was saved: the database cannot be changed now.");
+          Press_Enter(form);
+          EXPECT_TRUE(form->isVisible()) << item;
+          QTest::keyClick(form, Qt::Key_Escape);
+        },
+        [&] { Choose(window, "Book", item); });
+  }
+}
+
 TEST_F(Main_Window, Books_That_Cannot_Be_Read_Are_Not_Said_To_Be_Missing) {
   Plexidex::TMain_Window window;
   window.show();

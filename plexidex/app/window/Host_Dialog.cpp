@@ -3,6 +3,7 @@
 #include <QVBoxLayout>
 
 #include "Kt_data_01.h"
+#include "Kt_util_01.h"
 
 namespace Plexidex {
 
@@ -45,7 +46,11 @@ bool Update_Host(const char* tag, const std::function<void()>& body) {
   bool open = false;
   try {
     open = Kt_data_01::Start_Update();
-    if (!open) return false;
+    if (!open) {
+      // The reason is told once, and not while no window is there to show it.
+      Kt_util_01::Raise_Error("Update Failed", "Nothing was saved: the database cannot be changed now.");
+      return false;
+    }
     body();
     Kt_data_01::EndUpdate();
     return true;
