@@ -182,7 +182,7 @@ void TMain_Window::Edit_Selected_Contact() {
 
 void TMain_Window::Delete_Selected_Contact() {
   const TNode node = tree->Current();
-  if (!Delete_Contact(node.Contact)) return;
+  if (!Delete_Contact(node.Contact)) return void(Reload_Tree());
   tree->Select(TNode_Kind::Contacts, node.Book);
   Refresh();
 }
