@@ -64,6 +64,12 @@ std::string Host_Calendar(const std::string& book) {
              : std::string();
 }
 
+bool Has_Book(const std::string& book) {
+  TTable books(Books_Table, {"Key"});
+  books.Set_Index("Key");
+  return books.FindKey({book});
+}
+
 std::string Tag(std::string_view unit, std::string_view step, std::string_view tables) {
   return std::string(unit) + ":" + std::string(step) + std::string(tables);
 }
@@ -214,6 +220,8 @@ bool TEntry_Rules::Process_Update() {
     TRows rows;
     if (!rows.Find(occurrence_key))
       throw EData_Error("edit", Events_Data.Name(), "the entry has been deleted meanwhile");
+    if (!Has_Book(book_key))
+      throw EData_Error("edit", Books_Table.Name(), "the book has been removed meanwhile");
     Write_Occurrence(rows);
     Write_Alarm(rows);
     rows.Event.Edit();

@@ -38,8 +38,8 @@ class TFileLabel : public QLabel {
   QString file;
 };
 
-/// A link-like label: clicked by the mouse, or by Enter or the space bar while it has the focus. Its colour is
-/// that of links, made lighter where the ground is too dark for it.
+/// A link-like label: clicked by the mouse, or by Enter or the space bar while it has the focus. Its colour
+/// is that of links, made lighter where the ground is too dark for it.
 class TWebLabel : public QLabel {
   Q_OBJECT
 

@@ -264,6 +264,18 @@ TEST_F(Reminder_Rules, A_Failure_Reports_Once_With_Its_Tag_And_Changes_Nothing) 
   EXPECT_EQ(Save(rules), "rewritten") << "the same record can be saved once the fault is gone";
 }
 
+TEST_F(Reminder_Rules, Nothing_Is_Written_Into_A_Book_That_Is_Gone) {
+  TReminder_Rules rules;
+  ASSERT_TRUE(rules.Open({}, database.Book().Calendar, "removed by another program", "Lunch", false));
+  seams.Prompts.Expect_Error("Update Failed",
+                             "The change could not be saved and has been undone: edit KT_Books: the book has "
+                             "been removed meanwhile\n\n"
+                             "fm_Reminders:Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
+  EXPECT_EQ(Save(rules), "failed");
+  rules.Discard();
+  EXPECT_EQ(Counts(), "0 0 0 0");
+}
+
 TEST_F(Reminder_Rules, Rights_Decide_What_May_Be_Opened_Changed_And_Given_Away) {
   std::string anna, bert;
   const std::string key = Make(1);
