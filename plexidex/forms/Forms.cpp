@@ -5,8 +5,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
 #include <QScreen>
 #include <QShowEvent>
 #include <QStackedWidget>
@@ -223,76 +221,6 @@ void Embed_Page(TForm* page, QWidget* parent) {
   layout->addWidget(page);
 }
 
-namespace {
-
-QPointer<QWidget>& Installed_Main_Form() {
-  static QPointer<QWidget> form;
-  return form;
-}
-
-}  // namespace
-
-QWidget* Active_Window() {
-  if (QWidget* active = QApplication::activeWindow()) return active;
-  QWidget* main = Installed_Main_Form();
-  return main && main->isVisible() ? main->window() : nullptr;
-}
-
-namespace {
-
-struct TMenu_Place {
-  QPointer<QMenuBar> Bar;
-  QPointer<QAction> Before;
-  const TForm* Page = nullptr;  // compared, never followed
-  QList<QPointer<QMenu>> Menus;
-};
-
-TMenu_Place& Menu_Place() {
-  static TMenu_Place place;
-  return place;
-}
-
-void Take_Out_Menus() {
-  TMenu_Place& place = Menu_Place();
-  for (const QPointer<QMenu>& menu : place.Menus) {
-    if (menu && place.Bar) place.Bar->removeAction(menu->menuAction());
-  }
-  place.Menus.clear();
-  place.Page = nullptr;
-}
-
-}  // namespace
-
-QWidget* Main_Form() {
-  return Installed_Main_Form();
-}
-
-void Install_Main_Form(QWidget* form) {
-  Installed_Main_Form() = form;
-}
-
-void Install_Menu_Bar(QMenuBar* bar, QAction* before) {
-  Take_Out_Menus();
-  Menu_Place().Bar = bar;
-  Menu_Place().Before = before;
-}
-
-void Merge_Menu(TForm* page, const QList<QMenu*>& menus) {
-  TMenu_Place& place = Menu_Place();
-  if (place.Page == page) return;
-  Take_Out_Menus();
-  if (!place.Bar) return;
-  place.Page = page;
-  for (QMenu* menu : menus) {
-    place.Bar->insertAction(place.Before, menu->menuAction());
-    place.Menus.append(menu);
-  }
-}
-
-void Unmerge_Menu(const TForm* page) {
-  if (Menu_Place().Page == page) Take_Out_Menus();
-}
-
 void Focus_Control(QWidget* form, const std::string& name) {
   auto* control = form->findChild<QWidget*>(To_Qt(name));
   if (!control) return;
@@ -306,25 +234,6 @@ void Focus_Control(QWidget* form, const std::string& name) {
   if (auto* input = qobject_cast<QLineEdit*>(control)) input->selectAll();
   if (auto* combo = qobject_cast<QComboBox*>(control); combo && combo->lineEdit())
     combo->lineEdit()->selectAll();
-}
-
-namespace {
-TContact_Opener& Contact_Opener() {
-  static TContact_Opener opener;
-  return opener;
-}
-}  // namespace
-
-void Install_Contact_Opener(TContact_Opener opener) {
-  Contact_Opener() = std::move(opener);
-}
-
-bool Can_Open_Contact(const std::string& contact) {
-  return Contact_Opener().Can_Open && Contact_Opener().Can_Open(contact);
-}
-
-void Open_Contact(const std::string& contact) {
-  if (Can_Open_Contact(contact)) Contact_Opener().Open(contact);
 }
 
 QString To_Qt(std::string_view text) {
