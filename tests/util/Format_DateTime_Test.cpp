@@ -74,7 +74,7 @@ TEST_F(Format_DateTime, Every_Minute_Reads_As_Itself) {
     for (int minute = 0; minute < 1440; ++minute) {
       // The sum of a day and a fraction is not exact.
       const TDateTime value = day + minute / 1440.0;
-      char expected[16];
+      char expected[24];
       std::snprintf(expected, sizeof expected, "%02d:%02d:00.000", minute / 60, minute % 60);
       ASSERT_EQ(FormatDateTime("hh:nn:ss.zzz", value), expected) << day;
     }
