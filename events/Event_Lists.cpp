@@ -64,7 +64,13 @@ TEntry_Walk::TEntry_Walk(const std::string& contact, const std::string& book, bo
   }
   Set_Cache(occurrences);
   if (reading == TReading::Window) {
-    occurrences.Prefetch(Occurrence().Contact, contacts);
+    // Over many days the same contacts come again and again, on a single one hardly.
+    constexpr int few_days = 2;
+    if (to - from < few_days) {
+      occurrences.Prefetch(Occurrence().Contact, contacts);
+    } else {
+      Set_Cache(contacts);
+    }
     occurrences.Prefetch(Occurrence().Event, events);
     occurrences.Prefetch(alarm_key == TAlarm_Key::Set ? Occurrence().Event : Occurrence().Key, alarms);
   }
