@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Bench_Database.h"
+#include "Bench_Windows.h"
 #include "Entry_Model.h"
 #include "Kt_util_01.h"
 #include "Ratio_Main.h"
@@ -108,16 +109,6 @@ BENCHMARK(DayView_Bare_Join)->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kMicr
       }
       return {};
     });
-
-// Needs no screen. Never freed: the benchmarks end with the program.
-void Need_Windows() {
-  static int count = 1;
-  static char name[] = "kt_bench";
-  static char* arguments[] = {name, nullptr};
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qunsetenv("QT_QPA_PLATFORMTHEME");
-  if (!QCoreApplication::instance()) new QApplication(count, arguments);
-}
 
 // A hundred days with ever more entries, from 20 to 200.
 std::string Uneven_Days() {

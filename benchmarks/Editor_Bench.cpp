@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Bench_Database.h"
+#include "Bench_Windows.h"
 #include "Event_Creation.h"
 #include "Kt_util_01.h"
 #include "Ratio_Main.h"
@@ -26,16 +27,6 @@ using Kt_util_01::TDateTime;
 
 constexpr int Set_Length = 3650;
 constexpr TDateTime First_Date = First_Day + 0.375;
-
-// Needs no screen. Never freed: the benchmarks end with the program.
-void Need_Windows() {
-  static int count = 1;
-  static char name[] = "kt_bench";
-  static char* arguments[] = {name, nullptr};
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qunsetenv("QT_QPA_PLATFORMTHEME");
-  if (!QCoreApplication::instance()) new QApplication(count, arguments);
-}
 
 /// Runs what opens a modal dialog, and closes the dialog once it has been painted whole.
 class TFirst_Paint : public QObject {
