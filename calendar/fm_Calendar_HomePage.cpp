@@ -41,9 +41,6 @@ const TView_Entry* View_Of(int index) {
   return nullptr;
 }
 
-// What the settings commands are called with.
-enum TSettings_Command { Preferences = 6, Book_Setup = 7, Security = 8, Users = 9 };
-
 // The host's tool area. Set before a page is made, since making it puts the tool bar there.
 QPointer<QWidget>& Tool_Panel() {
   static QPointer<QWidget> panel;
@@ -104,7 +101,7 @@ void TCalendar_HomePage_Frm::Make_Menu() {
   const auto separator = [](QMenu* menu, const char* name) {
     menu->addSeparator()->setObjectName(QString::fromLatin1(name));
   };
-  const auto host_command = [](TSettings_Command command) {
+  const auto host_command = [](int command) {
     return [command] { Post_Message(Main_Form(), umSettingsCommand, 0, command); };
   };
 
@@ -116,17 +113,19 @@ void TCalendar_HomePage_Frm::Make_Menu() {
   QMenu* options =
       sub_menu("Options1", tr("&Options"), tr("Allows various aspects of Plexidex to be Configured"));
   add(options, "UserPreferences1", tr("&User Preferences"),
-      tr("Allows Plexidex to be configured to meet a user's preferences"), host_command(Preferences));
+      tr("Allows Plexidex to be configured to meet a user's preferences"),
+      host_command(Settings_Preferences));
   add(options, "BookSetup1", tr("&Book Set-up"),
-      tr("Allows configurable aspects of the Address Book to be configured"), host_command(Book_Setup));
+      tr("Allows configurable aspects of the Address Book to be configured"), host_command(Settings_Book));
   separator(Tools1, "N10");
   QMenu* administration = sub_menu("Administration1", tr("&Administration"),
                                    tr("Provides access to various Database Administration menus"));
   Administration1 = administration->menuAction();
-  QAction* security = add(administration, "DatabseSecurity1", tr("&Database Security"),
-                          tr("Allows the Database Security scheme to be configured"), host_command(Security));
+  QAction* security =
+      add(administration, "DatabseSecurity1", tr("&Database Security"),
+          tr("Allows the Database Security scheme to be configured"), host_command(Settings_Security));
   QAction* users = add(administration, "UserManager1", tr("&User Manager"),
-                       tr("Allows the Database User Accounts to be managed"), host_command(Users));
+                       tr("Allows the Database User Accounts to be managed"), host_command(Settings_Users));
   for (QAction* action : {security, users})
     action->setEnabled(Kt_data_01::DB_Permissions || Kt_data_01::DB_Secure);
   separator(Tools1, "N1");
@@ -141,10 +140,10 @@ void TCalendar_HomePage_Frm::Make_Menu() {
                         KTAccess::Change_Password);
   ChangePassword1->setVisible(false);
   separator(Tools1, "N4");
-  Search1 = add(Tools1, "Search1", tr("&Search..."), tr("Allows the Address Book to be Searched"),
-                [this] { Search_Calendar(); });
-  Search1->setIcon(EnabledIcons.Icon(0));
-  Search1->setShortcut(Qt::Key_F3);
+  QAction* search = add(Tools1, "Search1", tr("&Search..."), tr("Allows the Address Book to be Searched"),
+                        [this] { Search_Calendar(); });
+  search->setIcon(EnabledIcons.Icon(0));
+  search->setShortcut(Qt::Key_F3);
 }
 
 void TCalendar_HomePage_Frm::Connect_Labels() {
@@ -270,11 +269,6 @@ void TCalendar_HomePage_Frm::Handle_Message(const TMessage& message) {
   }
 }
 
-void TCalendar_HomePage_Frm::showEvent(QShowEvent* event) {
-  TForm::showEvent(event);
-  shown = true;
-}
-
 void TCalendar_HomePage_Frm::FormActivate() {
   Merge_Menu(this, {Tools1});
   if (ToolBar1) ToolBar1->show();
@@ -294,7 +288,6 @@ void TCalendar_HomePage_Frm::FormClose() {
   Save_Data();
   Close_View();
   if (ToolBar1) ToolBar1->hide();
-  shown = false;
 }
 
 bool Display_Calendar_Home_Page(QWidget* Parent, TForm_Reference& Form, const std::string& NodeKey,

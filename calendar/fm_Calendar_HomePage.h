@@ -48,7 +48,6 @@ class TCalendar_HomePage_Frm : public Kt_forms::TForm {
   bool FormCloseQuery() override;
   void FormClose() override;
   void Handle_Message(const Kt_forms::TMessage& message) override;
-  void showEvent(QShowEvent* event) override;
 
  private:
   void Make_Menu();
@@ -62,7 +61,7 @@ class TCalendar_HomePage_Frm : public Kt_forms::TForm {
   void Search_Calendar();
   void Tools1Click();
 
-  bool shown = false, read_only = false;
+  bool read_only = false;
   Kt_forms::TForm_Reference current_view;
   std::string NodeKey, OwnerKey;
 
@@ -70,7 +69,7 @@ class TCalendar_HomePage_Frm : public Kt_forms::TForm {
   TImage_List EnabledIcons;
   QPointer<QToolBar> ToolBar1;  // lies in the host's tool area, but is the page's
   QMenu* Tools1 = nullptr;
-  QAction *Administration1 = nullptr, *ChangePassword1 = nullptr, *Search1 = nullptr;
+  QAction *Administration1 = nullptr, *ChangePassword1 = nullptr;
 };
 
 /// Embeds the calendar's home page into a parent. `NodeKey` is the book, `OwnerKey` the record whose rights

@@ -21,7 +21,7 @@ namespace Kt_forms {
 inline constexpr int umAddContact = 0x401;
 inline constexpr int umRefreshDisplay = 0x402;
 inline constexpr int umSelectNode = 0x405;
-inline constexpr int umSettingsCommand = 0x407;  // LParam 6 preferences, 7 book set-up, 8 security, 9 users
+inline constexpr int umSettingsCommand = 0x407;  // LParam is one of the commands below
 inline constexpr int umDisplayForm = 0x40B;
 inline constexpr int umDateChanged = 0x40D;
 inline constexpr int umAddContactEvent = 0x411;
@@ -29,6 +29,12 @@ inline constexpr int umAddTask = 0x412;
 inline constexpr int umEnterPressed = 0x41B;
 inline constexpr int umSetActiveControl = 0x41D;
 inline constexpr int umGetFormName = 0x423;
+/// What the settings command asks the main form for.
+inline constexpr int Settings_Preferences = 6;
+inline constexpr int Settings_Book = 7;
+inline constexpr int Settings_Security = 8;
+inline constexpr int Settings_Users = 9;
+
 inline constexpr int First_Message = 0x401;
 inline constexpr int Last_Message = 0x423;
 

@@ -1,9 +1,7 @@
 // The main window's own menus, its settings and where it stands.
 
-#include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QSplitter>
 
 #include "Database.h"

@@ -183,16 +183,15 @@ void TMain_Window::Edit_Selected_Contact() {
 void TMain_Window::Delete_Selected_Contact() {
   const TNode node = tree->Current();
   if (!Delete_Contact(node.Contact)) return void(Reload_Tree());
-  tree->Select(TNode_Kind::Contacts, node.Book);
-  Refresh();
+  tree->Reload();
+  if (!tree->Select(TNode_Kind::Contacts, node.Book)) Node_Selected();
 }
 
 void TMain_Window::Add_Book() {
   const std::string key = New_Book(this);
   if (key.empty()) return;
   tree->Reload();
-  if (!tree->Select(TNode_Kind::Calendar, key)) return;
-  Node_Selected();
+  if (!tree->Select(TNode_Kind::Calendar, key)) Node_Selected();
 }
 
 void TMain_Window::Set_Up_Selected_Book() {
@@ -220,10 +219,10 @@ void TMain_Window::Export() {
 bool TMain_Window::event(QEvent* event) {
   if (event->type() != umSettingsCommand) return QMainWindow::event(event);
   switch (static_cast<TMessage*>(event)->LParam) {
-    case 6:
+    case Settings_Preferences:
       Preferences();
       break;
-    case 7:
+    case Settings_Book:
       Set_Up_Selected_Book();
       break;
     default:

@@ -36,7 +36,6 @@ class TMain_Window : public QMainWindow {
 
  private:
   void Make_Menus();
-  void Make_Book_Menu();
   void Make_Tree_Menu();
   void Set_Actions();
   /// Reads the tree again, and shows another page when what was selected is gone or called otherwise. True

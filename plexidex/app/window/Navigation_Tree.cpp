@@ -134,7 +134,11 @@ void TNavigation_Tree::Reload() {
 
 bool TNavigation_Tree::Select(TNode_Kind kind, const std::string& book, const std::string& contact) {
   QTreeWidgetItem* item = Find({kind, book, {}, {}, contact});
-  if (item) setCurrentItem(item);
+  if (item && item == currentItem()) {
+    emit Node_Selected();
+  } else if (item) {
+    setCurrentItem(item);
+  }
   return item != nullptr;
 }
 

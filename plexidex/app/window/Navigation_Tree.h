@@ -30,11 +30,12 @@ class TNavigation_Tree : public QTreeWidget {
   /// Whether the last Reload could read the books.
   bool Was_Read() const { return was_read; }
   TNode Current() const;
-  /// Selects the node of this kind of a book, of this contact if it is one; false when there is none.
+  /// Selects the node of this kind of a book, of this contact if it is one, and tells so once, also when it
+  /// was selected already; false when there is none.
   bool Select(TNode_Kind kind, const std::string& book, const std::string& contact = {});
 
  signals:
-  /// The user, or Select, has chosen another node.
+  /// The user has chosen another node, or Select this one.
   void Node_Selected();
   /// The user has clicked on the node that was the current one already.
   void Node_Clicked_Again();
