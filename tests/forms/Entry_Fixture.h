@@ -83,6 +83,19 @@ class TEntry_Fixture : public testing::Test {
             " BEGIN SELECT RAISE(ABORT, 'planted fault'); END");
   }
 
+  /// A new title that cannot be saved: the user learns why, once, and what was typed stays.
+  void Fail_To_Save(QWidget* form, const std::string& unit) {
+    Type(form, "Edit1", "New");
+    Plant("UPDATE ON KT_Events");
+    seams.Prompts.Expect_Error(
+        "Update Failed",
+        "The change could not be saved and has been undone: write KT_Events: planted fault\n\n" + unit +
+            ":Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
+    Click(form, "OKBtn");
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(Control<QLineEdit>(form, "Edit1")->text(), QStringLiteral("New"));
+  }
+
   Kt_test::TTest_Seams seams;
   TTemporary_Database database;
 };

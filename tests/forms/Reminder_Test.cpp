@@ -339,15 +339,7 @@ TEST_F(Reminder_Form, A_Failed_Save_Tells_Why_And_Keeps_The_Inputs) {
     Open(rules, key);
     TReminder_Frm form(rules);
     Show(form);
-    Type(&form, "Edit1", "New");
-    Plant("UPDATE ON KT_Events");
-    seams.Prompts.Expect_Error(
-        "Update Failed",
-        "The change could not be saved and has been undone: write KT_Events: planted fault\n\n"
-        "fm_Reminders:Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
-    Click(&form, "OKBtn");
-    EXPECT_TRUE(form.isVisible());
-    EXPECT_EQ(Control<QLineEdit>(&form, "Edit1")->text(), QStringLiteral("New"));
+    Fail_To_Save(&form, "fm_Reminders");
     Run_Sql("DROP TRIGGER planted");
     Click(&form, "OKBtn");
     EXPECT_EQ(form.result(), QDialog::Accepted) << "saved once the fault is gone";

@@ -233,15 +233,7 @@ TEST_F(Task_Form, A_Failed_Save_Is_Reported_Once_And_Keeps_The_Inputs) {
   Open(rules, Make(1, 3));
   TTask_Frm form(rules);
   Show(form);
-  Type(&form, "Edit1", "New");
-  Plant("UPDATE ON KT_Events");
-  seams.Prompts.Expect_Error(
-      "Update Failed",
-      "The change could not be saved and has been undone: write KT_Events: planted fault\n\n"
-      "fm_Task:Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
-  Click(&form, "OKBtn");
-  EXPECT_TRUE(form.isVisible());
-  EXPECT_EQ(Control<QLineEdit>(&form, "Edit1")->text(), QStringLiteral("New"));
+  Fail_To_Save(&form, "fm_Task");
   EXPECT_EQ(Query_Text("SELECT Title FROM KT_Events"), "Old");
 }
 
