@@ -77,13 +77,14 @@ struct TField {
 /// failed.
 class TTable {
  public:
-  /// A table of the shared database; opens nothing by itself.
-  explicit TTable(std::string_view name);
-  /// A table of a database of one's own choice, which must outlive the view.
-  TTable(TDatabase& database, std::string_view name);
-  /// A cursor of its own on the same table, in natural order, without range, filter or cache. With column
-  /// names it reads only these and its indexes' columns; reading another throws.
+  /// A table of the shared database, ordered by an index as after Set_Index; opens nothing by itself.
+  explicit TTable(std::string_view name, std::string_view index = {});
+  /// A cursor of its own on the same table, without range, filter or cache; ordered by an index as after
+  /// Set_Index, or in natural order. With column names it reads only these and its indexes' columns; reading
+  /// another throws.
   explicit TTable(TTable& table, std::initializer_list<std::string_view> columns = {});
+  explicit TTable(TTable& table, std::string_view index,
+                  std::initializer_list<std::string_view> columns = {});
   ~TTable();
   TTable(TTable&& other) noexcept;
   TTable(const TTable&) = delete;

@@ -19,23 +19,18 @@ using namespace Kt_util_01;
 
 namespace {
 
-TTable Cursor(TTable table, std::string_view index) {
-  table.Set_Index(index);
-  return table;
-}
-
 // Reads the entries of a book, each when its first occurrence comes along.
 class TEntry_Reader {
  public:
   TEntry_Reader(const TBook& of, TExport_Report& told)
       : book(of),
         report(told),
-        events(Cursor(TTable(Events_Table), "Key")),
-        occurrences(Cursor(TTable(Events_Data), "Event")),
-        alarms(Cursor(TTable(Alarms_Table), "Key")),
-        contacts(Cursor(TTable(Contacts_Table, {"Key", "Deleted"}), "Key")),
-        imported(Cursor(TTable("KT_Import_Events"), "Event")),
-        siblings(Cursor(TTable("KT_Import_Events"), "BookandUID")) {
+        events(Events_Table, "Key"),
+        occurrences(Events_Data, "Event"),
+        alarms(Alarms_Table, "Key"),
+        contacts(Contacts_Table, "Key", {"Deleted"}),
+        imported("KT_Import_Events", "Event"),
+        siblings("KT_Import_Events", "BookandUID") {
     Set_Cache(contacts);
   }
 
@@ -145,8 +140,7 @@ void Write_Book(const TBook& book, std::ostream& stream, TExport_Report& report,
 
   const TSnapshot snapshot;
   TEntry_Reader reader(book, report);
-  TTable walk(Events_Data, {"Event"});
-  walk.Set_Index("BookandDate");
+  TTable walk(Events_Data, "BookandDate", {"Event"});
   walk.SetRange({book.Key}, {book.Key});
   if (progress) progress->Set_Max(walk.Record_Count());
   const TField event_field = walk.Field("Event");

@@ -38,16 +38,14 @@ TImport_Report Plan_And_Write(const std::string& file, const TImport_Options& op
   plan.Until = Import_Until(options);
   plan.Until_Was_Given = options.Has_Until;
   plan.Progress = options.Progress;
-  TTable imports("KT_Imports");
-  imports.Set_Index("BookandUID");
+  TTable imports("KT_Imports", "BookandUID");
   plan.Is_Unchanged = [&](const std::string& uid, const std::string& digest) {
     return !book.Key.empty() && imports.FindKey({book.Key, uid}) &&
            imports.Text(imports.Field("Digest")) == digest;
   };
   std::vector<TPlanned_Entry> entries = Plan_Import(calendar, plan, report);
   // What has no dates and was never here leaves nothing to write.
-  TTable occurrences(Events_Data, {"Event", "Book"});
-  occurrences.Set_Index("Event");
+  TTable occurrences(Events_Data, "Event", {"Book"});
   std::erase_if(entries, [&](const TPlanned_Entry& entry) {
     return entry.Events.empty() && !imports.FindKey({book.Key, entry.UID}) &&
            !occurrences.FindKey({entry.UID});

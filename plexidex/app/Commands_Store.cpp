@@ -28,8 +28,7 @@ std::int64_t Row_Count(const std::string& table) {
 
 // The whole key of the occurrence that the user means.
 std::string Find_Occurrence(const std::string& typed) {
-  TTable occurrences(Events_Data, {"Key"});
-  occurrences.Set_Index("Key");
+  TTable occurrences(Events_Data, "Key", {"Key"});
   if (occurrences.FindKey({typed})) return typed;
   if (typed.size() < Shortest_Ending) {
     throw ECommand_Error("There is no entry \"" + typed + "\"; the ending of a key needs at least " +
@@ -106,8 +105,7 @@ int Run_Agenda(const TConsole& console, const TAgenda_Command& command) {
 
 int Run_Mark(const TConsole& console, const std::string& typed, bool done) {
   const std::string key = Find_Occurrence(typed);
-  TTable occurrences(Events_Data), events(Events_Table);
-  for (TTable* table : {&occurrences, &events}) table->Set_Index("Key");
+  TTable occurrences(Events_Data, "Key"), events(Events_Table, "Key");
   const TField actioned = occurrences.Field("Actioned");
   if (!occurrences.FindKey({key}) || !events.FindKey({occurrences.Text(occurrences.Field("Event"))})) {
     throw ECommand_Error("The entry \"" + key +
@@ -156,8 +154,7 @@ int Run_Books(const TConsole& console, bool with_keys) {
   if (books.empty()) console.Out << "There are no books yet.\n";
   int width = 0;
   for (const TBook& book : books) width = std::max(width, Display_Width(Printable(book.Name)));
-  TTable occurrences(Events_Data, {"Key"});
-  occurrences.Set_Index("BookandDate");
+  TTable occurrences(Events_Data, "BookandDate", {"Key"});
   for (const TBook& book : books) {
     occurrences.SetRange({book.Key}, {book.Key});
     console.Out << Padded(Printable(book.Name), width) << "  ";

@@ -16,21 +16,16 @@ namespace {
 
 constexpr int Status_Completed = 2;
 
-TTable Cursor(TTable table, std::string_view index) {
-  table.Set_Index(index);
-  return table;
-}
-
 }  // namespace
 
 TEntry_Writer::TEntry_Writer(const TBook& into, TImport_Report& told)
     : book(into),
       report(told),
-      events(Cursor(TTable(Events_Table), "Key")),
-      occurrences(Cursor(TTable(Events_Data), "Event")),
-      alarms(Cursor(TTable(Alarms_Table), "Key")),
-      imports(Cursor(TTable("KT_Imports"), "BookandUID")),
-      import_events(Cursor(TTable("KT_Import_Events"), "BookandUID")) {}
+      events(Events_Table, "Key"),
+      occurrences(Events_Data, "Event"),
+      alarms(Alarms_Table, "Key"),
+      imports("KT_Imports", "BookandUID"),
+      import_events("KT_Import_Events", "BookandUID") {}
 
 void TEntry_Writer::Write(TPlanned_Entry& entry) {
   TReplaced replaced = Remove_Old(entry.UID);

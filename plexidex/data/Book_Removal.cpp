@@ -34,8 +34,7 @@ void Delete_Where(std::string_view table, std::string_view column, std::string_v
 
 std::vector<std::string> Masters_Of(std::string_view book) {
   std::vector<std::string> masters;
-  TTable occurrences(Events_Data, {"Event"});
-  occurrences.Set_Index("BookandDate");
+  TTable occurrences(Events_Data, "BookandDate", {"Event"});
   occurrences.SetRange({book}, {book});
   const TField event = occurrences.Field("Event");
   // A set's occurrences mostly follow one another only by date, so a master may come more than once.

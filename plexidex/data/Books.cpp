@@ -5,17 +5,6 @@
 
 namespace Kt_data_01 {
 
-namespace {
-
-// Host code never moves the module's tables: each routine has cursors of its own.
-TTable Cursor(std::string_view table, std::string_view index) {
-  TTable cursor(table);
-  cursor.Set_Index(index);
-  return cursor;
-}
-
-}  // namespace
-
 std::vector<TBook> List_Books() {
   std::vector<TBook> books;
   TSnapshot snapshot;
@@ -48,8 +37,7 @@ TBook Create_Book(std::string_view name) {
 }
 
 std::string Calendar_Of_Book(std::string_view book) {
-  TTable cursor(Contacts_Table, {"Key"});
-  cursor.Set_Index("TypeBookandParent");
+  TTable cursor(Contacts_Table, "TypeBookandParent", {"Key"});
   if (!cursor.FindKey({Contact_Type_Calendar, book, ""})) return {};
   return std::string(cursor.Text(cursor.Field("Key")));
 }
@@ -66,8 +54,7 @@ std::string Create_Contact(std::string_view book, std::string_view display_name,
 }
 
 bool Set_Contact_Deleted(std::string_view contact, bool deleted) {
-  TTable cursor(Contacts_Table);
-  cursor.Set_Index("Key");
+  TTable cursor(Contacts_Table, "Key");
   if (!cursor.FindKey({contact})) return false;
   cursor.Edit();
   cursor.Set(cursor.Field("Deleted"), deleted);
@@ -79,7 +66,7 @@ bool Set_Contact_Deleted(std::string_view contact, bool deleted) {
 
 std::string Create_User(std::string_view name, bool administrator) {
   const std::string key = Kt_util_01::Get_GUID();
-  TTable cursor = Cursor("KT_Users", "Key");
+  TTable cursor("KT_Users");
   cursor.Insert();
   cursor.SetFields({key, name, administrator});
   PostUpdate(cursor);
@@ -87,7 +74,7 @@ std::string Create_User(std::string_view name, bool administrator) {
 }
 
 void Set_Rights(std::string_view owner, std::string_view user, const TRights& rights) {
-  TTable cursor = Cursor("KT_Rights", "OwnerandUser");
+  TTable cursor("KT_Rights", "OwnerandUser");
   if (cursor.FindKey({owner, user})) {
     cursor.Edit();
   } else {
@@ -98,12 +85,12 @@ void Set_Rights(std::string_view owner, std::string_view user, const TRights& ri
 }
 
 std::string Database_Setting(std::string_view name) {
-  TTable cursor = Cursor("KT_Settings", "Name");
+  TTable cursor("KT_Settings", "Name");
   return cursor.FindKey({name}) ? std::string(cursor.Text(cursor.Field("Value"))) : std::string();
 }
 
 void Set_Database_Setting(std::string_view name, std::string_view value) {
-  TTable cursor = Cursor("KT_Settings", "Name");
+  TTable cursor("KT_Settings", "Name");
   if (cursor.FindKey({name})) {
     cursor.Edit();
   } else {

@@ -23,8 +23,7 @@ void Touch(TTable& contacts) {
 }
 
 bool Set_Name(std::string_view key, std::string_view name) {
-  TTable contacts(Contacts_Table);
-  contacts.Set_Index("Key");
+  TTable contacts(Contacts_Table, "Key");
   if (!contacts.FindKey({key})) return false;
   contacts.Edit();
   contacts.Set(contacts.Field("DisplayName"), name);
@@ -34,8 +33,7 @@ bool Set_Name(std::string_view key, std::string_view name) {
 }
 
 TTable Details_Of(std::string_view contact, bool& found) {
-  TTable details(Contacts_Data);
-  details.Set_Index("ContactandTemplate");
+  TTable details(Contacts_Data, "ContactandTemplate");
   found = details.FindKey({contact, No_Template});
   return details;
 }
@@ -45,8 +43,7 @@ TTable Details_Of(std::string_view contact, bool& found) {
 std::vector<TContact> List_Contacts(std::string_view book, bool deleted) {
   std::vector<std::pair<std::string, TContact>> sorted;
   TSnapshot snapshot;
-  TTable contacts(Contacts_Table, {"Key", "DisplayName", "Deleted"});
-  contacts.Set_Index("TypeBookandParent");
+  TTable contacts(Contacts_Table, "TypeBookandParent", {"Key", "DisplayName", "Deleted"});
   const TField key = contacts.Field("Key"), name = contacts.Field("DisplayName"),
                gone = contacts.Field("Deleted");
   contacts.SetRange({Contact_Type_Contact, book}, {Contact_Type_Contact, book});
@@ -65,8 +62,7 @@ std::vector<TContact> List_Contacts(std::string_view book, bool deleted) {
 }
 
 bool Find_Contact(std::string_view key, TContact& contact) {
-  TTable contacts(Contacts_Table, {"Key", "DisplayName", "Type", "Book", "Deleted"});
-  contacts.Set_Index("Key");
+  TTable contacts(Contacts_Table, "Key", {"DisplayName", "Type", "Book", "Deleted"});
   if (!contacts.FindKey({key}) || contacts.Integer(contacts.Field("Type")) != Contact_Type_Contact)
     return false;
   contact = {std::string(key), std::string(contacts.Text(contacts.Field("DisplayName"))),
@@ -105,8 +101,7 @@ bool Write_Contact(std::string_view contact, std::string_view name, const TConta
 TOther_Texts Other_Labels(std::string_view book) {
   TOther_Texts labels;
   for (std::size_t i = 0; i < Other_Fields; ++i) labels[i] = "Other " + std::to_string(i + 1);
-  TTable fields(Fields_Table);
-  fields.Set_Index("Book");
+  TTable fields(Fields_Table, "Book");
   if (!fields.FindKey({book})) return labels;
   for (std::size_t i = 0; i < Other_Fields; ++i) {
     if (const auto own = fields.Text(fields.Field(Other_Column(i))); !own.empty()) labels[i] = own;
@@ -115,8 +110,7 @@ TOther_Texts Other_Labels(std::string_view book) {
 }
 
 void Set_Other_Labels(std::string_view book, const TOther_Texts& labels) {
-  TTable fields(Fields_Table);
-  fields.Set_Index("Book");
+  TTable fields(Fields_Table, "Book");
   if (fields.FindKey({book})) {
     fields.Edit();
   } else {
@@ -128,8 +122,7 @@ void Set_Other_Labels(std::string_view book, const TOther_Texts& labels) {
 }
 
 bool Rename_Book(std::string_view book, std::string_view name) {
-  TTable books(Books_Table);
-  books.Set_Index("Key");
+  TTable books(Books_Table, "Key");
   if (!books.FindKey({book})) return false;
   books.Edit();
   books.Set(books.Field("BookName"), name);

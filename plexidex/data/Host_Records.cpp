@@ -13,8 +13,7 @@ void LogJournal(int type, std::string_view occurrence, std::string_view contact,
 }
 
 void RemoveLog(std::string_view occurrence) {
-  TTable log(Log_Table);
-  log.Set_Index("Occurrence");
+  TTable log(Log_Table, "Occurrence");
   while (log.FindKey({occurrence})) log.Delete();
 }
 
@@ -26,15 +25,13 @@ void Note_Open_Editor(std::string_view event) {
 }
 
 void Forget_Open_Editor(std::string_view event) {
-  TTable editors("KT_Open_Editors");
-  editors.Set_Index("UserandEvent");
+  TTable editors("KT_Open_Editors", "UserandEvent");
   if (editors.FindKey({Kt_util_01::User_Key(), event})) editors.Delete();
 }
 
 std::vector<std::string> Noted_Editors() {
   std::vector<std::string> events;
-  TTable editors("KT_Open_Editors");
-  editors.Set_Index("UserandEvent");
+  TTable editors("KT_Open_Editors", "UserandEvent");
   editors.SetRange({Kt_util_01::User_Key()}, {Kt_util_01::User_Key()});
   const TField event = editors.Field("Event");
   for (editors.First(); !editors.Eof(); editors.Next()) events.emplace_back(editors.Text(event));
@@ -43,10 +40,9 @@ std::vector<std::string> Noted_Editors() {
 
 void Build_Holidays_Data(TEventKey_List& list, TDateTime from, TDateTime to) {
   TSnapshot snapshot;
-  TTable holidays("KT_Holidays");
+  TTable holidays("KT_Holidays", "HolidayDate");
   const TField date = holidays.Field("HolidayDate"), name = holidays.Field("Name"),
                country = holidays.Field("Country");
-  holidays.Set_Index("HolidayDate");
   holidays.SetRange({static_cast<double>(Kt_util_01::Whole_Day(from))},
                     {static_cast<double>(Kt_util_01::Whole_Day(to))});
   for (holidays.First(); !holidays.Eof(); holidays.Next()) {

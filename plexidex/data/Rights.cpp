@@ -37,8 +37,7 @@ class TRights_Cache {
   }
 
   std::string Name_Of(std::string_view user) {
-    TTable table("KT_Users");
-    table.Set_Index("Key");
+    TTable table("KT_Users", "Key");
     return table.FindKey({user}) ? std::string(table.Text(table.Field("Name"))) : std::string();
   }
 
@@ -60,14 +59,12 @@ class TRights_Cache {
   }
 
   static bool Is_Administrator(std::string_view user) {
-    TTable table("KT_Users");
-    table.Set_Index("Key");
+    TTable table("KT_Users", "Key");
     return table.FindKey({user}) && table.Boolean(table.Field("Administrator"));
   }
 
   static bool Find_Levels(std::string_view owner, std::string_view user, TLevels& levels) {
-    TTable table("KT_Rights");
-    table.Set_Index("OwnerandUser");
+    TTable table("KT_Rights", "OwnerandUser");
     if (!table.FindKey({owner, user}) && !table.FindKey({owner, Global_User})) return false;
     levels = {table.Boolean(table.Field("Level1")), table.Boolean(table.Field("Level2")),
               table.Boolean(table.Field("Level3")), table.Boolean(table.Field("Level4"))};
@@ -79,8 +76,7 @@ class TRights_Cache {
     constexpr int Deepest_Folder = 64;  // a circle of folders must not hang the program
     TLevels levels{};
     std::string at(owner), book;
-    TTable table("KT_Contacts");
-    table.Set_Index("Key");
+    TTable table("KT_Contacts", "Key");
     const TField parent = table.Field("Parent"), book_field = table.Field("Book");
     for (int depth = 0; depth < Deepest_Folder && !at.empty(); ++depth) {
       if (Find_Levels(at, user, levels)) return levels;
@@ -119,8 +115,7 @@ std::string Get_UserName(std::string_view user) {
 
 std::vector<TUser> Get_User_List() {
   std::vector<TUser> users;
-  TTable table("KT_Users");
-  table.Set_Index("Name");
+  TTable table("KT_Users", "Name");
   const TField key = table.Field("Key"), name = table.Field("Name");
   for (table.First(); !table.Eof(); table.Next()) {
     users.push_back({std::string(table.Text(key)), std::string(table.Text(name))});

@@ -2,12 +2,17 @@
 
 namespace Kt_data_01 {
 
-TTable::TTable(std::string_view name) : TTable(Shared_Database(), name) {}
-TTable::TTable(TDatabase& database, std::string_view name)
-    : impl(std::make_unique<TImpl>(database, Table_Def(name), false,
-                                   std::initializer_list<std::string_view>{})) {}
+TTable::TTable(std::string_view name, std::string_view index)
+    : impl(std::make_unique<TImpl>(Shared_Database(), Table_Def(name), false,
+                                   std::initializer_list<std::string_view>{})) {
+  Set_Index(index);
+}
 TTable::TTable(TTable& table, std::initializer_list<std::string_view> columns)
-    : impl(std::make_unique<TImpl>(table.impl->Database(), table.impl->Def(), true, columns)) {}
+    : TTable(table, std::string_view(), columns) {}
+TTable::TTable(TTable& table, std::string_view index, std::initializer_list<std::string_view> columns)
+    : impl(std::make_unique<TImpl>(table.impl->Database(), table.impl->Def(), true, columns)) {
+  Set_Index(index);
+}
 TTable::TTable(TTable&&) noexcept = default;
 TTable::~TTable() = default;
 

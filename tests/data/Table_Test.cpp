@@ -57,8 +57,7 @@ TEST_F(Table, A_Walk_Agrees_With_A_Sorted_List_Whatever_Happens_Meanwhile) {
   };
   for (int i = 0; i < 300; ++i) add();
 
-  TTable walk(Events_Data, {"Actioned"});
-  walk.Set_Index("BookandDate");
+  TTable walk(Events_Data, "BookandDate", {"Actioned"});
   constexpr double low = 1002, high = 1026;
   walk.SetRange({database.Book().Key, low}, {database.Book().Key, high});
   const auto in_range = [&](const TRow& row) { return row.Date >= low && row.Date <= high; };
@@ -177,8 +176,7 @@ TEST_F(Table, Refuses_What_Does_Not_Fit) {
   occurrences.Set(key, "x");
   EXPECT_THROW(PostUpdate(occurrences), EData_Error) << "no bracket";
   occurrences.Cancel();
-  TTable narrow(Events_Data, {"Key"});
-  narrow.Set_Index("Key");
+  TTable narrow(Events_Data, "Key", {"Key"});
   In_Update([&] {
     Add_Event();
     Add_Occurrence(1);
@@ -194,8 +192,7 @@ TEST_F(Table, Notices_That_A_Row_Has_Gone_Under_It) {
     Add_Event();
     gone = Add_Occurrence(1);
   });
-  TTable other(Events_Data);
-  other.Set_Index("Key");
+  TTable other(Events_Data, "Key");
   ASSERT_TRUE(other.FindKey({gone}));
   In_Update([&] {
     occurrences.Set_Index("Key");
@@ -243,8 +240,7 @@ TEST_F(Table, Caches_And_Prefetched_Rows_Never_Show_What_Is_No_Longer_So) {
     }
   });
   const TField title = Events_Table.Field("Title"), event_field = Events_Data.Field("Event");
-  TTable events(Events_Table, {"Key", "Title"});
-  events.Set_Index("Key");
+  TTable events(Events_Table, "Key", {"Title"});
   TDatabase second;
   second.Open(database.Path(), TDatabase::TMode::Must_Exist);
   const auto rename_elsewhere = [&](const std::string& name) {
@@ -270,8 +266,7 @@ TEST_F(Table, Caches_And_Prefetched_Rows_Never_Show_What_Is_No_Longer_So) {
   }
   In_Update([&] {
     EXPECT_TRUE(titles_are("Second"));
-    TTable writer(Events_Table);
-    writer.Set_Index("Key");
+    TTable writer(Events_Table, "Key");
     for (const std::string& one : keys) {
       ASSERT_TRUE(writer.FindKey({one}));
       writer.Edit();
@@ -283,11 +278,9 @@ TEST_F(Table, Caches_And_Prefetched_Rows_Never_Show_What_Is_No_Longer_So) {
   Cache_Off(events);
   EXPECT_TRUE(titles_are("Third"));
 
-  TTable walk(Events_Data, {"Event"});
-  walk.Set_Index("BookandDate");
+  TTable walk(Events_Data, "BookandDate", {"Event"});
   walk.SetRange({database.Book().Key}, {database.Book().Key});
-  TTable along(Events_Table, {"Title"});
-  along.Set_Index("Key");
+  TTable along(Events_Table, "Key", {"Title"});
   walk.Prefetch(event_field, along);
   TSnapshot snapshot;
   walk.First();
