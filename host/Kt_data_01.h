@@ -194,8 +194,11 @@ extern TTable Contacts_Table, Contacts_Data, Books_Table, Filters_Table, Templat
 /// `Type` of a row of Contacts_Table. Stored: never renumber.
 inline constexpr int Contact_Type_Contact = 0;
 inline constexpr int Contact_Type_Folder = 1;
-inline constexpr int Contact_Type_Calendar =
-    2;  // the book's own calendar record, one per book, without a parent
+/// The book's own calendar record, one per book, without a parent.
+inline constexpr int Contact_Type_Calendar = 2;
+
+/// Key of a book's calendar record; "" for an unknown book.
+std::string Calendar_Of_Book(std::string_view book);
 
 /// Switches record caching on and off around a long scan. Rows found by a unique key are then kept, and a
 /// table of which much is looked up is scanned ahead once. The cache serves only inside a snapshot or a

@@ -25,8 +25,6 @@ std::vector<TBook> List_Books();
 bool Find_Book(std::string_view name, TBook& book);
 /// With its calendar record.
 TBook Create_Book(std::string_view name);
-/// Key of the book's calendar record; "" for an unknown book.
-std::string Calendar_Of_Book(std::string_view book);
 
 /// Returns the key of the new contact or folder; `parent` is a folder of the same book or empty.
 std::string Create_Contact(std::string_view book, std::string_view display_name, std::string_view parent = {},
