@@ -79,16 +79,13 @@ const std::string& File_Of(int occurrences, TCopy copy) {
 /// Makes an event, or a set, in the database in use; the key of its first date.
 std::string Make(int days) {
   KTReminds::TNew_Event event;
-  event.Contact = Calendar;
-  event.Book = Book;
-  event.Title = days > 1 ? "Daily round" : "Meeting";
-  event.User = Kt_util_01::User_Key();
-  event.WAVFile = "<Default Sound>";
-  event.Alarm = true;
-  event.Offset = 15;
-  event.FirstDate = First_Date;
-  event.Pattern.Freq = days > 1 ? 1 : 0;
-  event.Pattern.LastDate = First_Day + days - 1;
+  event.Owner = {Book, Calendar};
+  event.Record.Title = days > 1 ? "Daily round" : "Meeting";
+  event.Record.User = Kt_util_01::User_Key();
+  event.Record.FirstDate = First_Date;
+  if (days > 1) event.Record.Pattern.Freq = KTReminds::TFrequency::Daily;
+  event.Record.Pattern.LastDate = First_Day + days - 1;
+  event.Alarm = {true, 15, "<Default Sound>", 0};
   std::string master;
   return KTReminds::Create_Event(event, master);
 }

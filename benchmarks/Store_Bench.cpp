@@ -22,16 +22,13 @@ const char* const Title = "Daily round";
 
 KTReminds::TNew_Event New_Set() {
   KTReminds::TNew_Event event;
-  event.Contact = Calendar;
-  event.Book = Book;
-  event.Title = Title;
-  event.User = Kt_util_01::User_Key();
-  event.WAVFile = "<Default Sound>";
-  event.Alarm = true;
-  event.Offset = 15;
-  event.FirstDate = First_Date;
-  event.Pattern.Freq = 1;
-  event.Pattern.LastDate = First_Day + Set_Length - 1;
+  event.Owner = {Book, Calendar};
+  event.Record.Title = Title;
+  event.Record.User = Kt_util_01::User_Key();
+  event.Record.FirstDate = First_Date;
+  event.Record.Pattern.Freq = KTReminds::TFrequency::Daily;
+  event.Record.Pattern.LastDate = First_Day + Set_Length - 1;
+  event.Alarm = {true, 15, "<Default Sound>", 0};
   return event;
 }
 

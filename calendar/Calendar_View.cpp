@@ -21,7 +21,7 @@
 namespace KTReminds {
 
 using namespace Kt_forms;
-using Kt_data_01::TEventKey;
+using Kt_data_01::TEntry_Type;
 using Kt_data_01::TList_Item;
 using Kt_util_01::CurrentDate;
 
@@ -235,9 +235,9 @@ void TCalendar_View::Add_Task() {
 void TCalendar_View::Open() {
   const TList_Item* item = Selected();
   if (!item) return Add_Event();
-  const int type = item->Data->EventType;
-  if (type != TEventKey::Type_Event && type != TEventKey::Type_Task) return;
-  const auto edit = type == TEventKey::Type_Task ? Task_Properties : Reminder_Properties;
+  const TEntry_Type type = item->Data->EventType;
+  if (type != TEntry_Type::Event && type != TEntry_Type::Task) return;
+  const auto edit = type == TEntry_Type::Task ? Task_Properties : Reminder_Properties;
   const std::string key = item->Data->Key.Str();
   bool confirmed = false;
   if (Outlives([&, owner = item->Data->Contact.Str(), node = NodeKey, hidden = item->Data->Private] {

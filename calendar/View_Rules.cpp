@@ -11,7 +11,7 @@ using namespace Kt_util_01;
 namespace {
 
 bool Is_Event_Or_Task(const TEventKey& entry) {
-  return entry.EventType == TEventKey::Type_Event || entry.EventType == TEventKey::Type_Task;
+  return entry.EventType == TEntry_Type::Event || entry.Is_Task();
 }
 
 bool Allowed(const TText& owner, int level) {
@@ -74,7 +74,7 @@ TNotice No_Entry_Notice(bool backwards, std::string_view title) {
 }
 
 TEntry_State State_Of(const TEventKey& entry, TDateTime now) {
-  if (entry.EventType == TEventKey::Type_Holiday) return TEntry_State::None;
+  if (entry.EventType == TEntry_Type::Other) return TEntry_State::None;
   if (entry.Done) return TEntry_State::Done;
   return CompareDates(entry.EventDate, now) < 0 ? TEntry_State::Overdue : TEntry_State::Outstanding;
 }

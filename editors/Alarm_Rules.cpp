@@ -3,7 +3,8 @@
 #include <filesystem>
 #include <limits>
 
-#include "Kt_data_01.h"
+#include "Event_Rows.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 
 namespace KTReminds {
@@ -226,39 +227,22 @@ TRefusal Validate_Alarm(TAlarm_Input& input, TAlarm& alarm) {
   return {};
 }
 
-bool Read_Stored_Alarm(const std::string& occurrence, TDateTime& event_date, TAlarm& alarm) {
-  TTable occurrences(Events_Data), alarms(Alarms_Table);
-  occurrences.Set_Index("Key");
-  alarms.Set_Index("Key");
-  if (!occurrences.FindKey({occurrence}) || !alarms.FindKey({occurrence})) return false;
-  event_date = occurrences.DateTime(occurrences.Field("EventDate"));
-  alarm = {true, static_cast<int>(alarms.Integer(alarms.Field("Offset"))),
-           std::string(alarms.Text(alarms.Field("WAVFile"))), alarms.DateTime(alarms.Field("NextTime"))};
-  return true;
+std::optional<TStored_Alarm> Read_Stored_Alarm(const std::string& occurrence) {
+  const auto rows = Find_Occurrence(occurrence);
+  if (!rows || !rows->Has_Alarm) return std::nullopt;
+  return TStored_Alarm{rows->Occurrence.DateTime(Occurrence_Columns().EventDate), Read_Alarm(rows->Alarm)};
 }
 
 bool Write_Stored_Alarm(const std::string& occurrence, const TAlarm& alarm) {
-  if (!Start_Update()) return false;
-  try {
-    TTable occurrences(Events_Data), alarms(Alarms_Table);
-    occurrences.Set_Index("Key");
-    alarms.Set_Index("Key");
-    const bool found = occurrences.FindKey({occurrence}) && alarms.FindKey({occurrence});
-    if (found && alarm.On) {
-      alarms.Edit();
-      alarms.Set(alarms.Field("NextTime"), alarm.NextTime);
-      alarms.Set(alarms.Field("Offset"), alarm.Offset);
-      alarms.Set(alarms.Field("WAVFile"), alarm.WAVFile);
-      PostUpdate(alarms);
-    } else if (found) {
-      alarms.Delete();
-    }
-    EndUpdate();
-    return found;
-  } catch (...) {
-    FailUpdate("fm_Alarm_Props:Set_Alarm_Properties [KT_Events_Data/KT_Alarms]");
-    return false;
-  }
+  bool found = false;
+  const TUpdate_Result result = Update("fm_Alarm_Props:Set_Alarm_Properties [KT_Events_Data/KT_Alarms]", [&] {
+    auto rows = Find_Occurrence(occurrence);
+    found = rows && rows->Has_Alarm;
+    if (!found) return;
+    Write_Alarm(rows->Alarm, true, Read_Occurrence(rows->Occurrence),
+                std::string(rows->Alarm.Text(Alarm_Columns().User)), alarm);
+  });
+  return result && found;
 }
 
 }  // namespace KTReminds

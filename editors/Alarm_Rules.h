@@ -2,10 +2,11 @@
 
 // What an alarm is in words and in minutes, which sounds it may play, and its stored row. No window.
 
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "Kt_dates.h"
+#include "Event_Record.h"
 
 namespace KTReminds {
 
@@ -32,14 +33,6 @@ std::string Canonical_Offset(const std::string& text);
 /// When an alarm fires, in words: "at" a time "on" a day, or for one put off, whose NextTime is not 0,
 /// "until" then.
 std::string Get_Alarm_TimeStr(TDateTime EventDate, TDateTime NextTime, int Offset);
-
-/// An alarm as an editor holds it.
-struct TAlarm {
-  bool On = false;
-  int Offset = 15;      // minutes before the entry; negative when it fires later
-  std::string WAVFile;  // one of the texts above, or a path
-  TDateTime NextTime = 0;
-};
 
 /// What an input that was refused tells the user, and where it points.
 struct TRefusal {
@@ -100,8 +93,13 @@ struct TAlarm_Input {
 /// Fills all of `alarm` but its NextTime. A refusal leaves it off.
 TRefusal Validate_Alarm(TAlarm_Input& input, TAlarm& alarm);
 
-/// An occurrence's date and its alarm, which is on; false without either row. Throws EData_Error.
-bool Read_Stored_Alarm(const std::string& occurrence, TDateTime& event_date, TAlarm& alarm);
+/// An occurrence and its alarm, which is on.
+struct TStored_Alarm {
+  TDateTime EventDate = 0;
+  TAlarm Alarm;
+};
+/// Nothing without either row. Throws EData_Error.
+std::optional<TStored_Alarm> Read_Stored_Alarm(const std::string& occurrence);
 /// Changes the alarm's row, or deletes it when the alarm is off. False when the rows are gone or the update
 /// was refused or failed, which is reported.
 bool Write_Stored_Alarm(const std::string& occurrence, const TAlarm& alarm);

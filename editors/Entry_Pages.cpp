@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "Form_Controls.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "ui_Entry_Pages.h"
 
@@ -116,14 +117,12 @@ void TEntry_Form::AlarmCheckClick(bool checked) {
 void TEntry_Form::ConfigureClick() {
   Store();
   TAlarm alarm = Shown_Alarm();
-  const QPointer<TEntry_Form> alive(this);
   bool changed = false;
-  try {
-    changed = Configure_Alarm(alarm);
-  } catch (...) {
-    Kt_data_01::FailRead(Unit() + ":ConfigureClick");
-  }
-  if (!alive || !changed) return;
+  if (!Outlives(
+          this,
+          [&] { Kt_data_01::Read(Unit() + ":ConfigureClick", [&] { changed = Configure_Alarm(alarm); }); }) ||
+      !changed)
+    return;
   rules.Alarm = alarm;
   controls.Alarm->setChecked(alarm.On);
   Show_Alarm_Dependents(alarm.On);
@@ -145,11 +144,7 @@ void TEntry_Form::Store() {
 
 void TEntry_Form::OKBtnClick() {
   if (rules.Read_Only()) return accept();
-  try {
-    Save();
-  } catch (...) {
-    Kt_data_01::FailRead(Unit() + ":OKBtnClick [KT_Events/KT_Events_Data/KT_Alarms]");
-  }
+  Kt_data_01::Read(Unit() + ":OKBtnClick [KT_Events/KT_Events_Data/KT_Alarms]", [this] { Save(); });
 }
 
 void TEntry_Form::Save() {
@@ -158,10 +153,9 @@ void TEntry_Form::Save() {
   const TRefusal refusal = rules.Validate();
   Show_Validated();
   if (Show_Refusal(this, refusal)) return;
-  const QPointer<TEntry_Form> alive(this);
-  bool keep_open = false;
-  if (!Confirm_Update(keep_open) || !alive) return;
-  if (rules.Process_Update() && alive && !keep_open) accept();
+  bool keep_open = false, confirmed = false, written = false;
+  if (!Outlives(this, [&] { confirmed = Confirm_Update(keep_open); }) || !confirmed) return;
+  if (Outlives(this, [&] { written = rules.Process_Update(); }) && written && !keep_open) accept();
 }
 
 }  // namespace KTReminds

@@ -8,8 +8,7 @@
 #include <vector>
 
 #include "Alarm_Rules.h"
-#include "Kt_data_01.h"
-#include "Recurrence.h"
+#include "Event_Rows.h"
 
 namespace KTReminds {
 
@@ -30,11 +29,11 @@ class TEntry_Rules {
   TEntry_Rules(const TEntry_Rules&) = delete;
   TEntry_Rules& operator=(const TEntry_Rules&) = delete;
 
-  /// Finds the rows of an occurrence, or makes those of a new entry when `event_key` is empty. An empty
-  /// `host_key` stands for the book's calendar record. `no_contact` hides the contact and makes the record
-  /// read-only. False when the rows are not there or cannot be made; a failure is reported.
-  bool Open(const std::string& event_key, const std::string& host_key, const std::string& book_key,
-            const std::string& subject, bool no_contact);
+  /// Finds the rows of an occurrence, or makes those of a new entry when `event_key` is empty. An owner
+  /// without a contact stands for the book's calendar record. `no_contact` hides the contact and makes the
+  /// record read-only. False when the rows are not there or cannot be made; a failure is reported.
+  bool Open(const std::string& event_key, const TOwner& new_owner, const std::string& subject,
+            bool no_contact);
 
   TEntry_Mode Mode() const { return mode; }
   bool Is_New() const { return mode == TEntry_Mode::New; }
@@ -42,7 +41,7 @@ class TEntry_Rules {
   bool No_Contact() const { return no_contact; }
   /// Whether only the owner may change privacy; never for one occurrence of a set.
   bool May_Change_Privacy() const;
-  const std::string& Host_Key() const { return host_key; }
+  const std::string& Host_Key() const { return owner.Contact; }
   const std::string& Contact_Name() const { return contact_name; }
   /// Keys and names of those who may be the owner.
   const std::vector<Kt_data_01::TUser>& Users() const { return users; }
@@ -70,43 +69,38 @@ class TEntry_Rules {
  protected:
   explicit TEntry_Rules(const TEntry_Words& entry_words);
 
-  struct TRows;
-
   virtual void Prepare_New(TDateTime now) = 0;
   virtual TDateTime New_Date() const = 0;
-  virtual int Event_Type() const = 0;
+  virtual TEntry_Type Event_Type() const = 0;
   virtual bool All_Day() const = 0;
   /// The occurrence's date as saved.
   virtual TDateTime Entry_Date() const = 0;
-  virtual void Load(const TRows& rows) = 0;
+  virtual void Load(const TEvent_Record& event, const TOccurrence& occurrence) = 0;
   /// Whether later dates are made anew.
   virtual bool Rewrites() const { return false; }
   virtual bool Keeps_Date() const { return false; }
   virtual bool Is_Done() const { return false; }
-  virtual void Write_Definition(TRows& rows) = 0;
-  virtual void Write_Later_Dates(const std::string& /*event*/) {}
+  /// Puts what only this kind of entry has into its master.
+  virtual void Define(TEvent_Record& event) const = 0;
+  virtual void Write_Later_Dates(TOccurrence_Writer& /*writer*/) {}
   /// What was written is what is stored now.
   virtual void Update_Done() {}
   /// Runs last inside the update.
-  virtual void Finish_Update(TRows& /*rows*/) {}
+  virtual void Finish_Update(const std::string& /*contact*/) {}
 
   TRefusal Validate_Subject() const;
   TRefusal Validate_Access() const;
 
   TEntry_Mode mode = TEntry_Mode::New;
-  std::string occurrence_key, event_key, host_key, calendar_key, book_key, contact_name;
-  bool alarm_was_on = false;
+  TOwner owner;
+  std::string occurrence_key, event_key, calendar_key, contact_name;
   TAlarm stored_alarm;
 
  private:
   bool Create_Temporary();
   bool Find_Rows();
-  void Load_Common(TRows& rows);
-  void Write_Occurrence(TRows& rows);
-  void Write_Alarm(TRows& rows);
-  void Write_Common(TRows& rows);
-  void Update_Alarm_Users();
-  void Clear_Out();
+  void Load_Common(const TOccurrence_Rows& rows);
+  void Write_Rows(TOccurrence_Rows& rows);
 
   const TEntry_Words words;
   bool read_only = false, no_contact = false, saved = false;
@@ -124,15 +118,6 @@ class TDiscard_At_End {
 
  private:
   TEntry_Rules& rules;
-};
-
-/// Cursors on the rows of one entry.
-struct TEntry_Rules::TRows {
-  TRows();
-  /// Positions all three; false without the occurrence or its set.
-  bool Find(std::string_view occurrence);
-  Kt_data_01::TTable Occurrence, Event, Alarm;
-  bool Has_Alarm = false;
 };
 
 /// Removes the temporary events of the current user's editors that died with their program. To be called at

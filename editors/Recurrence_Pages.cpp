@@ -93,28 +93,28 @@ void Follow_Date(TRecurrence_Pages& pages, TDateTime date) {
 
 TRecurrence_Pages Pages_From_Pattern(const TRecurrence_Pattern& pattern, TDateTime date) {
   TRecurrence_Pages pages = Propose_Pages(date);
-  if (pattern.Freq >= 1 && pattern.Freq <= 4) pages.Freq = pattern.Freq;
+  if (pattern.Freq >= TFrequency::Daily && pattern.Freq <= TFrequency::Yearly) pages.Freq = pattern.Freq;
   pages.Until = static_cast<TDateTime>(Whole_Day(pattern.LastDate));
   const std::string number = std::to_string(pattern.Period);
   const TRecurrence_Pages::TKind kind{std::clamp(pattern.Instance, 0, 4), Kind_Of(pattern)};
   switch (pattern.Freq) {
-    case 1:
+    case TFrequency::Daily:
       pages.Daily_Every = pattern.PeriodDefault;
       pages.Daily_Number = number;
       if (!pattern.PeriodDefault) pages.Daily_Days = Days_Of(pattern);
       break;
-    case 2:
+    case TFrequency::Weekly:
       pages.Weekly_Number = number;
       pages.Weekly_Days = Days_Of(pattern);
       // A weekly set without a day recurs on that of its date.
       if ((pattern.P & 0x7F) == 0) pages.Weekly_Days[static_cast<std::size_t>(MaskPosition(date))] = true;
       break;
-    case 3:
+    case TFrequency::Monthly:
       pages.Monthly_Every = pattern.PeriodDefault;
       (pattern.PeriodDefault ? pages.Monthly_Number : pages.Monthly_Kind_Number) = number;
       if (!pattern.PeriodDefault) pages.Monthly_Kind = kind;
       break;
-    case 4:
+    case TFrequency::Yearly:
       pages.Yearly_Every = pattern.PeriodDefault;
       (pattern.PeriodDefault ? pages.Yearly_Number : pages.Yearly_Kind_Number) = number;
       if (!pattern.PeriodDefault) {
@@ -130,10 +130,11 @@ TRecurrence_Pages Pages_From_Pattern(const TRecurrence_Pattern& pattern, TDateTi
 
 TRefusal Pattern_From_Pages(const TRecurrence_Pages& pages, const TRecurrence_Pattern& stored,
                             TRecurrence_Pattern& pattern) {
-  const bool every = pages.Freq == 1   ? pages.Daily_Every
-                     : pages.Freq == 3 ? pages.Monthly_Every
-                     : pages.Freq == 4 ? pages.Yearly_Every
-                                       : stored.Freq != 2 || stored.PeriodDefault;
+  const bool every = pages.Freq == TFrequency::Daily     ? pages.Daily_Every
+                     : pages.Freq == TFrequency::Monthly ? pages.Monthly_Every
+                     : pages.Freq == TFrequency::Yearly
+                         ? pages.Yearly_Every
+                         : stored.Freq != TFrequency::Weekly || stored.PeriodDefault;
   const bool same_choice = stored.Freq == pages.Freq && stored.PeriodDefault == every;
   TRecurrence_Pattern made;
   if (same_choice) made = stored;
@@ -145,25 +146,25 @@ TRefusal Pattern_From_Pages(const TRecurrence_Pages& pages, const TRecurrence_Pa
 
   TRefusal refusal;
   switch (pages.Freq) {
-    case 1:
+    case TFrequency::Daily:
       refusal = Read_Period(pages.Daily_Number, "DailyNumber", made.Period);
       if (refusal.Empty() && !every)
         refusal = Require_A_Day(pages.Daily_Days, "Daily Criteria Invalid", "DailyMonday");
       if (!every) Set_Days(made, pages.Daily_Days);
       break;
-    case 2: {
+    case TFrequency::Weekly: {
       refusal = Read_Period(pages.Weekly_Number, "WeeklyNumber", made.Period);
       if (refusal.Empty())
         refusal = Require_A_Day(pages.Weekly_Days, "Weekly Criteria Invalid", "WeeklyMonday");
       Set_Days(made, pages.Weekly_Days);
       break;
     }
-    case 3:
+    case TFrequency::Monthly:
       refusal = every ? Read_Period(pages.Monthly_Number, "MonthlyNumber", made.Period)
                       : Read_Period(pages.Monthly_Kind_Number, "MonthlyKindNumber", made.Period);
       if (!every) Set_Kind(made, pages.Monthly_Kind, same_choice);
       break;
-    case 4:
+    case TFrequency::Yearly:
       refusal = every ? Read_Period(pages.Yearly_Number, "YearlyNumber", made.Period)
                       : Read_Period(pages.Yearly_Kind_Number, "YearlyKindNumber", made.Period);
       if (!every) {

@@ -18,7 +18,7 @@ struct TRecurrence_Pages {
     int Pattern = 0;   // position in "day", "weekday", "weekend day", "Sunday" .. "Saturday"
   };
 
-  int Freq = 1;         // 1 daily .. 4 yearly
+  TFrequency Freq = TFrequency::Daily;
   TDateTime Until = 0;  // last day
 
   bool Daily_Every = true;  // every so many days, otherwise on the checked ones

@@ -1,6 +1,5 @@
 #include "Reminder_Rules.h"
 
-#include "Event_Creation.h"
 #include "Kt_util_01.h"
 
 namespace KTReminds {
@@ -13,21 +12,6 @@ namespace {
 constexpr TEntry_Words Words = {"fm_Reminder", "fm_Reminders", "A subject for this event is required.",
                                 "Event"};
 constexpr auto Proposed_Offset = 15;
-
-TRecurrence_Pattern Read_Pattern(const TTable& event) {
-  TRecurrence_Pattern pattern;
-  const auto number = [&event](std::string_view column) {
-    return static_cast<int>(event.Integer(event.Field(column)));
-  };
-  pattern.Freq = number("Freq");
-  pattern.Period = number("Period");
-  pattern.PeriodDefault = event.Boolean(event.Field("PeriodDefault"));
-  for (int i = 0; i < 10; ++i) pattern.Set_Flag(i, event.Boolean(event.Field("P" + std::to_string(i + 1))));
-  pattern.Instance = number("Instance");
-  pattern.Month = number("Month");
-  pattern.LastDate = event.DateTime(event.Field("LastDate"));
-  return pattern;
-}
 
 bool Same_Dates(const TRecurrence_Pattern& a, const TRecurrence_Pattern& b) {
   return a.Freq == b.Freq && a.Period == b.Period && a.PeriodDefault == b.PeriodDefault && a.P == b.P &&
@@ -52,12 +36,12 @@ void TReminder_Rules::Prepare_New(TDateTime now) {
   Show_Alarm();
 }
 
-void TReminder_Rules::Load(const TRows& rows) {
-  event_type = static_cast<int>(rows.Event.Integer(rows.Event.Field("EventType")));
-  No_Time = rows.Event.Boolean(rows.Event.Field("AllDay"));
-  stored_first_date = rows.Event.DateTime(rows.Event.Field("FirstDate"));
-  stored_pattern = pattern = Read_Pattern(rows.Event);
-  Show_Moment(rows.Occurrence.DateTime(rows.Occurrence.Field("EventDate")));
+void TReminder_Rules::Load(const TEvent_Record& event, const TOccurrence& occurrence) {
+  event_type = event.EventType;
+  No_Time = event.AllDay;
+  stored_first_date = event.FirstDate;
+  stored_pattern = pattern = event.Pattern;
+  Show_Moment(occurrence.EventDate);
   Show_Alarm();
   Pages = Propose_Pages(event_date);
 }
@@ -165,32 +149,23 @@ void TReminder_Rules::Update_Done() {
   recurrence_changed = false;
 }
 
-void TReminder_Rules::Write_Definition(TRows& rows) {
+void TReminder_Rules::Define(TEvent_Record& event) const {
   // The pattern of a set stays as it is while one of its occurrences is edited.
   if (mode == TEntry_Mode::Single_Occurrence) return;
-  TTable& event = rows.Event;
-  const auto set = [&event](std::string_view column, const TValue& value) {
-    event.Set(event.Field(column), value);
-  };
-  TRecurrence_Pattern written = pattern;
+  event.FirstDate = event_date;
+  event.Pattern = pattern;
   if (!Is_Recurring()) {
-    written = {};
-    written.LastDate = event_date;
+    event.Pattern = {};
+    event.Pattern.LastDate = event_date;
   }
-  set("FirstDate", event_date);
-  set("LastDate", written.LastDate);
-  set("Freq", written.Freq);
-  set("Period", written.Period);
-  set("PeriodDefault", written.PeriodDefault);
-  for (int i = 0; i < 10; ++i) set("P" + std::to_string(i + 1), written.Flag(i));
-  set("Month", written.Month);
-  set("Instance", written.Instance);
 }
 
-void TReminder_Rules::Write_Later_Dates(const std::string& event) {
-  TOccurrence_Writer writer({event, host_key, book_key, Owner, Alarm.WAVFile, Alarm.On, Alarm.Offset});
+void TReminder_Rules::Write_Later_Dates(TOccurrence_Writer& writer) {
+  // Only the first one was put off.
+  TAlarm alarm = Alarm;
+  alarm.NextTime = 0;
   TDateTime date = event_date;
-  while (Next_Written_Date(pattern, date)) writer.Write(date, false);
+  while (Next_Written_Date(pattern, date)) writer.Write(date, false, alarm);
 }
 
 }  // namespace KTReminds

@@ -45,20 +45,20 @@ class TReminder_Rules : public TEntry_Rules {
  private:
   void Prepare_New(TDateTime now) override;
   TDateTime New_Date() const override { return event_date; }
-  int Event_Type() const override { return event_type; }
+  TEntry_Type Event_Type() const override { return event_type; }
   bool All_Day() const override { return No_Time; }
   TDateTime Entry_Date() const override { return event_date; }
-  void Load(const TRows& rows) override;
+  void Load(const TEvent_Record& event, const TOccurrence& occurrence) override;
   bool Rewrites() const override;
   bool Keeps_Date() const override;
-  void Write_Definition(TRows& rows) override;
-  void Write_Later_Dates(const std::string& event) override;
+  void Define(TEvent_Record& event) const override;
+  void Write_Later_Dates(TOccurrence_Writer& writer) override;
   void Update_Done() override;
   void Show_Moment(TDateTime moment);
   TRefusal Validate_Date();
   TRefusal Validate_Alarm_Input();
 
-  int event_type = 0;
+  TEntry_Type event_type = TEntry_Type::Event;
   bool recurring_new = false, pages_shown = false, recurrence_changed = false;
   TDateTime event_date = 0;
   TDateTime stored_first_date = 0;

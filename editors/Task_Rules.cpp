@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "Kt_util_01.h"
-#include "Reminder_Utils.h"
 
 namespace KTReminds {
 
@@ -49,10 +48,6 @@ bool Read_Hundredths(const std::string& text, std::int64_t& hundredths) {
 
 TTask_Rules::TTask_Rules() : TEntry_Rules(Words) {}
 
-int TTask_Rules::Event_Type() const {
-  return Event_Type_Task;
-}
-
 void TTask_Rules::Prepare_New(TDateTime /*now*/) {
   Day = Start_Day = Whole(CurrentDate);
   Show_Alarm();
@@ -68,18 +63,17 @@ TAlarm TTask_Rules::Shown_Alarm() const {
   return shown;
 }
 
-void TTask_Rules::Load(const TRows& rows) {
-  const TTable& event = rows.Event;
-  const auto number = [&event](std::string_view column) { return event.Integer(event.Field(column)); };
-  Day = Whole(rows.Occurrence.DateTime(rows.Occurrence.Field("EventDate")));
-  Start_Day = Whole(event.DateTime(event.Field("FirstDate")));
-  stored_status = Status = static_cast<int>(number("Status"));
-  percentage = number("Percentage");
+void TTask_Rules::Load(const TEvent_Record& event, const TOccurrence& occurrence) {
+  const TTask_Progress& progress = event.Progress;
+  Day = Whole(occurrence.EventDate);
+  Start_Day = Whole(event.FirstDate);
+  stored_status = Status = progress.Status;
+  percentage = progress.Percentage;
   Percentage_Text = std::to_string(percentage);
-  Budget_Text = Number_Text(number("Budget"));
-  Worked_Text = Number_Text(number("Worked"));
-  Started = static_cast<TDateTime>(number("Started"));
-  Completed = static_cast<TDateTime>(number("Completed"));
+  Budget_Text = Number_Text(progress.Budget);
+  Worked_Text = Number_Text(progress.Worked);
+  Started = static_cast<TDateTime>(progress.Started);
+  Completed = static_cast<TDateTime>(progress.Completed);
   started_visible = Started > 0;
   completed_visible = Completed > 0;
   Show_Alarm();
@@ -96,18 +90,18 @@ void TTask_Rules::Set_Status() {
     completed_visible = false;
   };
   switch (Status) {
-    case Task_Not_Started:
+    case TTask_Status::Not_Started:
       Percentage_Text = "0";
       Started = 0;
       started_visible = false;
       hide_completed();
       break;
-    case Task_In_Progress:
+    case TTask_Status::In_Progress:
       if (Started == 0) Started = today;
       started_visible = true;
       hide_completed();
       break;
-    case Task_Completed:
+    case TTask_Status::Completed:
       Percentage_Text = "100";
       if (Started == 0) Started = today;
       if (Completed == 0) Completed = today;
@@ -126,7 +120,9 @@ void TTask_Rules::Set_Status() {
 void TTask_Rules::Percentage_Changed() {
   std::int64_t number = 0;
   if (!Str2Int(Percentage_Text, number)) return;
-  Status = number == 0 ? Task_Not_Started : number == 100 ? Task_Completed : Task_In_Progress;
+  Status = number == 0     ? TTask_Status::Not_Started
+           : number == 100 ? TTask_Status::Completed
+                           : TTask_Status::In_Progress;
   const std::string typed = Percentage_Text;
   Set_Status();
   Percentage_Text = typed;
@@ -165,27 +161,18 @@ TRefusal TTask_Rules::Validate() {
   return refusal.Empty() ? Validate_Numbers() : refusal;
 }
 
-void TTask_Rules::Write_Definition(TRows& rows) {
-  TTable& event = rows.Event;
-  const auto set = [&event](std::string_view column, const TValue& value) {
-    event.Set(event.Field(column), value);
-  };
-  set("FirstDate", Whole(Start_Day));
+void TTask_Rules::Define(TEvent_Record& event) const {
+  event.FirstDate = Whole(Start_Day);
   // A set that was imported keeps its end while one of its dates is edited.
-  if (mode != TEntry_Mode::Single_Occurrence) set("LastDate", Whole(Day));
-  set("EventType", Event_Type_Task);
-  set("Started", Whole_Day(Started));
-  set("Completed", Whole_Day(Completed));
-  set("Percentage", percentage);
-  set("Status", Status);
-  set("Budget", budget);
-  set("Worked", worked);
+  if (mode != TEntry_Mode::Single_Occurrence) event.Pattern.LastDate = Whole(Day);
+  event.EventType = TEntry_Type::Task;
+  event.Progress = {Status, percentage, Whole_Day(Started), Whole_Day(Completed), budget, worked};
 }
 
-void TTask_Rules::Finish_Update(TRows& rows) {
-  if (!Journal || Status != Task_Completed || (!Is_New() && stored_status == Task_Completed)) return;
+void TTask_Rules::Finish_Update(const std::string& contact) {
+  if (!Journal || !Is_Done() || (!Is_New() && stored_status == TTask_Status::Completed)) return;
   const TDateTime now = Now();
-  LogJournal(Activity, occurrence_key, rows.Occurrence.Text(rows.Occurrence.Field("Contact")), Subject, now,
+  LogJournal(Activity, occurrence_key, contact, Subject, now,
              FormatDateTime("\"Task Marked Completed: \"ddddd,t", now), 0, now);
 }
 

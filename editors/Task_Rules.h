@@ -4,18 +4,13 @@
 
 namespace KTReminds {
 
-/// Stored as the position in the list: never renumber.
-inline constexpr int Task_Not_Started = 0;
-inline constexpr int Task_In_Progress = 1;
-inline constexpr int Task_Completed = 2;
-
 /// The record of a task. `Day` is the day on which it is due.
 class TTask_Rules : public TEntry_Rules {
  public:
   TTask_Rules();
 
   TDateTime Start_Day = 0;
-  int Status = Task_Not_Started;  // 0 "Not Started" .. 5 "Cancelled"
+  TTask_Status Status = TTask_Status::Not_Started;
   std::string Percentage_Text = "0", Budget_Text = "0", Worked_Text = "0";  // as typed
   TDateTime Started = 0, Completed = 0;                                     // whole days; 0 hides them
   TDateTime Alarm_Day = 0;
@@ -26,7 +21,7 @@ class TTask_Rules : public TEntry_Rules {
   /// Budget less what was worked, with two decimals; what is no number counts as 0.
   std::string Remaining_Text() const;
   /// Whether the percentage may be changed.
-  bool Percentage_Enabled() const { return Status <= Task_Completed && !Read_Only(); }
+  bool Percentage_Enabled() const { return Status <= TTask_Status::Completed && !Read_Only(); }
 
   /// Brings percentage and dates in step with the status.
   void Set_Status();
@@ -43,17 +38,17 @@ class TTask_Rules : public TEntry_Rules {
  private:
   void Prepare_New(TDateTime now) override;
   TDateTime New_Date() const override { return Day; }
-  int Event_Type() const override;
+  TEntry_Type Event_Type() const override { return TEntry_Type::Task; }
   bool All_Day() const override { return true; }
   TDateTime Entry_Date() const override { return Day; }
-  void Load(const TRows& rows) override;
-  bool Is_Done() const override { return Status == Task_Completed; }
-  void Write_Definition(TRows& rows) override;
-  void Finish_Update(TRows& rows) override;
+  void Load(const TEvent_Record& event, const TOccurrence& occurrence) override;
+  bool Is_Done() const override { return Status == TTask_Status::Completed; }
+  void Define(TEvent_Record& event) const override;
+  void Finish_Update(const std::string& contact) override;
   TRefusal Validate_Numbers();
 
   bool started_visible = false, completed_visible = false;
-  int stored_status = Task_Not_Started;
+  TTask_Status stored_status = TTask_Status::Not_Started;
   std::int64_t percentage = 0, budget = 0, worked = 0;  // the last two in hundredths
 };
 

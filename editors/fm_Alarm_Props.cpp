@@ -7,7 +7,7 @@
 #include <QStyle>
 
 #include "Form_Controls.h"
-#include "Kt_data_01.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "ui_fm_Alarm_Props.h"
 
@@ -140,10 +140,14 @@ void TAlarm_Props_Frm::WAVBoxChange(int selected) {
 }
 
 void TAlarm_Props_Frm::BrowseClick() {
-  const QPointer<TAlarm_Props_Frm> alive(this);
-  const QString file = Choose_File(this, tr("Browse for Reminder Sound File"), To_Qt(sounds.Folder),
-                                   QStringLiteral("Sounds (*.WAV *.wav)"));
-  if (alive && !file.isEmpty()) Show_Sounds(From_Qt(file));
+  QString file;
+  if (Outlives(this,
+               [&] {
+                 file = Choose_File(this, tr("Browse for Reminder Sound File"), To_Qt(sounds.Folder),
+                                    QStringLiteral("Sounds (*.WAV *.wav)"));
+               }) &&
+      !file.isEmpty())
+    Show_Sounds(From_Qt(file));
 }
 
 void TAlarm_Props_Frm::MakeDefaultClick() {
@@ -194,17 +198,16 @@ bool Alarm_Properties(const std::string& Owner, TDateTime EventDate, TDateTime& 
 }
 
 bool Set_Alarm_Properties(const std::string& EventKey, const std::string& Owner, bool TaskMode) {
-  TDateTime event_date = 0;
-  TAlarm alarm;
-  try {
-    if (!Read_Stored_Alarm(EventKey, event_date, alarm)) return false;
-    if (!Alarm_Properties(Owner, event_date, alarm.NextTime, alarm.On, alarm.Offset, alarm.WAVFile, TaskMode))
-      return false;
-  } catch (...) {
-    Kt_data_01::FailRead("fm_Alarm_Props:Set_Alarm_Properties [KT_Events_Data/KT_Alarms]");
-    return false;
-  }
-  return Write_Stored_Alarm(EventKey, alarm);
+  std::optional<TStored_Alarm> stored;
+  bool changed = false;
+  Kt_data_01::Read("fm_Alarm_Props:Set_Alarm_Properties [KT_Events_Data/KT_Alarms]", [&] {
+    stored = Read_Stored_Alarm(EventKey);
+    if (!stored) return;
+    TAlarm& alarm = stored->Alarm;
+    changed = Alarm_Properties(Owner, stored->EventDate, alarm.NextTime, alarm.On, alarm.Offset,
+                               alarm.WAVFile, TaskMode);
+  });
+  return changed && Write_Stored_Alarm(EventKey, stored->Alarm);
 }
 
 }  // namespace KTReminds

@@ -135,7 +135,7 @@ bool TReminder_Frm::eventFilter(QObject* watched, QEvent* event) {
 
 void TReminder_Frm::Set_Freqs() {
   const TRecurrence_Pages& pages = rules.Pages;
-  freq_buttons[static_cast<std::size_t>(pages.Freq - 1)]->setChecked(true);
+  freq_buttons[static_cast<std::size_t>(pages.Freq) - 1]->setChecked(true);
   ui->EndDate->setDate(To_QDate(pages.Until));
   (pages.Daily_Every ? ui->DailyEvery : ui->DailyOn)->setChecked(true);
   ui->DailyNumber->setText(To_Qt(pages.Daily_Number));
@@ -169,7 +169,7 @@ int TReminder_Frm::Chosen_Freq() const {
 
 void TReminder_Frm::Store_Pages() {
   TRecurrence_Pages& pages = rules.Pages;
-  pages.Freq = Chosen_Freq();
+  pages.Freq = static_cast<TFrequency>(Chosen_Freq());
   pages.Until = From_QDate(ui->EndDate->date());
   pages.Daily_Every = ui->DailyEvery->isChecked();
   pages.Daily_Number = From_Qt(ui->DailyNumber->text());
@@ -279,7 +279,7 @@ bool Reminder_Properties(const std::string& EventKey, const std::string& HostKey
                          const std::string& Subject, bool NoContact) {
   TReminder_Rules rules;
   const TDiscard_At_End discard(rules);
-  if (!rules.Open(EventKey, HostKey, BookKey, Subject, NoContact)) return false;
+  if (!rules.Open(EventKey, {BookKey, HostKey}, Subject, NoContact)) return false;
   if (rules.Belongs_To_Set()) {
     bool whole_set = false;
     if (!Update_Recurring(whole_set)) return false;

@@ -57,7 +57,7 @@ void TTask_Frm::Connect() {
 // Shows what hangs together, without taking it for a change by the user.
 void TTask_Frm::Show_State() {
   const QSignalBlocker silent(ui->StatusBox);
-  ui->StatusBox->setCurrentIndex(rules.Status);
+  ui->StatusBox->setCurrentIndex(static_cast<int>(rules.Status));
   ui->PercentBox->Set_Text(To_Qt(rules.Percentage_Text));
   ui->PercentBox->setEnabled(rules.Percentage_Enabled());
   ui->RemainingBox->setText(To_Qt(rules.Remaining_Text()));
@@ -97,7 +97,7 @@ void TTask_Frm::Store() {
   TEntry_Form::Store();
   rules.Day = From_QDate(ui->EventDate->date());
   rules.Start_Day = From_QDate(ui->StartDate->date());
-  rules.Status = ui->StatusBox->currentIndex();
+  rules.Status = static_cast<TTask_Status>(ui->StatusBox->currentIndex());
   rules.Percentage_Text = From_Qt(ui->PercentBox->text());
   rules.Budget_Text = From_Qt(ui->BudgetBox->text());
   rules.Worked_Text = From_Qt(ui->WorkedBox->text());
@@ -129,7 +129,7 @@ bool Task_Properties(const std::string& EventKey, const std::string& HostKey, co
                      const std::string& Subject, bool NoContact) {
   TTask_Rules rules;
   const TDiscard_At_End discard(rules);
-  if (!rules.Open(EventKey, HostKey, BookKey, Subject, NoContact)) return false;
+  if (!rules.Open(EventKey, {BookKey, HostKey}, Subject, NoContact)) return false;
   TTask_Frm form(rules, Active_Window());
   CentreForm(&form);
   return form.exec() == QDialog::Accepted;

@@ -1,5 +1,7 @@
 #include "Event_Creation.h"
 
+#include "Event_Rows.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 
 namespace KTReminds {
@@ -9,79 +11,49 @@ using namespace Kt_util_01;
 
 namespace {
 
-void Write_Master(const TNew_Event& event, const std::string& key) {
-  const TRecurrence_Pattern& pattern = event.Pattern;
-  TTable events(Events_Table);
-  const auto set = [&events](std::string_view column, const TValue& value) {
-    events.Set(events.Field(column), value);
-  };
-  events.Insert();
-  set("Key", key);
-  set("Title", event.Title);
-  set("Location", event.Location);
-  set("FirstDate", event.FirstDate);
-  set("LastDate", pattern.LastDate);
-  set("Freq", pattern.Freq);
-  set("Period", pattern.Period);
-  set("Priority", event.Priority);
-  set("PeriodDefault", pattern.PeriodDefault);
-  set("User", event.User);
-  set("AllDay", event.AllDay);
-  set("Private", event.Private);
-  for (int i = 0; i < 10; ++i) set("P" + std::to_string(i + 1), pattern.Flag(i));
-  set("Month", pattern.Month);
-  set("Instance", pattern.Instance);
-  set("EventType", event.EventType);
-  for (const std::string_view column : {"Started", "Completed", "Percentage", "Status", "Budget", "Worked"})
-    set(column, 0);
-  if (event.Notes) {
-    TBlob_Stream blob(events, events.Field("Notes"), TBlob_Stream::TMode::Write);
-    event.Notes->Position = 0;
-    blob.Write(event.Notes->Read_All());
+// Writes the occurrences of a new event, and remembers the first one's key.
+class TCreation {
+ public:
+  TCreation(const TNew_Event& created, const std::string& key)
+      : event(created), writer(key, created.Owner, created.Record.User), today(Whole_Day(Today())) {}
+
+  void Write(TDateTime date) {
+    const bool actioned = event.MarkPastActioned && (today > Whole_Day(date) || event.Actioned);
+    if (!event.Adjust) return Keep(writer.Write(date, actioned, event.Alarm));
+    TNew_Occurrence occurrence{date, actioned, event.Alarm};
+    if (event.Adjust(occurrence)) Keep(writer.Write(occurrence.Date, occurrence.Actioned, occurrence.Alarm));
   }
-  PostUpdate(events);
-}
+  const std::string& First() const { return first; }
+
+ private:
+  void Keep(std::string&& key) {
+    if (first.empty()) first = std::move(key);
+  }
+
+  const TNew_Event& event;
+  TOccurrence_Writer writer;
+  const std::int64_t today;
+  std::string first;
+};
 
 }  // namespace
 
-TOccurrence_Writer::TOccurrence_Writer(const TOf& written_for)
-    : of(written_for), occurrences(Events_Data), alarms(Alarms_Table) {}
-
-std::string TOccurrence_Writer::Write(TDateTime EventDate, bool Actioned) {
-  std::string key = Get_GUID();
-  occurrences.Insert();
-  occurrences.SetFields({key, of.Contact, of.Book, of.EventKey, Actioned, EventDate});
-  PostUpdate(occurrences);
-  if (of.Alarm) {
-    constexpr TDateTime not_scheduled = 0;
-    alarms.Insert();
-    alarms.SetFields({key, of.User, of.Offset, of.WAVFile, not_scheduled, Actioned});
-    PostUpdate(alarms);
-  }
-  return key;
-}
-
 std::string Create_Event(const TNew_Event& event, std::string& EventKey) {
-  if (!Start_Update()) return {};
-  try {
+  std::string first;
+  const TUpdate_Result result = Update("fm_Reminder:Create_Event [KT_Events,KT_Events_Data,KT_Alarms]", [&] {
     EventKey = Get_GUID();
-    Write_Master(event, EventKey);
-
-    const std::int64_t today = Whole_Day(Today());
-    const auto actioned_on = [&](TDateTime date) {
-      return event.MarkPastActioned && (today > Whole_Day(date) || event.Actioned);
-    };
-    TOccurrence_Writer writer(
-        {EventKey, event.Contact, event.Book, event.User, event.WAVFile, event.Alarm, event.Offset});
-    std::string first = writer.Write(event.FirstDate, actioned_on(event.FirstDate));
-    TDateTime date = event.FirstDate;
-    while (Next_Written_Date(event.Pattern, date)) writer.Write(date, actioned_on(date));
-    EndUpdate();
-    return first;
-  } catch (...) {
-    FailUpdate("fm_Reminder:Create_Event [KT_Events,KT_Events_Data,KT_Alarms]");
-    return {};
-  }
+    TEvent_Record record = event.Record;
+    record.Key = EventKey;
+    TTable events(Events_Table);
+    Insert_Event(events, record);
+    TCreation creation(event, EventKey);
+    TDateTime date = event.Date.value_or(record.FirstDate);
+    creation.Write(date);
+    while (Next_Written_Date(record.Pattern, date)) creation.Write(date);
+    for (const TDateTime extra : event.Extra) creation.Write(extra);
+    first = creation.First();
+  });
+  return result ? first : std::string();
 }
 
 std::string Create_Event(const std::string& Contact, const std::string& Book, const std::string& Title,
@@ -92,37 +64,38 @@ std::string Create_Event(const std::string& Contact, const std::string& Book, co
                          bool P7, bool P8, bool P9, bool P10, int Instance, int Month, int EventType,
                          bool MarkPastActioned) {
   TNew_Event event;
-  event.Contact = Contact;
-  event.Book = Book;
-  event.Title = Title;
-  event.Location = Location;
-  event.WAVFile = WAVFile;
-  event.User = User;
-  event.Notes = Notes;
-  event.Alarm = Alarm;
-  event.AllDay = AllDay;
+  event.Owner = {Book, Contact};
+  TEvent_Record& record = event.Record;
+  record.Title = Title;
+  record.Location = Location;
+  record.User = User;
+  if (Notes) {
+    Notes->Position = 0;
+    record.Notes = Notes->Read_All();
+  }
+  record.AllDay = AllDay;
+  record.FirstDate = FirstDate;
+  record.Priority = Priority;
+  record.EventType = static_cast<TEntry_Type>(EventType);
+  record.Pattern.Freq = static_cast<TFrequency>(Freq);
+  record.Pattern.Period = Period;
+  record.Pattern.PeriodDefault = PeriodDefault;
+  record.Pattern.Instance = Instance;
+  record.Pattern.Month = Month;
+  record.Pattern.LastDate = LastDate;
+  int flag = 0;
+  for (const bool on : {P1, P2, P3, P4, P5, P6, P7, P8, P9, P10}) record.Pattern.Set_Flag(flag++, on);
+  event.Alarm = {Alarm, Offset, WAVFile, 0};
   event.Actioned = Actioned;
   event.MarkPastActioned = MarkPastActioned;
-  event.FirstDate = FirstDate;
-  event.Pattern.Freq = Freq;
-  event.Pattern.Period = Period;
-  event.Pattern.PeriodDefault = PeriodDefault;
-  event.Pattern.Instance = Instance;
-  event.Pattern.Month = Month;
-  event.Pattern.LastDate = LastDate;
-  int flag = 0;
-  for (const bool on : {P1, P2, P3, P4, P5, P6, P7, P8, P9, P10}) event.Pattern.Set_Flag(flag++, on);
-  event.Priority = Priority;
-  event.Offset = Offset;
-  event.EventType = EventType;
   return Create_Event(event, EventKey);
 }
 
 std::string Create_Event_Entry(const std::string& EventKey, const std::string& Contact,
                                const std::string& Book, const std::string& User, const std::string& WAVFile,
                                bool Alarm, bool Actioned, TDateTime EventDate, int Offset) {
-  return TOccurrence_Writer({EventKey, Contact, Book, User, WAVFile, Alarm, Offset})
-      .Write(EventDate, Actioned);
+  const TOwner owner{Book, Contact};
+  return TOccurrence_Writer(EventKey, owner, User).Write(EventDate, Actioned, {Alarm, Offset, WAVFile, 0});
 }
 
 }  // namespace KTReminds

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace KTReminds {
@@ -14,8 +15,8 @@ struct TDeletion_Question {
   bool Is_Task = false;
   bool Is_Recurring = false;
 };
-/// False when there is no such occurrence. A failed read is reported and gives false too.
-bool Ask_About_Deletion(const std::string& OccurrenceKey, TDeletion_Question& Question);
+/// Nothing when there is no such occurrence, and after a failed read, which is reported.
+std::optional<TDeletion_Question> Ask_About_Deletion(const std::string& OccurrenceKey);
 
 /// Deletes an occurrence with its alarm, and with WholeSet all others of its set with theirs; a set without
 /// occurrences goes too. A one-off event has only its one occurrence. Does nothing when the occurrence is

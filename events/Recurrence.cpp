@@ -269,19 +269,19 @@ TDateTime Next_Year_Kind(TDateTime date, TDateTime last_date, bool stop_at_last_
 
 // flags: bit i is P(i + 1).
 [[gnu::always_inline]] inline TDateTime Next_Date(TDateTime date, TDateTime last_date, bool plain_interval,
-                                                  bool stop_at_last_date, int freq, std::int64_t n,
+                                                  bool stop_at_last_date, TFrequency freq, std::int64_t n,
                                                   unsigned flags, int instance, int month) {
   const unsigned mask = flags & 0x7F;
   switch (freq) {
-    case 1:
+    case TFrequency::Daily:
       if (plain_interval) return Next_Day(date, last_date, stop_at_last_date, n);
       return Next_Selected_Day(date, last_date, stop_at_last_date, mask);
-    case 2:
+    case TFrequency::Weekly:
       return Next_Week_Day(date, last_date, stop_at_last_date, n, mask);
-    case 3:
+    case TFrequency::Monthly:
       if (plain_interval) return Add_Months(date, last_date, stop_at_last_date, n);
       return Next_Month_Kind(date, last_date, stop_at_last_date, n, flags, instance);
-    case 4:
+    case TFrequency::Yearly:
       if (plain_interval) return Add_Months(date, last_date, stop_at_last_date, 12 * n);
       return Next_Year_Kind(date, last_date, stop_at_last_date, n, flags, instance, month);
     default:
@@ -310,8 +310,8 @@ TDateTime AdvanceEventDate(TDateTime Date, TDateTime LastDate, bool PlainInterva
                            bool P6, bool P7, bool P8, bool P9, bool P10, int Instance, int Month) {
   unsigned flags = P10;
   for (const bool flag : {P9, P8, P7, P6, P5, P4, P3, P2, P1}) flags = 2 * flags + flag;
-  return Next_Date(Date, LastDate, PlainInterval, StopAtLastDate, Freq, Count > 0 ? Count : Period, flags,
-                   Instance, Month);
+  return Next_Date(Date, LastDate, PlainInterval, StopAtLastDate, static_cast<TFrequency>(Freq),
+                   Count > 0 ? Count : Period, flags, Instance, Month);
 }
 
 int MaskPosition(TDateTime Date) {

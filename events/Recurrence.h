@@ -11,9 +11,12 @@ namespace KTReminds {
 
 using Kt_util_01::TDateTime;
 
+/// `Freq` of a pattern. Stored: never renumber. A damaged row may hold any number, which gives no dates.
+enum class TFrequency : int { None = 0, Daily = 1, Weekly = 2, Monthly = 3, Yearly = 4 };
+
 /// The pattern fields of a master record.
 struct TRecurrence_Pattern {
-  int Freq = 0;               // 0 none, 1 daily, 2 weekly, 3 monthly, 4 yearly
+  TFrequency Freq = TFrequency::None;
   int Period = 1;             // the interval n: every n days, weeks, months or years
   bool PeriodDefault = true;  // plain interval; false: driven by the flags, Instance and Month
   std::uint16_t P = 0;        // the flags P1..P10: bit i is P(i + 1)
@@ -29,8 +32,8 @@ struct TRecurrence_Pattern {
   }
 };
 
-/// The occurrence after `date`, or 0 when there is none on or before the day of LastDate; 0 too for a Freq
-/// outside 1..4. Keeps the time of day. A result that is not greater than 0 (before 1900) is never held
+/// The occurrence after `date`, or 0 when there is none on or before the day of LastDate; 0 too for no known
+/// Freq. Keeps the time of day. A result that is not greater than 0 (before 1900) is never held
 /// against LastDate. With Period 0 the plain modes give `date` back, with a negative one an earlier date: a
 /// caller that repeats has to watch for progress.
 ///

@@ -62,8 +62,7 @@ void TDelete_Reminder_Frm::FormShow() {
     ui->RadioButton2->setFocus();
     return;
   }
-  TDeletion_Question question;
-  Ask_About_Deletion(occurrence_key, question);
+  const TDeletion_Question question = Ask_About_Deletion(occurrence_key).value_or(TDeletion_Question());
   if (question.Is_Task) {
     ui->Label2->setText(tr("Please confirm you wish to delete the selected Task from the address book"));
   }

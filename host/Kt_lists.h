@@ -50,6 +50,7 @@ class TItem_List {
   /// Between these the contents change as a whole; they nest. Clear and Add may be called only inside.
   void Begin_Update();
   void End_Update();
+  bool Is_Updating() const { return updating > 0; }
   void Clear();
   TList_Item& Add(std::unique_ptr<TList_Item> item);
   /// Turns the order round: adding at the end and reversing once gives the order of inserting each at the

@@ -132,7 +132,7 @@ void TEntry_Painter::Draw_Time(TRow& row, const TEventKey& entry) const {
 void TEntry_Painter::Draw_Priority(TRow& row, const TEventKey& entry) const {
   // The number stands under the middle of its heading.
   row.Rest.setRight(row.Rest.right() - priority_width / 2);
-  if (entry.EventType != TEventKey::Type_Holiday)
+  if (entry.EventType != Kt_data_01::TEntry_Type::Other)
     Draw_Cell(row.Painter, row.Rest, Qt::AlignRight, QString::number(entry.Priority));
   row.Rest.setRight(row.Rest.right() - priority_width / 2 - Column_Gap);
 }

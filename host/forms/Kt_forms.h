@@ -126,6 +126,10 @@ class TModal_Scope {
   TModal_Scope& operator=(const TModal_Scope&) = delete;
 };
 
+/// Runs what may open a modal form or a message, during which a form may be closed or even freed. True when
+/// it is still there and, if it is a page, open.
+bool Outlives(QWidget* form, const std::function<void()>& call);
+
 /// An editor: modal, made for one call of its entry function. Enter presses its default button, Escape its
 /// cancel button.
 class TDialog_Form : public QDialog {

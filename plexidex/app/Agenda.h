@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "Books.h"
-#include "Kt_data_01.h"
+#include "Recurrence.h"
 
 namespace Plexidex {
 
@@ -24,17 +24,14 @@ struct TAgenda_Entry {
   std::unique_ptr<Kt_data_01::TEventKey> Data;
   TText Event;            // key of the master; empty for a holiday
   TText Title, Location;  // of another user's private entry "Private" and nothing
-  int Freq = 0;           // 0 none, 1 daily .. 4 yearly
-  bool Alarm = false;     // outstanding, the current user's, and with an alarm of its own
-  bool Private = false;   // whoever's it is
+  KTReminds::TFrequency Freq = KTReminds::TFrequency::None;
+  bool Private = false;  // whoever's it is
 
-  /// A stored entry may have the type of a holiday; only a holiday has no key.
-  bool Is_Holiday() const { return Data->Key.Empty(); }
+  bool Is_Holiday() const { return Data->Is_Holiday(); }
 };
 
-/// By day; within it holidays first, then all-day entries, tasks without a time, and the others by time. A
-/// failed read of the entries is reported by a prompt and gives none of that book; other failures throw
-/// EData_Error.
+/// By day; within it holidays first, then all-day entries, tasks without a time, and the others by time.
+/// Throws EData_Error.
 std::vector<TAgenda_Entry> Build_Agenda(const TAgenda_Range& range);
 
 /// Days with their entries, to be read by people. `with_keys` adds the ending of each key, by which an entry

@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t Shown_Key_Length = 8;
 
 bool Is_Task(const TAgenda_Entry& entry) {
-  return entry.Data->EventType == TEventKey::Type_Task;
+  return entry.Data->Is_Task();
 }
 
 std::string Time_Text(const TAgenda_Entry& entry) {
@@ -42,8 +42,9 @@ std::string Remarks_Text(const TAgenda_Entry& entry, bool with_owner) {
   const std::string status = Is_Task(entry) && !entry.Data->Private ? Printable(entry.Data->FirstText) : "";
   add(status);
   if (entry.Data->Done && status != "Completed") add("done");
-  if (entry.Freq >= 1 && entry.Freq <= 4) add(frequencies[entry.Freq]);
-  if (entry.Alarm) add("reminder");
+  if (const auto freq = static_cast<std::size_t>(entry.Freq); freq < std::size(frequencies))
+    add(frequencies[freq]);
+  if (entry.Data->Alarm) add("reminder");
   if (entry.Private && !entry.Data->Private) add("private");
   if (with_owner) add(Printable(entry.Data->ContactName));
   return remarks;
@@ -126,11 +127,11 @@ void Write_Agenda_Json(std::ostream& out, const std::vector<TAgenda_Entry>& entr
                                            {"location", Json_Text(entry.Location)},
                                            {"type", Type_Name(entry)},
                                            {"done", data.Done},
-                                           {"alarm", entry.Alarm},
+                                           {"alarm", entry.Data->Alarm},
                                            {"private", entry.Private},
                                            {"allday", data.Timeless},
                                            {"priority", data.Priority},
-                                           {"freq", entry.Freq}};
+                                           {"freq", static_cast<int>(entry.Freq)}};
     out << (&entry == &entries.front() ? "\n" : ",\n") << Without_Raw_Controls(object.dump());
   }
   out << (entries.empty() ? "]\n" : "\n]\n");

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <unordered_set>
 
 #include "Books.h"
@@ -19,10 +20,10 @@ using namespace Kt_util_01;
 
 namespace {
 
-// Reads the entries of a book, each when its first occurrence comes along.
-class TEntry_Reader {
+// Reads the events of a book, each when its first occurrence comes along.
+class TEvent_Reader {
  public:
-  TEntry_Reader(const TBook& of, TExport_Report& told)
+  TEvent_Reader(const TBook& of, TExport_Report& told)
       : book(of),
         report(told),
         events(Events_Table, "Key"),
@@ -34,43 +35,16 @@ class TEntry_Reader {
     Set_Cache(contacts);
   }
 
-  // False when there is nothing of it that the user may see.
-  bool Read(const std::string& event, TStored_Entry& entry) {
-    if (!events.FindKey({event})) return false;
-    const auto text = [this](std::string_view column) {
-      return std::string(events.Text(events.Field(column)));
-    };
-    const auto number = [this](std::string_view column) { return events.Integer(events.Field(column)); };
-    const auto flag = [this](std::string_view column) { return events.Boolean(events.Field(column)); };
-    const auto date = [this](std::string_view column) { return events.DateTime(events.Field(column)); };
-    entry.Private = flag("Private");
-    if (entry.Private && text("User") != User_Key()) return false;
-    entry.UID = UID_Of(event);
-    entry.Title = text("Title");
-    entry.Location = text("Location");
-    entry.Notes = events.Blob(events.Field("Notes"));
-    entry.Priority = static_cast<int>(number("Priority"));
-    entry.Activity = static_cast<int>(number("Type"));
-    entry.EventType = static_cast<int>(number("EventType"));
-    entry.AllDay = flag("AllDay");
-    entry.Pattern.Freq = static_cast<int>(number("Freq"));
-    entry.Pattern.Period = static_cast<int>(number("Period"));
-    entry.Pattern.PeriodDefault = flag("PeriodDefault");
-    for (int i = 0; i < 10; ++i) entry.Pattern.Set_Flag(i, flag("P" + std::to_string(i + 1)));
-    entry.Pattern.Instance = static_cast<int>(number("Instance"));
-    entry.Pattern.Month = static_cast<int>(number("Month"));
-    entry.Pattern.LastDate = date("LastDate");
-    entry.Status = static_cast<int>(number("Status"));
-    entry.Percentage = static_cast<int>(number("Percentage"));
-    entry.Started = number("Started");
-    entry.Completed = number("Completed");
-    entry.Budget = number("Budget");
-    entry.Worked = number("Worked");
-    entry.FirstDate = Written(date("FirstDate"), entry.AllDay);
-    Read_Occurrences(event, entry);
-    if (!entry.Occurrences.empty() && !In_Date_Range(entry.FirstDate))
-      entry.FirstDate = entry.Occurrences.front().Date;
-    return !entry.Occurrences.empty();
+  // Nothing when there is nothing of it that the user may see.
+  std::optional<TStored_Event> Read(const std::string& key) {
+    if (!events.FindKey({key})) return std::nullopt;
+    TStored_Event event{UID_Of(key), KTReminds::Read_Event(events), {}};
+    if (event.Record.Private && event.Record.User != User_Key()) return std::nullopt;
+    event.Record.FirstDate = Written(event.Record.FirstDate, event.Record.AllDay);
+    Read_Occurrences(event);
+    if (event.Occurrences.empty()) return std::nullopt;
+    if (!In_Date_Range(event.Record.FirstDate)) event.Record.FirstDate = event.Occurrences.front().EventDate;
+    return event;
   }
 
  private:
@@ -87,31 +61,22 @@ class TEntry_Reader {
            Access_Allowed(contact, Access_See);
   }
 
-  void Read_Occurrences(const std::string& event, TStored_Entry& entry) {
-    const TField key = occurrences.Field("Key"), contact = occurrences.Field("Contact"),
-                 in_book = occurrences.Field("Book"), date = occurrences.Field("EventDate"),
-                 actioned = occurrences.Field("Actioned");
-    occurrences.SetRange({event}, {event});
+  void Read_Occurrences(TStored_Event& event) {
+    occurrences.SetRange({event.Record.Key}, {event.Record.Key});
     for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
-      if (occurrences.Text(in_book) != book.Key || !May_See(std::string(occurrences.Text(contact)))) continue;
-      if (!In_Date_Range(occurrences.DateTime(date))) {
+      TStored_Occurrence read{KTReminds::Read_Occurrence(occurrences), {}};
+      if (read.Owner.Book != book.Key || !May_See(read.Owner.Contact)) continue;
+      if (!In_Date_Range(read.EventDate)) {
         ++report.Left_Out;
         continue;
       }
-      TStored_Occurrence read;
-      read.Key = occurrences.Text(key);
-      read.Date = Written(occurrences.DateTime(date), entry.AllDay);
-      read.Done = occurrences.Boolean(actioned);
-      if (alarms.FindKey({read.Key})) {
-        read.Alarm = true;
-        read.Offset = static_cast<int>(alarms.Integer(alarms.Field("Offset")));
-        read.Sound = alarms.Text(alarms.Field("WAVFile"));
-      }
-      entry.Occurrences.push_back(std::move(read));
+      read.EventDate = Written(read.EventDate, event.Record.AllDay);
+      if (alarms.FindKey({read.Key})) read.Alarm = KTReminds::Read_Alarm(alarms);
+      event.Occurrences.push_back(std::move(read));
     }
     occurrences.CancelRange();
-    std::stable_sort(entry.Occurrences.begin(), entry.Occurrences.end(),
-                     [](const auto& a, const auto& b) { return a.Date < b.Date; });
+    std::stable_sort(event.Occurrences.begin(), event.Occurrences.end(),
+                     [](const auto& a, const auto& b) { return a.EventDate < b.EventDate; });
   }
 
   // The UID it was imported under, when that brought nothing else: then its import replaces it, and adds no
@@ -139,7 +104,7 @@ void Write_Book(const TBook& book, std::ostream& stream, TExport_Report& report,
   lines.Text("X-WR-CALNAME", book.Name);
 
   const TSnapshot snapshot;
-  TEntry_Reader reader(book, report);
+  TEvent_Reader reader(book, report);
   TTable walk(Events_Data, "BookandDate", {"Event"});
   walk.SetRange({book.Key}, {book.Key});
   if (progress) progress->Set_Max(walk.Record_Count());
@@ -150,8 +115,7 @@ void Write_Book(const TBook& book, std::ostream& stream, TExport_Report& report,
     if (progress) progress->Set_Position(++passed);
     const std::string event(walk.Text(event_field));
     if (!written.insert(event).second) continue;
-    TStored_Entry entry;
-    if (reader.Read(event, entry)) Write_Entry(entry, lines, report);
+    if (const auto stored = reader.Read(event)) Write_Event(*stored, lines, report);
     if (!stream) return;
   }
   lines.End("VCALENDAR");

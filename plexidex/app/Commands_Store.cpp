@@ -6,8 +6,10 @@
 #include "Commands_Run.h"
 #include "Console_Text.h"
 #include "Database.h"
+#include "Event_Rows.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
-#include "Reminder_Utils.h"
+#include "Marking.h"
 #include "Store_Check.h"
 
 namespace Plexidex {
@@ -27,7 +29,7 @@ std::int64_t Row_Count(const std::string& table) {
 }
 
 // The whole key of the occurrence that the user means.
-std::string Find_Occurrence(const std::string& typed) {
+std::string Find_Key(const std::string& typed) {
   TTable occurrences(Events_Data, "Key", {"Key"});
   if (occurrences.FindKey({typed})) return typed;
   if (typed.size() < Shortest_Ending) {
@@ -104,48 +106,31 @@ int Run_Agenda(const TConsole& console, const TAgenda_Command& command) {
 }
 
 int Run_Mark(const TConsole& console, const std::string& typed, bool done) {
-  const std::string key = Find_Occurrence(typed);
-  TTable occurrences(Events_Data, "Key"), events(Events_Table, "Key");
-  const TField actioned = occurrences.Field("Actioned");
-  if (!occurrences.FindKey({key}) || !events.FindKey({occurrences.Text(occurrences.Field("Event"))})) {
+  const std::string key = Find_Key(typed);
+  const auto rows = KTReminds::Find_Occurrence(key);
+  if (!rows) {
     throw ECommand_Error("The entry \"" + key +
                          "\" belongs to an event that is not there; see the command check.");
   }
-  if (!Access_Allowed(occurrences.Text(occurrences.Field("Contact")), Access_Update)) {
+  const KTReminds::TOccurrence occurrence = KTReminds::Read_Occurrence(rows->Occurrence);
+  const KTReminds::TEvent_Record event = KTReminds::Read_Event(rows->Event);
+  if (!Access_Allowed(occurrence.Owner.Contact, Access_Update))
     throw ECommand_Error("You may not change the entries of this book.");
-  }
-  const bool hidden =
-      events.Boolean(events.Field("Private")) && events.Text(events.Field("User")) != User_Key();
-  const std::string title = hidden ? "Private" : std::string(events.Text(events.Field("Title")));
 
-  TList_Item item;
-  item.Data = std::make_unique<TEventKey>();
-  item.Data->Key = TText(key);
-  item.Data->EventType = static_cast<int>(events.Integer(events.Field("EventType")));
-  KTReminds::Set_Event_as_Actioned(item, done, true, KTReminds::Image_Done_Event, KTReminds::Image_Open_Event,
-                                   KTReminds::Image_Done_Task, KTReminds::Image_Open_Task);
-
-  if (console.Prompts.Failed()) return 1;
-  if (!occurrences.FindKey({key}) || occurrences.Boolean(actioned) != done) {
-    throw ECommand_Error("The entry \"" + key + "\" is as it was.");
-  }
-  console.Out << (done ? "Done: " : "Not done: ") << Printable(title) << ", "
-              << FormatDateTime(events.Boolean(events.Field("AllDay")) ? "ddddd" : "ddddd t",
-                                occurrences.DateTime(occurrences.Field("EventDate")))
-              << '\n';
+  using TEnd = KTReminds::TMarking::TEnd;
+  const TEnd end = KTReminds::Mark_Occurrence(key, done).End;
+  if (end == TEnd::Gone) throw ECommand_Error("The entry \"" + key + "\" has been deleted meanwhile.");
+  if (end != TEnd::Marked) return 1;
+  const bool hidden = event.Private && event.User != User_Key();
+  console.Out << (done ? "Done: " : "Not done: ") << Printable(hidden ? "Private" : event.Title) << ", "
+              << FormatDateTime(event.AllDay ? "ddddd" : "ddddd t", occurrence.EventDate) << '\n';
   return 0;
 }
 
 void Add_Book(const std::string& name) {
   TBook book;
   if (Find_Book(name, book)) throw ECommand_Error("There is a book \"" + name + "\" already.");
-  if (!Start_Update()) return;
-  try {
-    Create_Book(name);
-    EndUpdate();
-  } catch (...) {
-    FailUpdate("Commands:Add_Book [KT_Books/KT_Contacts]");
-  }
+  Update("Commands:Add_Book [KT_Books/KT_Contacts]", [&] { Create_Book(name); });
 }
 
 int Run_Books(const TConsole& console, bool with_keys) {

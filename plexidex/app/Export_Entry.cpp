@@ -6,15 +6,13 @@
 
 #include "Export_Rule.h"
 #include "Kt_util_01.h"
-#include "Reminder_Utils.h"
 
 namespace Plexidex {
 
 using namespace Kt_util_01;
+using KTReminds::TTask_Status;
 
 namespace {
-
-constexpr int Status_Completed = 2;
 
 std::string Stamp(TDateTime local) {
   return Moment_Text(Local_To_UTC(local), false) + "Z";
@@ -22,38 +20,38 @@ std::string Stamp(TDateTime local) {
 
 class TComponent_Writer {
  public:
-  TComponent_Writer(const TStored_Entry& written, TCalendar_Lines& to, TExport_Report& told)
-      : entry(written), lines(to), report(told), now(Stamp(Now())) {}
+  TComponent_Writer(const TStored_Event& written, TCalendar_Lines& to, TExport_Report& told)
+      : event(written), record(written.Record), lines(to), report(told), now(Stamp(Now())) {}
 
   void Write_Event() {
-    const TStored_Occurrence& usual = Usual_Alarm();
+    const KTReminds::TAlarm& usual = Usual_Alarm();
     std::vector<TDateTime> dates, done;
     std::vector<const TStored_Occurrence*> others, doubles;
-    for (const TStored_Occurrence& occurrence : entry.Occurrences) {
-      if (!dates.empty() && dates.back() == occurrence.Date) {
+    for (const TStored_Occurrence& occurrence : event.Occurrences) {
+      if (!dates.empty() && dates.back() == occurrence.EventDate) {
         doubles.push_back(&occurrence);
         continue;
       }
-      dates.push_back(occurrence.Date);
-      if (occurrence.Done) done.push_back(occurrence.Date);
-      if (!Same_Alarm(occurrence, usual)) others.push_back(&occurrence);
+      dates.push_back(occurrence.EventDate);
+      if (occurrence.Actioned) done.push_back(occurrence.EventDate);
+      if (Told_Of(occurrence.Alarm) != Told_Of(usual)) others.push_back(&occurrence);
     }
-    const TWritten_Dates written = Written_Dates(entry.Pattern, entry.FirstDate, dates, entry.AllDay);
+    const TWritten_Dates written = Written_Dates(record.Pattern, record.FirstDate, dates, record.AllDay);
     ++(dates.size() == 1 ? report.Events : written.Rule.empty() ? report.Dates : report.Rules);
 
-    Begin("VEVENT", entry.UID);
-    lines.Moment("DTSTART", written.Start, entry.AllDay);
+    Begin("VEVENT", event.UID);
+    lines.Moment("DTSTART", written.Start, record.AllDay);
     if (!written.Rule.empty()) lines.Raw("RRULE", written.Rule);
-    lines.Moments("EXDATE", written.Missing, entry.AllDay);
-    lines.Moments("RDATE", written.Further, entry.AllDay);
+    lines.Moments("EXDATE", written.Missing, record.AllDay);
+    lines.Moments("RDATE", written.Further, record.AllDay);
     Contents();
     Done(done);
     Alarm(usual, "TRIGGER");
     lines.End("VEVENT");
 
     for (const TStored_Occurrence* occurrence : others) {
-      Begin("VEVENT", entry.UID);
-      lines.Moment("RECURRENCE-ID", occurrence->Date, entry.AllDay);
+      Begin("VEVENT", event.UID);
+      lines.Moment("RECURRENCE-ID", occurrence->EventDate, record.AllDay);
       Single(*occurrence);
     }
     // A second occurrence at one moment is beyond the format's sets.
@@ -65,14 +63,14 @@ class TComponent_Writer {
   }
 
   void Write_Tasks() {
-    for (const TStored_Occurrence& occurrence : entry.Occurrences) {
-      const bool is_first = &occurrence == &entry.Occurrences.front();
-      Begin("VTODO", is_first ? entry.UID : occurrence.Key);
-      lines.Moment("DTSTART", entry.FirstDate, true);
-      lines.Moment("DUE", occurrence.Date, true);
+    for (const TStored_Occurrence& occurrence : event.Occurrences) {
+      const bool is_first = &occurrence == &event.Occurrences.front();
+      Begin("VTODO", is_first ? event.UID : occurrence.Key);
+      lines.Moment("DTSTART", record.FirstDate, true);
+      lines.Moment("DUE", occurrence.EventDate, true);
       Contents();
       Progress();
-      Alarm(occurrence, "TRIGGER;RELATED=END");
+      Alarm(occurrence.Alarm, "TRIGGER;RELATED=END");
       lines.End("VTODO");
       ++report.Tasks;
     }
@@ -86,75 +84,79 @@ class TComponent_Writer {
   }
 
   void Contents() {
-    lines.Text("SUMMARY", entry.Title);
-    lines.Text("LOCATION", entry.Location);
-    lines.Text("DESCRIPTION", entry.Notes);
-    if (entry.Priority >= 1 && entry.Priority <= 9) lines.Raw("PRIORITY", std::to_string(entry.Priority));
-    if (entry.Private) lines.Raw("CLASS", "PRIVATE");
-    if (entry.Activity >= 0) lines.Raw("X-PLEXIDEX-ACTIVITY", std::to_string(entry.Activity));
+    lines.Text("SUMMARY", record.Title);
+    lines.Text("LOCATION", record.Location);
+    lines.Text("DESCRIPTION", record.Notes);
+    if (record.Priority >= 1 && record.Priority <= 9) lines.Raw("PRIORITY", std::to_string(record.Priority));
+    if (record.Private) lines.Raw("CLASS", "PRIVATE");
+    if (record.Activity >= 0) lines.Raw("X-PLEXIDEX-ACTIVITY", std::to_string(record.Activity));
   }
 
   void Single(const TStored_Occurrence& occurrence) {
-    lines.Moment("DTSTART", occurrence.Date, entry.AllDay);
+    lines.Moment("DTSTART", occurrence.EventDate, record.AllDay);
     Contents();
-    Done(occurrence.Done ? std::vector<TDateTime>{occurrence.Date} : std::vector<TDateTime>());
-    Alarm(occurrence, "TRIGGER");
+    Done(occurrence.Actioned ? std::vector<TDateTime>{occurrence.EventDate} : std::vector<TDateTime>());
+    Alarm(occurrence.Alarm, "TRIGGER");
     lines.End("VEVENT");
   }
 
   void Done(const std::vector<TDateTime>& dates) {
     std::string list;
-    for (const TDateTime date : dates) list += (list.empty() ? "" : ",") + Moment_Text(date, entry.AllDay);
+    for (const TDateTime date : dates) list += (list.empty() ? "" : ",") + Moment_Text(date, record.AllDay);
     if (!list.empty()) lines.Raw("X-PLEXIDEX-DONE", list);
   }
 
   void Progress() {
+    const KTReminds::TTask_Progress& progress = record.Progress;
     constexpr const char* words[] = {"NEEDS-ACTION", "IN-PROCESS", "COMPLETED",
                                      "IN-PROCESS",   "IN-PROCESS", "CANCELLED"};
     const auto number = [this](const char* name, std::int64_t value) {
       if (value != 0) lines.Raw(name, std::to_string(value));
     };
-    if (entry.Status >= 0 && entry.Status <= 5) lines.Raw("STATUS", words[entry.Status]);
-    if (entry.Status == 3 || entry.Status == 4) number("X-PLEXIDEX-STATUS", entry.Status);
-    number("PERCENT-COMPLETE", entry.Percentage);
+    const int status = static_cast<int>(progress.Status);
+    if (status >= 0 && status < static_cast<int>(std::size(words))) lines.Raw("STATUS", words[status]);
+    if (progress.Status == TTask_Status::Pending || progress.Status == TTask_Status::Postponed)
+      number("X-PLEXIDEX-STATUS", status);
+    number("PERCENT-COMPLETE", progress.Percentage);
     // The middle of the day is on that day in most zones that may read it.
-    if (entry.Status == Status_Completed && entry.Completed > 0) {
-      lines.Raw("COMPLETED", Stamp(static_cast<TDateTime>(entry.Completed) + 0.5));
+    if (progress.Status == TTask_Status::Completed && progress.Completed > 0) {
+      lines.Raw("COMPLETED", Stamp(static_cast<TDateTime>(progress.Completed) + 0.5));
     }
-    number("X-PLEXIDEX-STARTED", entry.Started);
-    number("X-PLEXIDEX-BUDGET", entry.Budget);
-    number("X-PLEXIDEX-WORKED", entry.Worked);
+    number("X-PLEXIDEX-STARTED", progress.Started);
+    number("X-PLEXIDEX-BUDGET", progress.Budget);
+    number("X-PLEXIDEX-WORKED", progress.Worked);
   }
 
-  void Alarm(const TStored_Occurrence& occurrence, const char* trigger) {
-    if (!occurrence.Alarm) return;
+  void Alarm(const KTReminds::TAlarm& alarm, const char* trigger) {
+    if (!alarm.On) return;
     lines.Begin("VALARM");
     lines.Raw("ACTION", "DISPLAY");
-    lines.Text("DESCRIPTION", entry.Title.empty() ? "Reminder" : entry.Title);
-    const bool before = occurrence.Offset >= 0;
-    lines.Raw(trigger,
-              (before ? "-PT" : "PT") + std::to_string(std::abs(std::int64_t{occurrence.Offset})) + "M");
-    lines.Text("X-PLEXIDEX-SOUND", occurrence.Sound);
+    lines.Text("DESCRIPTION", record.Title.empty() ? "Reminder" : record.Title);
+    const bool before = alarm.Offset >= 0;
+    lines.Raw(trigger, (before ? "-PT" : "PT") + std::to_string(std::abs(std::int64_t{alarm.Offset})) + "M");
+    lines.Text("X-PLEXIDEX-SOUND", alarm.WAVFile);
     lines.End("VALARM");
   }
 
-  static auto Alarm_Of(const TStored_Occurrence& occurrence) {
-    return std::tie(occurrence.Alarm, occurrence.Offset, occurrence.Sound);
-  }
-  static bool Same_Alarm(const TStored_Occurrence& a, const TStored_Occurrence& b) {
-    return Alarm_Of(a) == Alarm_Of(b);
+  using TTold = std::tuple<bool, int, std::string>;
+
+  // What of an alarm a file holds; alarms that are off are all alike.
+  static TTold Told_Of(const KTReminds::TAlarm& alarm) {
+    return alarm.On ? TTold(true, alarm.Offset, alarm.WAVFile) : TTold();
   }
 
-  // An occurrence with the alarm that most of them have.
-  const TStored_Occurrence& Usual_Alarm() const {
-    std::map<std::tuple<bool, int, std::string>, std::size_t> counts;
-    for (const TStored_Occurrence& occurrence : entry.Occurrences) ++counts[Alarm_Of(occurrence)];
-    return *std::max_element(
-        entry.Occurrences.begin(), entry.Occurrences.end(),
-        [&](const auto& a, const auto& b) { return counts[Alarm_Of(a)] < counts[Alarm_Of(b)]; });
+  // The alarm that most occurrences have.
+  const KTReminds::TAlarm& Usual_Alarm() const {
+    std::map<TTold, std::size_t> counts;
+    for (const TStored_Occurrence& occurrence : event.Occurrences) ++counts[Told_Of(occurrence.Alarm)];
+    const auto count_of = [&counts](const TStored_Occurrence& o) { return counts[Told_Of(o.Alarm)]; };
+    return std::max_element(event.Occurrences.begin(), event.Occurrences.end(),
+                            [&](const auto& a, const auto& b) { return count_of(a) < count_of(b); })
+        ->Alarm;
   }
 
-  const TStored_Entry& entry;
+  const TStored_Event& event;
+  const KTReminds::TEvent_Record& record;
   TCalendar_Lines& lines;
   TExport_Report& report;
   const std::string now;
@@ -162,9 +164,9 @@ class TComponent_Writer {
 
 }  // namespace
 
-void Write_Entry(const TStored_Entry& entry, TCalendar_Lines& lines, TExport_Report& report) {
-  TComponent_Writer writer(entry, lines, report);
-  if (entry.EventType == KTReminds::Event_Type_Task) {
+void Write_Event(const TStored_Event& event, TCalendar_Lines& lines, TExport_Report& report) {
+  TComponent_Writer writer(event, lines, report);
+  if (event.Record.EventType == Kt_data_01::TEntry_Type::Task) {
     writer.Write_Tasks();
   } else {
     writer.Write_Event();

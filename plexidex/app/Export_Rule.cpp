@@ -10,6 +10,7 @@
 namespace Plexidex {
 
 using namespace Kt_util_01;
+using KTReminds::TFrequency;
 using KTReminds::TRecurrence_Pattern;
 
 namespace {
@@ -47,13 +48,13 @@ std::string Rule_Of(const TRecurrence_Pattern& pattern) {
   if (pattern.Period < 1 || pattern.Instance < 0 || pattern.Instance > Last_Instance) return {};
   const std::string interval = pattern.Period == 1 ? "" : ";INTERVAL=" + std::to_string(pattern.Period);
   switch (pattern.Freq) {
-    case 1:
+    case TFrequency::Daily:
       return pattern.PeriodDefault ? "FREQ=DAILY" + interval : "FREQ=DAILY" + By_Mask(pattern);
-    case 2:
+    case TFrequency::Weekly:
       return "FREQ=WEEKLY" + interval + By_Mask(pattern);
-    case 3:
+    case TFrequency::Monthly:
       return "FREQ=MONTHLY" + interval + (pattern.PeriodDefault ? "" : By_Kind(pattern));
-    case 4:
+    case TFrequency::Yearly:
       return "FREQ=YEARLY" + interval +
              (pattern.PeriodDefault ? ""
                                     : ";BYMONTH=" + std::to_string(pattern.Month + 1) + By_Kind(pattern));

@@ -20,11 +20,11 @@ using THolidays = std::set<std::pair<std::int64_t, std::string>>;  // day and na
 
 void Add_Days(const TPlanned_Event& event, THolidays& holidays) {
   const auto add = [&](TDateTime date) {
-    for (int i = 0; i < event.Content.Days; ++i) holidays.emplace(Whole_Day(date) + i, event.Content.Title);
+    for (int i = 0; i < event.Days; ++i) holidays.emplace(Whole_Day(date) + i, event.Record.Title);
   };
   for (const TDateTime date : event.Extra) add(date);
   for (const TDateTime first : event.Dates) {
-    Walk_Pattern(event.Pattern, first, [&](TDateTime date) {
+    Walk_Pattern(event.Record.Pattern, first, [&](TDateTime date) {
       const auto change = event.Changes.find(To_Msecs(date));
       if (change == event.Changes.end()) return add(date);
       if (!change->second.Deleted) add(change->second.To);
@@ -45,7 +45,7 @@ THoliday_Report Import_Holidays(const std::string& file, const std::string& coun
   THolidays holidays;
   for (const TPlanned_Entry& entry : Plan_Import(calendar, plan, planned)) {
     for (const TPlanned_Event& event : entry.Events) {
-      if (event.Is_Task) {
+      if (event.Is_Task()) {
         planned.Unused.push_back({entry.UID, "is a task, not a holiday"});
       } else {
         Add_Days(event, holidays);

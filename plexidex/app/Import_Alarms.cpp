@@ -51,15 +51,16 @@ bool Alarm_Moment(const TComponent& component, icalcomponent* alarm, TZones& zon
 
 }  // namespace
 
-TPlanned_Alarm Read_Alarms(const TComponent& component, TZones& zones, std::vector<TImport_Remark>& remarks) {
-  TPlanned_Alarm earliest;
+KTReminds::TAlarm Read_Alarms(const TComponent& component, TZones& zones,
+                              std::vector<TImport_Remark>& remarks) {
+  KTReminds::TAlarm earliest;
   if (!component.Has_Start && !component.Has_Due) return earliest;
   const auto remark = [&](const char* why) { remarks.push_back({component.What, why}); };
 
   // A task is due on a day, and may remind until that day is over.
   const std::int64_t due_midnight = Whole_Day(component.Due.Local()) * Msecs_Per_Day;
-  const std::int64_t reference = component.Is_Task ? due_midnight : To_Msecs(component.Start.Local());
-  const std::int64_t latest = component.Is_Task ? due_midnight + Msecs_Per_Day - 1 : reference;
+  const std::int64_t reference = component.Is_Task() ? due_midnight : To_Msecs(component.Start.Local());
+  const std::int64_t latest = component.Is_Task() ? due_midnight + Msecs_Per_Day - 1 : reference;
   std::int64_t best = std::numeric_limits<std::int64_t>::max();
   int further = 0;
   for (icalcompiter i = icalcomponent_begin_component(component.Ical, ICAL_VALARM_COMPONENT);
@@ -73,8 +74,8 @@ TPlanned_Alarm Read_Alarms(const TComponent& component, TZones& zones, std::vect
       continue;
     }
     if (moment > latest) {
-      remark(component.Is_Task ? "an alarm after the due day was left out"
-                               : "an alarm after the start was left out");
+      remark(component.Is_Task() ? "an alarm after the due day was left out"
+                                 : "an alarm after the start was left out");
       continue;
     }
     // A started minute counts: an alarm never comes later than it was wanted.
@@ -93,7 +94,7 @@ TPlanned_Alarm Read_Alarms(const TComponent& component, TZones& zones, std::vect
     earliest.On = true;
     earliest.Offset = static_cast<int>(minutes);
     icalproperty* const sound = Find_X_Property(alarm, "X-PLEXIDEX-SOUND");
-    earliest.Sound = sound ? Text_Of(sound) : "<Default Sound>";
+    earliest.WAVFile = sound ? Text_Of(sound) : "<Default Sound>";
   }
   if (further > 0) {
     remark(further == 1 ? "one of two alarms was left out; the earliest counts"

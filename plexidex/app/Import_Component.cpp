@@ -9,11 +9,11 @@
 namespace Plexidex {
 
 using namespace Kt_util_01;
+using KTReminds::TTask_Status;
 
 namespace {
 
 constexpr int Default_Priority = 5;
-constexpr int Status_Not_Started = 0, Status_In_Progress = 1, Status_Completed = 2, Status_Cancelled = 5;
 
 template <class TBody>
 void For_Each_Property(icalcomponent* component, icalproperty_kind kind, TBody body) {
@@ -79,7 +79,7 @@ std::string Status_Word(icalcomponent* component) {
 }
 
 void Read_Content(TComponent& read) {
-  TPlanned_Content& content = read.Content;
+  KTReminds::TEvent_Record& content = read.Content.Record;
   content.Title = One_Line(First_Text(read.Ical, ICAL_SUMMARY_PROPERTY));
   if (content.Title.empty()) content.Title = "(no title)";
   content.Location = One_Line(First_Text(read.Ical, ICAL_LOCATION_PROPERTY));
@@ -94,11 +94,11 @@ void Read_Content(TComponent& read) {
   }
   content.Activity =
       static_cast<int>(std::clamp<std::int64_t>(X_Number(read.Ical, "X-PLEXIDEX-ACTIVITY", -1), -1, 9999));
-  content.AllDay = read.Is_Task || (read.Has_Start && read.Start.Is_Date);
+  content.AllDay = read.Is_Task() || (read.Has_Start && read.Start.Is_Date);
 }
 
 void Read_Progress(TComponent& read, TZones& zones, std::vector<TImport_Remark>& remarks) {
-  TPlanned_Progress& progress = read.Progress;
+  KTReminds::TTask_Progress& progress = read.Content.Record.Progress;
   int percent = 0;
   if (icalproperty* const property = First(read.Ical, ICAL_PERCENTCOMPLETE_PROPERTY)) {
     percent = std::clamp(icalproperty_get_percentcomplete(property), 0, 100);
@@ -110,32 +110,33 @@ void Read_Progress(TComponent& read, TZones& zones, std::vector<TImport_Remark>&
 
   const std::string word = Status_Word(read.Ical);
   if (word == "COMPLETED") {
-    progress.Status = Status_Completed;
+    progress.Status = TTask_Status::Completed;
   } else if (word == "IN-PROCESS") {
-    progress.Status = Status_In_Progress;
+    progress.Status = TTask_Status::In_Progress;
   } else if (word == "CANCELLED") {
-    progress.Status = Status_Cancelled;
+    progress.Status = TTask_Status::Cancelled;
   } else if (word == "NEEDS-ACTION") {
-    progress.Status = Status_Not_Started;
+    progress.Status = TTask_Status::Not_Started;
   } else {
-    progress.Status = has_completed || percent == 100 ? Status_Completed
-                      : percent > 0                   ? Status_In_Progress
-                                                      : Status_Not_Started;
+    progress.Status = has_completed || percent == 100 ? TTask_Status::Completed
+                      : percent > 0                   ? TTask_Status::In_Progress
+                                                      : TTask_Status::Not_Started;
   }
   // Pending and postponed have no word of their own in calendar files.
   const std::int64_t finer = X_Number(read.Ical, "X-PLEXIDEX-STATUS", -1);
-  if (progress.Status == Status_In_Progress && (finer == 3 || finer == 4))
-    progress.Status = static_cast<int>(finer);
+  if (progress.Status == TTask_Status::In_Progress && (finer == 3 || finer == 4))
+    progress.Status = static_cast<TTask_Status>(finer);
 
-  progress.Percentage = progress.Status == Status_Completed     ? 100
-                        : progress.Status == Status_Not_Started ? 0
-                                                                : percent;
-  if (progress.Status == Status_Completed && has_completed) progress.Completed = Whole_Day(completed.Local());
+  progress.Percentage = progress.Status == TTask_Status::Completed     ? 100
+                        : progress.Status == TTask_Status::Not_Started ? 0
+                                                                       : percent;
+  if (progress.Status == TTask_Status::Completed && has_completed)
+    progress.Completed = Whole_Day(completed.Local());
   const auto last_day = Day_From_Date(Max_Year, 12, 31);
   progress.Started = std::clamp<std::int64_t>(X_Number(read.Ical, "X-PLEXIDEX-STARTED", 0), 0, last_day);
   progress.Budget = X_Number(read.Ical, "X-PLEXIDEX-BUDGET", 0);
   progress.Worked = X_Number(read.Ical, "X-PLEXIDEX-WORKED", 0);
-  progress.Lead_Days = static_cast<int>(
+  read.Content.Lead_Days = static_cast<int>(
       std::max<std::int64_t>(0, Whole_Day(read.Due.Local()) - Whole_Day(read.Start.Local())));
 }
 
@@ -149,7 +150,7 @@ std::int64_t Length_In_Seconds(const icaldurationtype& length) {
 // The end of an event, or the due moment of a task.
 void Read_End(TComponent& read, TZones& zones, std::vector<TImport_Remark>& remarks) {
   TFile_Time end;
-  icalproperty* const property = First(read.Ical, read.Is_Task ? ICAL_DUE_PROPERTY : ICAL_DTEND_PROPERTY);
+  icalproperty* const property = First(read.Ical, read.Is_Task() ? ICAL_DUE_PROPERTY : ICAL_DTEND_PROPERTY);
   icalproperty* const duration = First(read.Ical, ICAL_DURATION_PROPERTY);
   bool given = property && Read_Time(property, zones, read.What, remarks, end);
   if (!given && duration && read.Has_Start) {
@@ -157,7 +158,7 @@ void Read_End(TComponent& read, TZones& zones, std::vector<TImport_Remark>& rema
     end.Wall = From_Msecs(To_Msecs(end.Wall) + Length_In_Seconds(icalproperty_get_duration(duration)) * 1000);
     given = In_Date_Range(end.Local());
   }
-  if (read.Is_Task) {
+  if (read.Is_Task()) {
     if (given) {
       read.Has_Due = true;
       read.Due = end;
@@ -247,7 +248,8 @@ std::string Digest_Of(const std::string& text) {
 TComponent Identify(icalcomponent* component) {
   TComponent identified;
   identified.Ical = component;
-  identified.Is_Task = icalcomponent_isa(component) == ICAL_VTODO_COMPONENT;
+  if (icalcomponent_isa(component) == ICAL_VTODO_COMPONENT)
+    identified.Content.Record.EventType = Kt_data_01::TEntry_Type::Task;
   identified.UID = One_Line(First_Text(component, ICAL_UID_PROPERTY));
   identified.What = identified.UID;
   if (identified.UID.empty()) {
@@ -279,7 +281,7 @@ void Read_Component(TComponent& read, TZones& zones, std::vector<TImport_Remark>
 
   // A cancelled task is one that shows as such; a cancelled event is none.
   read.Cancelled =
-      (!read.Is_Task && Status_Word(read.Ical) == "CANCELLED") || Calendar_Method(read.Ical) == "CANCEL";
+      (!read.Is_Task() && Status_Word(read.Ical) == "CANCELLED") || Calendar_Method(read.Ical) == "CANCEL";
   read.Has_Start = time_of(First(read.Ical, ICAL_DTSTART_PROPERTY), read.Start);
   Read_Content(read);
   Read_End(read, zones, remarks);
@@ -294,7 +296,7 @@ void Read_Component(TComponent& read, TZones& zones, std::vector<TImport_Remark>
   times_of(ICAL_EXDATE_PROPERTY, read.Excluded);
   if (icalproperty* const done = Find_X_Property(read.Ical, "X-PLEXIDEX-DONE"))
     read.Done = Read_Moments(Raw_Value(done));
-  if (read.Is_Task) Read_Progress(read, zones, remarks);
+  if (read.Is_Task()) Read_Progress(read, zones, remarks);
   read.Content.Alarm = Read_Alarms(read, zones, remarks);
 }
 

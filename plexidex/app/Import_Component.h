@@ -14,11 +14,12 @@ namespace Plexidex {
 
 struct TComponent {
   icalcomponent* Ical = nullptr;  // not owned
-  bool Is_Task = false;
-  std::string UID;   // made from the content where the file gives none
-  std::string What;  // for remarks: the UID, or the title where the file gives none
+  std::string UID;                // made from the content where the file gives none
+  std::string What;               // for remarks: the UID, or the title where the file gives none
   int Sequence = 0;
   bool Cancelled = false;
+
+  bool Is_Task() const { return Content.Is_Task(); }
 
   bool Has_Start = false;
   TFile_Time Start;  // DTSTART; for tasks without one the due moment
@@ -35,10 +36,9 @@ struct TComponent {
   std::vector<TDateTime> Done;
 
   TPlanned_Content Content;
-  TPlanned_Progress Progress;
 };
 
-/// Only what identifies a component: Ical, Is_Task, UID, What, Sequence and Has_Recurrence_Id.
+/// Only what identifies a component: Ical, its type, UID, What, Sequence and Has_Recurrence_Id.
 TComponent Identify(icalcomponent* component);
 
 /// Fills in the rest. What is left out goes to the remarks.
@@ -51,7 +51,8 @@ std::string Normalised_Text(icalcomponent* component);
 std::string Digest_Of(const std::string& text);
 
 /// The earliest alarm of a component that goes off no later than the start, or for a task on the due day.
-TPlanned_Alarm Read_Alarms(const TComponent& component, TZones& zones, std::vector<TImport_Remark>& remarks);
+KTReminds::TAlarm Read_Alarms(const TComponent& component, TZones& zones,
+                              std::vector<TImport_Remark>& remarks);
 
 /// The moment of a property of type date, date-time or period. False when it has none. A zone that is not
 /// known is remarked, and taken for the user's own.

@@ -11,9 +11,10 @@ using namespace Kt_util_01;
 
 namespace {
 
-bool Says_The_Same(const TPlanned_Content& a, const TPlanned_Content& b) {
+bool Says_The_Same(const TPlanned_Content& one, const TPlanned_Content& other) {
+  const KTReminds::TEvent_Record &a = one.Record, &b = other.Record;
   return a.Title == b.Title && a.Location == b.Location && a.Notes == b.Notes && a.Priority == b.Priority &&
-         a.Activity == b.Activity && a.Private == b.Private && a.AllDay == b.AllDay && a.Days == b.Days;
+         a.Activity == b.Activity && a.Private == b.Private && a.AllDay == b.AllDay && one.Days == other.Days;
 }
 
 class TEntry_Planner {
@@ -58,8 +59,8 @@ class TEntry_Planner {
   void Remark(const std::string& why) { report.Left_Out.push_back({master->What, why}); }
 
   bool Has_Date(const TComponent& component) {
-    if (component.Is_Task ? component.Has_Due : component.Has_Start) return true;
-    Unused(component, component.Is_Task ? "has no date" : "has no start");
+    if (component.Is_Task() ? component.Has_Due : component.Has_Start) return true;
+    Unused(component, component.Is_Task() ? "has no date" : "has no start");
     return false;
   }
 
@@ -75,15 +76,13 @@ class TEntry_Planner {
 
   static TPlanned_Event Event_Of(const TComponent& component) {
     TPlanned_Event event;
-    event.Content = component.Content;
-    event.Is_Task = component.Is_Task;
-    event.Progress = component.Progress;
+    static_cast<TPlanned_Content&>(event) = component.Content;
     return event;
   }
 
   // A task's dates are those of its start, but it is due later.
   static TDateTime Shown_On(const TComponent& component, TDateTime date) {
-    return component.Is_Task ? static_cast<TDateTime>(Whole_Day(date) + component.Progress.Lead_Days) : date;
+    return component.Is_Task() ? static_cast<TDateTime>(Whole_Day(date) + component.Content.Lead_Days) : date;
   }
 
   void Plan_Alone(const TComponent& component) {
@@ -155,7 +154,7 @@ class TEntry_Planner {
   }
 
   void Plan_Set() {
-    event.Pattern = series.Pattern;
+    event.Record.Pattern = series.Pattern;
     event.Dates = series.Dates;
     std::int64_t left = series.Count;
     for (const TMoment moment : excluded) {
@@ -184,7 +183,7 @@ class TEntry_Planner {
     }
     for (const TDateTime date : Extra_Left()) event.Dates.push_back(Shown_On(*master, date));
     if (event.Dates.empty()) return;
-    if (event.Dates.size() > 1 && !event.Is_Task && event.Content.Days == 1) {
+    if (event.Dates.size() > 1 && !event.Is_Task() && event.Days == 1) {
       Remark((master->Rules.empty() ? "its dates follow no rule"
                                     : "no recurring set has the dates of its rule") +
              std::string("; its ") + std::to_string(event.Dates.size()) +

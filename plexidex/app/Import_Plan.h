@@ -10,56 +10,34 @@
 #include <vector>
 
 #include "Calendar_Import.h"
+#include "Event_Record.h"
 #include "Import_File.h"
-#include "Recurrence.h"
 
 namespace Plexidex {
-
-struct TPlanned_Alarm {
-  bool On = false;
-  int Offset = 0;  // minutes before the occurrence
-  std::string Sound;
-
-  bool operator==(const TPlanned_Alarm&) const = default;
-};
-
-/// What an entry says, whatever its dates.
-struct TPlanned_Content {
-  std::string Title, Location, Notes;
-  int Priority = 5;
-  int Activity = -1;  // journal activity
-  bool Private = false;
-  bool AllDay = false;
-  int Days = 1;  // days that each date covers
-  TPlanned_Alarm Alarm;
-};
-
-struct TPlanned_Progress {
-  int Status = 0;
-  int Percentage = 0;
-  std::int64_t Started = 0, Completed = 0;  // day numbers, 0 for none
-  std::int64_t Budget = 0, Worked = 0;      // hundredths
-  int Lead_Days = 0;                        // from the start day to the due day
-};
 
 struct TPlanned_Change {
   bool Deleted = false;
   TDateTime To = 0;
-  TPlanned_Alarm Alarm;
+  KTReminds::TAlarm Alarm;
 };
 
-/// One set, or single entries that differ in nothing but their date.
-struct TPlanned_Event {
-  TPlanned_Content Content;
-  bool Is_Task = false;
-  TPlanned_Progress Progress;
-  KTReminds::TRecurrence_Pattern
-      Pattern;                   // Freq 0: each of Dates becomes an entry of its own, over Content.Days days
-  std::vector<TDateTime> Dates;  // of a set the first one only
+/// What an event says, whatever its dates.
+struct TPlanned_Content {
+  KTReminds::TEvent_Record Record;  // without key, owner and dates
+  KTReminds::TAlarm Alarm;
+  int Days = 1;       // that each date covers
+  int Lead_Days = 0;  // of a task, from its start to the day on which it is due
+
+  bool Is_Task() const { return Record.EventType == Kt_data_01::TEntry_Type::Task; }
+};
+
+/// One set, or single events that differ in nothing but their date.
+struct TPlanned_Event : TPlanned_Content {
+  std::vector<TDateTime> Dates;                     // of a set, one with a pattern, the first one only
   std::map<std::int64_t, TPlanned_Change> Changes;  // of a set, by the moment in milliseconds
   std::vector<TDateTime> Extra;                     // further occurrences of a set
 
-  bool Is_Set() const { return Pattern.Freq > 0; }
+  bool Is_Set() const { return Record.Pattern.Freq > KTReminds::TFrequency::None; }
 };
 
 /// All components of one UID.

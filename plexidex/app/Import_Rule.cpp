@@ -10,6 +10,7 @@ namespace Plexidex {
 
 using namespace Kt_util_01;
 using KTReminds::Next_Occurrence;
+using KTReminds::TFrequency;
 using KTReminds::TRecurrence_Pattern;
 
 namespace {
@@ -66,7 +67,6 @@ icalrecurrencetype Parse_Rule(const std::string& text) {
   return rule;
 }
 
-constexpr int Freq_Daily = 1, Freq_Weekly = 2, Freq_Monthly = 3, Freq_Yearly = 4;
 constexpr int Kind_Day = 0, Kind_Weekday = 1, Kind_Weekend_Day = 2, Kind_Sunday = 3;
 constexpr int Last_Instance = 4;
 constexpr unsigned Monday_To_Friday = 0b0011111, Weekend = 0b1100000, All_Days = 0b1111111;
@@ -96,7 +96,7 @@ class TCandidates {
         Add_Daily();
         break;
       case ICAL_WEEKLY_RECURRENCE:
-        Add(Freq_Weekly, rule.interval, false, mask);
+        Add(TFrequency::Weekly, rule.interval, false, mask);
         break;
       case ICAL_MONTHLY_RECURRENCE:
         Add_Monthly(rule.interval);
@@ -116,7 +116,7 @@ class TCandidates {
   std::vector<TRecurrence_Pattern> Patterns;
 
  private:
-  TRecurrence_Pattern& Add(int freq, int period, bool plain, unsigned flags = 0) {
+  TRecurrence_Pattern& Add(TFrequency freq, int period, bool plain, unsigned flags = 0) {
     TRecurrence_Pattern pattern;
     pattern.Freq = freq;
     pattern.Period = period;
@@ -128,19 +128,19 @@ class TCandidates {
   }
 
   void Add_Daily() {
-    Add(Freq_Daily, rule.interval, true);
-    if (mask != 0) Add(Freq_Daily, 1, false, mask);
+    Add(TFrequency::Daily, rule.interval, true);
+    if (mask != 0) Add(TFrequency::Daily, 1, false, mask);
   }
 
   void Add_Monthly(int months) {
-    Add(Freq_Monthly, months, true);
-    Add_Kinds(Freq_Monthly, months, month);
+    Add(TFrequency::Monthly, months, true);
+    Add_Kinds(TFrequency::Monthly, months, month);
   }
 
   void Add_Yearly(int years) {
-    Add(Freq_Yearly, years, true);
+    Add(TFrequency::Yearly, years, true);
     if (Is_Given(rule.by_month)) month = icalrecurrencetype_month_month(rule.by_month[0]) - 1;
-    if (month >= 0 && month < 12) Add_Kinds(Freq_Yearly, years, month);
+    if (month >= 0 && month < 12) Add_Kinds(TFrequency::Yearly, years, month);
   }
 
   int Kind() const {
@@ -150,7 +150,7 @@ class TCandidates {
     return std::has_single_bit(mask) ? Kind_Sunday + (std::countr_zero(mask) + 1) % 7 : -1;
   }
 
-  void Add_Kinds(int freq, int period, int of_month) {
+  void Add_Kinds(TFrequency freq, int period, int of_month) {
     const int kind = Kind();
     if (kind < 0) return;
     std::vector<int> instances = {0, 1, 2, 3, Last_Instance};
@@ -161,7 +161,7 @@ class TCandidates {
     for (const int instance : instances) {
       TRecurrence_Pattern& pattern = Add(freq, period, false, 1U << kind);
       pattern.Instance = instance;
-      if (freq == Freq_Yearly) pattern.Month = of_month;
+      if (freq == TFrequency::Yearly) pattern.Month = of_month;
     }
   }
 
@@ -274,7 +274,7 @@ void Walk_Pattern(const TRecurrence_Pattern& pattern, TDateTime first,
   TDateTime date = first;
   do {
     on_date(date);
-  } while (pattern.Freq > 0 && Next_Written(pattern, date));
+  } while (pattern.Freq > TFrequency::None && Next_Written(pattern, date));
 }
 
 }  // namespace Plexidex

@@ -57,7 +57,7 @@ TSeries Read_Series(const TComponent& component, TDateTime until, const std::set
     further.erase(To_Msecs(date));
   };
 
-  if (component.Rules.size() == 1 && !component.Is_Task && component.Content.Days == 1) {
+  if (component.Rules.size() == 1 && !component.Is_Task() && component.Content.Days == 1) {
     const TTranslated_Rule translated =
         Translate_Rule(component.Rules.front(), component.Start, until, on_date);
     series.Is_Set = translated.Agrees;

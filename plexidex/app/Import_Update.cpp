@@ -1,9 +1,8 @@
 #include "Import_Update.h"
 
 #include <algorithm>
-#include <exception>
 
-#include "Kt_data_01.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 
 namespace Plexidex {
@@ -14,16 +13,6 @@ using namespace Kt_util_01;
 namespace {
 
 constexpr int Default_Years = 10;
-
-std::string Reason(const std::exception_ptr& failure) {
-  try {
-    std::rethrow_exception(failure);
-  } catch (const std::exception& e) {
-    return e.what();
-  } catch (...) {
-    return "an unknown error";
-  }
-}
 
 }  // namespace
 
@@ -37,15 +26,10 @@ TDateTime Import_Until(const TImport_Options& options) {
 
 void Write_Import(const std::string& file, const char* tag, const std::function<void()>& write) {
   const std::string nothing = "Nothing was imported from \"" + file + "\": ";
-  if (!Start_Update()) throw EImport_Error(nothing + "the database cannot be changed now.");
-  try {
-    write();
-    EndUpdate();
-  } catch (...) {
-    const std::string reason = Reason(std::current_exception());
-    FailUpdate(tag);
-    throw EImport_Error(nothing + reason + ".");
-  }
+  const TUpdate_Result result = Update(tag, write);
+  if (result.End == TUpdate_Result::TEnd::Refused)
+    throw EImport_Error(nothing + "the database cannot be changed now.");
+  if (!result) throw EImport_Error(nothing + result.Reason + ".");
 }
 
 }  // namespace Plexidex

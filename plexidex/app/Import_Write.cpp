@@ -2,28 +2,20 @@
 
 #include <algorithm>
 
-#include "Event_Creation.h"
+#include "Event_Rows.h"
 #include "Kt_util_01.h"
-#include "Reminder_Utils.h"
 
 namespace Plexidex {
 
 using namespace Kt_data_01;
 using namespace Kt_util_01;
-using KTReminds::TRecurrence_Pattern;
-
-namespace {
-
-constexpr int Status_Completed = 2;
-
-}  // namespace
+using namespace KTReminds;
 
 TEntry_Writer::TEntry_Writer(const TBook& into, TImport_Report& told)
     : book(into),
       report(told),
       events(Events_Table, "Key"),
       occurrences(Events_Data, "Event"),
-      alarms(Alarms_Table, "Key"),
       imports("KT_Imports", "BookandUID"),
       import_events("KT_Import_Events", "BookandUID") {}
 
@@ -49,7 +41,13 @@ void TEntry_Writer::Write(TPlanned_Entry& entry) {
     if (event.Is_Set()) {
       Write_Set(entry, event);
     } else {
-      for (const TDateTime date : event.Dates) Write_Single(entry, event, date, replaced);
+      for (const TDateTime date : event.Dates) {
+        if (event.Is_Task()) {
+          Write_Task(entry, event, date, replaced);
+        } else {
+          Write_Single(entry, event, date);
+        }
+      }
     }
   }
 }
@@ -70,8 +68,7 @@ TEntry_Writer::TReplaced TEntry_Writer::Remove_Old(const std::string& uid) {
 }
 
 bool TEntry_Writer::Is_Event_Of_Book(const std::string& event) {
-  occurrences.Set_Index("Event");
-  return occurrences.FindKey({event}) && occurrences.Text(occurrences.Field("Book")) == book.Key;
+  return occurrences.FindKey({event}) && occurrences.Text(Occurrence_Columns().Book) == book.Key;
 }
 
 void TEntry_Writer::Remove_Event(const std::string& event, TReplaced& replaced) {
@@ -80,185 +77,92 @@ void TEntry_Writer::Remove_Event(const std::string& event, TReplaced& replaced) 
   // The user may have deleted it since.
   if (!events.FindKey({event})) return;
   replaced.Any = true;
-  const std::int64_t completed = events.Integer(events.Field("Completed"));
-  const TField key = occurrences.Field("Key"), actioned = occurrences.Field("Actioned"),
-               date = occurrences.Field("EventDate");
+  const std::int64_t completed = events.Integer(Event_Columns().Completed);
+  const TOccurrence_Columns& column = Occurrence_Columns();
   occurrences.SetRange({event}, {event});
-  for (occurrences.First(); !occurrences.Eof();) {
-    if (occurrences.Boolean(actioned)) replaced.Done[To_Msecs(occurrences.DateTime(date))] = completed;
-    if (alarms.FindKey({occurrences.Text(key)})) alarms.Delete();
-    occurrences.Delete();
+  for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
+    if (occurrences.Boolean(column.Actioned))
+      replaced.Done[To_Msecs(occurrences.DateTime(column.EventDate))] = completed;
   }
   occurrences.CancelRange();
-  events.Delete();
+  Delete_Set(event);
 }
 
-void TEntry_Writer::Remember(const TPlanned_Entry& entry, const std::string& event) {
+TNew_Event TEntry_Writer::Begin(const TPlanned_Event& planned, TDateTime date) const {
+  TNew_Event event;
+  event.Owner = {book.Key, book.Calendar};
+  event.Record = planned.Record;
+  event.Record.User = User_Key();
+  event.Record.FirstDate = date;
+  event.Alarm = planned.Alarm;
+  return event;
+}
+
+void TEntry_Writer::Create(const TPlanned_Entry& entry, const TNew_Event& event) {
+  std::string key;
+  if (Create_Event(event, key).empty()) throw EAlready_Reported();
   import_events.Insert();
-  import_events.SetFields({book.Key, entry.UID, event});
+  import_events.SetFields({book.Key, entry.UID, key});
   PostUpdate(import_events);
 }
 
-std::string TEntry_Writer::Create(const TPlanned_Event& planned, TDateTime date,
-                                  const TRecurrence_Pattern& pattern, bool alarm, std::string& key) {
-  const TPlanned_Content& content = planned.Content;
-  TMemory_Stream notes(content.Notes);
-  KTReminds::TNew_Event event;
-  event.Contact = book.Calendar;
-  event.Book = book.Key;
-  event.Title = content.Title;
-  event.Location = content.Location;
-  event.User = User_Key();
-  event.Notes = content.Notes.empty() ? nullptr : &notes;
-  event.WAVFile = content.Alarm.Sound;
-  event.Offset = content.Alarm.Offset;
-  event.Alarm = alarm;
-  event.AllDay = content.AllDay;
-  event.Private = content.Private;
-  event.Priority = content.Priority;
-  event.FirstDate = date;
-  event.Pattern = pattern;
-  event.EventType = planned.Is_Task ? KTReminds::Event_Type_Task : 0;
-  std::string first = KTReminds::Create_Event(event, key);
-  if (first.empty()) throw EAlready_Reported();
-  if (content.Activity >= 0) {
-    if (!events.FindKey({key}))
-      throw EData_Error("find", events.Name(), "the event just written is not there");
-    events.Edit();
-    events.Set(events.Field("Type"), content.Activity);
-    PostUpdate(events);
-  }
-  return first;
-}
-
-void TEntry_Writer::Write_Single(const TPlanned_Entry& entry, const TPlanned_Event& event, TDateTime date,
-                                 const TReplaced& replaced) {
-  TRecurrence_Pattern pattern;
-  pattern.LastDate = date;
-  const bool several_days = event.Content.Days > 1;
+void TEntry_Writer::Write_Single(const TPlanned_Entry& entry, const TPlanned_Event& planned, TDateTime date) {
+  TNew_Event event = Begin(planned, date);
+  event.Record.Pattern.LastDate = date;
+  const bool several_days = planned.Days > 1;
   if (several_days) {
-    pattern.Freq = 1;
-    pattern.LastDate = static_cast<TDateTime>(Whole_Day(date) + event.Content.Days - 1);
+    event.Record.Pattern.Freq = TFrequency::Daily;
+    event.Record.Pattern.LastDate = static_cast<TDateTime>(Whole_Day(date) + planned.Days - 1);
   }
-  std::string key;
-  const bool alarm = event.Content.Alarm.On;
-  const std::string first = Create(event, date, pattern, alarm && !several_days, key);
-  // One reminder, at the beginning, will do.
-  if (several_days && alarm) Set_Alarm(first, event.Content.Alarm, false);
-  Remember(entry, key);
-  report.Occurrences += event.Content.Days;
-  if (event.Is_Task) {
-    ++report.Tasks;
-    Write_Progress(event, key, date, replaced);
-  } else {
-    ++(several_days ? report.Sets : report.Events);
-    Apply_Changes(entry, event, key);
-  }
+  event.Adjust = [&](TNew_Occurrence& day) {
+    day.Actioned = entry.Done.contains(To_Msecs(day.Date));
+    // One reminder, at the beginning, will do.
+    if (day.Date != date) day.Alarm.On = false;
+    return true;
+  };
+  Create(entry, event);
+  report.Occurrences += planned.Days;
+  ++(several_days ? report.Sets : report.Events);
 }
 
-void TEntry_Writer::Write_Progress(const TPlanned_Event& event, const std::string& key, TDateTime due,
-                                   const TReplaced& replaced) {
-  TPlanned_Progress progress = event.Progress;
+void TEntry_Writer::Write_Task(const TPlanned_Entry& entry, const TPlanned_Event& planned, TDateTime due,
+                               const TReplaced& replaced) {
+  TNew_Event event = Begin(planned, due - planned.Lead_Days);
+  event.Date = event.Record.Pattern.LastDate = due;
+  TTask_Progress& progress = event.Record.Progress;
   // What the user completed stays completed.
   if (const auto done = replaced.Done.find(To_Msecs(due));
-      done != replaced.Done.end() && progress.Status != Status_Completed) {
-    progress.Status = Status_Completed;
+      done != replaced.Done.end() && progress.Status != TTask_Status::Completed) {
+    progress.Status = TTask_Status::Completed;
     progress.Percentage = 100;
     progress.Completed = done->second;
   }
-  if (!events.FindKey({key})) throw EData_Error("find", events.Name(), "the task just written is not there");
-  const auto set = [this](std::string_view column, const TValue& value) {
-    events.Set(events.Field(column), value);
+  event.Adjust = [&progress](TNew_Occurrence& task) {
+    task.Actioned = progress.Status == TTask_Status::Completed;
+    return true;
   };
-  events.Edit();
-  set("FirstDate", due - progress.Lead_Days);
-  set("Started", progress.Started);
-  set("Completed", progress.Completed);
-  set("Percentage", progress.Percentage);
-  set("Status", progress.Status);
-  set("Budget", progress.Budget);
-  set("Worked", progress.Worked);
-  PostUpdate(events);
-  if (progress.Status != Status_Completed) return;
-  if (!occurrences.FindKey({key}))
-    throw EData_Error("find", occurrences.Name(), "the task just written has no date");
-  occurrences.Edit();
-  occurrences.Set(occurrences.Field("Actioned"), true);
-  PostUpdate(occurrences);
-  if (!alarms.FindKey({occurrences.Text(occurrences.Field("Key"))})) return;
-  alarms.Edit();
-  alarms.Set(alarms.Field("Actioned"), true);
-  PostUpdate(alarms);
+  Create(entry, event);
+  ++report.Occurrences;
+  ++report.Tasks;
 }
 
-void TEntry_Writer::Write_Set(const TPlanned_Entry& entry, const TPlanned_Event& event) {
-  std::string key;
-  Create(event, event.Dates.front(), event.Pattern, event.Content.Alarm.On, key);
-  Remember(entry, key);
-  const TPlanned_Content& content = event.Content;
-  const std::string& user = User_Key();
-  KTReminds::TOccurrence_Writer writer(
-      {key, book.Calendar, book.Key, user, content.Alarm.Sound, content.Alarm.On, content.Alarm.Offset});
-  for (const TDateTime date : event.Extra) writer.Write(date, false);
-  Apply_Changes(entry, event, key);
+// Leaves out and moves what the file says otherwise than the rule, and marks what was done.
+void TEntry_Writer::Write_Set(const TPlanned_Entry& entry, const TPlanned_Event& planned) {
+  TNew_Event event = Begin(planned, planned.Dates.front());
+  event.Extra = planned.Extra;
+  event.Adjust = [&](TNew_Occurrence& occurrence) {
+    if (const auto change = planned.Changes.find(To_Msecs(occurrence.Date));
+        change != planned.Changes.end()) {
+      if (change->second.Deleted) return false;
+      occurrence.Date = change->second.To;
+      occurrence.Alarm = change->second.Alarm;
+    }
+    occurrence.Actioned = entry.Done.contains(To_Msecs(occurrence.Date));
+    ++report.Occurrences;
+    return true;
+  };
+  Create(entry, event);
   ++report.Sets;
-  occurrences.SetRange({key}, {key});
-  report.Occurrences += occurrences.Record_Count();
-  occurrences.CancelRange();
-}
-
-void TEntry_Writer::Set_Alarm(const std::string& occurrence, const TPlanned_Alarm& alarm, bool actioned) {
-  const bool there = alarms.FindKey({occurrence});
-  if (!alarm.On) {
-    if (there) alarms.Delete();
-    return;
-  }
-  if (there) {
-    alarms.Edit();
-  } else {
-    alarms.Insert();
-  }
-  constexpr TDateTime not_scheduled = 0;
-  alarms.SetFields({occurrence, User_Key(), alarm.Offset, alarm.Sound, not_scheduled, actioned});
-  PostUpdate(alarms);
-}
-
-// Deletes and moves what the file says otherwise than the rule, and marks what was done.
-void TEntry_Writer::Apply_Changes(const TPlanned_Entry& entry, const TPlanned_Event& event,
-                                  const std::string& key) {
-  if (event.Changes.empty() && entry.Done.empty()) return;
-  const TField key_field = occurrences.Field("Key"), actioned = occurrences.Field("Actioned"),
-               date_field = occurrences.Field("EventDate");
-  occurrences.Set_Index("Event");
-  occurrences.SetRange({key}, {key});
-  for (occurrences.First(); !occurrences.Eof();) {
-    const std::string occurrence(occurrences.Text(key_field));
-    TDateTime date = occurrences.DateTime(date_field);
-    const auto change = event.Changes.find(To_Msecs(date));
-    const bool changed = change != event.Changes.end();
-    if (changed && change->second.Deleted) {
-      Set_Alarm(occurrence, {}, false);
-      occurrences.Delete();
-      continue;
-    }
-    if (changed) date = change->second.To;
-    const bool done = entry.Done.contains(To_Msecs(date));
-    if (changed || done) {
-      occurrences.Edit();
-      occurrences.Set(date_field, date);
-      occurrences.Set(actioned, done);
-      PostUpdate(occurrences);
-      if (changed) {
-        Set_Alarm(occurrence, change->second.Alarm, done);
-      } else if (alarms.FindKey({occurrence})) {
-        alarms.Edit();
-        alarms.Set(alarms.Field("Actioned"), done);
-        PostUpdate(alarms);
-      }
-    }
-    occurrences.Next();
-  }
-  occurrences.CancelRange();
 }
 
 }  // namespace Plexidex

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "Books.h"
+#include "Event_Creation.h"
 #include "Import_Plan.h"
-#include "Kt_data_01.h"
 
 namespace Plexidex {
 
@@ -31,20 +31,16 @@ class TEntry_Writer {
   TReplaced Remove_Old(const std::string& uid);
   void Remove_Event(const std::string& event, TReplaced& replaced);
   bool Is_Event_Of_Book(const std::string& event);
-  void Write_Single(const TPlanned_Entry& entry, const TPlanned_Event& event, TDateTime date,
-                    const TReplaced& replaced);
+  void Write_Single(const TPlanned_Entry& entry, const TPlanned_Event& event, TDateTime date);
   void Write_Set(const TPlanned_Entry& entry, const TPlanned_Event& event);
-  void Write_Progress(const TPlanned_Event& event, const std::string& key, TDateTime due,
-                      const TReplaced& replaced);
-  void Apply_Changes(const TPlanned_Entry& entry, const TPlanned_Event& event, const std::string& key);
-  void Set_Alarm(const std::string& occurrence, const TPlanned_Alarm& alarm, bool actioned);
-  std::string Create(const TPlanned_Event& event, TDateTime date,
-                     const KTReminds::TRecurrence_Pattern& pattern, bool alarm, std::string& key);
-  void Remember(const TPlanned_Entry& entry, const std::string& event);
+  void Write_Task(const TPlanned_Entry& entry, const TPlanned_Event& event, TDateTime due,
+                  const TReplaced& replaced);
+  KTReminds::TNew_Event Begin(const TPlanned_Event& event, TDateTime date) const;
+  void Create(const TPlanned_Entry& entry, const KTReminds::TNew_Event& event);
 
   const Kt_data_01::TBook& book;
   TImport_Report& report;
-  Kt_data_01::TTable events, occurrences, alarms, imports, import_events;
+  Kt_data_01::TTable events, occurrences, imports, import_events;
 };
 
 }  // namespace Plexidex

@@ -9,6 +9,7 @@
 #include "Calendar_Import.h"
 #include "Contacts.h"
 #include "Event_Creation.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 
 namespace Plexidex {
@@ -48,13 +49,13 @@ void Write_Contacts(const Kt_data_01::TBook& book, Kt_util_01::TDateTime today) 
   Kt_data_01::Set_Other_Labels(book.Key, {"Phone", "E-mail"});
   for (const TSample_Contact& contact : Contacts) {
     KTReminds::TNew_Event event;
-    event.Contact = Kt_data_01::Create_Contact(book.Key, contact.Name);
-    Kt_data_01::Write_Contact(event.Contact, contact.Name, {{contact.Phone, contact.Mail}, contact.Notes});
-    event.Book = book.Key;
-    event.Title = contact.Event;
-    event.Location = contact.Location;
-    event.User = Kt_util_01::User_Key();
-    event.FirstDate = event.Pattern.LastDate = today + contact.In_Days;
+    event.Owner = {book.Key, Kt_data_01::Create_Contact(book.Key, contact.Name)};
+    Kt_data_01::Write_Contact(event.Owner.Contact, contact.Name,
+                              {{contact.Phone, contact.Mail}, contact.Notes});
+    event.Record.Title = contact.Event;
+    event.Record.Location = contact.Location;
+    event.Record.User = Kt_util_01::User_Key();
+    event.Record.FirstDate = event.Record.Pattern.LastDate = today + contact.In_Days;
     std::string master;
     KTReminds::Create_Event(event, master);
   }
@@ -79,13 +80,9 @@ void Fill_With_Sample(const std::string& book_name, Kt_util_01::TDateTime today)
   Import_Calendar(file.Path, options);
   Kt_data_01::TBook book = Kt_data_01::List_Books().front();
   if (!book_name.empty()) Kt_data_01::Find_Book(book_name, book);
-  if (!Kt_data_01::List_Contacts(book.Key, false).empty() || !Kt_data_01::Start_Update()) return;
-  try {
-    Write_Contacts(book, today);
-    Kt_data_01::EndUpdate();
-  } catch (...) {
-    Kt_data_01::FailUpdate("Sample_Calendar:Fill_With_Sample [KT_Contacts/KT_Contacts_Data/KT_Events]");
-  }
+  if (!Kt_data_01::List_Contacts(book.Key, false).empty()) return;
+  Kt_data_01::Update("Sample_Calendar:Fill_With_Sample [KT_Contacts/KT_Contacts_Data/KT_Events]",
+                     [&] { Write_Contacts(book, today); });
 }
 
 std::string Sample_Calendar(Kt_util_01::TDateTime today) {

@@ -12,7 +12,7 @@ std::string TEventKey::Get_Tip(bool one_line) const {
     tip += part;
   };
   add(Description);
-  if (EventType == Type_Task) {
+  if (Is_Task()) {
     add(FirstText);
   } else {
     add(SecondText);

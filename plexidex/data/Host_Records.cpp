@@ -50,7 +50,7 @@ void Build_Holidays_Data(TEventKey_List& list, TDateTime from, TDateTime to) {
     std::string text(holidays.Text(name));
     if (!holidays.Text(country).empty()) text += " (" + std::string(holidays.Text(country)) + ")";
     key->FirstText = key->Description = TText(text);
-    key->EventType = TEventKey::Type_Holiday;
+    key->EventType = TEntry_Type::Other;
     key->Timeless = true;
     key->EventDate = key->FirstDate = holidays.DateTime(date);
     list.push_back(std::move(key));

@@ -96,6 +96,13 @@ TModal_Scope::~TModal_Scope() {
   Closed_Forms().clear();
 }
 
+bool Outlives(QWidget* form, const std::function<void()>& call) {
+  const QPointer<QWidget> alive = form;
+  call();
+  const auto* page = qobject_cast<const TForm*>(alive.data());
+  return alive && !(page && page->Is_Closed());
+}
+
 TForm::TForm(QWidget* parent) : QWidget(parent) {}
 
 TForm::~TForm() {

@@ -5,10 +5,10 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "Event_Creation.h"
 #include "Kt_util_01.h"
 #include "Reminder_Utils.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 using namespace Kt_data_01;
@@ -21,16 +21,9 @@ class Agenda_Test : public testing::Test {
  protected:
   std::string Add(const std::string& title, TDateTime date,
                   const std::function<void(KTReminds::TNew_Event&)>& change = {}) {
-    KTReminds::TNew_Event event;
-    event.Contact = database.Book().Calendar;
-    event.Book = database.Book().Key;
-    event.User = User_Key();
-    event.Title = title;
-    event.FirstDate = date;
-    event.Pattern.LastDate = date;
+    KTReminds::TNew_Event event = New_Event(title, date);
     if (change) change(event);
-    std::string master;
-    return KTReminds::Create_Event(event, master);
+    return Write(event);
   }
 
   void Add_Holiday(TDateTime day, const std::string& name, const std::string& country) {
@@ -46,26 +39,26 @@ class Agenda_Test : public testing::Test {
   void Fill() {
     const TDateTime day = Encode_Date(2024, 1, 16);
     Add("Team meeting", Encode_Date(2024, 1, 8) + Encode_Time(9, 30, 0, 0), [](KTReminds::TNew_Event& e) {
-      e.Location = "Room 4";
-      e.Alarm = true;
-      e.Pattern.Freq = 2;
-      e.Pattern.Set_Flag(0);
-      e.Pattern.LastDate = Encode_Date(2024, 2, 28);
+      e.Record.Location = "Room 4";
+      e.Alarm.On = true;
+      e.Record.Pattern.Freq = KTReminds::TFrequency::Weekly;
+      e.Record.Pattern.Set_Flag(0);
+      e.Record.Pattern.LastDate = Encode_Date(2024, 2, 28);
     });
     Add("Late", day + Encode_Time(23, 59, 59, 0));
     done = Add("\x1b[2JPaint\nit", day + Encode_Time(8, 0, 0, 0), [](KTReminds::TNew_Event& e) {
-      e.EventType = 1;  // no holiday, though they share the number
-      e.Priority = 2;
+      e.Record.EventType = TEntry_Type::Other;  // no holiday, though they share the number
+      e.Record.Priority = 2;
     });
     Add("Salary", day + Encode_Time(11, 0, 0, 0), [](KTReminds::TNew_Event& e) {
-      e.User = "somebody else";
-      e.Location = "Office";
-      e.Private = true;
+      e.Record.User = "somebody else";
+      e.Record.Location = "Office";
+      e.Record.Private = true;
     });
-    Add("Ferien 日本", day, [](KTReminds::TNew_Event& e) { e.AllDay = true; });
+    Add("Ferien 日本", day, [](KTReminds::TNew_Event& e) { e.Record.AllDay = true; });
     Add("Tax return", day, [](KTReminds::TNew_Event& e) {
-      e.AllDay = true;
-      e.EventType = KTReminds::Event_Type_Task;
+      e.Record.AllDay = true;
+      e.Record.EventType = TEntry_Type::Task;
     });
     Add_Holiday(day, "Bright Day", "Utopia");
     In_Update([this] {

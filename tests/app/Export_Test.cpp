@@ -7,9 +7,9 @@
 #include <sstream>
 
 #include "Calendar_Export.h"
-#include "Event_Creation.h"
 #include "Import_Fixture.h"
 #include "Reminder_Utils.h"
+#include "Test_Events.h"
 
 namespace {
 
@@ -41,8 +41,9 @@ class Exporting : public Kt_test::Import_Fixture {
           Query_Text("SELECT Offset || WAVFile FROM KT_Alarms WHERE Key = '" + entry->Key.Str() + "'");
       agenda.push_back(ISO_DateTime(entry->EventDate) + "|" + entry->FirstText.Str() + "|" +
                        entry->SecondText.Str() + "|" + std::to_string(entry->Priority) +
-                       std::to_string(entry->EventType) + std::to_string(entry->Percentage) +
-                       (entry->Timeless ? "t" : "") + (entry->Done ? "d" : "") + "|" + alarm);
+                       std::to_string(static_cast<int>(entry->EventType)) +
+                       std::to_string(entry->Percentage) + (entry->Timeless ? "t" : "") +
+                       (entry->Done ? "d" : "") + "|" + alarm);
     }
     std::sort(agenda.begin(), agenda.end());
     return agenda;
@@ -63,16 +64,10 @@ class Exporting : public Kt_test::Import_Fixture {
 
   static std::string Create(const std::string& title, const char* first, const TRecurrence_Pattern& pattern,
                             int offset = -1) {
-    KTReminds::TNew_Event event;
-    event.Contact = Kt_data_01::List_Books().front().Calendar;
-    event.Book = Kt_data_01::List_Books().front().Key;
-    event.User = User_Key();
-    event.Title = title;
-    event.WAVFile = "C:\\Sounds; and\\ding.wav";
-    event.Alarm = offset >= 0;
-    event.Offset = offset;
-    EXPECT_TRUE(Str2DateTime(first, event.FirstDate));
-    event.Pattern = pattern;
+    KTReminds::TNew_Event event = New_Event(title, 0);
+    EXPECT_TRUE(Str2DateTime(first, event.Record.FirstDate));
+    event.Record.Pattern = pattern;
+    event.Alarm = {offset >= 0, offset, "C:\\Sounds; and\\ding.wav", 0};
     std::string key;
     EXPECT_NE(KTReminds::Create_Event(event, key), "");
     return key;
@@ -80,7 +75,7 @@ class Exporting : public Kt_test::Import_Fixture {
   static TRecurrence_Pattern Pattern(int freq, int period, bool plain, unsigned flags, int instance,
                                      int month, TDateTime last) {
     TRecurrence_Pattern pattern;
-    pattern.Freq = freq;
+    pattern.Freq = static_cast<KTReminds::TFrequency>(freq);
     pattern.Period = period;
     pattern.PeriodDefault = plain;
     pattern.P = static_cast<std::uint16_t>(flags);

@@ -6,10 +6,11 @@
 #include <cstdlib>
 #include <random>
 
-#include "Event_Creation.h"
 #include "Kt_util_01.h"
 #include "Store_Check.h"
+#include "Kt_update.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 using namespace KTReminds;
@@ -26,29 +27,17 @@ constexpr int Sets_Per_Bracket = 2;
   TSqlite_Options options;
   options.Busy_Msecs = busy_msecs;
   Open_Database(path, TDatabase::TMode::Must_Exist, options);
-  TBook book = List_Books().front();
-  TNew_Event event;
-  event.Contact = book.Calendar;
-  event.Book = book.Key;
-  event.User = Kt_util_01::User_Key();
-  event.Alarm = true;
-  event.FirstDate = 45292.5;
-  event.Pattern.Freq = 1;
-  event.Pattern.LastDate = 45292 + Set_Length - 1;
+  TNew_Event event = New_Event("", 45292.5, Set_Length);
+  event.Alarm.On = true;
   const std::string process = std::to_string(getpid());
   for (int i = 0; i < brackets; ++i) {
-    event.Title = process + "/" + std::to_string(i);
-    if (!Start_Update()) continue;
-    try {
-      std::string key;
+    event.Record.Title = process + "/" + std::to_string(i);
+    const TUpdate_Result result = Update("Write_Brackets", [&] {
       for (int set = 0; set < Sets_Per_Bracket; ++set) {
-        if (Create_Event(event, key).empty()) throw EAlready_Reported();
+        if (Write(event).empty()) throw EAlready_Reported();
       }
-      EndUpdate();
-      if (write(tell, "x", 1) != 1) _exit(2);
-    } catch (...) {
-      FailUpdate("Write_Brackets");
-    }
+    });
+    if (result && write(tell, "x", 1) != 1) _exit(2);
   }
   _exit(0);
 }

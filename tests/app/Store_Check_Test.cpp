@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "Event_Creation.h"
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 using namespace Kt_data_01;
@@ -19,14 +19,8 @@ namespace {
 class Store_Check_Test : public testing::Test {
  protected:
   Store_Check_Test() {
-    KTReminds::TNew_Event event;
-    event.Contact = database.Book().Calendar;
-    event.Book = database.Book().Key;
-    event.Title = "Watering";
-    event.Alarm = true;
-    event.FirstDate = Kt_util_01::Encode_Date(2024, 1, 16);
-    event.Pattern.Freq = 1;
-    event.Pattern.LastDate = event.FirstDate + 2;
+    KTReminds::TNew_Event event = New_Event("Watering", Kt_util_01::Encode_Date(2024, 1, 16), 3);
+    event.Alarm.On = true;
     occurrence = KTReminds::Create_Event(event, master);
     EXPECT_EQ(Plexidex::Check_Store(), std::vector<std::string>());
     Run_Sql("PRAGMA foreign_keys = OFF");

@@ -14,7 +14,7 @@ namespace {
 
 class View_Rules : public testing::Test {
  protected:
-  TList_Item Item(int type, int image, bool hidden = false) const {
+  TList_Item Item(TEntry_Type type, int image, bool hidden = false) const {
     TList_Item item;
     item.Image = image;
     item.Data = std::make_unique<TEventKey>();
@@ -39,13 +39,13 @@ class View_Rules : public testing::Test {
 };
 
 TEST_F(View_Rules, Commands_Follow_Kind_State_And_Privacy) {
-  EXPECT_EQ(Offered(Item(0, Image_Open_Event)), "OT+D");
-  EXPECT_EQ(Offered(Item(0, Image_Done_Event)), "OT-D");
-  EXPECT_EQ(Offered(Item(3, Image_Open_Task)), "OT+D");
-  EXPECT_EQ(Offered(Item(3, Image_Done_Task)), "OT-D");
-  EXPECT_EQ(Offered(Item(0, -1)), "OTD") << "of unknown state";
-  EXPECT_EQ(Offered(Item(3, Image_Open_Task, true)), "O");
-  EXPECT_EQ(Offered(Item(TEventKey::Type_Holiday, Image_Holiday)), "");
+  EXPECT_EQ(Offered(Item(TEntry_Type::Event, Image_Open_Event)), "OT+D");
+  EXPECT_EQ(Offered(Item(TEntry_Type::Event, Image_Done_Event)), "OT-D");
+  EXPECT_EQ(Offered(Item(TEntry_Type::Task, Image_Open_Task)), "OT+D");
+  EXPECT_EQ(Offered(Item(TEntry_Type::Task, Image_Done_Task)), "OT-D");
+  EXPECT_EQ(Offered(Item(TEntry_Type::Event, -1)), "OTD") << "of unknown state";
+  EXPECT_EQ(Offered(Item(TEntry_Type::Task, Image_Open_Task, true)), "O");
+  EXPECT_EQ(Offered(Item(TEntry_Type::Other, Image_Holiday)), "");
   EXPECT_EQ(Offered({}), "");
   EXPECT_FALSE(Buttons_For(nullptr).Open);
 }
@@ -56,7 +56,7 @@ TEST_F(View_Rules, Commands_Follow_The_Rights_On_The_Owner) {
   Kt_util_01::Set_User_Key(anna);
   const auto with = [&](const TRights& rights) {
     In_Update([&] { Set_Rights(database.Book().Key, anna, rights); });
-    return Offered(Item(0, Image_Open_Event));
+    return Offered(Item(TEntry_Type::Event, Image_Open_Event));
   };
   EXPECT_EQ(with({.Create = true, .See = true}), "O");
   EXPECT_EQ(with({.Update = true}), "OT+");
@@ -69,7 +69,7 @@ TEST_F(View_Rules, A_Failed_Look_At_The_Rights_Refuses_And_Is_Reported) {
   seams.Prompts.Expect_Error("Read Failed",
                              "The data could not be read: find KT_Rights: no such table: KT_Rights\n\n"
                              "View_Rules:Buttons_For [KT_Rights/KT_Users]");
-  EXPECT_EQ(Offered(Item(0, Image_Open_Event)), "O");
+  EXPECT_EQ(Offered(Item(TEntry_Type::Event, Image_Open_Event)), "O");
 }
 
 TEST_F(View_Rules, Texts) {
@@ -111,7 +111,7 @@ TEST_F(View_Rules, Rows_In_Words) {
   EXPECT_EQ(Spoken_Row(entry, now + 1), "Private, completed");
   entry = {};
   entry.Description = "Holiday";
-  entry.EventType = TEventKey::Type_Holiday;
+  entry.EventType = TEntry_Type::Other;
   entry.Timeless = true;
   EXPECT_EQ(Spoken_Row(entry, now), "Holiday");
 }

@@ -109,7 +109,7 @@ TEST_F(Rights, The_Journal_And_The_Holidays_Give_Back_What_Was_Written) {
   ASSERT_EQ(holidays.size(), 2u);
   EXPECT_TRUE(holidays[0]->Description == "A");
   EXPECT_TRUE(holidays[1]->FirstText == "B (X)");
-  EXPECT_EQ(holidays[1]->EventType, 1);
+  EXPECT_EQ(holidays[1]->EventType, TEntry_Type::Other);
   EXPECT_TRUE(holidays[1]->Timeless && holidays[1]->Key.Empty());
 }
 

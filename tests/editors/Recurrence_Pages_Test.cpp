@@ -24,8 +24,13 @@ TEST(Recurrence_Pages, Stored_Set_To_Page_And_Back_Is_The_Same_Set) {
           // These are no sets that a page can show: no day to fall on.
           if ((freq == 2 || (freq == 1 && !plain)) && (flags & 0x7F) == 0) continue;
           const int instance = static_cast<int>(flags % 5), month = static_cast<int>(flags % 12);
-          const TRecurrence_Pattern stored{freq,     period, plain,   static_cast<std::uint16_t>(flags),
-                                           instance, month,  46000.75};
+          const TRecurrence_Pattern stored{static_cast<TFrequency>(freq),
+                                           period,
+                                           plain,
+                                           static_cast<std::uint16_t>(flags),
+                                           instance,
+                                           month,
+                                           46000.75};
           const TRecurrence_Pages pages = Pages_From_Pattern(stored, Monday);
           TRecurrence_Pattern back;
           ASSERT_TRUE(Pattern_From_Pages(pages, stored, back).Empty());
@@ -47,7 +52,7 @@ TEST(Recurrence_Pages, Page_To_Stored_Set_And_Back_Is_The_Same_Page) {
   for (int freq = 1; freq <= 4; ++freq) {
     for (int variant = 0; variant < 60; ++variant) {
       TRecurrence_Pages pages = Propose_Pages(Monday);
-      pages.Freq = freq;
+      pages.Freq = static_cast<TFrequency>(freq);
       pages.Until = 46000 + variant;
       const std::string number = std::to_string(variant + 2);
       const TRecurrence_Pages::TKind kind{variant % 5, variant % 10};
@@ -88,7 +93,7 @@ TEST(Recurrence_Pages, Page_To_Stored_Set_And_Back_Is_The_Same_Page) {
 TEST(Recurrence_Pages, Another_Choice_On_The_Same_Page_Keeps_The_Last_Day) {
   for (const int freq : {1, 3, 4}) {
     for (const bool plain : {true, false}) {
-      const TRecurrence_Pattern stored{freq, 2, plain, 1, 0, 0, 46000.75};
+      const TRecurrence_Pattern stored{static_cast<TFrequency>(freq), 2, plain, 1, 0, 0, 46000.75};
       TRecurrence_Pages pages = Pages_From_Pattern(stored, Monday);
       pages.Daily_Every = pages.Monthly_Every = pages.Yearly_Every = !plain;
       TRecurrence_Pattern pattern;
@@ -96,12 +101,13 @@ TEST(Recurrence_Pages, Another_Choice_On_The_Same_Page_Keeps_The_Last_Day) {
       EXPECT_EQ(pattern.LastDate, 46000) << freq << plain;
     }
   }
-  EXPECT_EQ(Pages_From_Pattern({.Freq = 7}, Monday).Freq, 1) << "what is no frequency becomes a proposal";
+  EXPECT_EQ(Pages_From_Pattern({.Freq = static_cast<TFrequency>(7)}, Monday).Freq, TFrequency::Daily)
+      << "what is no frequency becomes a proposal";
 }
 
 TEST(Recurrence_Pages, Proposals_Follow_The_Date) {
   TRecurrence_Pages pages = Propose_Pages(Monday);
-  EXPECT_EQ(pages.Freq, 1);
+  EXPECT_EQ(pages.Freq, TFrequency::Daily);
   EXPECT_TRUE(pages.Daily_Every && pages.Daily_Number == "1" && pages.Daily_Days[0] && !pages.Daily_Days[1]);
   EXPECT_EQ(pages.Until, 45306 + 366) << "15 January 2025";
   EXPECT_EQ(pages.Monthly_Kind.Instance, 2);
@@ -116,11 +122,11 @@ TEST(Recurrence_Pages, Proposals_Follow_The_Date) {
 TEST(Recurrence_Pages, Refusals) {
   const auto refusal = [](int freq, auto change) {
     TRecurrence_Pages pages = Propose_Pages(Monday);
-    pages.Freq = freq;
+    pages.Freq = static_cast<TFrequency>(freq);
     change(pages);
     TRecurrence_Pattern pattern;
     const TRefusal refused = Pattern_From_Pages(pages, {}, pattern);
-    EXPECT_EQ(refused.Empty(), pattern.Freq == freq);
+    EXPECT_EQ(refused.Empty(), pattern.Freq == pages.Freq);
     return refused.Caption + "/" + refused.Control;
   };
   using TPages = TRecurrence_Pages&;

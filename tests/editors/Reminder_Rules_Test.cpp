@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "Event_Creation.h"
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 using namespace KTReminds;
@@ -17,23 +17,14 @@ class Reminder_Rules : public testing::Test {
   Reminder_Rules() { Kt_util_01::CurrentDate = 45306; }
 
   std::string Make(int days, double first = 45306.5, bool alarm = true) {
-    TNew_Event event;
-    event.Contact = database.Book().Calendar;
-    event.Book = database.Book().Key;
-    event.Title = "Old";
-    event.User = Kt_util_01::User_Key();
-    event.Alarm = alarm;
-    event.Offset = 30;
-    event.FirstDate = first;
-    event.Pattern.Freq = days > 1 ? 1 : 0;
-    event.Pattern.LastDate = first + days - 1;
-    std::string key;
-    Create_Event(event, key);
+    TNew_Event event = New_Event("Old", first, days);
+    event.Alarm = {alarm, 30, "", 0};
+    Write(event);
     return Query_Text("SELECT Key FROM KT_Events_Data ORDER BY EventDate LIMIT 1 OFFSET " +
                       std::to_string(days / 2));
   }
   bool Open(TReminder_Rules& rules, const std::string& key, const std::string& subject = {}) {
-    return rules.Open(key, {}, database.Book().Key, subject, false);
+    return rules.Open(key, {database.Book().Key, {}}, subject, false);
   }
   // Validates, asks whether the dates change, and saves.
   static std::string Save(TReminder_Rules& rules) {
@@ -167,7 +158,7 @@ TEST_F(Reminder_Rules, A_Whole_Set_Is_Written_Anew_Only_When_Its_Dates_Or_Alarms
                             +[](TReminder_Rules& rules) { rules.Alarm.WAVFile = "other.wav"; },
                             +[](TReminder_Rules& rules) { rules.Pages.Until += 1; },
                             +[](TReminder_Rules& rules) { rules.Time_Text = "1:15 PM"; },
-                            +[](TReminder_Rules& rules) { rules.Pages.Freq = 2; }}) {
+                            +[](TReminder_Rules& rules) { rules.Pages.Freq = TFrequency::Weekly; }}) {
     TReminder_Rules rules;
     open_set(rules);
     change(rules);
@@ -195,7 +186,7 @@ TEST_F(Reminder_Rules, A_New_Set_Of_Each_Frequency_Has_Its_Dates) {
     ASSERT_TRUE(Open(rules, "", "Set"));
     rules.No_Time = true;
     rules.Set_Recurring(true);
-    rules.Pages.Freq = freq;
+    rules.Pages.Freq = static_cast<TFrequency>(freq);
     rules.Pages.Until = 45306 + (freq == 1 ? 1 : freq == 2 ? 20 : freq == 3 ? 40 : 400);
     EXPECT_EQ(Save(rules), "saved");
     EXPECT_EQ(Dates(), dates);
@@ -266,7 +257,7 @@ TEST_F(Reminder_Rules, A_Failure_Reports_Once_With_Its_Tag_And_Changes_Nothing) 
 
 TEST_F(Reminder_Rules, Nothing_Is_Written_Into_A_Book_That_Is_Gone) {
   TReminder_Rules rules;
-  ASSERT_TRUE(rules.Open({}, database.Book().Calendar, "removed by another program", "Lunch", false));
+  ASSERT_TRUE(rules.Open({}, {"removed by another program", database.Book().Calendar}, "Lunch", false));
   seams.Prompts.Expect_Error("Update Failed",
                              "The change could not be saved and has been undone: edit KT_Books: the book has "
                              "been removed meanwhile\n\n"
@@ -307,7 +298,7 @@ TEST_F(Reminder_Rules, Rights_Decide_What_May_Be_Opened_Changed_And_Given_Away) 
 TEST_F(Reminder_Rules, Done_And_Private_Entries_Are_Read_Only_And_What_Is_Gone_Does_Not_Open) {
   const std::string key = Make(1);
   TReminder_Rules hidden, done, gone;
-  ASSERT_TRUE(hidden.Open(key, {}, database.Book().Key, {}, true));
+  ASSERT_TRUE(hidden.Open(key, {database.Book().Key, {}}, {}, true));
   EXPECT_TRUE(hidden.Read_Only() && hidden.No_Contact());
   Run_Sql("UPDATE KT_Events_Data SET Actioned = 1");
   ASSERT_TRUE(Open(done, key));

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "Event_Creation.h"
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 using namespace KTReminds;
@@ -16,13 +16,13 @@ class Task_Rules : public testing::Test {
  protected:
   Task_Rules() { Kt_util_01::CurrentDate = 45310; }
   bool Open(TTask_Rules& rules, const std::string& key = {}) {
-    return rules.Open(key, {}, database.Book().Key, "Report", false);
+    return rules.Open(key, {database.Book().Key, {}}, "Report", false);
   }
   static std::string Shown(const TTask_Rules& rules) {
     const auto day = [](bool visible, TDateTime date) {
       return visible ? std::to_string(static_cast<int>(date)) : "-";
     };
-    return std::to_string(rules.Status) + " " + rules.Percentage_Text + " " +
+    return std::to_string(static_cast<int>(rules.Status)) + " " + rules.Percentage_Text + " " +
            day(rules.Started_Visible(), rules.Started) + " " +
            day(rules.Completed_Visible(), rules.Completed);
   }
@@ -35,7 +35,7 @@ TEST_F(Task_Rules, Status_Percentage_And_Dates_Go_Together) {
   TTask_Rules rules;
   ASSERT_TRUE(Open(rules));
   const auto choose = [&](int status) {
-    rules.Status = status;
+    rules.Status = static_cast<TTask_Status>(status);
     rules.Set_Status();
     return Shown(rules);
   };
@@ -79,7 +79,7 @@ TEST_F(Task_Rules, Is_Saved_And_Loaded_Again) {
   EXPECT_EQ(rules.Alarm_Day, 45309);
   EXPECT_EQ(rules.Alarm_Time_Text, "8:00 AM") << "proposed for the day before";
   rules.Start_Day = 45305;
-  rules.Status = 1;
+  rules.Status = TTask_Status::In_Progress;
   rules.Set_Status();
   rules.Percentage_Text = "30";
   rules.Budget_Text = "12.25";
@@ -111,7 +111,7 @@ TEST_F(Task_Rules, Completing_One_Marks_It_Done_And_Writes_The_Journal_Once) {
   ASSERT_TRUE(Open(rules));
   rules.Journal = true;
   rules.Activity = 9;
-  rules.Status = Task_Completed;
+  rules.Status = TTask_Status::Completed;
   rules.Set_Status();
   ASSERT_TRUE(rules.Validate().Empty());
   ASSERT_TRUE(rules.Process_Update());
@@ -127,18 +127,10 @@ TEST_F(Task_Rules, Completing_One_Marks_It_Done_And_Writes_The_Journal_Once) {
 }
 
 TEST_F(Task_Rules, One_Of_An_Imported_Set_Leaves_The_End_Of_The_Set) {
-  TNew_Event event;
-  event.Contact = database.Book().Calendar;
-  event.Book = database.Book().Key;
-  event.Title = "Water the plants";
-  event.User = Kt_util_01::User_Key();
-  event.EventType = 3;
-  event.FirstDate = 45306;
-  event.Pattern.Freq = 1;
-  event.Pattern.LastDate = 45308;
-  std::string master;
+  TNew_Event event = New_Event("Water the plants", 45306, 3);
+  event.Record.EventType = TEntry_Type::Task;
   TTask_Rules rules;
-  ASSERT_TRUE(Open(rules, Create_Event(event, master)));
+  ASSERT_TRUE(Open(rules, Write(event)));
   ASSERT_TRUE(rules.Validate().Empty());
   ASSERT_TRUE(rules.Process_Update());
   EXPECT_EQ(Query_Text("SELECT Freq || ' ' || LastDate FROM KT_Events"), "1 45308.0");

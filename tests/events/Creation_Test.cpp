@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include "Event_Creation.h"
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 using namespace KTReminds;
@@ -17,14 +17,10 @@ constexpr auto Tag = "fm_Reminder:Create_Event [KT_Events,KT_Events_Data,KT_Alar
 class Creation : public testing::Test {
  protected:
   TNew_Event Daily(TDateTime first, TDateTime last) {
-    TNew_Event event;
-    event.Contact = database.Book().Calendar;
-    event.Book = database.Book().Key;
-    event.Title = "Title";
-    event.User = "user";
-    event.FirstDate = first;
-    event.Pattern.Freq = 1;
-    event.Pattern.LastDate = last;
+    TNew_Event event = New_Event("Title", first);
+    event.Record.User = "user";
+    event.Record.Pattern.Freq = TFrequency::Daily;
+    event.Record.Pattern.LastDate = last;
     return event;
   }
   static std::string Counts() {
@@ -80,24 +76,24 @@ TEST_F(Creation, Writes_An_Occurrence_A_Day_Up_To_The_Last_Day_Whatever_The_Time
 
 TEST_F(Creation, One_Off_Events_And_Sets_That_Cannot_Go_On_Have_One_Occurrence) {
   TNew_Event one_off = Daily(New_Year, New_Year + 100);
-  one_off.Pattern.Freq = 0;
-  one_off.Alarm = true;
+  one_off.Record.Pattern.Freq = TFrequency::None;
+  one_off.Alarm.On = true;
   Create_Event(one_off, key);
   EXPECT_EQ(Counts(), "1 1 1");
   Create_Event(Daily(New_Year, New_Year - 1), key);
   EXPECT_EQ(Counts(), "2 2 1");
   for (const int period : {0, -1}) {
     TNew_Event standing = Daily(New_Year, New_Year + 100);
-    standing.Pattern.Period = period;
+    standing.Record.Pattern.Period = period;
     Create_Event(standing, key);
   }
   EXPECT_EQ(Counts(), "4 4 1") << "an interval that does not move forward ends the set";
   TNew_Event no_day = Daily(New_Year, static_cast<TDateTime>(Day_From_Date(9999, 12, 31)));
-  no_day.Pattern.PeriodDefault = false;
+  no_day.Record.Pattern.PeriodDefault = false;
   Create_Event(no_day, key);
   TNew_Event for_ever = no_day;
-  for_ever.Pattern.Freq = 4;
-  for_ever.Pattern.PeriodDefault = true;
+  for_ever.Record.Pattern.Freq = TFrequency::Yearly;
+  for_ever.Record.Pattern.PeriodDefault = true;
   EXPECT_NE(Create_Event(for_ever, key), "");
   EXPECT_EQ(Counts(), "6 " + std::to_string(5 + 9999 - 2024 + 1) + " 1");
 }
@@ -107,7 +103,7 @@ TEST_F(Creation, Occurrences_Before_Day_0_Are_Left_Out_But_The_First) {
   Create_Event(old, key);
   EXPECT_EQ(Query_Text("SELECT group_concat(EventDate) FROM KT_Events_Data"), "-1.0")
       << "the step onto day 0 gives 0, which means that there is none";
-  old.FirstDate = -2.5;
+  old.Record.FirstDate = -2.5;
   Create_Event(old, key);
   EXPECT_EQ(
       Query_Text("SELECT group_concat(EventDate) FROM (SELECT EventDate FROM KT_Events_Data ORDER BY 1)"),
@@ -117,7 +113,7 @@ TEST_F(Creation, Occurrences_Before_Day_0_Are_Left_Out_But_The_First) {
 TEST_F(Creation, Past_Occurrences_Are_Marked_When_Asked) {
   seams.Clock.Value = New_Year + 2.5;
   TNew_Event event = Daily(New_Year + 0.9, New_Year + 4);
-  event.Alarm = true;
+  event.Alarm.On = true;
   const auto marks = [] {
     return Query_Text(
         "SELECT group_concat(d.Actioned || a.Actioned, ' ') FROM (SELECT * FROM KT_Events_Data ORDER BY "
@@ -141,7 +137,7 @@ TEST_F(Creation, A_Failure_Undoes_All_Keeps_The_Key_And_Reports_Once) {
       "CREATE TRIGGER planted BEFORE INSERT ON KT_Alarms WHEN (SELECT count(*) FROM KT_Alarms) = 3 BEGIN "
       "SELECT RAISE(ABORT, 'planted fault'); END");
   TNew_Event event = Daily(New_Year, New_Year + 9);
-  event.Alarm = true;
+  event.Alarm.On = true;
   seams.Prompts.Expect_Error(
       "Update Failed",
       std::string("The change could not be saved and has been undone: write KT_Alarms: planted fault\n\n") +
@@ -151,10 +147,10 @@ TEST_F(Creation, A_Failure_Undoes_All_Keeps_The_Key_And_Reports_Once) {
   EXPECT_EQ(Counts(), "0 0 0");
 
   TNew_Event no_such_day = Daily(static_cast<TDateTime>(Day_From_Date(2024, 1, 31)), New_Year + 2000);
-  no_such_day.Pattern.Freq = 4;
-  no_such_day.Pattern.PeriodDefault = false;
-  no_such_day.Pattern.Month = 1;
-  no_such_day.Pattern.Set_Flag(4);
+  no_such_day.Record.Pattern.Freq = TFrequency::Yearly;
+  no_such_day.Record.Pattern.PeriodDefault = false;
+  no_such_day.Record.Pattern.Month = 1;
+  no_such_day.Record.Pattern.Set_Flag(4);
   seams.Prompts.Expect_Error(
       "Update Failed", std::string("The change could not be saved and has been undone: The month of the "
                                    "pattern has no such day\n\n") +

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "Event_Creation.h"
 #include "Event_Deletion.h"
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 using namespace KTReminds;
@@ -14,17 +14,10 @@ namespace {
 class Deletion : public testing::Test {
  protected:
   std::string Make(int days, int event_type = 0) {
-    TNew_Event event;
-    event.Contact = database.Book().Calendar;
-    event.Book = database.Book().Key;
-    event.User = Kt_util_01::User_Key();
-    event.Alarm = true;
-    event.FirstDate = 45306;
-    event.EventType = event_type;
-    event.Pattern.Freq = days > 1 ? 1 : 0;
-    event.Pattern.LastDate = 45306 + days - 1;
-    std::string key;
-    return Create_Event(event, key);
+    TNew_Event event = New_Event("", 45306, days);
+    event.Alarm.On = true;
+    event.Record.EventType = static_cast<TEntry_Type>(event_type);
+    return Write(event);
   }
   static std::string Counts() {
     return Query_Text(
@@ -83,10 +76,9 @@ TEST_F(Deletion, A_Failure_Undoes_All_And_Reports_With_Its_Tag) {
 
 TEST_F(Deletion, What_Is_Gone_Or_Refused_Changes_Nothing) {
   const std::string key = Make(2, 3);
-  TDeletion_Question question;
-  EXPECT_TRUE(Ask_About_Deletion(key, question));
-  EXPECT_TRUE(question.Is_Task && question.Is_Recurring);
-  EXPECT_FALSE(Ask_About_Deletion("unknown", question));
+  const auto question = Ask_About_Deletion(key);
+  EXPECT_TRUE(question && question->Is_Task && question->Is_Recurring);
+  EXPECT_FALSE(Ask_About_Deletion("unknown"));
   Delete_Occurrence("unknown", true);
   EXPECT_EQ(Counts(), "1 2 2");
   TSqlite_Options read_only;

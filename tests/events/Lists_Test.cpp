@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "Event_Creation.h"
 #include "Kt_util_01.h"
 #include "Reminder_Utils.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 using namespace KTReminds;
@@ -30,19 +30,15 @@ class Lists : public testing::Test {
     bool Private = false;
   };
   std::string Add(const TAdded& added) {
-    TNew_Event event;
-    event.Contact = added.Contact.empty() ? database.Book().Calendar : added.Contact;
-    event.Book = database.Book().Key;
-    event.Title = added.Title;
-    event.Location = "in " + added.Title;
-    event.User = added.User;
-    event.Alarm = added.Alarm;
-    event.Private = added.Private;
-    event.FirstDate = added.Date;
-    event.Priority = added.Priority;
-    event.EventType = added.EventType;
-    std::string key;
-    return Create_Event(event, key);
+    TNew_Event event = New_Event(added.Title, added.Date);
+    if (!added.Contact.empty()) event.Owner.Contact = added.Contact;
+    event.Alarm.On = added.Alarm;
+    event.Record.Location = "in " + added.Title;
+    event.Record.User = added.User;
+    event.Record.Private = added.Private;
+    event.Record.Priority = added.Priority;
+    event.Record.EventType = static_cast<TEntry_Type>(added.EventType);
+    return Write(event);
   }
   static std::string Shown(const TItem_List& list) {
     std::string shown;
@@ -79,7 +75,7 @@ TEST_F(Lists, A_Window_Holds_Whole_Days) {
 
 TEST_F(Lists, The_Last_Second_Of_A_Day_Counts_However_Long_Ago_The_Set_Began) {
   const TDateTime first = Kt_util_01::From_Msecs(20000 * Kt_util_01::Msecs_Per_Day + 86'399'000);
-  const TRecurrence_Pattern daily{1, 1, true, 0, 0, 0, Day};
+  const TRecurrence_Pattern daily{TFrequency::Daily, 1, true, 0, 0, 0, Day};
   TDateTime date = first;
   while (Next_Occurrence(daily, date) != 0) date = Next_Occurrence(daily, date);
   Add({date, "last second"});
@@ -107,8 +103,7 @@ TEST_F(Lists, An_Entry_Carries_Its_Occurrence_Its_Set_And_Its_Contact) {
   EXPECT_EQ(a.Get_Tip(false), "Private");
   const TEventKey& b = *entries[1];
   EXPECT_TRUE(b.Key == task && b.FirstText == "In Progress 40% Complete" && b.SecondText == "Report");
-  EXPECT_TRUE(b.Description == "Report" && b.Timeless && !b.Private && b.EventType == 3 &&
-              b.Percentage == 40);
+  EXPECT_TRUE(b.Description == "Report" && b.Timeless && !b.Private && b.Is_Task() && b.Percentage == 40);
   EXPECT_EQ(b.Get_Tip(true), "Report, In Progress 40% Complete, Tuesday, January 16, 2024, Home");
 }
 
@@ -310,8 +305,9 @@ TEST(Task_Status, Texts) {
                             "Postponed 40% Complete",
                             "Cancelled 40% Complete",
                             "Unknown"};
-  for (int status = 0; status < 7; ++status) EXPECT_EQ(Task_Status_Text(status, 40), expected[status]);
-  EXPECT_EQ(Task_Status_Text(-1, 0), "Unknown");
+  for (int status = 0; status < 7; ++status)
+    EXPECT_EQ(Task_Status_Text(static_cast<TTask_Status>(status), 40), expected[status]);
+  EXPECT_EQ(Task_Status_Text(static_cast<TTask_Status>(-1), 0), "Unknown");
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "Event_Creation.h"
 #include "Kt_util_01.h"
 #include "Reminder_Utils.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 using namespace KTReminds;
@@ -16,17 +16,11 @@ constexpr TDateTime Day = 45306;  // 15 January 2024
 class Marking : public testing::Test {
  protected:
   void Make(int event_type, int journal) {
-    TNew_Event event;
-    event.Contact = database.Book().Calendar;
-    event.Book = database.Book().Key;
-    event.Title = "Title";
-    event.User = Kt_util_01::User_Key();
-    event.Alarm = true;
-    event.FirstDate = Day + 2;
-    event.EventType = event_type;
-    std::string key;
-    occurrence = Create_Event(event, key);
-    Run_Sql("UPDATE KT_Events SET Type = " + std::to_string(journal));
+    TNew_Event event = New_Event("Title", Day + 2);
+    event.Alarm.On = true;
+    event.Record.EventType = static_cast<TEntry_Type>(event_type);
+    event.Record.Activity = journal;
+    occurrence = Write(event);
     Build_Reminder_DayView("", database.Book().Key, list, Day + 2, true, true);
     ASSERT_EQ(list.Count(), 1u);
   }

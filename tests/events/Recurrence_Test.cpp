@@ -42,19 +42,19 @@ const TDateTime Far_Away = At(9999, 12, 31);
 
 TRecurrence_Pattern Pattern(int freq, int n, std::initializer_list<int> flags, int instance = 0,
                             int in_month = 0) {
-  TRecurrence_Pattern pattern{freq, n, false, 0, instance, in_month, Far_Away};
+  TRecurrence_Pattern pattern{static_cast<TFrequency>(freq), n, false, 0, instance, in_month, Far_Away};
   for (const int flag : flags) pattern.Set_Flag(flag - 1);
   return pattern;
 }
 
 TRecurrence_Pattern Plain(int freq, int n, TDateTime last = Far_Away) {
-  return {freq, n, true, 0, 0, 0, last};
+  return {static_cast<TFrequency>(freq), n, true, 0, 0, 0, last};
 }
 
 TDateTime Call(const TRecurrence_Pattern& p, TDateTime date, bool stop = true, int count = 0) {
-  return AdvanceEventDate(date, p.LastDate, p.PeriodDefault, stop, p.Freq, count, p.Period, p.Flag(0),
-                          p.Flag(1), p.Flag(2), p.Flag(3), p.Flag(4), p.Flag(5), p.Flag(6), p.Flag(7),
-                          p.Flag(8), p.Flag(9), p.Instance, p.Month);
+  return AdvanceEventDate(date, p.LastDate, p.PeriodDefault, stop, static_cast<int>(p.Freq), count, p.Period,
+                          p.Flag(0), p.Flag(1), p.Flag(2), p.Flag(3), p.Flag(4), p.Flag(5), p.Flag(6),
+                          p.Flag(7), p.Flag(8), p.Flag(9), p.Instance, p.Month);
 }
 
 // The definition of every mode, walked day by day on another calendar implementation. Empty: the call must
@@ -84,13 +84,13 @@ sys_days Slow_Nth_Kind(int instance, int kind, year_month_day in) {
 std::optional<sys_days> Slow_Next(const TRecurrence_Pattern& p, sys_days date) {
   int kind = 9;
   while (kind > 0 && !p.Flag(kind)) --kind;
-  if (p.Freq == 1 && p.PeriodDefault) return date + std::chrono::days(p.Period);
-  if (p.Freq == 1) {
+  if (p.Freq == TFrequency::Daily && p.PeriodDefault) return date + std::chrono::days(p.Period);
+  if (p.Freq == TFrequency::Daily) {
     do date += std::chrono::days(1);
     while (!p.Flag(Monday_Based(date)) && At(date, 0) <= p.LastDate);
     return date;
   }
-  if (p.Freq == 2) {
+  if (p.Freq == TFrequency::Weekly) {
     const int today = Monday_Based(date);
     const auto selected = [&](int k) { return (p.P & 0x7F) == 0 ? k == today : p.Flag(k); };
     for (int k = today + 1; k < 7; ++k) {
@@ -100,9 +100,10 @@ std::optional<sys_days> Slow_Next(const TRecurrence_Pattern& p, sys_days date) {
     while (!selected(Monday_Based(d))) d += std::chrono::days(1);
     return d;
   }
-  const year_month_day stepped = Slow_Add_Months(date, p.Freq == 3 ? p.Period : 12 * p.Period);
+  const year_month_day stepped =
+      Slow_Add_Months(date, p.Freq == TFrequency::Monthly ? p.Period : 12 * p.Period);
   if (p.PeriodDefault) return stepped;
-  if (p.Freq == 3) return Slow_Nth_Kind(p.Instance, kind, stepped);
+  if (p.Freq == TFrequency::Monthly) return Slow_Nth_Kind(p.Instance, kind, stepped);
   const year_month_day anchor = stepped.year() / (p.Month + 1) / stepped.day();
   if (!anchor.ok()) return std::nullopt;
   return Slow_Nth_Kind(p.Instance, kind, anchor);
@@ -115,8 +116,9 @@ void Compare(const TRecurrence_Pattern& p, sys_days date) {
     return;
   }
   const TDateTime next = Call(p, At(date));
-  ASSERT_EQ(next, At(*expected)) << "from " << At(date) << " Freq " << p.Freq << " n " << p.Period << " P "
-                                 << p.P << " Instance " << p.Instance << " Month " << p.Month;
+  ASSERT_EQ(next, At(*expected)) << "from " << At(date) << " Freq " << static_cast<int>(p.Freq) << " n "
+                                 << p.Period << " P " << p.P << " Instance " << p.Instance << " Month "
+                                 << p.Month;
   ASSERT_EQ(Next_Occurrence(p, At(date)), next);
 }
 
@@ -140,9 +142,10 @@ TEST(Recurrence, Weekday_Selections_Agree_With_The_Walk) {
   for (const sys_days start : Starts(11)) {
     for (int n = 1; n <= 4; ++n) {
       for (int mask = 0; mask < 128; ++mask) {
-        TRecurrence_Pattern p{2, n, mask % 2 == 0, static_cast<std::uint16_t>(mask), 0, 0, Far_Away};
+        TRecurrence_Pattern p{
+            TFrequency::Weekly, n, mask % 2 == 0, static_cast<std::uint16_t>(mask), 0, 0, Far_Away};
         Compare(p, start);
-        p.Freq = 1;
+        p.Freq = TFrequency::Daily;
         p.PeriodDefault = false;
         if (mask != 0) Compare(p, start);
       }
@@ -154,9 +157,10 @@ TEST(Recurrence, Monthly_And_Yearly_Kinds_Agree_With_The_Walk) {
   for (int flags = 0; flags < 1024; flags = flags == 0 ? 1 : 2 * flags) {
     for (int instance = 0; instance <= Last; ++instance) {
       for (int n = 1; n <= 4; ++n) {
-        TRecurrence_Pattern p{3, n, false, static_cast<std::uint16_t>(flags), instance, 0, Far_Away};
+        TRecurrence_Pattern p{
+            TFrequency::Monthly, n, false, static_cast<std::uint16_t>(flags), instance, 0, Far_Away};
         for (const sys_days start : Starts(7)) Compare(p, start);
-        p.Freq = 4;
+        p.Freq = TFrequency::Yearly;
         for (const sys_days start : Starts(37)) {
           for (p.Month = 0; p.Month < 12; ++p.Month) Compare(p, start);
         }
@@ -272,7 +276,7 @@ TEST(Recurrence, Time_Of_Day_Never_Drifts) {
   for (const auto& p : {Plain(1, 1), Pattern(1, 1, {1, 2, 3, 4, 5}), Pattern(2, 1, {2, 7}), Plain(3, 1)}) {
     TDateTime date = At(1600, 1, 1) - Nine + time;
     for (int i = 0; i < 100'000; ++i) date = Call(p, date);
-    EXPECT_EQ(Kt_util_01::Msec_Of_Day(date), 37'200'123) << "Freq " << p.Freq;
+    EXPECT_EQ(Kt_util_01::Msec_Of_Day(date), 37'200'123) << "Freq " << static_cast<int>(p.Freq);
   }
 }
 

@@ -9,13 +9,13 @@
 #include <QToolButton>
 #include <fstream>
 
-#include "Event_Creation.h"
 #include "Form_Checks.h"
 #include "Form_Controls.h"
 #include "Form_Driver.h"
 #include "Kt_labels.h"
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 #include "fm_Alarm_Props.h"
 
@@ -223,14 +223,9 @@ TEST_F(Alarm_Dialog, Who_May_Not_Change_It_Can_Look_And_Cancel) {
 
 TEST_F(Alarm_Dialog, A_Stored_Alarm_Is_Changed_Or_Deleted_On_OK_Alone) {
   const TTemporary_Database database;
-  TNew_Event event;
-  event.Contact = database.Book().Calendar;
-  event.Book = database.Book().Key;
-  event.FirstDate = Monday_Noon;
-  event.Alarm = true;
-  event.Offset = 30;
-  std::string master;
-  const std::string key = Create_Event(event, master);
+  TNew_Event event = New_Event("", Monday_Noon);
+  event.Alarm = {true, 30, "", 0};
+  const std::string key = Write(event);
   const auto run = [&](std::function<void(QWidget*)> act) {
     TModal_Driver driver(std::move(act));
     return Set_Alarm_Properties(key, database.Book().Calendar, false);

@@ -55,19 +55,15 @@ class Day_View : public TEntry_Fixture {
     In_Update([this] { contact = Create_Contact(database.Book().Key, "Contact"); });
   }
   void Add(const TAdded& added) const {
-    TNew_Event event;
-    event.Contact = added.Contact.empty() ? database.Book().Calendar : added.Contact;
-    event.Book = database.Book().Key;
-    event.Title = added.Title;
-    event.User = added.Private ? "somebody" : Kt_util_01::User_Key();
-    event.FirstDate = added.Day + std::max(added.Time, 0.0);
-    event.AllDay = added.Time < 0;
-    event.EventType = added.Type;
-    event.Priority = added.Priority;
-    event.Alarm = added.Alarm;
-    event.Private = added.Private;
-    std::string master;
-    const std::string key = Create_Event(event, master);
+    TNew_Event event = New_Event(added.Title, added.Day + std::max(added.Time, 0.0));
+    if (!added.Contact.empty()) event.Owner.Contact = added.Contact;
+    if (added.Private) event.Record.User = "somebody";
+    event.Record.AllDay = added.Time < 0;
+    event.Record.EventType = static_cast<TEntry_Type>(added.Type);
+    event.Record.Priority = added.Priority;
+    event.Record.Private = added.Private;
+    event.Alarm.On = added.Alarm;
+    const std::string key = Write(event);
     if (added.Done) Run_Sql("UPDATE KT_Events_Data SET Actioned = 1 WHERE Key = '" + key + "'");
   }
   void Display(bool whole_calendar = true) {

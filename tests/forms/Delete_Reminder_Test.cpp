@@ -5,10 +5,10 @@
 #include <QRadioButton>
 #include <QTest>
 
-#include "Event_Creation.h"
 #include "Form_Driver.h"
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 #include "fm_Delete_Reminder.h"
 
@@ -19,15 +19,9 @@ namespace {
 class Delete_Dialog : public testing::Test {
  protected:
   std::string Make(int days, int event_type = 0) {
-    TNew_Event event;
-    event.Contact = database.Book().Calendar;
-    event.Book = database.Book().Key;
-    event.FirstDate = 45306;
-    event.EventType = event_type;
-    event.Pattern.Freq = days > 1 ? 1 : 0;
-    event.Pattern.LastDate = 45306 + days - 1;
-    std::string key;
-    return Create_Event(event, key);
+    TNew_Event event = New_Event("", 45306, days);
+    event.Record.EventType = static_cast<TEntry_Type>(event_type);
+    return Write(event);
   }
   static std::int64_t Left() { return Query_Number("SELECT count(*) FROM KT_Events_Data"); }
   static std::string Visible(QWidget* form) {

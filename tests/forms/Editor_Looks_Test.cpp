@@ -47,7 +47,7 @@ TEST_P(Editor_Looks, Nothing_Is_Clipped_Unnamed_Or_Ambiguous) {
   Open(set, Make(5));
   set.Open_Whole_Set();
   for (const int freq : {1, 2, 3, 4}) {
-    set.Pages.Freq = freq;
+    set.Pages.Freq = static_cast<TFrequency>(freq);
     set.Pages.Daily_Every = set.Pages.Monthly_Every = set.Pages.Yearly_Every = false;
     set.Alarm.On = true;
     TReminder_Frm form(set);
@@ -56,7 +56,7 @@ TEST_P(Editor_Looks, Nothing_Is_Clipped_Unnamed_Or_Ambiguous) {
   TTask_Rules task;
   Open(task, Make(1, 3));
   task.Alarm.On = true;
-  task.Status = Task_Completed;
+  task.Status = TTask_Status::Completed;
   task.Set_Status();
   TTask_Frm form(task);
   EXPECT_EQ(Every_Page(form, QStringLiteral("task_")), "");

@@ -9,11 +9,11 @@
 #include <QTabWidget>
 #include <QTest>
 
-#include "Event_Creation.h"
 #include "Form_Checks.h"
 #include "Form_Driver.h"
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 /// Editors on a database of their own. Now is noon of Monday, 15 January 2024, which is also the date shown.
@@ -25,25 +25,17 @@ class TEntry_Fixture : public testing::Test {
 
   /// An event at noon on each of so many days; the key of the one in the middle.
   std::string Make(int days, int event_type = 0) const {
-    KTReminds::TNew_Event event;
-    event.Contact = database.Book().Calendar;
-    event.Book = database.Book().Key;
-    event.Title = "Old";
-    event.User = Kt_util_01::User_Key();
-    event.FirstDate = event_type == 0 ? Monday + 0.5 : Monday;
-    event.EventType = event_type;
-    event.AllDay = event_type != 0;
-    event.Pattern.Freq = days > 1 ? 1 : 0;
-    event.Pattern.LastDate = event.FirstDate + days - 1;
-    std::string master;
-    KTReminds::Create_Event(event, master);
+    KTReminds::TNew_Event event = New_Event("Old", event_type == 0 ? Monday + 0.5 : Monday, days);
+    event.Record.EventType = static_cast<Kt_data_01::TEntry_Type>(event_type);
+    event.Record.AllDay = event_type != 0;
+    Write(event);
     return Query_Text("SELECT Key FROM KT_Events_Data ORDER BY EventDate LIMIT 1 OFFSET " +
                       std::to_string(days / 2));
   }
   template <class TRules>
   void Open(TRules& rules, const std::string& key, const std::string& subject = {},
             bool no_contact = false) const {
-    ASSERT_TRUE(rules.Open(key, {}, database.Book().Key, subject, no_contact));
+    ASSERT_TRUE(rules.Open(key, {database.Book().Key, {}}, subject, no_contact));
   }
   static void Show(QWidget& form) {
     form.show();

@@ -49,7 +49,7 @@ class Entry_List : public testing::Test {
       TEventKey& entry = *item->Data;
       entry.Key = entry.Description = entry.FirstText = row.Title;
       entry.EventDate = row.Date;
-      entry.EventType = row.Type;
+      entry.EventType = static_cast<TEntry_Type>(row.Type);
       entry.Priority = row.Priority;
       entry.Timeless = row.Timeless;
       entry.Done = row.Done;

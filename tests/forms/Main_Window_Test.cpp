@@ -17,12 +17,12 @@
 
 #include "Contacts.h"
 #include "Entry_List.h"
-#include "Event_Creation.h"
 #include "Form_Driver.h"
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
 #include "Navigation_Tree.h"
 #include "Temporary_Database.h"
+#include "Test_Events.h"
 #include "Test_Seams.h"
 
 using namespace Kt_data_01;
@@ -35,16 +35,10 @@ class Main_Window : public testing::Test {
   Main_Window() { Kt_util_01::CurrentDate = Kt_util_01::Today(); }
 
   std::string Make(double date, const std::string& title, const std::string& user) {
-    KTReminds::TNew_Event event;
-    event.Contact = database.Book().Calendar;
-    event.Book = database.Book().Key;
-    event.Title = title;
-    event.User = user;
-    event.Private = user != Kt_util_01::User_Key();
-    event.FirstDate = date;
-    event.Pattern.LastDate = date;
-    std::string key;
-    return KTReminds::Create_Event(event, key);
+    KTReminds::TNew_Event event = New_Event(title, date);
+    event.Record.User = user;
+    event.Record.Private = user != Kt_util_01::User_Key();
+    return Write(event);
   }
   // The entries that are shown, each with its time.
   static QString Shown(Plexidex::TMain_Window& window) {

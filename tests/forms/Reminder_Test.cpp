@@ -218,7 +218,7 @@ TEST_F(Reminder_Form, Tab_Comes_To_What_Is_Chosen) {
   TReminder_Rules rules;
   Open(rules, Make(5));
   rules.Open_Whole_Set();
-  rules.Pages.Freq = 3;
+  rules.Pages.Freq = TFrequency::Monthly;
   rules.Pages.Monthly_Every = false;
   TReminder_Frm form(rules);
   Show(form);

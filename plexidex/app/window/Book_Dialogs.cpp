@@ -7,6 +7,7 @@
 #include "Books.h"
 #include "Contacts.h"
 #include "Host_Dialog.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 
 namespace Plexidex {
@@ -23,7 +24,7 @@ void Say_Removed(const std::string& caption) {
 // The book, when the user has the right to do this with it; what is in the way has been told.
 bool May_Act(const std::string& key, int level, const std::string& caption, TBook& book) {
   bool allowed = false;
-  if (key.empty() || !Read_Host("Book_Dialogs:May_Act [KT_Books/KT_Contacts/KT_Rights]", [&] {
+  if (key.empty() || !Read("Book_Dialogs:May_Act [KT_Books/KT_Contacts/KT_Rights]", [&] {
         for (const TBook& candidate : List_Books()) {
           if (candidate.Key == key) book = candidate;
         }
@@ -69,8 +70,8 @@ class TBook_Dialog : public THost_Dialog {
     const std::string text = From_Qt(name->text().trimmed());
     TBook same;
     bool taken = false;
-    if (!Read_Host("Book_Dialogs:Save [KT_Books/KT_Contacts]",
-                   [&] { taken = Find_Book(text, same) && same.Key != Key; }))
+    if (!Read("Book_Dialogs:Save [KT_Books/KT_Contacts]",
+              [&] { taken = Find_Book(text, same) && same.Key != Key; }))
       return false;
     if (text.empty() || taken) {
       Kt_util_01::Raise_Error(From_Qt(windowTitle()), text.empty() ? "A book needs a name."
@@ -106,7 +107,7 @@ class TBook_Dialog : public THost_Dialog {
 
 std::string Run(QWidget* window, const TBook& book) {
   std::string key;
-  Read_Host("Book_Dialogs:Run [KT_Fields]", [&] {
+  Read("Book_Dialogs:Run [KT_Fields]", [&] {
     TBook_Dialog dialog(book, window);
     if (dialog.exec() == QDialog::Accepted) key = dialog.Key;
   });

@@ -8,6 +8,7 @@
 #include "Books.h"
 #include "Contacts.h"
 #include "Host_Dialog.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 
 namespace Plexidex {
@@ -94,18 +95,17 @@ class TContact_Dialog : public THost_Dialog {
 
 bool Found(const std::string& key, TContact& contact) {
   bool found = false;
-  return Read_Host("Contact_Dialog:Found [KT_Contacts]", [&] { found = Find_Contact(key, contact); }) &&
-         found;
+  return Read("Contact_Dialog:Found [KT_Contacts]", [&] { found = Find_Contact(key, contact); }) && found;
 }
 
 bool Run(const TContact& contact, QWidget* window, std::string& key) {
   bool confirmed = false;
-  return Read_Host("Contact_Dialog:Run [KT_Contacts_Data/KT_Fields]",
-                   [&] {
-                     TContact_Dialog dialog(contact, window);
-                     confirmed = dialog.exec() == QDialog::Accepted;
-                     if (confirmed) key = dialog.Key;
-                   }) &&
+  return Read("Contact_Dialog:Run [KT_Contacts_Data/KT_Fields]",
+              [&] {
+                TContact_Dialog dialog(contact, window);
+                confirmed = dialog.exec() == QDialog::Accepted;
+                if (confirmed) key = dialog.Key;
+              }) &&
          confirmed;
 }
 

@@ -8,6 +8,7 @@
 #include "Contact_Dialog.h"
 #include "Contacts.h"
 #include "KTReminds.h"
+#include "Kt_update.h"
 
 namespace Plexidex {
 
@@ -70,13 +71,11 @@ void TContact_Page::Show_Details() {
 }
 
 void TContact_Page::Reload() {
-  try {
+  Kt_data_01::Read("Contact_Page:Reload [KT_Contacts/KT_Contacts_Data]", [this] {
     Show_Details();
     edit->setText(Kt_data_01::Access_Allowed(Owner(), Kt_data_01::Access_Update) ? tr("E&dit Contact...")
                                                                                  : tr("&Open Contact..."));
-  } catch (...) {
-    Kt_data_01::FailRead("Contact_Page:Reload [KT_Contacts/KT_Contacts_Data]");
-  }
+  });
   KTReminds::Display_Calendar_Dayview(view_panel, view, Book(), Owner(), false);
   if (auto* shown = view.As<KTReminds::TCalendar_View>()) {
     for (const int other : {KTReminds::Page_Week, KTReminds::Page_Month, KTReminds::Page_All})
@@ -85,9 +84,9 @@ void TContact_Page::Reload() {
 }
 
 void TContact_Page::Edit() {
-  const QPointer<TContact_Page> alive = this;
-  const std::string contact = Owner();
-  if (!Edit_Contact(window(), contact) || !alive || Is_Closed()) return;
+  bool changed = false;
+  if (!Outlives(this, [&, contact = Owner()] { changed = Edit_Contact(window(), contact); }) || !changed)
+    return;
   Reload();
   emit Contact_Changed();
 }

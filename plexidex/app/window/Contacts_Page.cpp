@@ -10,6 +10,7 @@
 #include "Books.h"
 #include "Contacts.h"
 #include "Host_Dialog.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 
 namespace Plexidex {
@@ -66,15 +67,13 @@ TContacts_Page::TContacts_Page()
 void TContacts_Page::Reload() {
   const QString selected = Selected();
   list->clear();
-  try {
+  Read("Contacts_Page:Reload [KT_Contacts]", [&] {
     for (const TContact& contact : List_Contacts(Book(), deleted->isChecked())) {
       auto* item = new QListWidgetItem(To_Qt(contact.Name), list);
       item->setData(Key_Role, To_Qt(contact.Key));
       if (To_Qt(contact.Key) == selected) list->setCurrentItem(item);
     }
-  } catch (...) {
-    FailRead("Contacts_Page:Reload [KT_Contacts]");
-  }
+  });
   if (!list->currentItem()) list->setCurrentRow(0);
   Set_Buttons();
 }
@@ -91,8 +90,8 @@ void TContacts_Page::Set_Buttons() {
   remove->setStatusTip(restoring ? tr("Brings the selected contact back, with all its entries")
                                  : tr("Deletes the selected contact, which can be restored"));
   bool allowed = false;
-  Read_Host("Contacts_Page:Set_Buttons [KT_Rights/KT_Users]",
-            [&] { allowed = !Selected().isEmpty() && Access_Allowed(From_Qt(Selected()), Access_Delete); });
+  Read("Contacts_Page:Set_Buttons [KT_Rights/KT_Users]",
+       [&] { allowed = !Selected().isEmpty() && Access_Allowed(From_Qt(Selected()), Access_Delete); });
   remove->setEnabled(allowed);
   open->setEnabled(!Selected().isEmpty() && !restoring);
 }
@@ -104,11 +103,15 @@ void TContacts_Page::Open() {
 void TContacts_Page::Delete_Or_Restore() {
   if (!remove->isEnabled()) return Kt_util_01::Sound(5);
   const std::string contact = From_Qt(Selected());
-  const QPointer<TContacts_Page> alive = this;
-  const bool done = deleted->isChecked() ? Update_Host("Contacts_Page:Restore [KT_Contacts]",
-                                                       [&] { Set_Contact_Deleted(contact, false); })
-                                         : Delete_Contact(contact);
-  if (!done || !alive || Is_Closed()) return;
+  bool done = false;
+  if (!Outlives(this,
+                [&, restoring = deleted->isChecked()] {
+                  done = restoring ? Update_Host("Contacts_Page:Restore [KT_Contacts]",
+                                                 [&] { Set_Contact_Deleted(contact, false); })
+                                   : Delete_Contact(contact);
+                }) ||
+      !done)
+    return;
   Reload();
   emit Contacts_Changed();
 }
@@ -116,7 +119,7 @@ void TContacts_Page::Delete_Or_Restore() {
 bool Delete_Contact(const std::string& contact) {
   TContact found;
   bool is_there = false, allowed = false;
-  if (!Read_Host("Contacts_Page:Delete_Contact [KT_Contacts/KT_Rights]", [&] {
+  if (!Read("Contacts_Page:Delete_Contact [KT_Contacts/KT_Rights]", [&] {
         is_there = Find_Contact(contact, found);
         allowed = is_there && Access_Allowed(contact, Access_Delete);
       }))

@@ -2,7 +2,7 @@
 
 #include <QVBoxLayout>
 
-#include "Kt_data_01.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 
 namespace Plexidex {
@@ -32,36 +32,12 @@ void THost_Dialog::accept() {
   if (Save()) QDialog::accept();
 }
 
-bool Read_Host(const char* tag, const std::function<void()>& body) {
-  try {
-    body();
-    return true;
-  } catch (...) {
-    Kt_data_01::FailRead(tag);
-    return false;
-  }
-}
-
 bool Update_Host(const char* tag, const std::function<void()>& body) {
-  bool open = false;
-  try {
-    open = Kt_data_01::Start_Update();
-    if (!open) {
-      // The reason is told once, and not while no window is there to show it.
-      Kt_util_01::Raise_Error("Update Failed", "Nothing was saved: the database cannot be changed now.");
-      return false;
-    }
-    body();
-    Kt_data_01::EndUpdate();
-    return true;
-  } catch (...) {
-    if (open) {
-      Kt_data_01::FailUpdate(tag);
-    } else {
-      Kt_data_01::FailRead(tag);
-    }
-    return false;
-  }
+  const Kt_data_01::TUpdate_Result result = Kt_data_01::Update(tag, body);
+  // The reason is told once, and not while no window is there to show it.
+  if (result.End == Kt_data_01::TUpdate_Result::TEnd::Refused)
+    Kt_util_01::Raise_Error("Update Failed", "Nothing was saved: the database cannot be changed now.");
+  return static_cast<bool>(result);
 }
 
 }  // namespace Plexidex

@@ -32,7 +32,5 @@ class THost_Dialog : public Kt_forms::TDialog_Form {
 /// Runs a body inside an update bracket. False when the database takes no update, or when the body failed;
 /// either has been reported, a failure with the tag.
 bool Update_Host(const char* tag, const std::function<void()>& body);
-/// Runs a body that reads. False when it failed, which has been reported with the tag.
-bool Read_Host(const char* tag, const std::function<void()>& body);
 
 }  // namespace Plexidex

@@ -208,8 +208,9 @@ void TMain_Window::Delete_Selected_Book() {
 }
 
 void TMain_Window::Import() {
-  const QPointer<TMain_Window> alive = this;
-  if (Import_With_Progress(this, tree->Current().Book_Name) && alive) Refresh();
+  bool imported = false;
+  if (Outlives(this, [&] { imported = Import_With_Progress(this, tree->Current().Book_Name); }) && imported)
+    Refresh();
 }
 
 void TMain_Window::Export() {

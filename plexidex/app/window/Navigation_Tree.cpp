@@ -6,6 +6,7 @@
 #include "Books.h"
 #include "Contacts.h"
 #include "Kt_forms.h"
+#include "Kt_update.h"
 
 namespace Plexidex {
 
@@ -58,7 +59,7 @@ TNode TNavigation_Tree::Current() const {
 void TNavigation_Tree::Add_Contacts(QTreeWidgetItem* contacts_node) {
   if (Kind_Of(contacts_node) != TNode_Kind::Contacts || contacts_node->data(0, Read_Role).toBool()) return;
   contacts_node->setData(0, Read_Role, true);
-  try {
+  Kt_data_01::Read("Navigation_Tree:Add_Contacts [KT_Contacts]", [&] {
     QList<QTreeWidgetItem*> items;
     for (const Kt_data_01::TContact& contact :
          Kt_data_01::List_Contacts(Node_Of(contacts_node).Book, false)) {
@@ -69,9 +70,7 @@ void TNavigation_Tree::Add_Contacts(QTreeWidgetItem* contacts_node) {
     }
     contacts_node->addChildren(items);
     if (items.isEmpty()) contacts_node->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicator);
-  } catch (...) {
-    Kt_data_01::FailRead("Navigation_Tree:Add_Contacts [KT_Contacts]");
-  }
+  });
 }
 
 QTreeWidgetItem* TNavigation_Tree::Find(const TNode& node) const {
@@ -106,8 +105,7 @@ void TNavigation_Tree::Reload() {
     }
   }
   clear();
-  was_read = false;
-  try {
+  was_read = Kt_data_01::Read("Navigation_Tree:Reload [KT_Books/KT_Contacts]", [&] {
     for (const Kt_data_01::TBook& book : Kt_data_01::List_Books()) {
       auto* item = new QTreeWidgetItem(this, {To_Qt(book.Name)});
       item->setData(0, Kind_Role, static_cast<int>(TNode_Kind::Book));
@@ -121,10 +119,7 @@ void TNavigation_Tree::Reload() {
       item->setExpanded(!folded.contains(key));
       contacts->setExpanded(unfolded_contacts.contains(key));
     }
-    was_read = true;
-  } catch (...) {
-    Kt_data_01::FailRead("Navigation_Tree:Reload [KT_Books/KT_Contacts]");
-  }
+  });
   if (QTreeWidgetItem* again = Find(selected)) {
     setCurrentItem(again);
   } else if (topLevelItemCount() > 0) {

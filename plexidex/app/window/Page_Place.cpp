@@ -26,12 +26,12 @@ void TBook_Page::Set_Keys(const std::string& book, const std::string& owner) {
 
 void TBook_Page::New_Entry(bool task) {
   if (book_key.empty()) return;
-  const QPointer<TBook_Page> alive = this;
-  // Copied: the page may be shown for another book while the editor is open.
-  const std::string book = book_key, owner = owner_key;
-  const bool made = task ? KTReminds::Task_Properties({}, owner, book, {}, false)
-                         : KTReminds::Reminder_Properties({}, owner, book, {}, false);
-  if (made && alive && !Is_Closed()) Reload();
+  const auto edit = task ? KTReminds::Task_Properties : KTReminds::Reminder_Properties;
+  bool made = false;
+  // The keys are copied: the page may be shown for another book while the editor is open.
+  if (Outlives(this, [&, book = book_key, owner = owner_key] { made = edit({}, owner, book, {}, false); }) &&
+      made)
+    Reload();
 }
 
 void TBook_Page::Handle_Message(const TMessage& message) {

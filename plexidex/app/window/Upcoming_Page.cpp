@@ -7,10 +7,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "Host_Dialog.h"
 #include "KTReminds.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
-#include "Reminder_Utils.h"
 
 namespace Plexidex {
 
@@ -23,26 +22,12 @@ namespace {
 constexpr int Days_Shown = 28;
 
 enum TColumn { Time_Column, Text_Column, State_Column };
-constexpr int Key_Role = Qt::UserRole;
-constexpr int Type_Role = Qt::UserRole + 1;
-constexpr int Private_Role = Qt::UserRole + 2;
-constexpr int Done_Role = Qt::UserRole + 3;
-constexpr int Contact_Role = Qt::UserRole + 4;
+constexpr int Entry_Role = Qt::UserRole;  // position among the entries
 
 QString State_Of(const TEventKey& entry) {
-  if (entry.EventType == TEventKey::Type_Holiday) return QObject::tr("holiday");
-  if (entry.EventType == TEventKey::Type_Task) return To_Qt(entry.FirstText);
+  if (entry.Is_Holiday()) return QObject::tr("holiday");
+  if (entry.Is_Task()) return To_Qt(entry.FirstText);
   return entry.Done ? QObject::tr("done") : QString();
-}
-
-// Whether the entry may be changed or deleted; false when that could not be found out, which has been told.
-bool May_Act(const QTreeWidgetItem* item, int level, bool& may) {
-  if (!item || item->data(Time_Column, Key_Role).toString().isEmpty() ||
-      item->data(Time_Column, Private_Role).toBool())
-    return true;
-  const std::string contact = From_Qt(item->data(Time_Column, Contact_Role).toString());
-  return Read_Host("Upcoming_Page:May_Act [KT_Rights/KT_Users]",
-                   [&] { may = Access_Allowed(contact, level); });
 }
 
 }  // namespace
@@ -85,25 +70,23 @@ void TUpcoming_Page::Reload() {
   const TDateTime first = Today(), last = first + Days_Shown - 1;
   heading->setText((tasks_only ? tr("Tasks due from %1 to %2") : tr("From %1 to %2"))
                        .arg(To_Qt(FormatDateTime("ddddd", first)), To_Qt(FormatDateTime("ddddd", last))));
-  TEventKey_List entries;
   KTReminds::Build_Events_Data(Owner(), Book(), entries, first, last, true);
   if (tasks_only) {
-    std::erase_if(entries, [](const auto& entry) { return entry->EventType != TEventKey::Type_Task; });
+    std::erase_if(entries, [](const auto& entry) { return !entry->Is_Task(); });
   } else {
-    try {
+    Read("Upcoming_Page:Reload [KT_Holidays]", [&] {
       TEventKey_List holidays;
       Build_Holidays_Data(holidays, first, last);
       for (auto& holiday : holidays) entries.push_back(std::move(holiday));
-    } catch (...) {
-      FailRead("Upcoming_Page:Reload [KT_Holidays]");
-    }
+    });
   }
   std::stable_sort(entries.begin(), entries.end(),
                    [](const auto& a, const auto& b) { return CompareDates(a->EventDate, b->EventDate) < 0; });
 
   QTreeWidgetItem* day = nullptr;
   std::int64_t shown_day = -1;
-  for (const auto& entry : entries) {
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    const auto& entry = entries[i];
     if (Whole_Day(entry->EventDate) != shown_day) {
       shown_day = Whole_Day(entry->EventDate);
       day = new QTreeWidgetItem(list, {To_Qt(FormatDateTime("dddddd", entry->EventDate))});
@@ -120,53 +103,55 @@ void TUpcoming_Page::Reload() {
     item->setToolTip(Text_Column, QString(To_Qt(entry->Get_Tip(false)))
                                       .toHtmlEscaped()
                                       .replace(QLatin1Char('\n'), QLatin1String("<br>")));
-    item->setData(Time_Column, Key_Role, To_Qt(entry->Key));
-    item->setData(Time_Column, Type_Role, entry->EventType);
-    item->setData(Time_Column, Private_Role, entry->Private);
-    item->setData(Time_Column, Done_Role, entry->Done);
-    item->setData(Time_Column, Contact_Role, To_Qt(entry->Contact));
+    item->setData(Time_Column, Entry_Role, static_cast<int>(i));
   }
   list->expandAll();
   for (int i = 0; i < list->topLevelItemCount(); ++i) list->topLevelItem(i)->setFirstColumnSpanned(true);
 }
 
-void TUpcoming_Page::Open(QTreeWidgetItem* item) {
-  if (!item) return;
-  const std::string key = From_Qt(item->data(Time_Column, Key_Role).toString());
-  if (key.empty()) return;
-  const std::string contact = From_Qt(item->data(Time_Column, Contact_Role).toString());
-  const bool is_private = item->data(Time_Column, Private_Role).toBool();
-  const bool is_task = item->data(Time_Column, Type_Role).toInt() == TEventKey::Type_Task;
-  const std::string book = Book();
-  const QPointer<TUpcoming_Page> alive = this;
-  const bool changed = is_task ? KTReminds::Task_Properties(key, contact, book, {}, is_private)
-                               : KTReminds::Reminder_Properties(key, contact, book, {}, is_private);
-  if (changed && alive && !Is_Closed()) Reload();
+const TEventKey* TUpcoming_Page::Entry_Of(const QTreeWidgetItem* item) const {
+  const QVariant position = item ? item->data(Time_Column, Entry_Role) : QVariant();
+  const TEventKey* entry = position.isValid() ? entries[position.toUInt()].get() : nullptr;
+  return entry && !entry->Is_Holiday() ? entry : nullptr;
+}
+
+// The selected entry, when the user may do this with it; a refusal is heard.
+const TEventKey* TUpcoming_Page::Selected_For(int level) const {
+  const TEventKey* entry = Entry_Of(list->currentItem());
+  bool may = false;
+  if (entry && !entry->Private && !Read("Upcoming_Page:Selected_For [KT_Rights/KT_Users]", [&] {
+        may = Access_Allowed(entry->Contact, level);
+      }))
+    return nullptr;
+  if (!may) Sound(5);
+  return may ? entry : nullptr;
+}
+
+void TUpcoming_Page::Open(const QTreeWidgetItem* item) {
+  const TEventKey* entry = Entry_Of(item);
+  if (!entry) return;
+  const auto edit = entry->Is_Task() ? KTReminds::Task_Properties : KTReminds::Reminder_Properties;
+  bool changed = false;
+  if (Outlives(this, [&, key = entry->Key.Str(), contact = entry->Contact.Str(), book = Book(),
+                      hidden = entry->Private] { changed = edit(key, contact, book, {}, hidden); }) &&
+      changed)
+    Reload();
 }
 
 void TUpcoming_Page::Delete() {
-  const QTreeWidgetItem* item = list->currentItem();
-  const std::string key = item ? From_Qt(item->data(Time_Column, Key_Role).toString()) : std::string();
-  bool may = false;
-  if (!May_Act(item, Access_Delete, may)) return;
-  if (!may) return Sound(5);
-  const QPointer<TUpcoming_Page> alive = this;
-  if (KTReminds::Delete_Reminder(key) && alive && !Is_Closed()) Reload();
+  const TEventKey* entry = Selected_For(Access_Delete);
+  bool deleted = false;
+  if (entry && Outlives(this, [&, key = entry->Key.Str()] { deleted = KTReminds::Delete_Reminder(key); }) &&
+      deleted)
+    Reload();
 }
 
 void TUpcoming_Page::Toggle_Done() {
-  const QTreeWidgetItem* item = list->currentItem();
-  const std::string key = item ? From_Qt(item->data(Time_Column, Key_Role).toString()) : std::string();
-  bool may = false;
-  if (!May_Act(item, Access_Update, may)) return;
-  if (!may) return Sound(5);
-  TList_Item marked;
-  marked.Data = std::make_unique<TEventKey>();
-  marked.Data->Key = TText(key);
-  marked.Data->EventType = item->data(Time_Column, Type_Role).toInt();
-  KTReminds::Set_Event_as_Actioned(marked, !item->data(Time_Column, Done_Role).toBool(), true,
-                                   KTReminds::Image_Done_Event, KTReminds::Image_Open_Event,
-                                   KTReminds::Image_Done_Task, KTReminds::Image_Open_Task);
+  const TEventKey* entry = Selected_For(Access_Update);
+  if (!entry) return;
+  const bool done = !entry->Done;
+  if (KTReminds::Mark_Occurrence(entry->Key.Str(), done).End == KTReminds::TMarking::TEnd::Marked)
+    Sound(done ? 3 : 1);
   Reload();
 }
 

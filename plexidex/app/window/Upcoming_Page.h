@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Kt_event_key.h"
 #include "Page_Place.h"
 
 class QLabel;
@@ -19,13 +20,16 @@ class TUpcoming_Page : public TBook_Page {
   void Reload() override;
 
  private:
-  void Open(QTreeWidgetItem* item);
+  const Kt_data_01::TEventKey* Entry_Of(const QTreeWidgetItem* item) const;
+  const Kt_data_01::TEventKey* Selected_For(int level) const;
+  void Open(const QTreeWidgetItem* item);
   void Delete();
   void Toggle_Done();
 
   bool tasks_only = false;
   QLabel* heading;
   QTreeWidget* list;
+  Kt_data_01::TEventKey_List entries;
 };
 
 }  // namespace Plexidex

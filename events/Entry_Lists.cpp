@@ -1,0 +1,181 @@
+#include "Entry_Lists.h"
+
+#include "Entry_Order.h"
+#include "Entry_Walk.h"
+#include "Kt_update.h"
+#include "Kt_util_01.h"
+
+namespace KTReminds {
+
+using namespace Kt_data_01;
+using namespace Kt_util_01;
+
+namespace {
+
+constexpr TDateTime Last_Day_Looked_At = 99999;
+
+TDateTime Day_Start(TDateTime date) {
+  return static_cast<TDateTime>(Whole_Day(date));
+}
+
+std::string Tag(const char* routine) {
+  return std::string("Reminder_Utils:") + routine + " [KT_Events/KT_Events_Data/KT_Alarms]";
+}
+
+void Add_Item(TItem_List& list, std::unique_ptr<TEventKey> entry) {
+  auto item = std::make_unique<TList_Item>();
+  item->Image = entry->Is_Holiday() ? Image_Holiday : State_Image(*entry);
+  item->Data = std::move(entry);
+  list.Add(std::move(item));
+}
+
+// Clears lists, lets `fill` add items to them from the last to the first, and sorts; a failed read leaves all
+// of them empty. The lists tell their observers before the failure is reported.
+template <class TFill>
+void Rebuild(const std::vector<TItem_List*>& lists, const char* routine, TFill fill) {
+  for (const TItem_List* list : lists) {
+    if (list->Is_Updating()) return;
+  }
+  for (TItem_List* list : lists) {
+    list->Begin_Update();
+    list->Clear();
+  }
+  const auto end = [&lists] {
+    for (TItem_List* list : lists) list->End_Update();
+  };
+  try {
+    fill();
+    for (TItem_List* list : lists) {
+      list->Reverse();
+      Sort_Items(*list, SortKey);
+    }
+  } catch (...) {
+    for (TItem_List* list : lists) list->Clear();
+    end();
+    FailRead(Tag(routine));
+    return;
+  }
+  end();
+}
+
+void Add_Day(TItem_List& list, const TOwner& owner, bool by_book, TDateTime day, bool include_completed) {
+  TEntry_Walk walk(Days_Of(owner, by_book, day, day), TAlarm_Key::Occurrence, TReading::Window);
+  while (auto entry = walk.Next()) {
+    if (!entry->Done || include_completed) Add_Item(list, std::move(entry));
+  }
+  TEventKey_List holidays;
+  Build_Holidays_Data(holidays, day, day);
+  for (auto& holiday : holidays) Add_Item(list, std::move(holiday));
+}
+
+}  // namespace
+
+int State_Image(const TEventKey& entry) {
+  switch (entry.EventType) {
+    case TEntry_Type::Event:
+      return entry.Done ? Image_Done_Event : Image_Open_Event;
+    case TEntry_Type::Task:
+      return entry.Done ? Image_Done_Task : Image_Open_Task;
+    default:
+      return -1;
+  }
+}
+
+std::string Task_Status_Text(TTask_Status status, int percentage) {
+  const std::string complete = std::to_string(percentage) + "% Complete";
+  switch (status) {
+    case TTask_Status::Not_Started:
+      return "Not Started";
+    case TTask_Status::In_Progress:
+      return "In Progress " + complete;
+    case TTask_Status::Completed:
+      return "Completed";
+    case TTask_Status::Pending:
+      return "Pending " + complete;
+    case TTask_Status::Postponed:
+      return "Postponed " + complete;
+    case TTask_Status::Cancelled:
+      return "Cancelled " + complete;
+  }
+  return "Unknown";
+}
+
+bool Locate_Event(const std::string& Contact, const std::string& Book, TDateTime Date, TDateTime& Found,
+                  bool Backward, bool ByBook) {
+  Found = 0;
+  const bool read = Read("Reminder_Utils:Locate_Event [KT_Events_Data]", [&] {
+    const TDateTime day = Day_Start(Date);
+    TSnapshot snapshot;
+    TTable occurrences(Events_Data, ByBook ? "BookandDate" : "ContactandDate", {"Contact", "EventDate"});
+    TTable contacts(Contacts_Table, "Key", {"Deleted"});
+    const TField contact = Occurrence_Columns().Contact, date = Occurrence_Columns().EventDate,
+                 deleted = contacts.Field("Deleted");
+    Set_Cache(contacts);
+    const std::string& owner = ByBook ? Book : Contact;
+    const auto is_visible = [&] {
+      return contacts.FindKey({occurrences.Text(contact)}) && !contacts.Boolean(deleted) &&
+             Access_Allowed(occurrences.Text(contact), Access_See);
+    };
+    if (Backward) {
+      occurrences.SetRange({owner, 0.0}, {owner, day});
+      for (occurrences.Last(); !occurrences.Bof() && Found == 0; occurrences.Prior()) {
+        const TDateTime at = Day_Start(occurrences.DateTime(date));
+        if (at < day && is_visible()) Found = at;
+      }
+    } else {
+      occurrences.SetRange({owner, day}, {owner, Last_Day_Looked_At});
+      for (occurrences.First(); !occurrences.Eof() && Found == 0; occurrences.Next()) {
+        const TDateTime at = Day_Start(occurrences.DateTime(date));
+        if (at > day && is_visible()) Found = at;
+      }
+    }
+  });
+  if (!read) Found = 0;
+  return Found > 0;
+}
+
+void Build_Events_Data(const std::string& Contact, const std::string& Book, TEventKey_List& List,
+                       TDateTime FromDate, TDateTime ToDate, bool ByBook) {
+  List.clear();
+  const bool read = Read(Tag("Build_Events_Data"), [&] {
+    TEntry_Walk walk(Days_Of({Book, Contact}, ByBook, FromDate, ToDate), TAlarm_Key::Set, TReading::Window);
+    while (auto entry = walk.Next()) List.push_back(std::move(entry));
+  });
+  if (!read) List.clear();
+}
+
+void Build_Reminder_DayView(const std::string& Contact, const std::string& Book, TItem_List& List,
+                            TDateTime Date, bool IncludeCompleted, bool ByBook) {
+  Rebuild({&List}, "Build_Reminder_DayView", [&] {
+    Add_Day(List, {Book, Contact}, ByBook, Date, IncludeCompleted);
+  });
+}
+
+void Build_Day_Lists(const TOwner& owner, bool by_book, TDateTime first_day,
+                     const std::vector<TItem_List*>& lists) {
+  Rebuild(lists, "Build_Reminder_DayView", [&] {
+    const TSnapshot snapshot;
+    TDateTime day = first_day;
+    for (TItem_List* list : lists) Add_Day(*list, owner, by_book, day++, true);
+  });
+}
+
+void Build_Reminder_AllView(const std::string& Contact, const std::string& Book, TItem_List& List,
+                            bool IncludeCompleted, bool ByBook, TProgress_Bar* Progress) {
+  constexpr std::int64_t progress_step = 1000;
+  Rebuild({&List}, "Build_Reminder_AllView", [&] {
+    TEntry_Walk walk(All_Of({Book, Contact}, ByBook), TAlarm_Key::Occurrence, TReading::Whole);
+    if (Progress) Progress->Set_Max(walk.Count());
+    std::int64_t shown = 0;
+    while (auto entry = walk.Next()) {
+      if (Progress && walk.Passed() - shown >= progress_step) {
+        shown = walk.Passed();
+        Progress->Set_Position(shown);
+      }
+      if (!entry->Done || IncludeCompleted) Add_Item(List, std::move(entry));
+    }
+    if (Progress) Progress->Set_Position(walk.Passed());
+  });
+}
+
+}  // namespace KTReminds

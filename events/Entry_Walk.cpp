@@ -1,0 +1,123 @@
+#include "Entry_Walk.h"
+
+#include <limits>
+
+#include "Entry_Lists.h"
+#include "Kt_util_01.h"
+
+namespace KTReminds {
+
+using namespace Kt_data_01;
+using namespace Kt_util_01;
+
+namespace {
+
+struct TContact_Columns {
+  const TField Key = Contacts_Table.Field("Key"), DisplayName = Contacts_Table.Field("DisplayName"),
+               Deleted = Contacts_Table.Field("Deleted");
+};
+
+const TContact_Columns& Contact_Columns() {
+  static const TContact_Columns columns;
+  return columns;
+}
+
+// The last second of a day, and the half millisecond behind it that still rounds to it: the dates of a set
+// that began long ago are off by less.
+TDateTime Day_End(TDateTime date) {
+  constexpr double half_msec = 0.5 / static_cast<double>(Msecs_Per_Day);
+  return From_Msecs((Whole_Day(date) + 1) * Msecs_Per_Day - 1000) + half_msec;
+}
+
+}  // namespace
+
+TWalk_Range Days_Of(const TOwner& owner, bool by_book, TDateTime first_day, TDateTime last_day) {
+  return {owner, by_book, static_cast<TDateTime>(Whole_Day(first_day)), Day_End(last_day)};
+}
+
+TWalk_Range All_Of(const TOwner& owner, bool by_book) {
+  return {owner, by_book, std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max()};
+}
+
+TEntry_Walk::TEntry_Walk(const TWalk_Range& range, TAlarm_Key key, TReading reading)
+    : occurrences(Events_Data, range.By_Book ? "BookandDate" : "ContactandDate",
+                  {"Key", "Contact", "Event", "Actioned", "EventDate"}),
+      events(Events_Table, "Key",
+             {"Title", "Location", "FirstDate", "Freq", "User", "Private", "AllDay", "Priority", "EventType",
+              "Percentage", "Status"}),
+      contacts(Contacts_Table, "Key", {"DisplayName", "Deleted"}),
+      alarms(Alarms_Table, "Key", {"Key"}),
+      alarm_key(key),
+      user(User_Key()) {
+  const std::string& owner = range.By_Book ? range.Owner.Book : range.Owner.Contact;
+  occurrences.SetRange({owner, range.From}, {owner, range.To});
+  if (reading == TReading::Whole) {
+    for (TTable* looked_up : {&events, &contacts, &alarms}) Set_Cache(*looked_up);
+  }
+  Set_Cache(occurrences);
+  if (reading == TReading::Window) {
+    const TOccurrence_Columns& column = Occurrence_Columns();
+    // Over many days the same contacts come again and again, on a single one hardly.
+    constexpr int few_days = 2;
+    if (range.To - range.From < few_days) {
+      occurrences.Prefetch(column.Contact, contacts);
+    } else {
+      Set_Cache(contacts);
+    }
+    occurrences.Prefetch(column.Event, events);
+    occurrences.Prefetch(alarm_key == TAlarm_Key::Set ? column.Event : column.Key, alarms);
+  }
+}
+
+std::unique_ptr<TEventKey> TEntry_Walk::Next() {
+  while (true) {
+    if (!started) {
+      occurrences.First();
+      started = true;
+    } else {
+      occurrences.Next();
+    }
+    if (occurrences.Eof()) return nullptr;
+    ++passed;
+    if (auto entry = Entry()) return entry;
+  }
+}
+
+std::unique_ptr<TEventKey> TEntry_Walk::Entry() {
+  const TOccurrence_Columns& occurrence = Occurrence_Columns();
+  const TEvent_Columns& master = Event_Columns();
+  const std::string_view contact = occurrences.Text(occurrence.Contact);
+  if (!contacts.FindKey({contact}) || contacts.Boolean(Contact_Columns().Deleted)) return nullptr;
+  if (!Access_Allowed(contact, Access_See)) return nullptr;
+  const std::string_view event = occurrences.Text(occurrence.Event);
+  if (!events.FindKey({event})) return nullptr;
+
+  auto entry = std::make_unique<TEventKey>();
+  entry->Key = TText(occurrences.Text(occurrence.Key));
+  entry->Description = events.Shared_Text(master.Title);
+  entry->EventType = Read_Entry_Type(events);
+  entry->Percentage = static_cast<int>(events.Integer(master.Percentage));
+  if (entry->Is_Task()) {
+    entry->FirstText =
+        TText(Task_Status_Text(static_cast<TTask_Status>(events.Integer(master.Status)), entry->Percentage));
+    entry->SecondText = entry->Description;
+  } else {
+    entry->FirstText = entry->Description;
+    entry->SecondText = events.Shared_Text(master.Location);
+  }
+  entry->Contact = contacts.Shared_Text(Contact_Columns().Key);
+  entry->ContactName = contacts.Shared_Text(Contact_Columns().DisplayName);
+  entry->User = events.Shared_Text(master.User);
+  const bool own = events.Text(master.User) == user;
+  entry->Private = events.Boolean(master.Private) && !own;
+  entry->Timeless = events.Boolean(master.AllDay);
+  entry->Priority = static_cast<int>(events.Integer(master.Priority));
+  entry->FirstDate = events.DateTime(master.FirstDate);
+  entry->EventDate = occurrences.DateTime(occurrence.EventDate);
+  entry->Done = occurrences.Boolean(occurrence.Actioned);
+  if (own && !entry->Done)
+    entry->Alarm = alarms.FindKey({alarm_key == TAlarm_Key::Set ? event : entry->Key.View()});
+  return entry;
+}
+
+}  // namespace KTReminds
