@@ -1,7 +1,6 @@
 #include "Store_Check.h"
 
 #include <map>
-#include <sstream>
 
 #include "Console_Text.h"
 #include "Database.h"
@@ -33,9 +32,8 @@ std::string Quoted(std::string_view text) {
 }
 
 void Check_Storage(std::vector<std::string>& findings) {
-  std::istringstream lines(Shared_Database().Engine().Check_Storage());
   std::map<std::string, int> times;
-  for (std::string line; std::getline(lines, line);) ++times[line];
+  for (const std::string& line : Shared_Database().Engine().Check_Storage()) ++times[line];
   for (const auto& [line, count] : times) {
     findings.push_back("In the file: " + Printable(line) +
                        (count > 1 ? " (" + std::to_string(count) + " times)." : "."));

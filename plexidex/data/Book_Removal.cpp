@@ -15,16 +15,10 @@ void Delete_Where(std::string_view table, std::string_view column, std::string_v
                   std::string_view value) {
   TDatabase& database = Shared_Database();
   try {
-    TStatement& statement = database.Statement("DELETE FROM \"" + std::string(table) + "\" WHERE \"" +
-                                               std::string(column) + '"' + std::string(condition));
-    statement.Bind(0, value);
-    try {
-      statement.Step();
-    } catch (...) {
-      statement.Reset();
-      throw;
-    }
-    statement.Reset();
+    TUse use(database.Statement("DELETE FROM \"" + std::string(table) + "\" WHERE \"" + std::string(column) +
+                                '"' + std::string(condition)));
+    use->Bind(0, value);
+    use->Step();
   } catch (const EEngine_Error& e) {
     database.Operation_Failed(e.what());
     throw EData_Error("delete", std::string(table), e.what());

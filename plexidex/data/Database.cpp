@@ -40,8 +40,8 @@ void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only) 
   if (found.Program == Application_Id && found.Version == Schema_Version) return;
   if (read_only) throw EOpen_Error("\"" + path + "\" needs a newer schema, but is read-only.");
 
-  std::string reason;
-  if (!engine.Begin_Write(reason)) throw EOpen_Error("\"" + path + "\" cannot be prepared: " + reason + ".");
+  if (const auto refusal = engine.Begin_Write())
+    throw EOpen_Error("\"" + path + "\" cannot be prepared: " + *refusal + ".");
   try {
     found = engine.Identify();  // another process may have been faster
     refuse_foreign();
@@ -75,10 +75,6 @@ bool Current_Exception_Was_Reported() {
   } catch (...) {
     return false;
   }
-}
-
-std::string Savepoint(std::size_t depth) {
-  return "kt_bracket_" + std::to_string(depth);
 }
 
 }  // namespace
@@ -170,9 +166,8 @@ bool TDatabase::Start_Update() {
         reading = false;
         engine->Commit();
       }
-      std::string reason;
-      if (!engine->Begin_Write(reason)) {
-        Refuse(reason);
+      if (const auto refusal = engine->Begin_Write()) {
+        Refuse(*refusal);
         return false;
       }
       try {
@@ -184,7 +179,7 @@ bool TDatabase::Start_Update() {
       last_refusal.clear();
     } else {
       if (!engine->In_Transaction()) return false;
-      engine->Execute("SAVEPOINT " + Savepoint(brackets.size()));
+      engine->Begin_Part(Bracket_Depth());
     }
   } catch (const std::exception& e) {
     if (brackets.empty()) {
@@ -207,7 +202,7 @@ void TDatabase::EndUpdate() {
       if (brackets.size() == 1) {
         engine->Commit();
       } else {
-        engine->Execute("RELEASE " + Savepoint(brackets.size() - 1));
+        engine->Keep_Part(Bracket_Depth() - 1);
       }
       brackets.pop_back();
       Show_Reports();
@@ -260,15 +255,14 @@ void TDatabase::Operation_Failed(const std::string& reason) noexcept {
 }
 
 void TDatabase::Undo_Bracket() noexcept {
-  const std::size_t inner = brackets.size() - 1;
+  const int part = Bracket_Depth() - 1;
   const std::string reason = brackets.back().Reason;
   brackets.pop_back();
-  if (inner == 0) {
+  if (part == 0) {
     engine->Rollback();
   } else if (engine->In_Transaction()) {
     try {
-      engine->Execute("ROLLBACK TO " + Savepoint(inner));
-      engine->Execute("RELEASE " + Savepoint(inner));
+      engine->Undo_Part(part);
     } catch (const std::exception& e) {
       Operation_Failed(e.what());
     }

@@ -6,9 +6,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Kt_data_01 {
 
@@ -41,6 +43,20 @@ class TStatement {
   virtual void Reset() noexcept = 0;
 };
 
+/// Resets a statement however its use ends.
+class TUse {
+ public:
+  explicit TUse(TStatement& statement) : statement(statement) {}
+  ~TUse() { statement.Reset(); }
+  TUse(const TUse&) = delete;
+  TUse& operator=(const TUse&) = delete;
+  TStatement* operator->() { return &statement; }
+  TStatement& operator*() { return statement; }
+
+ private:
+  TStatement& statement;
+};
+
 /// What a database says of itself.
 struct TIdentity {
   bool Empty = false;        // nothing was ever made in it
@@ -68,12 +84,17 @@ class TEngine {
   /// Runs statements that give no rows.
   virtual void Execute(const std::string& sql) = 0;
 
-  /// Begins a write transaction, waiting for another writer no longer than the busy time. False with the
-  /// reason in the user's words when the database cannot be written; nothing is open then.
-  virtual bool Begin_Write(std::string& reason) = 0;
+  /// Begins a write transaction, waiting for another writer no longer than the busy time. When the database
+  /// cannot be written, nothing is open and the reason is returned, in the user's words.
+  virtual std::optional<std::string> Begin_Write() = 0;
   virtual void Begin_Read() = 0;
   virtual void Commit() = 0;
   virtual void Rollback() noexcept = 0;
+  /// A part of the open transaction that can be undone by itself. The first has level 1, one inside it level
+  /// 2; ended from the inside out.
+  virtual void Begin_Part(int level) = 0;
+  virtual void Keep_Part(int level) = 0;
+  virtual void Undo_Part(int level) = 0;
   /// An engine may end a transaction by itself after an error such as a full disk.
   virtual bool In_Transaction() = 0;
 
@@ -83,8 +104,8 @@ class TEngine {
   /// still.
   virtual std::int64_t External_Changes() = 0;
 
-  /// One sentence per damage found; empty for a sound database.
-  virtual std::string Check_Storage() = 0;
+  /// What is damaged in the file, a line for each damage; empty for a sound database.
+  virtual std::vector<std::string> Check_Storage() = 0;
 };
 
 }  // namespace Kt_data_01

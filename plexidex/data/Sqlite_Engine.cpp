@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <sstream>
+
 namespace Kt_data_01 {
 
 namespace {
@@ -145,27 +147,22 @@ class TSqlite_Engine final : public TEngine {
     if (sqlite3_exec(connection, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) Fail(connection);
   }
 
-  bool Begin_Write(std::string& reason) override {
+  std::optional<std::string> Begin_Write() override {
     const int result = sqlite3_exec(connection, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
     if (result == SQLITE_OK) {
       // A read-only connection may begin, and fails only at its first write.
-      if (!sqlite3_db_readonly(connection, "main")) return true;
+      if (!sqlite3_db_readonly(connection, "main")) return {};
       Rollback();
-      reason = "it is read-only";
-      return false;
+      return "it is read-only";
     }
     switch (result & 0xff) {
       case SQLITE_READONLY:
-        reason = "it is read-only";
-        break;
+        return "it is read-only";
       case SQLITE_BUSY:
-        reason = "another program is writing to it";
-        break;
+        return "another program is writing to it";
       default:
-        reason = sqlite3_errmsg(connection);
-        break;
+        return sqlite3_errmsg(connection);
     }
-    return false;
   }
   void Begin_Read() override {
     Execute("BEGIN");
@@ -180,6 +177,12 @@ class TSqlite_Engine final : public TEngine {
   void Rollback() noexcept override {
     if (!sqlite3_get_autocommit(connection)) sqlite3_exec(connection, "ROLLBACK", nullptr, nullptr, nullptr);
   }
+  void Begin_Part(int level) override { Execute("SAVEPOINT " + Part_Name(level)); }
+  void Keep_Part(int level) override { Execute("RELEASE " + Part_Name(level)); }
+  void Undo_Part(int level) override {
+    Execute("ROLLBACK TO " + Part_Name(level));
+    Keep_Part(level);
+  }
   bool In_Transaction() override { return !sqlite3_get_autocommit(connection); }
 
   std::int64_t Last_Row_Id() override { return sqlite3_last_insert_rowid(connection); }
@@ -191,21 +194,26 @@ class TSqlite_Engine final : public TEngine {
     return version;
   }
 
-  std::string Check_Storage() override {
-    std::string findings;
+  std::vector<std::string> Check_Storage() override {
+    std::vector<std::string> findings;
     const auto integrity = Prepare("PRAGMA integrity_check");
     while (integrity->Step()) {
-      if (integrity->Text(0) != "ok") findings += std::string(integrity->Text(0)) + "\n";
+      if (integrity->Text(0) == "ok") continue;
+      // What is wrong with one tree of pages comes as several lines.
+      std::istringstream lines{std::string(integrity->Text(0))};
+      for (std::string line; std::getline(lines, line);) findings.push_back(line);
     }
     const auto references = Prepare("PRAGMA foreign_key_check");
     while (references->Step()) {
-      findings += "a row of " + std::string(references->Text(0)) + " refers to a row of " +
-                  std::string(references->Text(2)) + " that is not there\n";
+      findings.push_back("a row of " + std::string(references->Text(0)) + " refers to a row of " +
+                         std::string(references->Text(2)) + " that is not there");
     }
     return findings;
   }
 
  private:
+  static std::string Part_Name(int level) { return "kt_part_" + std::to_string(level); }
+
   std::int64_t Read_Number(std::string_view sql) {
     const auto statement = Prepare(sql);
     return statement->Step() ? statement->Integer(0) : 0;

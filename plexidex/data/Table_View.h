@@ -85,20 +85,6 @@ inline std::string Quoted(std::string_view name) {
   return "\"" + std::string(name) + "\"";
 }
 
-/// Resets a statement however its use ends.
-class TUse {
- public:
-  explicit TUse(TStatement& used) : statement(used) {}
-  ~TUse() { statement.Reset(); }
-  TUse(const TUse&) = delete;
-  TUse& operator=(const TUse&) = delete;
-  TStatement* operator->() { return &statement; }
-  TStatement& operator*() { return statement; }
-
- private:
-  TStatement& statement;
-};
-
 class TTable::TImpl final : public TTable_Link {
  public:
   TImpl(TDatabase& database, const TTable_Def& def, bool is_cursor,

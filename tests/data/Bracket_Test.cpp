@@ -25,18 +25,21 @@ class TFailing_Engine final : public TEngine {
   void Prepare_Storage() override { real->Prepare_Storage(); }
   std::unique_ptr<TStatement> Prepare(std::string_view sql) override { return real->Prepare(sql); }
   void Execute(const std::string& sql) override { real->Execute(sql); }
-  bool Begin_Write(std::string& reason) override { return real->Begin_Write(reason); }
+  std::optional<std::string> Begin_Write() override { return real->Begin_Write(); }
   void Begin_Read() override { real->Begin_Read(); }
   void Commit() override {
     if (Fail_Commit) throw EEngine_Error("disk I/O error");
     real->Commit();
   }
   void Rollback() noexcept override { real->Rollback(); }
+  void Begin_Part(int level) override { real->Begin_Part(level); }
+  void Keep_Part(int level) override { real->Keep_Part(level); }
+  void Undo_Part(int level) override { real->Undo_Part(level); }
   bool In_Transaction() override { return real->In_Transaction(); }
   std::int64_t Last_Row_Id() override { return real->Last_Row_Id(); }
   std::int64_t Rows_Changed() override { return real->Rows_Changed(); }
   std::int64_t External_Changes() override { return real->External_Changes(); }
-  std::string Check_Storage() override { return real->Check_Storage(); }
+  std::vector<std::string> Check_Storage() override { return real->Check_Storage(); }
 
  private:
   std::unique_ptr<TEngine> real;
