@@ -122,10 +122,9 @@ void Write_Book(const TBook& book, std::ostream& stream, TExport_Report& report,
 }
 
 TBook Choose_Book(const std::string& name) {
-  TBook book;
   if (!name.empty()) {
-    if (!Find_Book(name, book)) throw EExport_Error("There is no book \"" + name + "\" to export.");
-    return book;
+    if (auto book = Find_Book(name)) return *std::move(book);
+    throw EExport_Error("There is no book \"" + name + "\" to export.");
   }
   const std::vector<TBook> books = List_Books();
   if (books.empty()) throw EExport_Error("There is no book to export.");

@@ -17,13 +17,12 @@ constexpr auto Default_Book = "My Calendar";
 
 // The book to import into; without a key when it is to be made.
 TBook Choose_Book(const std::string& name) {
-  TBook book;
   if (name.empty()) {
     const std::vector<TBook> books = List_Books();
     return books.empty() ? TBook{{}, Default_Book, {}} : books.front();
   }
-  if (!Find_Book(name, book)) throw EImport_Error("There is no book \"" + name + "\"; nothing was imported.");
-  return book;
+  if (auto book = Find_Book(name)) return *std::move(book);
+  throw EImport_Error("There is no book \"" + name + "\"; nothing was imported.");
 }
 
 TImport_Report Plan_And_Write(const std::string& file, const TImport_Options& options) {

@@ -50,8 +50,7 @@ std::string Find_Key(const std::string& typed) {
 }  // namespace
 
 TBook Known_Book(const std::string& name) {
-  TBook book;
-  if (Find_Book(name, book)) return book;
+  if (auto book = Find_Book(name)) return *std::move(book);
   std::string known;
   for (const TBook& other : List_Books()) known += (known.empty() ? "" : ", ") + ('"' + other.Name + '"');
   throw ECommand_Error("There is no book \"" + name + "\"; " +
@@ -128,8 +127,7 @@ int Run_Mark(const TConsole& console, const std::string& typed, bool done) {
 }
 
 void Add_Book(const std::string& name) {
-  TBook book;
-  if (Find_Book(name, book)) throw ECommand_Error("There is a book \"" + name + "\" already.");
+  if (Find_Book(name)) throw ECommand_Error("There is a book \"" + name + "\" already.");
   Update("Commands:Add_Book [KT_Books/KT_Contacts]", [&] { Create_Book(name); });
 }
 

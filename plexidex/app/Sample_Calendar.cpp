@@ -78,8 +78,8 @@ void Fill_With_Sample(const std::string& book_name, Kt_util_01::TDateTime today)
   TImport_Options options;
   options.Book = book_name;
   Import_Calendar(file.Path, options);
-  Kt_data_01::TBook book = Kt_data_01::List_Books().front();
-  if (!book_name.empty()) Kt_data_01::Find_Book(book_name, book);
+  const auto named = book_name.empty() ? std::nullopt : Kt_data_01::Find_Book(book_name);
+  const Kt_data_01::TBook book = named ? *named : Kt_data_01::List_Books().front();
   if (!Kt_data_01::List_Contacts(book.Key, false).empty()) return;
   Kt_data_01::Update("Sample_Calendar:Fill_With_Sample [KT_Contacts/KT_Contacts_Data/KT_Events]",
                      [&] { Write_Contacts(book, today); });

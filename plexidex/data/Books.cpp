@@ -17,13 +17,11 @@ std::vector<TBook> List_Books() {
   return books;
 }
 
-bool Find_Book(std::string_view name, TBook& book) {
-  for (const TBook& candidate : List_Books()) {
-    if (candidate.Name != name) continue;
-    book = candidate;
-    return true;
+std::optional<TBook> Find_Book(std::string_view name) {
+  for (TBook& book : List_Books()) {
+    if (book.Name == name) return std::move(book);
   }
-  return false;
+  return {};
 }
 
 TBook Create_Book(std::string_view name) {

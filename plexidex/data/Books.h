@@ -3,6 +3,7 @@
 // Books, contacts, users and their rights, as the host keeps them. What writes must be called inside an
 // update bracket, and throws EData_Error.
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,8 +22,8 @@ struct TBook {
 
 /// In the order they were made.
 std::vector<TBook> List_Books();
-/// False when no book has exactly this name.
-bool Find_Book(std::string_view name, TBook& book);
+/// The book of exactly this name.
+std::optional<TBook> Find_Book(std::string_view name);
 /// With its calendar record.
 TBook Create_Book(std::string_view name);
 

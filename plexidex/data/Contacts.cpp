@@ -32,10 +32,8 @@ bool Set_Name(std::string_view key, std::string_view name) {
   return true;
 }
 
-TTable Details_Of(std::string_view contact, bool& found) {
-  TTable details(Contacts_Data, "ContactandTemplate");
-  found = details.FindKey({contact, No_Template});
-  return details;
+bool Find_Details(TTable& details, std::string_view contact) {
+  return details.FindKey({contact, No_Template});
 }
 
 }  // namespace
@@ -61,20 +59,18 @@ std::vector<TContact> List_Contacts(std::string_view book, bool deleted) {
   return list;
 }
 
-bool Find_Contact(std::string_view key, TContact& contact) {
+std::optional<TContact> Find_Contact(std::string_view key) {
   TTable contacts(Contacts_Table, "Key", {"DisplayName", "Type", "Book", "Deleted"});
-  if (!contacts.FindKey({key}) || contacts.Integer(contacts.Field("Type")) != Contact_Type_Contact)
-    return false;
-  contact = {std::string(key), std::string(contacts.Text(contacts.Field("DisplayName"))),
-             std::string(contacts.Text(contacts.Field("Book"))), contacts.Boolean(contacts.Field("Deleted"))};
-  return true;
+  if (!contacts.FindKey({key}) || contacts.Integer(contacts.Field("Type")) != Contact_Type_Contact) return {};
+  return TContact{std::string(key), std::string(contacts.Text(contacts.Field("DisplayName"))),
+                  std::string(contacts.Text(contacts.Field("Book"))),
+                  contacts.Boolean(contacts.Field("Deleted"))};
 }
 
 TContact_Details Read_Contact_Details(std::string_view contact) {
   TContact_Details read;
-  bool found = false;
-  const TTable details = Details_Of(contact, found);
-  if (!found) return read;
+  TTable details(Contacts_Data, "ContactandTemplate");
+  if (!Find_Details(details, contact)) return read;
   for (std::size_t i = 0; i < Other_Fields; ++i) read.Other[i] = details.Text(details.Field(Other_Column(i)));
   read.Notes = details.Blob(details.Field("Notes"));
   return read;
@@ -82,9 +78,8 @@ TContact_Details Read_Contact_Details(std::string_view contact) {
 
 bool Write_Contact(std::string_view contact, std::string_view name, const TContact_Details& written) {
   if (!Set_Name(contact, name)) return false;
-  bool found = false;
-  TTable details = Details_Of(contact, found);
-  if (found) {
+  TTable details(Contacts_Data, "ContactandTemplate");
+  if (Find_Details(details, contact)) {
     details.Edit();
   } else {
     details.Insert();

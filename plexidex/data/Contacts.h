@@ -4,6 +4,7 @@
 // bracket; reading and writing throw EData_Error.
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,8 +26,8 @@ struct TContact_Details {
 
 /// A book's contacts, kept or deleted ones, that the current user may see; by name, ignoring case.
 std::vector<TContact> List_Contacts(std::string_view book, bool deleted);
-/// False when there is no such contact, or the record is a folder or a calendar.
-bool Find_Contact(std::string_view key, TContact& contact);
+/// Nothing when there is no such contact, or the record is a folder or a calendar.
+std::optional<TContact> Find_Contact(std::string_view key);
 /// Empty texts for a contact without details.
 TContact_Details Read_Contact_Details(std::string_view contact);
 /// Name and details. False, with nothing written, when there is no such contact.

@@ -1,4 +1,5 @@
 #include <array>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -63,29 +64,26 @@ class TRights_Cache {
     return table.FindKey({user}) && table.Boolean(table.Field("Administrator"));
   }
 
-  static bool Find_Levels(std::string_view owner, std::string_view user, TLevels& levels) {
+  static std::optional<TLevels> Find_Levels(std::string_view owner, std::string_view user) {
     TTable table("KT_Rights", "OwnerandUser");
-    if (!table.FindKey({owner, user}) && !table.FindKey({owner, Global_User})) return false;
-    levels = {table.Boolean(table.Field("Level1")), table.Boolean(table.Field("Level2")),
-              table.Boolean(table.Field("Level3")), table.Boolean(table.Field("Level4"))};
-    return true;
+    if (!table.FindKey({owner, user}) && !table.FindKey({owner, Global_User})) return {};
+    return TLevels{table.Boolean(table.Field("Level1")), table.Boolean(table.Field("Level2")),
+                   table.Boolean(table.Field("Level3")), table.Boolean(table.Field("Level4"))};
   }
 
   // The owner's own rights, or else its folder's, its folder's folder's, or its book's.
   static TLevels Levels_Of(std::string_view owner, std::string_view user) {
     constexpr int Deepest_Folder = 64;  // a circle of folders must not hang the program
-    TLevels levels{};
     std::string at(owner), book;
     TTable table("KT_Contacts", "Key");
     const TField parent = table.Field("Parent"), book_field = table.Field("Book");
     for (int depth = 0; depth < Deepest_Folder && !at.empty(); ++depth) {
-      if (Find_Levels(at, user, levels)) return levels;
+      if (const auto levels = Find_Levels(at, user)) return *levels;
       if (!table.FindKey({at})) break;
       book = table.Text(book_field);
       at = table.Text(parent);
     }
-    if (!book.empty()) Find_Levels(book, user, levels);
-    return levels;
+    return book.empty() ? TLevels{} : Find_Levels(book, user).value_or(TLevels{});
   }
 
   const std::size_t users = Table_Number("KT_Users");

@@ -43,11 +43,11 @@ TEST_F(Contacts, Deleted_Ones_Are_Kept_With_Their_Details_And_Come_Back) {
     EXPECT_FALSE(Write_Contact("nobody", "N", {}));
   });
   EXPECT_EQ(Names(false), "anna Bert Zoe ");
-  TContact found;
-  ASSERT_TRUE(Find_Contact(zoe, found));
-  EXPECT_EQ(found.Name + "|" + Read_Contact_Details(zoe).Other[0] + "|" + Read_Contact_Details(zoe).Notes,
+  const auto found = Find_Contact(zoe);
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->Name + "|" + Read_Contact_Details(zoe).Other[0] + "|" + Read_Contact_Details(zoe).Notes,
             "Zoe|Tel 2|one");
-  EXPECT_FALSE(Find_Contact(database.Book().Calendar, found)) << "a calendar is no contact";
+  EXPECT_FALSE(Find_Contact(database.Book().Calendar)) << "a calendar is no contact";
   EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Contacts_Data"), 1);
 }
 

@@ -68,10 +68,11 @@ class TBook_Dialog : public THost_Dialog {
  protected:
   bool Save() override {
     const std::string text = From_Qt(name->text().trimmed());
-    TBook same;
     bool taken = false;
-    if (!Read("Book_Dialogs:Save [KT_Books/KT_Contacts]",
-              [&] { taken = Find_Book(text, same) && same.Key != Key; }))
+    if (!Read("Book_Dialogs:Save [KT_Books/KT_Contacts]", [&] {
+          const auto same = Find_Book(text);
+          taken = same && same->Key != Key;
+        }))
       return false;
     if (text.empty() || taken) {
       Kt_util_01::Raise_Error(From_Qt(windowTitle()), text.empty() ? "A book needs a name."

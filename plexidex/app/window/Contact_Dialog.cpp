@@ -93,9 +93,10 @@ class TContact_Dialog : public THost_Dialog {
   QPlainTextEdit* notes;
 };
 
-bool Found(const std::string& key, TContact& contact) {
-  bool found = false;
-  return Read("Contact_Dialog:Found [KT_Contacts]", [&] { found = Find_Contact(key, contact); }) && found;
+std::optional<TContact> Found(const std::string& key) {
+  std::optional<TContact> contact;
+  Read("Contact_Dialog:Found [KT_Contacts]", [&] { contact = Find_Contact(key); });
+  return contact;
 }
 
 bool Run(const TContact& contact, QWidget* window, std::string& key) {
@@ -112,14 +113,13 @@ bool Run(const TContact& contact, QWidget* window, std::string& key) {
 }  // namespace
 
 bool Is_Contact(const std::string& key) {
-  TContact found;
-  return Found(key, found);
+  return Found(key).has_value();
 }
 
 bool Edit_Contact(QWidget* window, const std::string& contact) {
-  TContact found;
+  const auto found = Found(contact);
   std::string key;
-  return Found(contact, found) && Run(found, window, key);
+  return found && Run(*found, window, key);
 }
 
 std::string New_Contact(QWidget* window, const std::string& book) {

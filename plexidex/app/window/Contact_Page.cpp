@@ -47,9 +47,9 @@ TContact_Page::TContact_Page()
 void TContact_Page::Show_Details() {
   while (details->rowCount() > 0) details->removeRow(0);
   name->clear();
-  Kt_data_01::TContact contact;
-  if (!Kt_data_01::Find_Contact(Owner(), contact)) return;
-  name->setText(To_Qt(contact.Name));
+  const auto contact = Kt_data_01::Find_Contact(Owner());
+  if (!contact) return;
+  name->setText(To_Qt(contact->Name));
   const auto add = [this](const std::string& label, const std::string& text) {
     if (text.empty()) return;
     auto* caption = new QLabel(To_Qt(label) + QLatin1Char(':'));

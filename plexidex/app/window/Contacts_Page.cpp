@@ -117,19 +117,19 @@ void TContacts_Page::Delete_Or_Restore() {
 }
 
 bool Delete_Contact(const std::string& contact) {
-  TContact found;
-  bool is_there = false, allowed = false;
+  std::optional<TContact> found;
+  bool allowed = false;
   if (!Read("Contacts_Page:Delete_Contact [KT_Contacts/KT_Rights]", [&] {
-        is_there = Find_Contact(contact, found);
-        allowed = is_there && Access_Allowed(contact, Access_Delete);
+        found = Find_Contact(contact);
+        allowed = found && Access_Allowed(contact, Access_Delete);
       }))
     return false;
   if (!allowed) {
-    if (is_there) Kt_util_01::Sound(5);
+    if (found) Kt_util_01::Sound(5);
     return false;
   }
   const std::string question =
-      "Delete the contact \"" + found.Name +
+      "Delete the contact \"" + found->Name +
       "\"? It is kept with its entries among the deleted contacts and can be restored.";
   if (Kt_util_01::Raise_Question("Delete Contact", question) != Kt_util_01::Answer_Yes) return false;
   return Update_Host("Contacts_Page:Delete_Contact [KT_Contacts]",
