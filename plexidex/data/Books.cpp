@@ -82,20 +82,4 @@ void Set_Rights(std::string_view owner, std::string_view user, const TRights& ri
   PostUpdate(cursor);
 }
 
-std::string Database_Setting(std::string_view name) {
-  TTable cursor("KT_Settings", "Name");
-  return cursor.FindKey({name}) ? std::string(cursor.Text(cursor.Field("Value"))) : std::string();
-}
-
-void Set_Database_Setting(std::string_view name, std::string_view value) {
-  TTable cursor("KT_Settings", "Name");
-  if (cursor.FindKey({name})) {
-    cursor.Edit();
-  } else {
-    cursor.Insert();
-  }
-  cursor.SetFields({name, value});
-  PostUpdate(cursor);
-}
-
 }  // namespace Kt_data_01

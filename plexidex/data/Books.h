@@ -41,8 +41,4 @@ struct TRights {
 /// `owner` is a contact, folder, calendar record or book; `user` may be Global_User.
 void Set_Rights(std::string_view owner, std::string_view user, const TRights& rights);
 
-/// A named value of the database itself; "" when there is none.
-std::string Database_Setting(std::string_view name);
-void Set_Database_Setting(std::string_view name, std::string_view value);
-
 }  // namespace Kt_data_01
