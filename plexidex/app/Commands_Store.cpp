@@ -5,11 +5,11 @@
 #include "Agenda.h"
 #include "Commands_Run.h"
 #include "Console_Text.h"
-#include "Database.h"
 #include "Event_Rows.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "Marking.h"
+#include "Row_Sets.h"
 #include "Store_Check.h"
 
 namespace Plexidex {
@@ -37,14 +37,10 @@ std::string Find_Key(const std::string& typed) {
                          std::to_string(Shortest_Ending) + " characters.");
   }
   // Keys made at one time begin alike, so it is their ending that tells them apart.
-  const auto query =
-      Shared_Database().Engine().Prepare("SELECT Key FROM KT_Events_Data WHERE substr(Key, ?) = ? LIMIT 2");
-  query->Bind(0, -static_cast<std::int64_t>(typed.size()));
-  query->Bind(1, std::string_view(typed));
-  if (!query->Step()) throw ECommand_Error("There is no entry \"" + typed + "\".");
-  std::string key(query->Text(0));
-  if (query->Step()) throw ECommand_Error("Several entries have a key that ends in \"" + typed + "\".");
-  return key;
+  const std::vector<std::string> keys = Keys_Ending_In("KT_Events_Data", typed, 2);
+  if (keys.empty()) throw ECommand_Error("There is no entry \"" + typed + "\".");
+  if (keys.size() > 1) throw ECommand_Error("Several entries have a key that ends in \"" + typed + "\".");
+  return keys.front();
 }
 
 }  // namespace
@@ -149,7 +145,7 @@ int Run_Books(const TConsole& console, bool with_keys) {
 
 int Run_Check(const TConsole& console) {
   const std::vector<std::string> findings = Check_Store();
-  for (const std::string& finding : findings) console.Out << finding << '\n';
+  for (const std::string& finding : findings) console.Out << Printable(finding) << '\n';
   if (!findings.empty()) return 1;
   console.Out << "The database is sound: " << Counted(Row_Count("KT_Events"), "event", "events") << ", "
               << Counted(Row_Count("KT_Events_Data"), "occurrence", "occurrences") << ", "

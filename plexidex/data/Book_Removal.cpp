@@ -1,30 +1,12 @@
 #include <vector>
 
 #include "Contacts.h"
-#include "Database.h"
+#include "Kt_data_01.h"
+#include "Row_Sets.h"
 
 namespace Kt_data_01 {
 
 namespace {
-
-constexpr std::string_view Of_Occurrences = R"( IN (SELECT "Key" FROM "KT_Events_Data" WHERE "Book" = ?))";
-constexpr std::string_view Of_Contacts = R"( IN (SELECT "Key" FROM "KT_Contacts" WHERE "Book" = ?))";
-constexpr std::string_view Of_Book = " = ?";
-
-void Delete_Where(std::string_view table, std::string_view column, std::string_view condition,
-                  std::string_view value) {
-  TDatabase& database = Shared_Database();
-  try {
-    TUse use(database.Statement("DELETE FROM \"" + std::string(table) + "\" WHERE \"" + std::string(column) +
-                                '"' + std::string(condition)));
-    use->Bind(0, value);
-    use->Step();
-  } catch (const EEngine_Error& e) {
-    database.Operation_Failed(e.what());
-    throw EData_Error("delete", std::string(table), e.what());
-  }
-  database.Table_Changed(static_cast<std::size_t>(&Table_Def(table) - Schema().data()));
-}
 
 std::vector<std::string> Masters_Of(std::string_view book) {
   std::vector<std::string> masters;
@@ -45,28 +27,45 @@ void Delete_Book(std::string_view book) {
   const std::vector<std::string> masters = Masters_Of(book);
   // What refers to something goes before it.
   struct TStep {
-    std::string_view Table, Column, Condition;
+    std::string_view Table, Column;
+    std::string_view Owners = {};  // whose keys the column holds; without them it holds the book's
   };
   constexpr TStep occurrences_first[] = {
-      {"KT_Alarms", "Key", Of_Occurrences},     {"KT_Alerts", "Occurrence", Of_Occurrences},
-      {"KT_Log", "Occurrence", Of_Occurrences}, {"KT_Import_Events", "Book", Of_Book},
-      {"KT_Imports", "Book", Of_Book},          {"KT_Events_Data", "Book", Of_Book},
+      {"KT_Alarms", "Key", "KT_Events_Data"},
+      {"KT_Alerts", "Occurrence", "KT_Events_Data"},
+      {"KT_Log", "Occurrence", "KT_Events_Data"},
+      {"KT_Import_Events", "Book"},
+      {"KT_Imports", "Book"},
+      {"KT_Events_Data", "Book"},
   };
   constexpr TStep contacts_then[] = {
-      {"KT_Log", "Contact", Of_Contacts},   {"KT_Categories_InUse", "Contact", Of_Contacts},
-      {"KT_Flags", "Contact", Of_Contacts}, {"KT_Links", "Contact", Of_Contacts},
-      {"KT_Rights", "Owner", Of_Contacts},  {"KT_Contacts_Data", "Contact", Of_Contacts},
-      {"KT_Contacts", "Book", Of_Book},     {"KT_Rights", "Owner", Of_Book},
-      {"KT_Filters", "BookKey", Of_Book},   {"KT_Templates", "Book", Of_Book},
-      {"KT_Categories", "Book", Of_Book},   {"KT_Fields", "Book", Of_Book},
-      {"KT_Books", "Key", Of_Book},
+      {"KT_Log", "Contact", "KT_Contacts"},
+      {"KT_Categories_InUse", "Contact", "KT_Contacts"},
+      {"KT_Flags", "Contact", "KT_Contacts"},
+      {"KT_Links", "Contact", "KT_Contacts"},
+      {"KT_Rights", "Owner", "KT_Contacts"},
+      {"KT_Contacts_Data", "Contact", "KT_Contacts"},
+      {"KT_Contacts", "Book"},
+      {"KT_Rights", "Owner"},
+      {"KT_Filters", "BookKey"},
+      {"KT_Templates", "Book"},
+      {"KT_Categories", "Book"},
+      {"KT_Fields", "Book"},
+      {"KT_Books", "Key"},
   };
-  for (const TStep& step : occurrences_first) Delete_Where(step.Table, step.Column, step.Condition, book);
+  const auto take = [book](const TStep& step) {
+    if (step.Owners.empty()) {
+      Delete_Rows(step.Table, step.Column, book);
+    } else {
+      Delete_Rows_Of(step.Table, step.Column, step.Owners, "Book", book);
+    }
+  };
+  for (const TStep& step : occurrences_first) take(step);
   for (const std::string& master : masters) {
-    Delete_Where("KT_Open_Editors", "Event", Of_Book, master);
-    Delete_Where("KT_Events", "Key", Of_Book, master);
+    Delete_Rows("KT_Open_Editors", "Event", master);
+    Delete_Rows("KT_Events", "Key", master);
   }
-  for (const TStep& step : contacts_then) Delete_Where(step.Table, step.Column, step.Condition, book);
+  for (const TStep& step : contacts_then) take(step);
 }
 
 }  // namespace Kt_data_01

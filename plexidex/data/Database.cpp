@@ -10,53 +10,6 @@ namespace Kt_data_01 {
 
 namespace {
 
-// "KTRm", in the header of every database file of this program.
-constexpr std::int64_t Application_Id = 0x4B54526D;
-
-void Create_Schema(TEngine& engine) {
-  engine.Execute(Creation_Sql(engine));
-  engine.Stamp(Application_Id, Schema_Version);
-  const auto owner = engine.Prepare("INSERT INTO \"KT_Settings\" (\"Name\", \"Value\") VALUES ('Owner', ?)");
-  const std::string key = Kt_util_01::Get_GUID();
-  owner->Bind(0, std::string_view(key));
-  owner->Step();
-}
-
-// Makes or updates the schema. Throws EOpen_Error for a database that is not ours to touch.
-void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only) {
-  TIdentity found = engine.Identify();
-  const auto refuse_foreign = [&] {
-    if (found.Program != Application_Id && (found.Program != 0 || !found.Empty)) {
-      throw EOpen_Error("\"" + path + "\" is a database of another program.");
-    }
-    if (found.Version > Schema_Version) {
-      throw EOpen_Error("\"" + path + "\" was written by a newer version of this program (its schema is " +
-                        std::to_string(found.Version) + ", this program knows " +
-                        std::to_string(Schema_Version) + ").");
-    }
-  };
-  refuse_foreign();
-  engine.Prepare_Storage();
-  if (found.Program == Application_Id && found.Version == Schema_Version) return;
-  if (read_only) throw EOpen_Error("\"" + path + "\" needs a newer schema, but is read-only.");
-
-  if (const auto refusal = engine.Begin_Write())
-    throw EOpen_Error("\"" + path + "\" cannot be prepared: " + *refusal + ".");
-  try {
-    found = engine.Identify();  // another process may have been faster
-    refuse_foreign();
-    if (found.Program != Application_Id) {
-      Create_Schema(engine);
-    } else {
-      Migrate(engine, static_cast<int>(found.Version), Migrations());
-    }
-    engine.Commit();
-  } catch (...) {
-    engine.Rollback();
-    throw;
-  }
-}
-
 std::string Describe_Current_Exception() {
   try {
     throw;
@@ -84,14 +37,6 @@ EData_Error::EData_Error(std::string operation, std::string table, std::string r
       Operation(std::move(operation)),
       Table(std::move(table)),
       Reason(std::move(reason)) {}
-
-void Migrate(TEngine& engine, int version, const std::vector<TMigration>& steps) {
-  for (const TMigration& step : steps) {
-    if (step.Version <= version) continue;
-    engine.Execute(step.Sql);
-    engine.Stamp(Application_Id, step.Version);
-  }
-}
 
 void TDatabase::Open(const std::string& file, TMode mode, const TSqlite_Options& options) {
   Close();
@@ -320,9 +265,9 @@ TDatabase& Shared_Database() {
 
 void Open_Database(const std::string& path, TDatabase::TMode mode, const TSqlite_Options& options) {
   Shared_Database().Open(path, mode, options);
-  const auto owner =
-      Shared_Database().Engine().Prepare("SELECT \"Value\" FROM \"KT_Settings\" WHERE \"Name\" = 'Owner'");
-  Kt_util_01::Set_User_Key(owner->Step() ? std::string(owner->Text(0)) : std::string());
+  TTable settings("KT_Settings", "Name");
+  Kt_util_01::Set_User_Key(settings.FindKey({"Owner"}) ? std::string(settings.Text(settings.Field("Value")))
+                                                       : std::string());
   Kt_util_01::Install_Bracket_Check(&Update_Is_Open);
 }
 

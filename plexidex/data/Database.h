@@ -10,15 +10,10 @@
 #include "Engine.h"
 #include "Kt_data_01.h"
 #include "Schema.h"
+#include "Schema_Update.h"
 #include "Sqlite_Engine.h"
 
 namespace Kt_data_01 {
-
-/// A database that cannot be opened; says which file and why, in one sentence.
-class EOpen_Error : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 /// Has a table view forget what a failed update may have spoilt.
 class TTable_Link {
@@ -112,8 +107,5 @@ TDatabase& Shared_Database();
 /// Opens the shared database and makes its owner the current user, or closes it.
 void Open_Database(const std::string& path, TDatabase::TMode mode, const TSqlite_Options& options = {});
 void Close_Database() noexcept;
-
-/// Applies the steps that lie above `version`, in one transaction that the caller holds.
-void Migrate(TEngine& engine, int version, const std::vector<TMigration>& steps);
 
 }  // namespace Kt_data_01

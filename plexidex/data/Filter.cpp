@@ -2,6 +2,8 @@
 
 #include <cctype>
 
+#include "Sql_Text.h"
+
 namespace Kt_data_01 {
 
 namespace {
@@ -97,7 +99,7 @@ class TFilter_Parser {
     for (const std::string_view known : {"=", "<>", "<", "<=", ">", ">="}) {
       if (comparison != known) continue;
       Advance();
-      return "d.\"" + std::string(def.Name) + "\" " + comparison + " " + Literal(def.Type);
+      return Column_Sql(table, column) + " " + comparison + " " + Literal(def.Type);
     }
     Refuse();
   }

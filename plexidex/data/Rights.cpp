@@ -14,10 +14,6 @@ bool DB_Permissions = false, DB_Secure = false;
 
 namespace {
 
-std::size_t Table_Number(std::string_view name) {
-  return static_cast<std::size_t>(&Table_Def(name) - Schema().data());
-}
-
 // What the rights of a whole list come down to, kept while no table they rest on changes.
 class TRights_Cache {
  public:
@@ -86,9 +82,9 @@ class TRights_Cache {
     return book.empty() ? TLevels{} : Find_Levels(book, user).value_or(TLevels{});
   }
 
-  const std::size_t users = Table_Number("KT_Users");
-  const std::size_t rights = Table_Number("KT_Rights");
-  const std::size_t contacts = Table_Number("KT_Contacts");
+  const std::size_t users = Table_Number(Table_Def("KT_Users"));
+  const std::size_t rights = Table_Number(Table_Def("KT_Rights"));
+  const std::size_t contacts = Table_Number(Table_Def("KT_Contacts"));
   std::array<std::uint64_t, 4> seen{};
   bool open = true;
   bool administrator = false;

@@ -1,11 +1,13 @@
 #include "Row_Store.h"
 
+#include "Sql_Text.h"
+
 namespace Kt_data_01 {
 
 std::string TProjection::Select_List(const std::string& alias) const {
   std::string list = alias + ".row_id";
   for (const int column : Columns) {
-    list += ", " + alias + ".\"" + std::string(Table->Columns[static_cast<std::size_t>(column)].Name) + "\"";
+    list += ", " + alias + "." + Quoted(Table->Columns[static_cast<std::size_t>(column)].Name);
   }
   return list;
 }

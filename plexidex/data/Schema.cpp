@@ -52,7 +52,7 @@ std::vector<TTable_Def> Make_Schema() {
        {{"Key", Text},
         {"DisplayName", Text},
         {"Type", Integer},
-        {"Book", Text, 0, "KT_Books(Key)"},
+        {"Book", Text, 0, "KT_Books"},
         {"Parent", Text},
         {"Group", Text},
         {"User", Text},
@@ -64,7 +64,7 @@ std::vector<TTable_Def> Make_Schema() {
         {"ParentandGroup", {"Parent", "Group"}},
         {"BookandUser", {"Book", "User"}}}},
       {"KT_Contacts_Data",
-       {{"Contact", Text, 0, "KT_Contacts(Key)"},
+       {{"Contact", Text, 0, "KT_Contacts"},
         {"Template", Text},
         {"Field1", Text},
         {"Field2", Text},
@@ -113,7 +113,7 @@ std::vector<TTable_Def> Make_Schema() {
        {{"Key", Text},
         {"Contact", Text},
         {"Book", Text},
-        {"Event", Text, 0, "KT_Events(Key)"},
+        {"Event", Text, 0, "KT_Events"},
         {"Actioned", Boolean},
         {"EventDate", DateTime}},
        {{"Key", {"Key"}, true},
@@ -121,7 +121,7 @@ std::vector<TTable_Def> Make_Schema() {
         {"ContactandDate", {"Contact", "EventDate"}},
         {"BookandDate", {"Book", "EventDate"}}}},
       {"KT_Alarms",
-       {{"Key", Text, 0, "KT_Events_Data(Key)"},
+       {{"Key", Text, 0, "KT_Events_Data"},
         {"User", Text},
         {"Offset", Integer},
         {"WAVFile", Text},
@@ -195,6 +195,13 @@ int TTable_Def::Column(std::string_view name) const {
   return -1;
 }
 
+int TTable_Def::Known_Column(std::string_view name) const {
+  const int column = Column(name);
+  if (column < 0)
+    throw EData_Error("open", std::string(Name), "there is no column \"" + std::string(name) + "\"");
+  return column;
+}
+
 const TIndex_Def* TTable_Def::Index(std::string_view name) const {
   for (const TIndex_Def& index : Indexes) {
     if (Same_Name(index.Name, name)) return &index;
@@ -212,37 +219,15 @@ const std::vector<TMigration>& Migrations() {
   return migrations;
 }
 
-std::string Creation_Sql(TEngine& engine) {
-  std::string sql;
-  const auto quoted = [](std::string_view name) { return '"' + std::string(name) + '"'; };
-  for (const TTable_Def& table : Schema()) {
-    sql += "CREATE TABLE " + quoted(table.Name) + " (";
-    for (const TColumn_Def& column : table.Columns) {
-      sql += quoted(column.Name);
-      sql += " " + engine.Column_Declaration(column.Type, column.Default);
-      if (!column.References.empty()) sql += " REFERENCES " + std::string(column.References);
-      sql += ", ";
-    }
-    sql += "row_id " + engine.Row_Id_Declaration() + ");\n";
-    for (const TIndex_Def& index : table.Indexes) {
-      sql += std::string("CREATE ") + (index.Unique ? "UNIQUE " : "") + "INDEX " +
-             quoted(std::string(table.Name) + "_" + std::string(index.Name)) + " ON " + quoted(table.Name) +
-             " (";
-      for (const std::string_view column : index.Columns) {
-        if (column != index.Columns.front()) sql += ", ";
-        sql += quoted(column);
-      }
-      sql += ");\n";
-    }
-  }
-  return sql;
-}
-
 const TTable_Def& Table_Def(std::string_view name) {
   for (const TTable_Def& table : Schema()) {
     if (Same_Name(table.Name, name)) return table;
   }
   throw EData_Error("open", std::string(name), "there is no such table");
+}
+
+std::size_t Table_Number(const TTable_Def& table) {
+  return static_cast<std::size_t>(&table - Schema().data());
 }
 
 }  // namespace Kt_data_01

@@ -13,7 +13,7 @@ struct TColumn_Def {
   std::string_view Name;
   TColumn_Type Type;
   std::int64_t Default = 0;          // for numbers; texts are empty
-  std::string_view References = {};  // "Table(Column)"
+  std::string_view References = {};  // a table, by its column Key
 };
 
 struct TIndex_Def {
@@ -27,15 +27,20 @@ struct TTable_Def {
   std::vector<TColumn_Def> Columns;
   std::vector<TIndex_Def> Indexes;
 
-  /// -1 when there is none; case-blind.
+  /// Position of a column, -1 for an unknown one; case-insensitive.
   int Column(std::string_view name) const;
+  /// The same, but throws EData_Error for an unknown one.
+  int Known_Column(std::string_view name) const;
+  /// Null for an unknown index; case-insensitive.
   const TIndex_Def* Index(std::string_view name) const;
 };
 
 /// All tables, referenced ones before those that refer to them.
 const std::vector<TTable_Def>& Schema();
-/// Throws EData_Error.
+/// Throws EData_Error for an unknown table; case-insensitive.
 const TTable_Def& Table_Def(std::string_view name);
+/// Position of a table in Schema().
+std::size_t Table_Number(const TTable_Def& table);
 
 /// Version of what Schema() describes; kept in the database file.
 inline constexpr int Schema_Version = 1;
@@ -49,9 +54,7 @@ struct TMigration {
 /// In ascending order, ending with Schema_Version; none leads to version 1, with which new databases began.
 const std::vector<TMigration>& Migrations();
 
-/// The statements that make an empty database one of Schema_Version, but for its stamp.
-std::string Creation_Sql(TEngine& engine);
-
+/// Case-insensitive.
 bool Same_Name(std::string_view a, std::string_view b);
 
 }  // namespace Kt_data_01

@@ -21,10 +21,7 @@ const std::string& TTable::Name() const {
 }
 
 TField TTable::Field(std::string_view column) const {
-  const int position = impl->Def().Column(column);
-  if (position < 0)
-    throw EData_Error("open", impl->Name(), "there is no column \"" + std::string(column) + "\"");
-  return {position};
+  return {impl->Def().Known_Column(column)};
 }
 
 void TTable::Set_Index(std::string_view index) {

@@ -77,17 +77,17 @@ std::string TTable::TImpl::Fetch_Sql(bool ascending, bool anchored) const {
 
 int TTable::TImpl::Bind_Range(TStatement& statement, bool ascending, bool anchored) const {
   int parameter = 0;
-  for (std::size_t i = 0; i < eq_prefix; ++i) low[i].Bind(statement, parameter++);
+  for (std::size_t i = 0; i < eq_prefix; ++i) Bind(statement, parameter++, low[i].Value());
   if (anchored) {
     for (std::size_t i = eq_prefix; i < index_columns.size(); ++i)
       Bind_Cell(statement, parameter++, index_columns[i]);
     statement.Bind(parameter++, batch.Id(at));
   }
   if (!(anchored && ascending)) {
-    for (std::size_t i = eq_prefix; i < low.size(); ++i) low[i].Bind(statement, parameter++);
+    for (std::size_t i = eq_prefix; i < low.size(); ++i) Bind(statement, parameter++, low[i].Value());
   }
   if (!(anchored && !ascending)) {
-    for (std::size_t i = eq_prefix; i < high.size(); ++i) high[i].Bind(statement, parameter++);
+    for (std::size_t i = eq_prefix; i < high.size(); ++i) Bind(statement, parameter++, high[i].Value());
   }
   return parameter;
 }

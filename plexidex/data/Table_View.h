@@ -10,7 +10,9 @@
 #include <vector>
 
 #include "Database.h"
+#include "Owned_Value.h"
 #include "Row_Store.h"
+#include "Sql_Text.h"
 
 namespace Kt_data_01 {
 
@@ -20,71 +22,6 @@ inline constexpr std::size_t First_Cached_Batch = 512;
 inline constexpr std::size_t Largest_Batch = 8192;
 inline constexpr std::size_t Largest_Batch_Arena = 64 << 20;
 
-/// A value that outlives the text it was made from.
-struct TOwned_Value {
-  TValue::TKind Kind = TValue::TKind::Integer;
-  std::int64_t Integer = 0;
-  double Real = 0;
-  std::string Text;
-
-  void Assign(const TValue& value) {
-    Kind = value.Kind();
-    switch (Kind) {
-      case TValue::TKind::Integer:
-        Integer = value.Integer();
-        break;
-      case TValue::TKind::Real:
-        Real = value.Real();
-        break;
-      case TValue::TKind::Text:
-        Text = value.Text();
-        break;
-    }
-  }
-  void Bind(TStatement& statement, int parameter) const {
-    switch (Kind) {
-      case TValue::TKind::Integer:
-        statement.Bind(parameter, Integer);
-        break;
-      case TValue::TKind::Real:
-        statement.Bind(parameter, Real);
-        break;
-      case TValue::TKind::Text:
-        statement.Bind(parameter, std::string_view(Text));
-        break;
-    }
-  }
-  friend bool operator==(const TOwned_Value& a, const TOwned_Value& b) {
-    if (a.Kind != b.Kind) return false;
-    switch (a.Kind) {
-      case TValue::TKind::Integer:
-        return a.Integer == b.Integer;
-      case TValue::TKind::Real:
-        return a.Real == b.Real;
-      default:
-        return a.Text == b.Text;
-    }
-  }
-};
-
-inline void Bind(TStatement& statement, int parameter, const TValue& value) {
-  switch (value.Kind()) {
-    case TValue::TKind::Integer:
-      statement.Bind(parameter, value.Integer());
-      break;
-    case TValue::TKind::Real:
-      statement.Bind(parameter, value.Real());
-      break;
-    case TValue::TKind::Text:
-      statement.Bind(parameter, value.Text());
-      break;
-  }
-}
-
-inline std::string Quoted(std::string_view name) {
-  return "\"" + std::string(name) + "\"";
-}
-
 class TTable::TImpl final : public TTable_Link {
  public:
   TImpl(TDatabase& database, const TTable_Def& def, bool is_cursor,
@@ -92,7 +29,7 @@ class TTable::TImpl final : public TTable_Link {
       : database(database),
         def(def),
         name(def.Name),
-        number(static_cast<std::size_t>(&def - Schema().data())),
+        number(Table_Number(def)),
         is_cursor(is_cursor),
         projection(Project(columns)),
         batch(projection),
@@ -179,7 +116,7 @@ class TTable::TImpl final : public TTable_Link {
   void Add_Column(TProjection& to, int column) const;
   TProjection Project(std::initializer_list<std::string_view> columns) const;
   const TColumn_Def& Column(TField field) const;
-  std::string Column_Name(int column) const { return "d." + Bare_Name(column); }
+  std::string Column_Name(int column) const { return Column_Sql(def, column); }
   std::string Bare_Name(int column) const;
   int Slot(TField field) const;
   const TOwned_Value* Pending(TField field) const;
@@ -263,12 +200,12 @@ class TTable::TImpl final : public TTable_Link {
 
   TState state = TState::Browse;
   std::vector<TOwned_Value> pending;
-  std::uint64_t set = 0;  // columns set in the pending row, a bit each
+  TColumn_Set set = 0;  // columns set in the pending row, a bit each
 
   std::uint64_t opening = 0;
   std::vector<TStatement*> finders;  // by number of key columns
   TStatement* fetchers[4] = {};
-  std::map<std::uint64_t, TStatement*> inserters, updaters;
+  std::map<TColumn_Set, TStatement*> inserters, updaters;
   TStatement* deleter = nullptr;
 };
 

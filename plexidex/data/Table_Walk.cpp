@@ -201,11 +201,7 @@ TProjection TTable::TImpl::Project(std::initializer_list<std::string_view> colum
   if (columns.size() == 0) {
     for (std::size_t i = 0; i < def.Columns.size(); ++i) Add_Column(made, static_cast<int>(i));
   }
-  for (const std::string_view column : columns) {
-    const int position = def.Column(column);
-    if (position < 0) throw EData_Error("open", name, "there is no column \"" + std::string(column) + "\"");
-    Add_Column(made, position);
-  }
+  for (const std::string_view column : columns) Add_Column(made, def.Known_Column(column));
   return made;
 }
 

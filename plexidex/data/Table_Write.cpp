@@ -91,10 +91,7 @@ void TTable::TImpl::Delete() {
   Guarded("delete", [&] {
     if (database.Bracket_Depth() == 0) throw Error("delete", "no update is open");
     Check_Opening();
-    if (!deleter) {
-      deleter = &database.Statement("DELETE FROM " + Quoted(name) + " WHERE row_id = ? AND " + Bare_Name(0) +
-                                    " = ?");
-    }
+    if (!deleter) deleter = &database.Statement(Delete_Sql(def));
     {
       TUse use(*deleter);
       use->Bind(0, batch.Id(at));
@@ -114,17 +111,7 @@ const TOwned_Value* TTable::TImpl::Pending(TField field) const {
 
 void TTable::TImpl::Write_Insert() {
   TStatement*& inserter = inserters[set];
-  if (!inserter) {
-    std::string names, values;
-    for (std::size_t i = 0; i < def.Columns.size(); ++i) {
-      if (!(set >> i & 1)) continue;
-      names += (names.empty() ? "" : ", ") + Bare_Name(static_cast<int>(i));
-      values += values.empty() ? "?" : ", ?";
-    }
-    inserter =
-        &database.Statement("INSERT INTO " + Quoted(name) +
-                            (names.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + values + ")"));
-  }
+  if (!inserter) inserter = &database.Statement(Insert_Sql(def, set));
   TUse use(*inserter);
   Bind_Pending(*use);
   use->Step();
@@ -141,7 +128,7 @@ int TTable::TImpl::Bind_Pending(TStatement& statement) {
     if (def.Columns[i].Type == TColumn_Type::Blob) {
       statement.Bind_Blob(parameter++, pending[i].Text);
     } else {
-      pending[i].Bind(statement, parameter++);
+      Bind(statement, parameter++, pending[i].Value());
     }
   }
   return parameter;
@@ -149,14 +136,7 @@ int TTable::TImpl::Bind_Pending(TStatement& statement) {
 
 void TTable::TImpl::Write_Edit() {
   TStatement*& updater = updaters[set];
-  if (!updater) {
-    std::string changes;
-    for (std::size_t i = 0; i < def.Columns.size(); ++i) {
-      if (set >> i & 1) changes += (changes.empty() ? "" : ", ") + Bare_Name(static_cast<int>(i)) + " = ?";
-    }
-    updater = &database.Statement("UPDATE " + Quoted(name) + " SET " + changes + " WHERE row_id = ? AND " +
-                                  Bare_Name(0) + " = ?");
-  }
+  if (!updater) updater = &database.Statement(Update_Sql(def, set));
   {
     TUse use(*updater);
     const int parameter = Bind_Pending(*use);

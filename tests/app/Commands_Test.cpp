@@ -245,9 +245,10 @@ TEST_F(Commands_Test, Check_Tells_What_It_Finds) {
   Kt_data_01::Open_Database(folder.File("a.db"), Kt_data_01::TDatabase::TMode::Must_Exist);
   Run_Sql("PRAGMA foreign_keys = OFF");
   Run_Sql("DELETE FROM KT_Events_Data WHERE Event IN (SELECT Key FROM KT_Events WHERE Title = 'Trip')");
+  Run_Sql("UPDATE KT_Events SET Title = 'Trip' || char(27) WHERE Title = 'Trip'");
   const TResult result = On("a.db", {"check"});
   EXPECT_EQ(result.Status, 1);
-  EXPECT_NE(result.Out.find("(Trip) has no occurrence.\n"), std::string::npos);
+  EXPECT_NE(result.Out.find("(Trip?) has no occurrence.\n"), std::string::npos);
   EXPECT_EQ(std::count(result.Out.begin(), result.Out.end(), '\n'), 1) << result.Out;
 }
 

@@ -78,7 +78,7 @@ class Faults : public testing::Test {
   // Whole brackets only: every title stands for its sets, each with all its occurrences and alarms.
   std::int64_t Whole_Brackets() {
     database.Reopen();
-    for (const std::string& finding : Plexidex::Check_Store()) ADD_FAILURE() << finding;
+    for (const std::string& finding : Check_Store()) ADD_FAILURE() << finding;
     EXPECT_EQ(
         Query_Number("SELECT count(*) FROM (SELECT Title FROM KT_Events GROUP BY Title HAVING count(*) <> " +
                      std::to_string(Sets_Per_Bracket) + ")"),

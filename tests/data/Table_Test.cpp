@@ -4,6 +4,7 @@
 #include <random>
 
 #include "Kt_util_01.h"
+#include "Row_Sets.h"
 #include "Temporary_Database.h"
 #include "Test_Seams.h"
 
@@ -296,6 +297,17 @@ TEST_F(Table, Caches_And_Prefetched_Rows_Never_Show_What_Is_No_Longer_So) {
     ASSERT_TRUE(along.FindKey({walk.Text(event_field)}));
     EXPECT_EQ(along.Text(title), "Fourth");
   });
+}
+
+TEST_F(Table, Keys_Are_Found_By_Their_Exact_Ending) {
+  Run_Sql("INSERT INTO KT_Books (Key) VALUES ('abc-1234'), ('xyz-1234'), ('x-99%4')");
+  using TKeys = std::vector<std::string>;
+  EXPECT_EQ(Keys_Ending_In("KT_Books", "c-1234", 2), TKeys{"abc-1234"});
+  EXPECT_EQ(Keys_Ending_In("KT_Books", "%4", 2), TKeys{"x-99%4"});
+  EXPECT_EQ(Keys_Ending_In("KT_Books", "-1234", 9).size(), 2u);
+  EXPECT_EQ(Keys_Ending_In("KT_Books", "-1234", 1).size(), 1u);
+  for (const char* none : {"C-1234", "_1234", "0abc-1234", "abc-12345"})
+    EXPECT_EQ(Keys_Ending_In("KT_Books", none, 2), TKeys{}) << none;
 }
 
 TEST_F(Table, A_Long_Walk_Over_A_Range_Uses_Its_Index) {

@@ -2,12 +2,10 @@
 
 #include <map>
 
-#include "Console_Text.h"
 #include "Database.h"
+#include "Sql_Text.h"
 
-namespace Plexidex {
-
-using namespace Kt_data_01;
+namespace Kt_data_01 {
 
 namespace {
 
@@ -15,19 +13,19 @@ constexpr std::int64_t Named_Of_A_Kind = 50;
 
 // Adds a finding for each row of a query, worded by `describe`.
 template <class TDescribe>
-void Add_Rows(std::vector<std::string>& findings, std::string_view sql, std::string_view kind,
+void Add_Rows(std::vector<std::string>& findings, const std::string& sql, std::string_view kind,
               TDescribe describe) {
   const auto statement = Shared_Database().Engine().Prepare(sql);
   std::int64_t count = 0;
   while (statement->Step()) {
-    if (++count <= Named_Of_A_Kind) findings.push_back(Printable(describe(*statement)));
+    if (++count <= Named_Of_A_Kind) findings.push_back(describe(*statement));
   }
   if (count > Named_Of_A_Kind) {
     findings.push_back("And " + std::to_string(count - Named_Of_A_Kind) + " more " + std::string(kind) + ".");
   }
 }
 
-std::string Quoted(std::string_view text) {
+std::string In_Quotes(std::string_view text) {
   return '"' + std::string(text) + '"';
 }
 
@@ -35,30 +33,28 @@ void Check_Storage(std::vector<std::string>& findings) {
   std::map<std::string, int> times;
   for (const std::string& line : Shared_Database().Engine().Check_Storage()) ++times[line];
   for (const auto& [line, count] : times) {
-    findings.push_back("In the file: " + Printable(line) +
+    findings.push_back("In the file: " + line +
                        (count > 1 ? " (" + std::to_string(count) + " times)." : "."));
   }
 }
 
 void Check_Events(std::vector<std::string>& findings) {
-  Add_Rows(findings,
-           "SELECT Event, count(*) FROM KT_Events_Data d WHERE NOT EXISTS "
-           "(SELECT 1 FROM KT_Events e WHERE e.Key = d.Event) GROUP BY Event",
-           "missing events", [](TStatement& row) {
-             return Counted(row.Integer(1), "occurrence belongs", "occurrences belong") + " to the event " +
-                    Quoted(row.Text(0)) + ", which is not there.";
+  const TTable_Def &events = Table_Def("KT_Events"), &occurrences = Table_Def("KT_Events_Data"),
+                   &alarms = Table_Def("KT_Alarms");
+  Add_Rows(findings, Unmatched_Count_Sql(occurrences, "Event", events, "Key"), "missing events",
+           [](TStatement& row) {
+             const std::int64_t count = row.Integer(1);
+             return std::to_string(count) + (count == 1 ? " occurrence belongs" : " occurrences belong") +
+                    " to the event " + In_Quotes(row.Text(0)) + ", which is not there.";
            });
-  Add_Rows(
-      findings,
-      "SELECT Key FROM KT_Alarms a WHERE NOT EXISTS (SELECT 1 FROM KT_Events_Data d WHERE d.Key = a.Key)",
-      "alarms without an occurrence", [](TStatement& row) {
-        return "There is an alarm for the occurrence " + Quoted(row.Text(0)) + ", which is not there.";
-      });
-  Add_Rows(findings,
-           "SELECT Key, Title FROM KT_Events e WHERE NOT EXISTS (SELECT 1 FROM KT_Events_Data d WHERE "
-           "d.Event = e.Key)",
+  Add_Rows(findings, Unmatched_Sql(alarms, {"Key"}, occurrences, "Key"), "alarms without an occurrence",
+           [](TStatement& row) {
+             return "There is an alarm for the occurrence " + In_Quotes(row.Text(0)) +
+                    ", which is not there.";
+           });
+  Add_Rows(findings, Unmatched_Sql(events, {"Key", "Title"}, occurrences, "Event"),
            "events without an occurrence", [](TStatement& row) {
-             return "The event " + Quoted(row.Text(0)) + " (" + std::string(row.Text(1)) +
+             return "The event " + In_Quotes(row.Text(0)) + " (" + std::string(row.Text(1)) +
                     ") has no occurrence.";
            });
 }
@@ -77,4 +73,4 @@ std::vector<std::string> Check_Store() {
   return findings;
 }
 
-}  // namespace Plexidex
+}  // namespace Kt_data_01

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+
+#include "Database.h"
+#include "Owned_Value.h"
+
+namespace Kt_data_01 {
+
+/// One table of a database, with what every operation on it needs.
+struct TTable_Context {
+  TTable_Context(TDatabase& database, const TTable_Def& def)
+      : Database(database), Def(def), Name(def.Name), Number(Table_Number(def)) {}
+
+  EData_Error Error(const char* operation, const std::string& reason) const {
+    return EData_Error(operation, Name, reason);
+  }
+  /// Runs an operation on the engine: what it throws becomes one kind of error and fails the open bracket.
+  template <class TBody>
+  auto Guarded(const char* operation, TBody body) const -> decltype(body()) {
+    try {
+      return body();
+    } catch (const EData_Error& e) {
+      Database.Operation_Failed(e.what());
+      throw;
+    } catch (const std::exception& e) {
+      const EData_Error error = Error(operation, e.what());
+      if (Database.Is_Open()) Database.Operation_Failed(error.what());
+      throw error;
+    }
+  }
+  /// Throws when nothing may be written.
+  void Check_Bracket(const char* operation) const {
+    if (Database.Bracket_Depth() == 0) throw Error(operation, "no update is open");
+  }
+
+  /// A number that moves with every change of the table.
+  std::uint64_t Serial() const { return Database.Table_Serial(Number); }
+  void Changed() const { Database.Table_Changed(Number); }
+
+  TDatabase& Database;
+  const TTable_Def& Def;
+  const std::string Name;
+  const std::size_t Number;
+};
+
+}  // namespace Kt_data_01

@@ -1,0 +1,68 @@
+#include "Store_Check.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Temporary_Database.h"
+#include "Test_Seams.h"
+
+using namespace Kt_data_01;
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+namespace {
+
+class Store_Check : public testing::Test {
+ protected:
+  // Two events, one with two occurrences of which the first has an alarm.
+  Store_Check() {
+    Run_Sql(
+        "INSERT INTO KT_Events (Key, Title) VALUES ('e1', 'Watering'), ('e2', 'Trip');"
+        "INSERT INTO KT_Events_Data (Key, Event) VALUES ('o1', 'e1'), ('o2', 'e1'), ('o3', 'e2');"
+        "INSERT INTO KT_Alarms (Key) VALUES ('o1')");
+    EXPECT_EQ(Check_Store(), std::vector<std::string>());
+    Run_Sql("PRAGMA foreign_keys = OFF");
+  }
+
+  Kt_test::TTest_Seams seams;
+  TTemporary_Database database;
+};
+
+TEST_F(Store_Check, What_Does_Not_Belong_Together_Is_Named) {
+  Run_Sql("DELETE FROM KT_Events_Data WHERE Key IN ('o1', 'o3')");
+  EXPECT_THAT(Check_Store(), ElementsAre("In the file: a row of KT_Alarms refers to a row of KT_Events_Data "
+                                         "that is not there.",
+                                         "There is an alarm for the occurrence \"o1\", which is not there.",
+                                         "The event \"e2\" (Trip) has no occurrence."));
+  Run_Sql(
+      "DELETE FROM KT_Alarms; DELETE FROM KT_Events; INSERT INTO KT_Events_Data (Key) VALUES ('o4'), "
+      "('o5')");
+  EXPECT_THAT(Check_Store(), ElementsAre(HasSubstr("that is not there (3 times)."),
+                                         "2 occurrences belong to the event \"\", which is not there.",
+                                         "1 occurrence belongs to the event \"e1\", which is not there."));
+}
+
+TEST_F(Store_Check, Damage_Of_The_File) {
+  // The index loses what the table has.
+  Run_Sql("PRAGMA writable_schema = ON");
+  Run_Sql(
+      "UPDATE sqlite_schema SET sql = sql || ' WHERE Title <> ''Watering''' WHERE name = "
+      "'KT_Events_EventType'");
+  Run_Sql("PRAGMA writable_schema = OFF");
+  database.Reopen();
+  EXPECT_THAT(Check_Store(), Contains(AllOf(HasSubstr("In the file: "), HasSubstr("KT_Events_EventType"))));
+}
+
+TEST_F(Store_Check, Many_Findings_Are_Counted) {
+  for (int i = 0; i < 60; ++i)
+    Run_Sql("INSERT INTO KT_Alarms (Key) VALUES ('lost " + std::to_string(i) + "')");
+  const auto findings = Check_Store();
+  ASSERT_THAT(findings, SizeIs(52));
+  EXPECT_THAT(findings.front(), HasSubstr("(60 times)"));
+  EXPECT_EQ(findings.back(), "And 10 more alarms without an occurrence.");
+}
+
+}  // namespace
