@@ -22,7 +22,7 @@ endif()
 
 # What runs under the sanitizers in ./test.
 add_custom_target(all_tests)
-foreach(name util data events editors calendar search forms app)
+foreach(name util data events editors calendar search forms ical cli)
   if(TARGET test_${name})
     add_dependencies(all_tests test_${name})
   endif()

@@ -1,0 +1,213 @@
+#include "Commands.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <functional>
+
+#include "Commands_Run.h"
+#include "Console_Text.h"
+#include "Data_Folder.h"
+#include "Database.h"
+#include "Kt_util_01.h"
+#include "Sample_Calendar.h"
+
+namespace Plexidex {
+
+namespace {
+
+using Kt_data_01::TDatabase;
+
+// Ends a message like a sentence.
+std::string Sentence(std::string text) {
+  text = Printable(text);
+  if (!text.empty() && text.back() != '.' && text.back() != '?' && text.back() != '!') text += '.';
+  return text;
+}
+
+// The command line: which commands there are, and what was typed.
+class TCommand_Line {
+ public:
+  TCommand_Line() {
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.add_option("--database", database, "The database file, by default one in your data folder")
+        ->type_name("FILE");
+    Add_Import();
+    Add_Agenda();
+    Add_Mark("done", true, "Marks an entry as done");
+    Add_Mark("undone", false, "Marks an entry as not done");
+    Add_Export();
+    Add_Books();
+    Add("check", "Checks that the database is sound", Run_Check, TDatabase::TMode::Must_Exist);
+    Add_Sample();
+  }
+
+  /// False when there is nothing to run: help was asked for, which goes to `out`. Throws ECommand_Error.
+  bool Parse(std::vector<std::string> args, std::ostream& out) {
+    std::reverse(args.begin(), args.end());
+    try {
+      app.parse(args);
+      return true;
+    } catch (const CLI::CallForHelp&) {
+      out << app.help();
+      return false;
+    } catch (const CLI::ParseError& error) {
+      throw ECommand_Error(Describe(error));
+    }
+  }
+
+  int Run(const TConsole& console) {
+    const bool named = app.count("--database") > 0;
+    if (named && database.empty()) throw ECommand_Error("--database names no file.");
+    if (!new_book.empty()) mode = TDatabase::TMode::Create_If_Missing;
+    if (sample.empty()) {
+      Kt_data_01::Open_Database(named ? database : Kt_data_01::Default_Database(),
+                                named ? mode : TDatabase::TMode::Create_If_Missing);
+    }
+    return run(console);
+  }
+
+ private:
+  using TRun = std::function<int(const TConsole&)>;
+
+  CLI::App* Add(const std::string& name, const std::string& description, TRun action,
+                TDatabase::TMode database_mode = TDatabase::TMode::Must_Exist) {
+    CLI::App* command = app.add_subcommand(name, description);
+    command->callback([this, action = std::move(action), database_mode] {
+      run = action;
+      mode = database_mode;
+    });
+    return command;
+  }
+
+  void Add_Import() {
+    auto* command = Add(
+        "import", "Imports iCalendar files, or holidays from them",
+        [this](const TConsole& c) { return Run_Import(c, import); }, TDatabase::TMode::Create_If_Missing);
+    command->add_option("files", import.Files, "The files, one after the other")
+        ->type_name("FILE.ics")
+        ->required();
+    auto* book = command->add_option("--book", import.Book,
+                                     "The book that receives the entries, by default the first");
+    book->type_name("NAME");
+    auto* until =
+        command->add_option("--until", import.Until, "Where endless rules end, by default in ten years");
+    until->type_name("DATE");
+    auto* holidays =
+        command->add_flag("--holidays", import.Holidays, "Takes the entries as holidays of a country");
+    holidays->excludes(book);
+    auto* country = command->add_option("--country", import.Country, "The country of the holidays");
+    country->type_name("NAME")->needs(holidays);
+    holidays->needs(country);
+    command->add_flag("--verbose", import.Verbose, "Reports every remark, not only the first ones of a file");
+  }
+
+  void Add_Agenda() {
+    auto* command = Add("agenda", "Shows the entries of a range of days",
+                        [this](const TConsole& c) { return Run_Agenda(c, agenda); });
+    command->add_option("--from", agenda.From, "The first day, by default today")->type_name("DATE");
+    auto* to = command->add_option("--to", agenda.To, "The last day")->type_name("DATE");
+    command->add_option("--days", agenda.Days, "How many days, by default 14")->type_name("N")->excludes(to);
+    command->add_option("--book", agenda.Book, "Only the entries of this book")->type_name("NAME");
+    command->add_option("--format", agenda.Format, "text or json, by default text")->type_name("FORMAT");
+    command->add_flag("--keys", agenda.Keys, "Shows by which key ending an entry can be marked done");
+  }
+
+  void Add_Mark(const std::string& name, bool done, const std::string& description) {
+    auto* command =
+        Add(name, description, [this, done](const TConsole& c) { return Run_Mark(c, key, done); });
+    command->add_option("key", key, "The key of the entry, or its ending")->type_name("KEY")->required();
+  }
+
+  void Add_Export() {
+    auto* command = Add("export", "Writes a book as an iCalendar file",
+                        [this](const TConsole& c) { return Run_Export(c, exported); });
+    command->add_option("file", exported.File, "The file to write")->type_name("FILE.ics")->required();
+    command->add_option("--book", exported.Book, "The book to write, by default the first")
+        ->type_name("NAME");
+  }
+
+  void Add_Books() {
+    auto* command = Add("books", "Lists the books", [this](const TConsole& c) {
+      if (!new_book.empty()) Add_Book(new_book);
+      if (c.Prompts.Failed()) return 1;
+      return Run_Books(c, book_keys);
+    });
+    command->add_option("--add", new_book, "Makes a new book first")->type_name("NAME");
+    command->add_flag("--verbose", book_keys, "Shows the keys of the books too");
+  }
+
+  void Add_Sample() {
+    auto* command = Add(
+        "sample", "Fills the first book with entries and contacts to try things out on",
+        [this](const TConsole& /*console*/) {
+          if (sample.empty()) {
+            Fill_With_Sample({}, Kt_util_01::Today());
+          } else {
+            Write_Sample_Calendar(sample, Kt_util_01::Today());
+          }
+          return 0;
+        },
+        TDatabase::TMode::Create_If_Missing);
+    command->add_option("--file", sample, "Writes the entries to a calendar file instead")
+        ->type_name("FILE.ics");
+  }
+
+  std::string Describe(const CLI::ParseError& error) const {
+    const std::vector<std::string> unknown = app.remaining(true);
+    if (!unknown.empty()) {
+      const bool is_option = unknown.front().substr(0, 1) == "-";
+      if (is_option || app.get_subcommands().empty()) {
+        return std::string("There is no ") + (is_option ? "option" : "command") + " \"" + unknown.front() +
+               "\"; --help names them all.";
+      }
+      return "The command " + app.get_subcommands().front()->get_name() + " has no use for \"" +
+             unknown.front() + "\".";
+    }
+    if (app.get_subcommands().empty()) return "No command was given; --help names them all.";
+    const CLI::App* command = app.get_subcommands().front();
+    for (const CLI::Option* option : command->get_options()) {
+      if (!option->get_required() || option->count() > 0) continue;
+      return "The command " + command->get_name() + " needs a " + option->get_type_name() + ".";
+    }
+    std::string message = error.what();
+    if (error.get_name() != "ArgumentMismatch") return message;
+    const std::string option = message.substr(0, message.find(':'));
+    const CLI::Option* given = command->get_option_no_throw(option);
+    if (!given) given = app.get_option_no_throw(option);
+    return option + (given && given->count() > 1 ? " was given more than once." : " needs a value.");
+  }
+
+  CLI::App app{"Calendar, reminders and tasks", "plexidex"};
+  std::string database, key, new_book, sample;
+  TImport_Command import;
+  TAgenda_Command agenda;
+  TExport_Command exported;
+  bool book_keys = false;
+  TDatabase::TMode mode = TDatabase::TMode::Must_Exist;
+  TRun run;
+};
+
+struct TClose_At_End {
+  ~TClose_At_End() { Kt_data_01::Close_Database(); }
+};
+
+}  // namespace
+
+int Run_Program(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
+                Kt_data_01::TProgress_Bar* progress) {
+  TConsole_Prompts prompts(err);
+  const TClose_At_End closing;
+  try {
+    Kt_util_01::CurrentDate = Kt_util_01::Today();
+    TCommand_Line line;
+    if (!line.Parse(args, out)) return 0;
+    const int status = line.Run({out, err, prompts, progress});
+    return prompts.Failed() ? 1 : status;
+  } catch (const std::exception& e) {
+    err << Sentence(e.what()) << '\n';
+    return 1;
+  }
+}
+
+}  // namespace Plexidex

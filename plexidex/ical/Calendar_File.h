@@ -1,0 +1,41 @@
+#pragma once
+
+#include <libical/ical.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Report.h"
+
+namespace Plexidex {
+
+/// A calendar file as a tree of components, read whole.
+class TCalendar_File {
+ public:
+  /// Throws EImport_Error for a file that cannot be read, is too large, is no calendar, or is damaged in its
+  /// structure: a component without an end, or an end without its beginning.
+  explicit TCalendar_File(const std::string& file);
+
+  /// Events, tasks and all else but time zones, in the order of the file, whichever calendar of it they are
+  /// in.
+  const std::vector<icalcomponent*>& Components() const { return components; }
+  const std::vector<icalcomponent*>& Zones() const { return zones; }
+
+ private:
+  struct TFree {
+    void operator()(icalcomponent* component) const { icalcomponent_free(component); }
+  };
+
+  void Add_Calendar(icalcomponent* calendar);
+
+  std::unique_ptr<icalcomponent, TFree> root;
+  std::vector<icalcomponent*> components, zones;
+};
+
+/// The structure of a calendar text: every component ends where it should, and nothing stands outside a
+/// calendar. Throws EImport_Error with the line; `name` is how the file is called in the message.
+/// Returns how many components begin.
+std::size_t Check_Structure(const std::string& name, const std::string& text);
+
+}  // namespace Plexidex

@@ -1,0 +1,349 @@
+#include "Component.h"
+
+#include <algorithm>
+#include <cctype>
+#include <memory>
+
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_util_01;
+using KTReminds::TTask_Status;
+
+namespace {
+
+constexpr int Default_Priority = 5;
+
+template <class TBody>
+void For_Each_Property(icalcomponent* component, icalproperty_kind kind, TBody body) {
+  for (icalproperty* property = icalcomponent_get_first_property(component, kind); property;
+       property = icalcomponent_get_next_property(component, kind)) {
+    body(property);
+  }
+}
+
+icalproperty* First(icalcomponent* component, icalproperty_kind kind) {
+  return icalcomponent_get_first_property(component, kind);
+}
+
+std::string First_Text(icalcomponent* component, icalproperty_kind kind) {
+  icalproperty* const property = First(component, kind);
+  return property ? Text_Of(property) : std::string();
+}
+
+std::string One_Line(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, ' ');
+  while (text.ends_with(' ')) text.pop_back();
+  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
+  return text;
+}
+
+std::int64_t X_Number(icalcomponent* component, const char* name, std::int64_t fallback) {
+  icalproperty* const property = Find_X_Property(component, name);
+  std::int64_t value = 0;
+  return property && Str2Int(Raw_Value(property), value) ? value : fallback;
+}
+
+// Moments such as 20240131T235959 and days such as 20240131, whatever stands between them.
+std::vector<TDateTime> Read_Moments(const std::string& text) {
+  std::vector<TDateTime> moments;
+  for (std::size_t i = 0; i < text.size();) {
+    if (!std::isdigit(static_cast<unsigned char>(text[i]))) {
+      ++i;
+      continue;
+    }
+    std::size_t end = i;
+    while (end < text.size() && (std::isdigit(static_cast<unsigned char>(text[end])) || text[end] == 'T'))
+      ++end;
+    TDateTime moment = 0;
+    const std::string one = text.substr(i, end - i);
+    if ((one.size() == 8 || one.size() == 15) && Read_Wall_Time(icaltime_from_string(one.c_str()), moment)) {
+      moments.push_back(moment);
+    }
+    i = end;
+  }
+  return moments;
+}
+
+std::string Calendar_Method(icalcomponent* component) {
+  icalcomponent* const calendar = icalcomponent_get_parent(component);
+  icalproperty* const method = calendar ? First(calendar, ICAL_METHOD_PROPERTY) : nullptr;
+  return method ? Simple_UpperCase(Raw_Value(method)) : std::string();
+}
+
+std::string Status_Word(icalcomponent* component) {
+  icalproperty* const status = First(component, ICAL_STATUS_PROPERTY);
+  return status ? Simple_UpperCase(Raw_Value(status)) : std::string();
+}
+
+void Read_Content(TComponent& read) {
+  KTReminds::TEvent_Record& content = read.Content.Record;
+  content.Title = One_Line(First_Text(read.Ical, ICAL_SUMMARY_PROPERTY));
+  if (content.Title.empty()) content.Title = "(no title)";
+  content.Location = One_Line(First_Text(read.Ical, ICAL_LOCATION_PROPERTY));
+  content.Notes = First_Text(read.Ical, ICAL_DESCRIPTION_PROPERTY);
+  if (icalproperty* const priority = First(read.Ical, ICAL_PRIORITY_PROPERTY)) {
+    const int value = icalproperty_get_priority(priority);
+    content.Priority = value >= 1 && value <= 9 ? value : Default_Priority;
+  }
+  if (icalproperty* const access = First(read.Ical, ICAL_CLASS_PROPERTY)) {
+    const std::string word = Simple_UpperCase(Raw_Value(access));
+    content.Private = word == "PRIVATE" || word == "CONFIDENTIAL";
+  }
+  content.Activity =
+      static_cast<int>(std::clamp<std::int64_t>(X_Number(read.Ical, "X-PLEXIDEX-ACTIVITY", -1), -1, 9999));
+  content.AllDay = read.Is_Task() || (read.Has_Start && read.Start.Is_Date);
+}
+
+void Read_Progress(TComponent& read, TZones& zones, std::vector<TImport_Remark>& remarks) {
+  KTReminds::TTask_Progress& progress = read.Content.Record.Progress;
+  int percent = 0;
+  if (icalproperty* const property = First(read.Ical, ICAL_PERCENTCOMPLETE_PROPERTY)) {
+    percent = std::clamp(icalproperty_get_percentcomplete(property), 0, 100);
+  }
+  TFile_Time completed;
+  icalproperty* const completed_property = First(read.Ical, ICAL_COMPLETED_PROPERTY);
+  const bool has_completed =
+      completed_property && Read_Time(completed_property, zones, read.What, remarks, completed);
+
+  const std::string word = Status_Word(read.Ical);
+  if (word == "COMPLETED") {
+    progress.Status = TTask_Status::Completed;
+  } else if (word == "IN-PROCESS") {
+    progress.Status = TTask_Status::In_Progress;
+  } else if (word == "CANCELLED") {
+    progress.Status = TTask_Status::Cancelled;
+  } else if (word == "NEEDS-ACTION") {
+    progress.Status = TTask_Status::Not_Started;
+  } else {
+    progress.Status = has_completed || percent == 100 ? TTask_Status::Completed
+                      : percent > 0                   ? TTask_Status::In_Progress
+                                                      : TTask_Status::Not_Started;
+  }
+  // Pending and postponed have no word of their own in calendar files.
+  const std::int64_t finer = X_Number(read.Ical, "X-PLEXIDEX-STATUS", -1);
+  if (progress.Status == TTask_Status::In_Progress && (finer == 3 || finer == 4))
+    progress.Status = static_cast<TTask_Status>(finer);
+
+  progress.Percentage = progress.Status == TTask_Status::Completed     ? 100
+                        : progress.Status == TTask_Status::Not_Started ? 0
+                                                                       : percent;
+  if (progress.Status == TTask_Status::Completed && has_completed)
+    progress.Completed = Whole_Day(completed.Local());
+  const auto last_day = Day_From_Date(Max_Year, 12, 31);
+  progress.Started = std::clamp<std::int64_t>(X_Number(read.Ical, "X-PLEXIDEX-STARTED", 0), 0, last_day);
+  progress.Budget = X_Number(read.Ical, "X-PLEXIDEX-BUDGET", 0);
+  progress.Worked = X_Number(read.Ical, "X-PLEXIDEX-WORKED", 0);
+  read.Content.Lead_Days = static_cast<int>(
+      std::max<std::int64_t>(0, Whole_Day(read.Due.Local()) - Whole_Day(read.Start.Local())));
+}
+
+// How long the entry lasts, in seconds; a negative or missing length is none.
+std::int64_t Length_In_Seconds(const icaldurationtype& length) {
+  if (length.is_neg) return 0;
+  return ((std::int64_t{length.weeks} * 7 + length.days) * 24 + length.hours) * 3600 +
+         std::int64_t{length.minutes} * 60 + length.seconds;
+}
+
+// The end of an event, or the due moment of a task.
+void Read_End(TComponent& read, TZones& zones, std::vector<TImport_Remark>& remarks) {
+  TFile_Time end;
+  icalproperty* const property = First(read.Ical, read.Is_Task() ? ICAL_DUE_PROPERTY : ICAL_DTEND_PROPERTY);
+  icalproperty* const duration = First(read.Ical, ICAL_DURATION_PROPERTY);
+  bool given = property && Read_Time(property, zones, read.What, remarks, end);
+  if (!given && duration && read.Has_Start) {
+    end = read.Start;
+    end.Wall = From_Msecs(To_Msecs(end.Wall) + Length_In_Seconds(icalproperty_get_duration(duration)) * 1000);
+    given = In_Date_Range(end.Local());
+  }
+  if (read.Is_Task()) {
+    if (given) {
+      read.Has_Due = true;
+      read.Due = end;
+      const bool starts_later = read.Has_Start && Whole_Day(read.Start.Local()) > Whole_Day(end.Local());
+      if (!read.Has_Start || starts_later) read.Start = end;
+    } else if (read.Has_Start) {
+      read.Has_Due = true;
+      read.Due = read.Start;
+    }
+    read.End = read.Due.Local();
+  } else if (read.Has_Start) {
+    const std::int64_t implied_days = read.Start.Is_Date ? 1 : 0;
+    read.End = given ? end.Local() : read.Start.Local() + static_cast<TDateTime>(implied_days);
+    if (read.Start.Is_Date) {
+      const std::int64_t days = Whole_Day(read.End) - Whole_Day(read.Start.Local());
+      read.Content.Days = static_cast<int>(std::max<std::int64_t>(1, days));
+    }
+  }
+}
+
+void Remark_Errors(icalcomponent* component, const std::string& what, std::vector<TImport_Remark>& remarks) {
+  For_Each_Property(component, ICAL_XLICERROR_PROPERTY, [&](icalproperty* error) {
+    const std::string text = One_Line(Text_Of(error));
+    // Programs write empty values for everything that they know but do not use.
+    if (text.starts_with("No value for")) return;
+    remarks.push_back({what, "a line could not be read: " + text});
+  });
+  for (icalcompiter i = icalcomponent_begin_component(component, ICAL_ANY_COMPONENT); icalcompiter_deref(&i);
+       icalcompiter_next(&i)) {
+    Remark_Errors(icalcompiter_deref(&i), what, remarks);
+  }
+}
+
+std::uint64_t Hash(const std::string& text, std::uint64_t state) {
+  for (const char c : text) state = (state ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+  return state;
+}
+
+}  // namespace
+
+std::string Text_Of(icalproperty* property) {
+  const icalvalue* const value = icalproperty_get_value(property);
+  const icalvalue_kind kind = value ? icalvalue_isa(value) : ICAL_NO_VALUE;
+  if (kind != ICAL_TEXT_VALUE && kind != ICAL_X_VALUE) return Raw_Value(property);
+  const char* const text = kind == ICAL_TEXT_VALUE ? icalvalue_get_text(value) : icalvalue_get_x(value);
+  return text ? Valid_UTF8(text) : std::string();
+}
+
+std::string Raw_Value(icalproperty* property) {
+  char* const text = icalproperty_get_value_as_string_r(property);
+  std::string value = text ? Valid_UTF8(text) : std::string();
+  icalmemory_free_buffer(text);
+  return value;
+}
+
+icalproperty* Find_X_Property(icalcomponent* component, const char* name) {
+  icalproperty* found = nullptr;
+  For_Each_Property(component, ICAL_X_PROPERTY, [&](icalproperty* property) {
+    const char* const own = icalproperty_get_x_name(property);
+    if (!found && own && Simple_UpperCase(own) == name) found = property;
+  });
+  return found;
+}
+
+std::string Normalised_Text(icalcomponent* component) {
+  const std::unique_ptr<icalcomponent, decltype(&icalcomponent_free)> copy(icalcomponent_new_clone(component),
+                                                                           &icalcomponent_free);
+  while (icalproperty* const stamp = First(copy.get(), ICAL_DTSTAMP_PROPERTY)) {
+    icalcomponent_remove_property(copy.get(), stamp);
+    icalproperty_free(stamp);
+  }
+  char* const text = icalcomponent_as_ical_string_r(copy.get());
+  std::string normalised = text ? text : "";
+  icalmemory_free_buffer(text);
+  return normalised;
+}
+
+std::string Digest_Of(const std::string& text) {
+  constexpr char digits[] = "0123456789abcdef";
+  std::string digest;
+  for (std::uint64_t part : {Hash(text, 0xCBF29CE484222325), Hash(text + "2", 0x6C62272E07BB0142)}) {
+    for (int i = 0; i < 16; ++i, part >>= 4) digest += digits[part & 15];
+  }
+  return digest;
+}
+
+TComponent Identify(icalcomponent* component) {
+  TComponent identified;
+  identified.Ical = component;
+  if (icalcomponent_isa(component) == ICAL_VTODO_COMPONENT)
+    identified.Content.Record.EventType = Kt_data_01::TEntry_Type::Task;
+  identified.UID = One_Line(First_Text(component, ICAL_UID_PROPERTY));
+  identified.What = identified.UID;
+  if (identified.UID.empty()) {
+    identified.UID = "content-" + Digest_Of(Normalised_Text(component));
+    identified.What = One_Line(First_Text(component, ICAL_SUMMARY_PROPERTY));
+    if (identified.What.empty()) identified.What = "(no UID, no title)";
+  }
+  if (icalproperty* const sequence = First(component, ICAL_SEQUENCE_PROPERTY)) {
+    identified.Sequence = icalproperty_get_sequence(sequence);
+  }
+  identified.Has_Recurrence_Id = First(component, ICAL_RECURRENCEID_PROPERTY) != nullptr;
+  return identified;
+}
+
+void Read_Component(TComponent& read, TZones& zones, std::vector<TImport_Remark>& remarks) {
+  Remark_Errors(read.Ical, read.What, remarks);
+  const auto time_of = [&](icalproperty* property, TFile_Time& time) {
+    return property && Read_Time(property, zones, read.What, remarks, time);
+  };
+  const auto times_of = [&](icalproperty_kind kind, std::vector<TFile_Time>& times) {
+    For_Each_Property(read.Ical, kind, [&](icalproperty* property) {
+      TFile_Time time;
+      if (time_of(property, time)) times.push_back(time);
+    });
+  };
+  const auto rules_of = [&](icalproperty_kind kind, std::vector<std::string>& rules) {
+    For_Each_Property(read.Ical, kind, [&](icalproperty* property) { rules.push_back(Raw_Value(property)); });
+  };
+
+  // A cancelled task is one that shows as such; a cancelled event is none.
+  read.Cancelled =
+      (!read.Is_Task() && Status_Word(read.Ical) == "CANCELLED") || Calendar_Method(read.Ical) == "CANCEL";
+  read.Has_Start = time_of(First(read.Ical, ICAL_DTSTART_PROPERTY), read.Start);
+  Read_Content(read);
+  Read_End(read, zones, remarks);
+  if (icalproperty* const id = First(read.Ical, ICAL_RECURRENCEID_PROPERTY)) {
+    if (!time_of(id, read.Recurrence_Id)) remarks.push_back({read.What, "its RECURRENCE-ID is no date"});
+    icalparameter* const range = icalproperty_get_first_parameter(id, ICAL_RANGE_PARAMETER);
+    read.And_Future = range && icalparameter_get_range(range) == ICAL_RANGE_THISANDFUTURE;
+  }
+  rules_of(ICAL_RRULE_PROPERTY, read.Rules);
+  rules_of(ICAL_EXRULE_PROPERTY, read.Exclusion_Rules);
+  times_of(ICAL_RDATE_PROPERTY, read.Dates);
+  times_of(ICAL_EXDATE_PROPERTY, read.Excluded);
+  if (icalproperty* const done = Find_X_Property(read.Ical, "X-PLEXIDEX-DONE"))
+    read.Done = Read_Moments(Raw_Value(done));
+  if (read.Is_Task()) Read_Progress(read, zones, remarks);
+  read.Content.Alarm = Read_Alarms(read, zones, remarks);
+}
+
+bool Read_Time(icalproperty* property, TZones& zones, const std::string& what,
+               std::vector<TImport_Remark>& remarks, TFile_Time& time) {
+  const icalvalue* const value = icalproperty_get_value(property);
+  if (!value) return false;
+  icaltimetype read = icaltime_null_time();
+  switch (icalvalue_isa(value)) {
+    case ICAL_DATE_VALUE:
+      read = icalvalue_get_date(value);
+      break;
+    case ICAL_DATETIME_VALUE:
+      read = icalvalue_get_datetime(value);
+      break;
+    case ICAL_PERIOD_VALUE:
+      read = icalvalue_get_period(value).start;
+      break;
+    case ICAL_DATETIMEPERIOD_VALUE: {
+      const icaldatetimeperiodtype either = icalvalue_get_datetimeperiod(value);
+      read = icaltime_is_null_time(either.time) ? either.period.start : either.time;
+      break;
+    }
+    case ICAL_TRIGGER_VALUE:
+      read = icalvalue_get_trigger(value).time;
+      break;
+    default:
+      return false;
+  }
+  if (!Read_Wall_Time(read, time.Wall)) return false;
+  time.Is_Date = read.is_date != 0;
+  time.Zone = TZone();
+  if (time.Is_Date) return true;
+  icalparameter* const tzid = icalproperty_get_first_parameter(property, ICAL_TZID_PARAMETER);
+  if (icaltime_is_utc(read)) {
+    time.Zone = TZone::UTC();
+  } else if (tzid && icalparameter_get_tzid(tzid)) {
+    const std::string name = Valid_UTF8(icalparameter_get_tzid(tzid));
+    bool known = false;
+    time.Zone = zones.Find(name, known);
+    const std::string why = "the time zone \"" + name + "\" is not known; its times were taken as local";
+    // Once for a component is enough; its remarks are the last ones.
+    auto last = remarks.rbegin();
+    while (last != remarks.rend() && last->What == what && last->Why != why) ++last;
+    if (!known && (last == remarks.rend() || last->What != what)) remarks.push_back({what, why});
+  }
+  return In_Date_Range(time.Local());
+}
+
+}  // namespace Plexidex

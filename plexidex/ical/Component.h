@@ -1,0 +1,70 @@
+#pragma once
+
+// One component of a calendar file as we understand it.
+
+#include <libical/ical.h>
+
+#include <string>
+#include <vector>
+
+#include "File_Times.h"
+#include "Planned.h"
+#include "Report.h"
+
+namespace Plexidex {
+
+struct TComponent {
+  icalcomponent* Ical = nullptr;  // not owned
+  std::string UID;                // made from the content where the file gives none
+  std::string What;               // for remarks: the UID, or the title where the file gives none
+  int Sequence = 0;
+  bool Cancelled = false;
+
+  bool Is_Task() const { return Content.Is_Task(); }
+
+  bool Has_Start = false;
+  TFile_Time Start;  // DTSTART; for tasks without one the due moment
+  bool Has_Due = false;
+  TFile_Time Due;
+  TDateTime End = 0;  // in local time
+
+  bool Has_Recurrence_Id = false;
+  TFile_Time Recurrence_Id;
+  bool And_Future = false;
+
+  std::vector<std::string> Rules, Exclusion_Rules;
+  std::vector<TFile_Time> Dates, Excluded;
+  std::vector<TDateTime> Done;
+
+  TPlanned_Content Content;
+};
+
+/// Only what identifies a component: Ical, its type, UID, What, Sequence and Has_Recurrence_Id.
+TComponent Identify(icalcomponent* component);
+
+/// Fills in the rest. What is left out goes to the remarks.
+void Read_Component(TComponent& component, TZones& zones, std::vector<TImport_Remark>& remarks);
+
+/// The text of a component as it counts for noticing change: without the time of its export.
+std::string Normalised_Text(icalcomponent* component);
+
+/// 32 digits that differ, but for chance, for different texts; the same on every machine.
+std::string Digest_Of(const std::string& text);
+
+/// The earliest alarm of a component that goes off no later than the start, or for a task on the due day.
+KTReminds::TAlarm Read_Alarms(const TComponent& component, TZones& zones,
+                              std::vector<TImport_Remark>& remarks);
+
+/// The moment of a property of type date, date-time or period. False when it has none. A zone that is not
+/// known is remarked, and taken for the user's own.
+bool Read_Time(icalproperty* property, TZones& zones, const std::string& what,
+               std::vector<TImport_Remark>& remarks, TFile_Time& time);
+
+/// The text of a property as it is meant, in UTF-8.
+std::string Text_Of(icalproperty* property);
+/// The value of a property as it is written.
+std::string Raw_Value(icalproperty* property);
+/// Null when the component has no property of that name beginning with X-, in capitals.
+icalproperty* Find_X_Property(icalcomponent* component, const char* name);
+
+}  // namespace Plexidex

@@ -1,0 +1,30 @@
+#pragma once
+
+// What the imports of events and of holidays share.
+
+#include <functional>
+#include <string>
+
+#include "Kt_dates.h"
+#include "Kt_lists.h"
+#include "Report.h"
+
+namespace Plexidex {
+
+using Kt_util_01::TDateTime;
+
+struct TImport_Options {
+  std::string Book;  // name; "" is the first book, made as "My Calendar" when there is none
+  bool Has_Until = false;
+  TDateTime Until = 0;  // last day of endless rules, itself included; without Has_Until ten years from today
+  Kt_data_01::TProgress_Bar* Progress = nullptr;  // not owned; stepped only while nothing is being written
+};
+
+/// The last day of endless rules.
+TDateTime Import_Until(const TImport_Options& options);
+
+/// Runs `write` in one update bracket. Throws EImport_Error, with nothing written, when the bracket cannot be
+/// opened or fails, and reports a failure with the tag.
+void Write_Import(const std::string& file, const char* tag, const std::function<void()>& write);
+
+}  // namespace Plexidex

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <vector>
+
+#include "Component.h"
+#include "Planned.h"
+#include "Report.h"
+
+namespace Plexidex {
+
+/// Plans what becomes of the components of one UID, which have been identified but not read. What cannot be
+/// used goes to the report.
+void Plan_Object(std::vector<TComponent>& components, TZones& zones, TDateTime until, TPlanned_Object& object,
+                 TImport_Report& report);
+
+}  // namespace Plexidex

@@ -1,0 +1,169 @@
+#include "Object_Writer.h"
+
+#include <algorithm>
+
+#include "Event_Rows.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_data_01;
+using namespace Kt_util_01;
+using namespace KTReminds;
+
+TObject_Writer::TObject_Writer(const TBook& into, TImport_Report& told)
+    : book(into),
+      report(told),
+      events(Events_Table, "Key"),
+      occurrences(Events_Data, "Event"),
+      imports("KT_Imports", "BookandUID"),
+      import_events("KT_Import_Events", "BookandUID") {}
+
+void TObject_Writer::Write(TPlanned_Object& object) {
+  TReplaced replaced = Remove_Old(object.UID);
+  if (replaced.Any) ++report.Replaced;
+  for (const auto& [moment, completed] : replaced.Done) object.Done.insert(moment);
+
+  const bool known = imports.FindKey({book.Key, object.UID});
+  if (object.Withdrawn && object.Events.empty()) {
+    if (known) imports.Delete();
+    return;
+  }
+  if (known) {
+    imports.Edit();
+  } else {
+    imports.Insert();
+  }
+  imports.SetFields({book.Key, object.UID, object.Digest});
+  PostUpdate(imports);
+
+  for (const TPlanned_Event& event : object.Events) {
+    if (event.Is_Set()) {
+      Write_Set(object, event);
+    } else {
+      for (const TDateTime date : event.Dates) {
+        if (event.Is_Task()) {
+          Write_Task(object, event, date, replaced);
+        } else {
+          Write_Single(object, event, date);
+        }
+      }
+    }
+  }
+}
+
+TObject_Writer::TReplaced TObject_Writer::Remove_Old(const std::string& uid) {
+  std::vector<std::string> old;
+  import_events.Set_Index("BookandUID");
+  import_events.SetRange({book.Key, uid}, {book.Key, uid});
+  const TField event = import_events.Field("Event");
+  for (import_events.First(); !import_events.Eof(); import_events.Next())
+    old.emplace_back(import_events.Text(event));
+  import_events.CancelRange();
+  if (std::find(old.begin(), old.end(), uid) == old.end() && Is_Event_Of_Book(uid)) old.push_back(uid);
+
+  TReplaced replaced;
+  for (const std::string& key : old) Remove_Event(key, replaced);
+  return replaced;
+}
+
+bool TObject_Writer::Is_Event_Of_Book(const std::string& event) {
+  return occurrences.FindKey({event}) && occurrences.Text(Occurrence_Columns().Book) == book.Key;
+}
+
+void TObject_Writer::Remove_Event(const std::string& event, TReplaced& replaced) {
+  import_events.Set_Index("Event");
+  while (import_events.FindKey({event})) import_events.Delete();
+  // The user may have deleted it since.
+  if (!events.FindKey({event})) return;
+  replaced.Any = true;
+  const std::int64_t completed = events.Integer(Event_Columns().Completed);
+  const TOccurrence_Columns& column = Occurrence_Columns();
+  occurrences.SetRange({event}, {event});
+  for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
+    if (occurrences.Boolean(column.Actioned))
+      replaced.Done[To_Msecs(occurrences.DateTime(column.EventDate))] = completed;
+  }
+  occurrences.CancelRange();
+  Delete_Set(event);
+}
+
+TNew_Event TObject_Writer::Begin(const TPlanned_Event& planned, TDateTime date) const {
+  TNew_Event event;
+  event.Owner = {book.Key, book.Calendar};
+  event.Record = planned.Record;
+  event.Record.User = User_Key();
+  event.Record.FirstDate = date;
+  event.Alarm = planned.Alarm;
+  return event;
+}
+
+void TObject_Writer::Create(const TPlanned_Object& object, const TNew_Event& event) {
+  std::string key;
+  if (Create_Event(event, key).empty()) throw EAlready_Reported();
+  import_events.Insert();
+  import_events.SetFields({book.Key, object.UID, key});
+  PostUpdate(import_events);
+}
+
+void TObject_Writer::Write_Single(const TPlanned_Object& object, const TPlanned_Event& planned,
+                                  TDateTime date) {
+  TNew_Event event = Begin(planned, date);
+  event.Record.Pattern.LastDate = date;
+  const bool several_days = planned.Days > 1;
+  if (several_days) {
+    event.Record.Pattern.Freq = TFrequency::Daily;
+    event.Record.Pattern.LastDate = static_cast<TDateTime>(Whole_Day(date) + planned.Days - 1);
+  }
+  event.Adjust = [&](TNew_Occurrence& day) {
+    day.Actioned = object.Done.contains(To_Msecs(day.Date));
+    // One reminder, at the beginning, will do.
+    if (day.Date != date) day.Alarm.On = false;
+    return true;
+  };
+  Create(object, event);
+  report.Occurrences += planned.Days;
+  ++(several_days ? report.Sets : report.Events);
+}
+
+void TObject_Writer::Write_Task(const TPlanned_Object& object, const TPlanned_Event& planned, TDateTime due,
+                                const TReplaced& replaced) {
+  TNew_Event event = Begin(planned, due - planned.Lead_Days);
+  event.Date = event.Record.Pattern.LastDate = due;
+  TTask_Progress& progress = event.Record.Progress;
+  // What the user completed stays completed.
+  if (const auto done = replaced.Done.find(To_Msecs(due));
+      done != replaced.Done.end() && progress.Status != TTask_Status::Completed) {
+    progress.Status = TTask_Status::Completed;
+    progress.Percentage = 100;
+    progress.Completed = done->second;
+  }
+  event.Adjust = [&progress](TNew_Occurrence& task) {
+    task.Actioned = progress.Status == TTask_Status::Completed;
+    return true;
+  };
+  Create(object, event);
+  ++report.Occurrences;
+  ++report.Tasks;
+}
+
+// Leaves out and moves what the file says otherwise than the rule, and marks what was done.
+void TObject_Writer::Write_Set(const TPlanned_Object& object, const TPlanned_Event& planned) {
+  TNew_Event event = Begin(planned, planned.Dates.front());
+  event.Extra = planned.Extra;
+  event.Adjust = [&](TNew_Occurrence& occurrence) {
+    if (const auto change = planned.Changes.find(To_Msecs(occurrence.Date));
+        change != planned.Changes.end()) {
+      if (change->second.Deleted) return false;
+      occurrence.Date = change->second.To;
+      occurrence.Alarm = change->second.Alarm;
+    }
+    occurrence.Actioned = object.Done.contains(To_Msecs(occurrence.Date));
+    ++report.Occurrences;
+    return true;
+  };
+  Create(object, event);
+  ++report.Sets;
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "Books.h"
+#include "Event_Creation.h"
+#include "Planned.h"
+#include "Report.h"
+
+namespace Plexidex {
+
+/// Writes planned objects into a book, inside the caller's bracket, and counts them in the report. An object
+/// whose UID an earlier import brought takes the place of that, as does one whose UID is the key of an event
+/// of the book: so an exported book can come back. Dates that were marked done stay so where their moment is
+/// the same.
+class TObject_Writer {
+ public:
+  /// Book and report must outlive the writer.
+  TObject_Writer(const Kt_data_01::TBook& book, TImport_Report& report);
+
+  /// Throws EData_Error, or EAlready_Reported when a part of the writing has reported its failure.
+  void Write(TPlanned_Object& object);
+
+ private:
+  struct TReplaced {
+    std::map<std::int64_t, std::int64_t> Done;  // by moment, with the day a task was completed on
+    bool Any = false;
+  };
+
+  TReplaced Remove_Old(const std::string& uid);
+  void Remove_Event(const std::string& event, TReplaced& replaced);
+  bool Is_Event_Of_Book(const std::string& event);
+  void Write_Single(const TPlanned_Object& object, const TPlanned_Event& event, TDateTime date);
+  void Write_Set(const TPlanned_Object& object, const TPlanned_Event& event);
+  void Write_Task(const TPlanned_Object& object, const TPlanned_Event& event, TDateTime due,
+                  const TReplaced& replaced);
+  KTReminds::TNew_Event Begin(const TPlanned_Event& event, TDateTime date) const;
+  void Create(const TPlanned_Object& object, const KTReminds::TNew_Event& event);
+
+  const Kt_data_01::TBook& book;
+  TImport_Report& report;
+  Kt_data_01::TTable events, occurrences, imports, import_events;
+};
+
+}  // namespace Plexidex

@@ -1,0 +1,59 @@
+#pragma once
+
+// What importing and exporting calendar files tell: how it went, or why it did not.
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace Plexidex {
+
+/// A file that cannot be imported; one sentence that names the file, the place in it where there is one, and
+/// the reason.
+class EImport_Error : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+struct TImport_Remark {
+  std::string What;  // UID, or the title where there is none
+  std::string Why;
+};
+
+/// Events, tasks and whatever else stands in a calendar are its components. Each of them is written, belongs
+/// to something written (a changed date of a set), is unchanged, or stands among the unused.
+struct TImport_Report {
+  std::int64_t Read = 0;                 // components in the file
+  std::int64_t Sets = 0;                 // recurring sets written
+  std::int64_t Events = 0;               // single events written
+  std::int64_t Tasks = 0;                // tasks written
+  std::int64_t Occurrences = 0;          // dates of all that was written
+  std::int64_t Unchanged = 0;            // components that an earlier import has brought as they are
+  std::int64_t Replaced = 0;             // UIDs that an earlier import had brought otherwise
+  std::vector<TImport_Remark> Unused;    // components that could not be used
+  std::vector<TImport_Remark> Left_Out;  // what was left out of, or understood otherwise in, a used component
+};
+
+struct THoliday_Report {
+  std::int64_t Read = 0;   // components in the file
+  std::int64_t Added = 0;  // days
+  std::int64_t Known = 0;  // days that were there already
+  std::vector<TImport_Remark> Unused;
+};
+
+/// An export that did not happen; one sentence with the file and the reason.
+class EExport_Error : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+struct TExport_Report {
+  std::int64_t Rules = 0;   // sets written as a rule
+  std::int64_t Dates = 0;   // sets written as a list of their dates, because no rule says these
+  std::int64_t Events = 0;  // single events
+  std::int64_t Tasks = 0;
+  std::int64_t Left_Out = 0;  // occurrences with a date that a calendar file cannot hold
+};
+
+}  // namespace Plexidex

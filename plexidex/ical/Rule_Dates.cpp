@@ -1,0 +1,280 @@
+#include "Rule_Dates.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_util_01;
+using KTReminds::Next_Occurrence;
+using KTReminds::TFrequency;
+using KTReminds::TRecurrence_Pattern;
+
+namespace {
+
+template <std::size_t Size>
+std::vector<int> Values(const short (&list)[Size]) {
+  std::vector<int> values;
+  for (const short value : list) {
+    if (value == ICAL_RECURRENCE_ARRAY_MAX) break;
+    values.push_back(value);
+  }
+  return values;
+}
+
+template <std::size_t Size>
+void Fill(short (&list)[Size], int count) {
+  for (int i = 0; i < count; ++i) list[i] = static_cast<short>(i);
+  list[count] = ICAL_RECURRENCE_ARRAY_MAX;
+}
+
+template <std::size_t Size>
+bool Is_Given(const short (&list)[Size]) {
+  return list[0] != ICAL_RECURRENCE_ARRAY_MAX;
+}
+
+// A rule of hours, minutes or seconds that is narrowed by conditions can step through thousands of years
+// without meeting them. Where its interval is 1 it says the same as a daily rule of these hours, minutes and
+// seconds, which cannot.
+void Make_Bounded(icalrecurrencetype& rule) {
+  if (rule.freq > ICAL_HOURLY_RECURRENCE) return;
+  const bool of_seconds = rule.freq == ICAL_SECONDLY_RECURRENCE,
+             of_minutes = rule.freq == ICAL_MINUTELY_RECURRENCE;
+  const bool narrowed = Is_Given(rule.by_month) || Is_Given(rule.by_month_day) ||
+                        Is_Given(rule.by_year_day) || Is_Given(rule.by_day) || Is_Given(rule.by_hour) ||
+                        Is_Given(rule.by_set_pos) || Is_Given(rule.by_week_no) ||
+                        ((of_seconds || of_minutes) && Is_Given(rule.by_minute)) ||
+                        (of_seconds && Is_Given(rule.by_second));
+  if (!narrowed) return;
+  if (rule.interval != 1 || Is_Given(rule.by_set_pos) || Is_Given(rule.by_year_day) ||
+      Is_Given(rule.by_week_no)) {
+    throw ERule_Error("repeats within the day under conditions that cannot be followed");
+  }
+  if (!Is_Given(rule.by_hour)) Fill(rule.by_hour, 24);
+  if ((of_seconds || of_minutes) && !Is_Given(rule.by_minute)) Fill(rule.by_minute, 60);
+  if (of_seconds && !Is_Given(rule.by_second)) Fill(rule.by_second, 60);
+  rule.freq = ICAL_DAILY_RECURRENCE;
+}
+
+icalrecurrencetype Parse_Rule(const std::string& text) {
+  icalerror_clear_errno();
+  const icalrecurrencetype rule = icalrecurrencetype_from_string(text.c_str());
+  if (rule.freq == ICAL_NO_RECURRENCE || rule.interval < 1)
+    throw ERule_Error("cannot be read (" + text + ")");
+  return rule;
+}
+
+constexpr int Kind_Day = 0, Kind_Weekday = 1, Kind_Weekend_Day = 2, Kind_Sunday = 3;
+constexpr int Last_Instance = 4;
+constexpr unsigned Monday_To_Friday = 0b0011111, Weekend = 0b1100000, All_Days = 0b1111111;
+
+constexpr unsigned Turned(unsigned mask, int days) {
+  const int by = (days % 7 + 7) % 7;
+  return (mask << by | mask >> (7 - by)) & All_Days;
+}
+
+// The patterns that a rule may mean. None is believed before its dates have been compared, so it does no harm
+// to offer one too many.
+class TCandidates {
+ public:
+  TCandidates(const icalrecurrencetype& of, TDateTime start_wall, TDateTime start_local) : rule(of) {
+    const auto days_ahead = static_cast<int>(Whole_Day(start_local) - Whole_Day(start_wall));
+    for (const int day : Values(rule.by_day)) {
+      // libical counts from Sunday, 1; the mask begins with Monday.
+      mask |= 1U << (icalrecurrencetype_day_day_of_week(static_cast<short>(day)) + 5) % 7;
+      if (position == 0) position = icalrecurrencetype_day_position(static_cast<short>(day));
+    }
+    // In another zone the day of the week may be the one before or after the user's.
+    mask = Turned(mask, days_ahead);
+    if (position == 0 && Is_Given(rule.by_set_pos)) position = rule.by_set_pos[0];
+    month = Decode_Date(start_local).Month - 1;
+    switch (rule.freq) {
+      case ICAL_DAILY_RECURRENCE:
+        Add_Daily();
+        break;
+      case ICAL_WEEKLY_RECURRENCE:
+        Add(TFrequency::Weekly, rule.interval, false, mask);
+        break;
+      case ICAL_MONTHLY_RECURRENCE:
+        Add_Monthly(rule.interval);
+        if (Values(rule.by_month).size() == 1) Add_Yearly(1);
+        break;
+      case ICAL_YEARLY_RECURRENCE: {
+        Add_Yearly(rule.interval);
+        const std::size_t months = Values(rule.by_month).size();
+        if (rule.interval == 1 && months > 1 && 12 % months == 0) Add_Monthly(12 / static_cast<int>(months));
+        break;
+      }
+      default:
+        break;
+    }
+  }
+
+  std::vector<TRecurrence_Pattern> Patterns;
+
+ private:
+  TRecurrence_Pattern& Add(TFrequency freq, int period, bool plain, unsigned flags = 0) {
+    TRecurrence_Pattern pattern;
+    pattern.Freq = freq;
+    pattern.Period = period;
+    pattern.PeriodDefault = plain;
+    pattern.P = static_cast<std::uint16_t>(flags);
+    pattern.LastDate = static_cast<TDateTime>(Day_From_Date(Max_Year, 12, 31));
+    Patterns.push_back(pattern);
+    return Patterns.back();
+  }
+
+  void Add_Daily() {
+    Add(TFrequency::Daily, rule.interval, true);
+    if (mask != 0) Add(TFrequency::Daily, 1, false, mask);
+  }
+
+  void Add_Monthly(int months) {
+    Add(TFrequency::Monthly, months, true);
+    Add_Kinds(TFrequency::Monthly, months, month);
+  }
+
+  void Add_Yearly(int years) {
+    Add(TFrequency::Yearly, years, true);
+    if (Is_Given(rule.by_month)) month = icalrecurrencetype_month_month(rule.by_month[0]) - 1;
+    if (month >= 0 && month < 12) Add_Kinds(TFrequency::Yearly, years, month);
+  }
+
+  int Kind() const {
+    if (mask == 0 || mask == All_Days) return Kind_Day;
+    if (mask == Monday_To_Friday) return Kind_Weekday;
+    if (mask == Weekend) return Kind_Weekend_Day;
+    return std::has_single_bit(mask) ? Kind_Sunday + (std::countr_zero(mask) + 1) % 7 : -1;
+  }
+
+  void Add_Kinds(TFrequency freq, int period, int of_month) {
+    const int kind = Kind();
+    if (kind < 0) return;
+    std::vector<int> instances = {0, 1, 2, 3, Last_Instance};
+    // What the rule itself says comes first.
+    const int said = position < 0 ? Last_Instance : position - 1;
+    if (said >= 0 && said <= Last_Instance)
+      std::swap(instances[0], instances[static_cast<std::size_t>(said)]);
+    for (const int instance : instances) {
+      TRecurrence_Pattern& pattern = Add(freq, period, false, 1U << kind);
+      pattern.Instance = instance;
+      if (freq == TFrequency::Yearly) pattern.Month = of_month;
+    }
+  }
+
+  const icalrecurrencetype& rule;
+  unsigned mask = 0;
+  int position = 0;
+  int month = 0;
+};
+
+// The dates after the first that creation writes, one by one. False at the end, and where creation would
+// fail.
+bool Next_Written(const TRecurrence_Pattern& pattern, TDateTime& date) {
+  try {
+    return KTReminds::Next_Written_Date(pattern, date);
+  } catch (const EConvert_Error&) {
+    return false;
+  }
+}
+
+bool Ends_There(const TRecurrence_Pattern& pattern, TDateTime last) {
+  try {
+    const TDateTime next = Next_Occurrence(pattern, last);
+    return next == 0 || next <= last;
+  } catch (const EConvert_Error&) {
+    return false;
+  }
+}
+
+}  // namespace
+
+TRule_Dates::TRule_Dates(const std::string& text, const TFile_Time& starts, TDateTime endless_until)
+    : start(starts), until(endless_until), rule(Parse_Rule(text)), rule_until(rule.until) {
+  rule.until = icaltime_null_time();
+  if (start.Is_Date && rule.freq <= ICAL_HOURLY_RECURRENCE) {
+    throw ERule_Error("repeats within the day, but the event has no time of day");
+  }
+  Make_Bounded(rule);
+  icalerror_clear_errno();
+  iterator.reset(icalrecur_iterator_new(rule, Floating_Time(start.Wall, start.Is_Date)));
+}
+
+bool TRule_Dates::Is_Beyond_End(TDateTime wall, TDateTime local) const {
+  if (!icaltime_is_null_time(rule_until)) {
+    TDateTime end = 0;
+    if (!Read_Wall_Time(rule_until, end)) return false;
+    if (rule_until.is_date || start.Is_Date) return Whole_Day(wall) > Whole_Day(end);
+    if (icaltime_is_utc(rule_until)) return CompareDates(local, UTC_To_Local(end)) > 0;
+    return CompareDates(wall, end) > 0;
+  }
+  return rule.count == 0 && given > 0 && Whole_Day(local) > Whole_Day(until);
+}
+
+bool TRule_Dates::Next(TDateTime& local) {
+  // A rule may name one date several times, but not for ever.
+  for (std::int64_t repeated = 0; repeated <= Most_Dates; ++repeated) {
+    if (!iterator) return false;
+    const icaltimetype time = icalrecur_iterator_next(iterator.get());
+    if (icaltime_is_null_time(time)) return false;
+    TFile_Time date = start;
+    if (!Read_Wall_Time(time, date.Wall)) return false;
+    local = date.Local();
+    if (Is_Beyond_End(date.Wall, local)) {
+      iterator.reset();
+      return false;
+    }
+    if (!In_Date_Range(local)) throw ERule_Error("leaves the years 1 to 9999");
+    if (given > 0 && CompareDates(local, last) <= 0) continue;
+    if (++given > Most_Dates) throw ERule_Error("gives more than " + std::to_string(Most_Dates) + " dates");
+    last = local;
+    return true;
+  }
+  throw ERule_Error("names one date over and over");
+}
+
+TTranslated_Rule Translate_Rule(const std::string& text, const TFile_Time& start, TDateTime until,
+                                const std::function<void(TDateTime)>& on_date) {
+  struct TRun {
+    TRecurrence_Pattern Pattern;
+    TDateTime Date;
+  };
+  TTranslated_Rule result;
+  std::vector<TRun> runs;
+  TRule_Dates dates(text, start, until);
+  for (TDateTime date = 0; dates.Next(date); result.Last = date) {
+    if (on_date) on_date(date);
+    if (++result.Count == 1) {
+      result.First = date;
+      const icalrecurrencetype rule = Parse_Rule(text);
+      const TCandidates candidates(rule, start.Wall, start.Local());
+      for (const TRecurrence_Pattern& pattern : candidates.Patterns) runs.push_back({pattern, date});
+      continue;
+    }
+    std::erase_if(runs, [date](TRun& run) {
+      return !Next_Written(run.Pattern, run.Date) || CompareDates(run.Date, date) != 0;
+    });
+  }
+  if (result.Count < 2) return result;
+  for (TRun& run : runs) {
+    run.Pattern.LastDate = static_cast<TDateTime>(Whole_Day(result.Last));
+    if (!Ends_There(run.Pattern, result.Last)) continue;
+    result.Agrees = true;
+    result.Pattern = run.Pattern;
+    break;
+  }
+  return result;
+}
+
+void Walk_Pattern(const TRecurrence_Pattern& pattern, TDateTime first,
+                  const std::function<void(TDateTime)>& on_date) {
+  TDateTime date = first;
+  do {
+    on_date(date);
+  } while (pattern.Freq > TFrequency::None && Next_Written(pattern, date));
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,69 @@
+#pragma once
+
+// Recurrence rules of calendar files: their dates, and the pattern of ours that gives the same ones.
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "File_Times.h"
+#include "Recurrence.h"
+
+namespace Plexidex {
+
+/// A rule that cannot be followed; says why, as the end of a sentence about it.
+class ERule_Error : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Entries of more dates than this are refused.
+inline constexpr std::int64_t Most_Dates = 100'000;
+
+/// The dates of one rule in the user's local time, ascending, without those excluded elsewhere. A start that
+/// does not meet the rule is not among them.
+class TRule_Dates {
+ public:
+  /// `rule` is the text of the property. A rule without an end of its own ends with the day of `until`, but
+  /// gives its first date in any case. Throws ERule_Error.
+  TRule_Dates(const std::string& rule, const TFile_Time& start, TDateTime until);
+
+  /// False at the end. Throws ERule_Error after Most_Dates, or when a date cannot be formed.
+  bool Next(TDateTime& local);
+
+ private:
+  struct TFree {
+    void operator()(icalrecur_iterator* iterator) const { icalrecur_iterator_free(iterator); }
+  };
+
+  bool Is_Beyond_End(TDateTime wall, TDateTime local) const;
+
+  TFile_Time start;
+  TDateTime until;
+  icalrecurrencetype rule;
+  icaltimetype rule_until;
+  std::unique_ptr<icalrecur_iterator, TFree> iterator;
+  std::int64_t given = 0;
+  TDateTime last = 0;
+};
+
+struct TTranslated_Rule {
+  bool Agrees = false;  // Pattern with First gives exactly the rule's dates, as creation writes them
+  KTReminds::TRecurrence_Pattern Pattern;
+  TDateTime First = 0, Last = 0;
+  std::int64_t Count = 0;
+};
+
+/// Looks for a pattern that gives the dates of a rule, and reports each date on the way. Rules of a single
+/// date agree with no pattern. Throws as TRule_Dates does.
+TTranslated_Rule Translate_Rule(const std::string& rule, const TFile_Time& start, TDateTime until,
+                                const std::function<void(TDateTime)>& on_date);
+
+/// Calls `on_date` for every date that creation writes for a set.
+void Walk_Pattern(const KTReminds::TRecurrence_Pattern& pattern, TDateTime first,
+                  const std::function<void(TDateTime)>& on_date);
+
+}  // namespace Plexidex

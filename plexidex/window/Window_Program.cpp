@@ -1,0 +1,129 @@
+#include "Window_Program.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <iostream>
+
+#include "Books.h"
+#include "Clip_Sounds.h"
+#include "Data_Folder.h"
+#include "Database.h"
+#include "Entry_Rules.h"
+#include "Host_Dialog.h"
+#include "KTReminds.h"
+#include "Kt_forms.h"
+#include "Kt_util_01.h"
+#include "Main_Window.h"
+#include "Message_Prompts.h"
+#include "Qt_Settings.h"
+#include "Sample_Calendar.h"
+#include "Transfer.h"
+#include "Welcome.h"
+#include "Window_Pictures.h"
+
+namespace Plexidex {
+
+using namespace Kt_forms;
+
+namespace {
+
+// No exception may leave an event handler: here the last ones are turned into a report.
+class TApplication : public QApplication {
+ public:
+  using QApplication::QApplication;
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (...) {
+      Kt_data_01::FailRead("Window_Program:notify");
+      return false;
+    }
+  }
+};
+
+// Beside the program where it is installed, otherwise in the folder it was built from.
+QString Sounds_Beside_Program() {
+  const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/sounds");
+  return QDir(beside).exists() ? beside : QStringLiteral(KT_SOUNDS_FOLDER);
+}
+
+std::string Chosen_Database(const TWindow_Options& options) {
+  if (!options.Database.empty()) return options.Database;
+  const std::string preferred = Kt_util_01::Read_String("General", "Database", "");
+  return preferred.empty() ? Kt_data_01::Default_Database() : preferred;
+}
+
+// There is always a book to write into at the start.
+void Make_First_Book(const std::string& name) {
+  if (!Kt_data_01::List_Books().empty()) return;
+  Update_Host("Window_Program:Make_First_Book [KT_Books/KT_Contacts]",
+              [&] { Kt_data_01::Create_Book(name); });
+}
+
+// Brings in what the user wants to begin with. The window is shown already, so that it is clear what for.
+void Fill_First_Book(TMain_Window& window, const TFirst_Book& first) {
+  if (!first.Calendar_File.empty()) Import_With_Progress(&window, first.Name, To_Qt(first.Calendar_File));
+  try {
+    if (first.Sample) Fill_With_Sample(first.Name, Kt_util_01::Today());
+  } catch (const std::exception& e) {
+    Kt_util_01::Raise_Error("Welcome", e.what());
+  }
+  if (first.Sample || !first.Calendar_File.empty()) window.Refresh();
+}
+
+int Show_Windows(const TWindow_Options& options) {
+  const std::string database = Chosen_Database(options);
+  TFirst_Book first;
+  const bool ask = options.Screenshots.empty() && !QFile::exists(To_Qt(database));
+  if (ask && !Welcome(database, first)) return 0;
+  Kt_data_01::Open_Database(database, Kt_data_01::TDatabase::TMode::Create_If_Missing);
+  Make_First_Book(first.Name);
+  KTReminds::Remove_Abandoned_Entries();
+  TMain_Window window;
+  if (!options.Screenshots.empty()) return Write_Pictures(window, options.Screenshots);
+  window.show();
+  Fill_First_Book(window, first);
+  return QApplication::exec();
+}
+
+}  // namespace
+
+bool Has_Display() {
+#if defined(__linux__)
+  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#else
+  return true;
+#endif
+}
+
+int Run_Window(int argc, char** argv, const TWindow_Options& options) {
+  if (!options.Screenshots.empty() && !Has_Display()) qputenv("QT_QPA_PLATFORM", "offscreen");
+  TApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Plexidex"));
+  Reserve_Messages();
+  TMessage_Prompts prompts;
+  TQt_Settings settings;
+  TClip_Sounds sounds;
+  Kt_util_01::Install_Prompts(&prompts);
+  Kt_util_01::Install_Settings(&settings);
+  if (options.Screenshots.empty()) Kt_util_01::Install_Sounds(&sounds);
+  Kt_util_01::Install_Sound_Folder(From_Qt(Sounds_Beside_Program()));
+  Kt_util_01::CurrentDate = Kt_util_01::Today();
+  KTReminds::Load_Package();
+  int status = 1;
+  try {
+    status = Show_Windows(options);
+  } catch (const std::exception& e) {
+    std::cerr << e.what() << std::endl;
+    if (options.Screenshots.empty()) Kt_util_01::Raise_Error("Plexidex", e.what());
+  }
+  KTReminds::Unload_Package();
+  Kt_data_01::Close_Database();
+  Kt_util_01::Install_Sounds(nullptr);
+  Kt_util_01::Install_Settings(nullptr);
+  Kt_util_01::Install_Prompts(nullptr);
+  return status;
+}
+
+}  // namespace Plexidex
