@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Alarm_Rules.h"
+#include "Alarm_Input.h"
 #include "Event_Rows.h"
 
 namespace KTReminds {

@@ -7,9 +7,12 @@
 #include <QLineEdit>
 #include <initializer_list>
 
-#include "Alarm_Rules.h"
+#include "Kt_dates.h"
+#include "Refusal.h"
 
 namespace KTReminds {
+
+using Kt_util_01::TDateTime;
 
 /// The day of a date; and back, midnight.
 QDate To_QDate(TDateTime value);

@@ -5,8 +5,8 @@
 #include <array>
 #include <string>
 
-#include "Alarm_Rules.h"
 #include "Recurrence.h"
+#include "Refusal.h"
 
 namespace KTReminds {
 

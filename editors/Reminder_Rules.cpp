@@ -1,5 +1,6 @@
 #include "Reminder_Rules.h"
 
+#include "Alarm_Texts.h"
 #include "Kt_util_01.h"
 
 namespace KTReminds {

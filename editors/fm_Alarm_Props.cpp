@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QStyle>
 
+#include "Alarm_Texts.h"
 #include "Form_Controls.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"

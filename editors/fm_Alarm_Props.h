@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include "Alarm_Rules.h"
+#include "Alarm_Input.h"
 #include "Kt_forms.h"
 
 namespace Ui {

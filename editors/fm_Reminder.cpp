@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <limits>
 
+#include "Alarm_Texts.h"
 #include "Form_Controls.h"
 #include "Kt_util_01.h"
 #include "fm_Alarm_Props.h"

@@ -17,7 +17,7 @@
 #include "fm_Delete_Reminder.h"
 // Alarms: Alarm_Properties, Set_Alarm_Properties, Convert_Offset_to_ItemText, Convert_Alarm_ItemText,
 // Get_Alarm_TimeStr.
-#include "Alarm_Rules.h"
+#include "Alarm_Texts.h"
 #include "fm_Alarm_Props.h"
 // Editors and the date picker: Reminder_Properties, Task_Properties, Show_Calendar; what a program that died
 // has left of them: Remove_Abandoned_Entries.

@@ -9,7 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "Alarm_Rules.h"
+#include "Alarm_Sounds.h"
 #include "Host_Dialog.h"
 #include "Kt_util_01.h"
 

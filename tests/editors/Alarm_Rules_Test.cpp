@@ -1,10 +1,10 @@
-#include "Alarm_Rules.h"
-
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 
+#include "Alarm_Input.h"
+#include "Alarm_Texts.h"
 #include "Temporary_Database.h"
 #include "Test_Seams.h"
 
