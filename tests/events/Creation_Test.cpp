@@ -1,5 +1,12 @@
 #include <gtest/gtest.h>
+#ifdef __SANITIZE_ADDRESS__
+// Part of the sanitizer's interface, for which GCC installs no header.
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*)(const volatile void*, std::size_t),
+                                                         void (*)(const volatile void*));
+extern "C" std::size_t __sanitizer_get_allocated_size(const volatile void*);
+#else
 #include <sys/resource.h>
+#endif
 
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
@@ -11,6 +18,31 @@ using namespace Kt_data_01;
 using Kt_util_01::Day_From_Date;
 
 namespace {
+
+// The most bytes that were in use at one time. The address sanitizer keeps freed memory for a while, so that
+// beside it the allocations themselves are counted, from the first call on.
+#ifdef __SANITIZE_ADDRESS__
+std::int64_t In_Use = 0, Most_In_Use = 0;
+
+std::int64_t Peak_Memory() {
+  static const int installed = __sanitizer_install_malloc_and_free_hooks(
+      [](const volatile void*, std::size_t size) {
+        In_Use += static_cast<std::int64_t>(size);
+        Most_In_Use = std::max(Most_In_Use, In_Use);
+      },
+      [](const volatile void* block) {
+        if (block) In_Use -= static_cast<std::int64_t>(__sanitizer_get_allocated_size(block));
+      });
+  EXPECT_GT(installed, 0);
+  return Most_In_Use;
+}
+#else
+std::int64_t Peak_Memory() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss * std::int64_t{1024};
+}
+#endif
 
 constexpr auto Tag = "fm_Reminder:Create_Event [KT_Events,KT_Events_Data,KT_Alarms]";
 
@@ -182,20 +214,12 @@ TEST_F(Creation, Entries_Join_The_Bracket_Of_Their_Caller) {
 }
 
 TEST_F(Creation, Memory_Does_Not_Grow_With_The_Number_Of_Occurrences) {
-#ifdef __SANITIZE_ADDRESS__
-  GTEST_SKIP() << "the sanitizer keeps freed memory";
-#endif
-  const auto peak_kilobytes = [] {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;
-  };
   // The first set fills the page cache, which has a bound of its own.
   EXPECT_NE(Create_Event(Daily(1, 200'000), key), "");
-  const long before = peak_kilobytes();
-  EXPECT_NE(Create_Event(Daily(1, 300'000), key), "");
-  EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data"), 500'000);
-  EXPECT_LT(peak_kilobytes() - before, 16'000) << "300,000 rows of some 150 bytes would be 45,000 kB";
+  const std::int64_t before = Peak_Memory();
+  EXPECT_NE(Create_Event(Daily(1, 200'000), key), "");
+  EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data"), 400'000);
+  EXPECT_LT(Peak_Memory() - before, 12'000'000) << "200,000 rows of some 150 bytes would be 30,000,000";
 }
 
 }  // namespace

@@ -1,0 +1,1 @@
+// Nothing but a unit for the precompiled headers to be made with.
