@@ -10,6 +10,7 @@
 #include "Database.h"
 #include "Kt_util_01.h"
 #include "Sample_Calendar.h"
+#include "Version.h"
 
 namespace Plexidex {
 
@@ -30,6 +31,7 @@ class TCommand_Line {
   TCommand_Line() {
     app.require_subcommand(1);
     app.fallthrough();
+    app.set_version_flag("--version", std::string("plexidex ") + Version(), "Says which version this is");
     app.add_option("--database", database, "The database file, by default one in your data folder")
         ->type_name("FILE");
     Add_Import();
@@ -42,7 +44,8 @@ class TCommand_Line {
     Add_Sample();
   }
 
-  /// False when there is nothing to run: help was asked for, which goes to `out`. Throws ECommand_Error.
+  /// False when there is nothing to run: help or the version was asked for, which goes to `out`. Throws
+  /// ECommand_Error.
   bool Parse(std::vector<std::string> args, std::ostream& out) {
     std::reverse(args.begin(), args.end());
     try {
@@ -50,6 +53,9 @@ class TCommand_Line {
       return true;
     } catch (const CLI::CallForHelp&) {
       out << app.help();
+      return false;
+    } catch (const CLI::CallForVersion& version) {
+      out << version.what() << '\n';
       return false;
     } catch (const CLI::ParseError& error) {
       throw ECommand_Error(Describe(error));

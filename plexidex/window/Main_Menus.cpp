@@ -9,6 +9,7 @@
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Preferences.h"
+#include "Version.h"
 
 namespace Plexidex {
 
@@ -123,9 +124,9 @@ bool TMain_Window::Switch_Database(const std::string& file) {
 }
 
 void TMain_Window::About() {
-  Kt_util_01::Raise_Info("About Plexidex",
-                         "Plexidex: contacts, calendar, reminders and tasks.\n\nDatabase: " +
-                             Kt_data_01::Shared_Database().Path());
+  Kt_util_01::Raise_Info("About Plexidex", std::string("Plexidex ") + Version() +
+                                               ": contacts, calendar, reminders and tasks.\n\nDatabase: " +
+                                               Kt_data_01::Shared_Database().Path());
 }
 
 void TMain_Window::Restore_Place() {

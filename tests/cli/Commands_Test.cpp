@@ -11,6 +11,7 @@
 
 #include "Temporary_Database.h"
 #include "Test_Seams.h"
+#include "Version.h"
 
 namespace {
 
@@ -107,6 +108,7 @@ TEST_F(Commands_Test, Help_On_Every_Level) {
     EXPECT_NE(result.Out.find("plexidex " + command), std::string::npos) << result.Out;
     EXPECT_EQ(result.Err, "");
   }
+  EXPECT_EQ(Run_With({"--version"}).Out, std::string("plexidex ") + Plexidex::Version() + "\n");
 }
 
 TEST_F(Commands_Test, Mistakes_Give_One_Sentence) {
