@@ -101,6 +101,27 @@ class TDatabase {
   std::string last_refusal;
 };
 
+/// A statement of one user, prepared when it is first needed, and again when the database has been opened
+/// anew.
+class TPrepared {
+ public:
+  /// `text` is called for the statement's text only where it has to be prepared.
+  template <class TText>
+  TStatement& Get(TDatabase& database, TText text) {
+    if (!statement || opening != database.Opening()) {
+      statement = &database.Statement(text());
+      opening = database.Opening();
+    }
+    return *statement;
+  }
+  /// To be called when the text would be another.
+  void Forget() noexcept { statement = nullptr; }
+
+ private:
+  TStatement* statement = nullptr;
+  std::uint64_t opening = 0;
+};
+
 /// The database that the module's tables belong to.
 TDatabase& Shared_Database();
 

@@ -1,16 +1,33 @@
 #include "Row_Store.h"
 
-#include "Sql_Text.h"
-
 namespace Kt_data_01 {
 
-std::string TProjection::Select_List(const std::string& alias) const {
-  std::string list = alias + ".row_id";
-  for (const int column : Columns) {
-    list += ", " + alias + "." + Quoted(Table->Columns[static_cast<std::size_t>(column)].Name);
+namespace {
+
+// A value of the statement's current row.
+TValue Value_Of(TStatement& statement, int column, TColumn_Type type) {
+  switch (type) {
+    case TColumn_Type::Text:
+      return statement.Text(column);
+    case TColumn_Type::DateTime:
+      return statement.Real(column);
+    default:
+      return statement.Integer(column);
   }
-  return list;
 }
+
+bool Same(const TValue& a, const TValue& b) {
+  switch (a.Kind()) {
+    case TValue::TKind::Text:
+      return a.Text() == b.Text();
+    case TValue::TKind::Real:
+      return a.Real() == b.Real();
+    default:
+      return a.Integer() == b.Integer();
+  }
+}
+
+}  // namespace
 
 void TRow_Store::Clear() {
   ids.clear();
@@ -56,6 +73,17 @@ void TRow_Store::Append(const TRow_Store& other, std::size_t row) {
   }
 }
 
+bool TRow_Store::Read_Again(std::size_t row, TStatement& statement) {
+  for (std::size_t i = 0; i < projection->Types.size(); ++i) {
+    const int slot = static_cast<int>(i);
+    const TValue value = Value_Of(statement, slot + 1, projection->Types[i]);
+    if (Same(Value(row, slot), value)) continue;
+    if (slot == 0) return false;
+    Set(row, slot, value);
+  }
+  return true;
+}
+
 TText TRow_Store::Shared_Text(std::size_t row, int slot) {
   if (shared.size() < cells.size()) shared.resize(cells.size());
   TText& text = shared[row * projection->Columns.size() + static_cast<std::size_t>(slot)];
@@ -63,49 +91,36 @@ TText TRow_Store::Shared_Text(std::size_t row, int slot) {
   return text;
 }
 
-void TRow_Store::Set(std::size_t row, int slot, std::string_view text) {
-  const TCell cell = Stored(text);
-  Cell(row, slot) = cell;
-  if (!shared.empty()) shared.clear();
-}
-
-std::string_view TRow_Cache::Key_At(std::uint32_t entry) const {
-  return entry & Missing_Bit ? std::string_view(missing[entry & ~Missing_Bit]) : rows.Text(entry, key_slot);
-}
-
-std::size_t TRow_Cache::Slot_For(std::string_view key) const {
-  const std::size_t mask = slots.size() - 1;
-  std::size_t slot = std::hash<std::string_view>()(key) & mask;
-  while (slots[slot] != Empty && Key_At(slots[slot]) != key) slot = (slot + 1) & mask;
-  return slot;
-}
-
-std::int64_t TRow_Cache::Find(std::string_view key) const {
-  const std::uint32_t entry = slots[Slot_For(key)];
-  if (entry == Empty) return complete ? Missing : Unknown;
-  return entry & Missing_Bit ? Missing : static_cast<std::int64_t>(entry);
-}
-
-void TRow_Cache::Put(std::string_view key, std::uint32_t entry) {
-  if (++used * 2 > slots.size()) {
-    std::vector<std::uint32_t> old(slots.size() * 2, Empty);
-    old.swap(slots);
-    for (const std::uint32_t moved : old) {
-      if (moved != Empty) slots[Slot_For(Key_At(moved))] = moved;
+void TRow_Store::Set(std::size_t row, int slot, const TValue& value) {
+  switch (value.Kind()) {
+    case TValue::TKind::Text: {
+      const TCell cell = Stored(value.Text());
+      Cell(row, slot) = cell;
+      shared.clear();
+      break;
     }
+    case TValue::TKind::Real:
+      Cell(row, slot).real = value.Real();
+      break;
+    case TValue::TKind::Integer:
+      Cell(row, slot).integer = value.Integer();
+      break;
   }
-  slots[Slot_For(key)] = entry;
 }
 
-void TRow_Cache::Add_Current(TStatement& statement) {
-  const auto row = static_cast<std::uint32_t>(rows.Count());
-  rows.Append(statement);
-  Put(rows.Text(row, key_slot), row);
+void TRow_Store::Bind(std::size_t row, int column, TStatement& statement, int parameter) const {
+  Kt_data_01::Bind(statement, parameter, Value(row, projection->Slot[static_cast<std::size_t>(column)]));
 }
 
-void TRow_Cache::Add_Missing(std::string_view key) {
-  missing.emplace_back(key);
-  Put(key, Missing_Bit | static_cast<std::uint32_t>(missing.size() - 1));
+TValue TRow_Store::Value(std::size_t row, int slot) const {
+  switch (projection->Types[static_cast<std::size_t>(slot)]) {
+    case TColumn_Type::Text:
+      return Text(row, slot);
+    case TColumn_Type::DateTime:
+      return Real(row, slot);
+    default:
+      return Integer(row, slot);
+  }
 }
 
 }  // namespace Kt_data_01

@@ -3,27 +3,15 @@
 // Rows as read from the engine, packed: the values of a row lie side by side, texts in one arena.
 
 #include <cstdint>
-#include <functional>
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "Engine.h"
 #include "Kt_text.h"
-#include "Schema.h"
+#include "Owned_Value.h"
+#include "Projection.h"
 
 namespace Kt_data_01 {
-
-/// The columns that a view reads, and where each lies in its rows.
-struct TProjection {
-  std::vector<int> Columns;  // positions in the table, in the order they are read
-  std::vector<TColumn_Type> Types;
-  std::vector<int> Slot;  // by position in the table; -1 for a column that is not read
-
-  /// The row number and then the columns, of the table under its alias.
-  std::string Select_List(const std::string& alias) const;
-  const TTable_Def* Table = nullptr;
-};
 
 class TRow_Store {
  public:
@@ -37,6 +25,9 @@ class TRow_Store {
   void Append(TStatement& statement, int column = 0);
   /// Adds a row taken over from another store of the same projection.
   void Append(const TRow_Store& other, std::size_t row);
+  /// Reads a row again, from a statement as Append takes it. False, with nothing changed, when its first
+  /// column has become another: then it is another row with the same number.
+  bool Read_Again(std::size_t row, TStatement& statement);
 
   std::int64_t Id(std::size_t row) const { return ids[row]; }
   std::int64_t Integer(std::size_t row, int slot) const { return Cell(row, slot).integer; }
@@ -48,9 +39,11 @@ class TRow_Store {
   /// Made at the first call and shared by later ones.
   TText Shared_Text(std::size_t row, int slot);
 
-  void Set(std::size_t row, int slot, std::int64_t value) { Cell(row, slot).integer = value; }
-  void Set(std::size_t row, int slot, double value) { Cell(row, slot).real = value; }
-  void Set(std::size_t row, int slot, std::string_view text);
+  /// The value's kind must be that of the column.
+  void Set(std::size_t row, int slot, const TValue& value);
+  /// Gives a statement the value of a column, by its position in the table. The rows must stay as they are
+  /// until the statement's Reset.
+  void Bind(std::size_t row, int column, TStatement& statement, int parameter) const;
 
  private:
   union TCell {
@@ -68,45 +61,13 @@ class TRow_Store {
     return cells[row * projection->Columns.size() + static_cast<std::size_t>(slot)];
   }
   TCell Stored(std::string_view text);
+  TValue Value(std::size_t row, int slot) const;
 
   const TProjection* projection;
   std::vector<std::int64_t> ids;
   std::vector<TCell> cells;
   std::vector<char> arena;
   std::vector<TText> shared;
-};
-
-/// Rows found by a unique text key, and keys known to be missing.
-class TRow_Cache {
- public:
-  TRow_Cache(const TProjection& projection, int key_slot)
-      : rows(projection), key_slot(key_slot), slots(64, Empty) {}
-
-  static constexpr std::int64_t Unknown = -2;
-  static constexpr std::int64_t Missing = -1;
-
-  /// A row of Rows(), or one of the two above; once all rows are in, nothing is unknown any more.
-  std::int64_t Find(std::string_view key) const;
-  void Add_Current(TStatement& statement);
-  void Add_Missing(std::string_view key);
-  void Set_Complete() { complete = true; }
-  TRow_Store& Rows() { return rows; }
-  std::size_t Size() const { return used; }
-
- private:
-  static constexpr std::uint32_t Empty = 0xffffffff;
-  static constexpr std::uint32_t Missing_Bit = 0x80000000;
-
-  std::string_view Key_At(std::uint32_t entry) const;
-  std::size_t Slot_For(std::string_view key) const;
-  void Put(std::string_view key, std::uint32_t entry);
-
-  TRow_Store rows;
-  int key_slot;
-  bool complete = false;
-  std::size_t used = 0;
-  std::vector<std::uint32_t> slots;  // a row, or Missing_Bit with a position in missing; open addressing
-  std::vector<std::string> missing;
 };
 
 }  // namespace Kt_data_01

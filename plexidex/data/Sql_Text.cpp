@@ -8,15 +8,66 @@ std::string Name_Of(const TTable_Def& table, int column) {
   return Quoted(table.Columns[static_cast<std::size_t>(column)].Name);
 }
 
-// Tells a row from another that has got its number.
+std::string From(const TTable_Def& table) {
+  return " FROM " + Quoted(table.Name) + " d";
+}
+
+std::string Select_List(const TProjection& columns, const std::string& alias) {
+  std::string list = alias + ".row_id";
+  for (const int column : columns.Columns) list += ", " + alias + "." + Name_Of(*columns.Table, column);
+  return list;
+}
+
+std::string Select(const TProjection& columns) {
+  return "SELECT " + Select_List(columns, "d") + From(*columns.Table);
+}
+
+std::string Order(const TTable_Def& table, const TRange_Shape& range, std::size_t from, bool ascending) {
+  std::string order = " ORDER BY ";
+  const char* direction = ascending ? "" : " DESC";
+  for (std::size_t i = from; i < range.Columns.size(); ++i)
+    order += Column_Sql(table, range.Columns[i]) + direction + ", ";
+  return order + "d.row_id" + direction;
+}
+
+// "(a, b) >= (?, ?)" over the index columns on which the ends differ, up to `to`, with the row number behind
+// them when wanted.
+std::string Tuple_Condition(const TTable_Def& table, const TRange_Shape& range, std::size_t to,
+                            bool with_row_id, const char* comparison) {
+  std::string left, right;
+  const auto add = [&](const std::string& column) {
+    left += (left.empty() ? "" : ", ") + column;
+    right += right.empty() ? "?" : ", ?";
+  };
+  for (std::size_t i = range.Equal; i < to; ++i) add(Column_Sql(table, range.Columns[i]));
+  if (with_row_id) add("d.row_id");
+  if (left.find(',') == std::string::npos) return left + comparison + right;
+  return "(" + left + ")" + comparison + "(" + right + ")";
+}
+
+std::string Where(const TTable_Def& table, const TRange_Shape& range, TStep step) {
+  std::string where;
+  const auto add = [&](const std::string& condition) {
+    where += (where.empty() ? " WHERE " : " AND ") + condition;
+  };
+  for (std::size_t i = 0; i < range.Equal; ++i) add(Column_Sql(table, range.Columns[i]) + " = ?");
+  if (step.From_Row)
+    add(Tuple_Condition(table, range, range.Columns.size(), true, step.Ascending ? " > " : " < "));
+  if (Needs_Low(range, step)) add(Tuple_Condition(table, range, range.Low, false, " >= "));
+  if (Needs_High(range, step)) add(Tuple_Condition(table, range, range.High, false, " <= "));
+  if (!range.Filter.empty()) add("(" + range.Filter + ")");
+  return where;
+}
+
+// Tells a row from a later one with the same number.
 std::string Row_Condition(const TTable_Def& table) {
   return " WHERE row_id = ? AND " + Name_Of(table, 0) + " = ?";
 }
 
 std::string Unmatched_Rows(const TTable_Def& table, std::string_view column, const TTable_Def& other,
                            std::string_view other_column) {
-  return " FROM " + Quoted(table.Name) + " d WHERE NOT EXISTS (SELECT 1 FROM " + Quoted(other.Name) +
-         " o WHERE o." + Quoted(other_column) + " = d." + Quoted(column) + ")";
+  return From(table) + " WHERE NOT EXISTS (SELECT 1 FROM " + Quoted(other.Name) + " o WHERE o." +
+         Quoted(other_column) + " = d." + Quoted(column) + ")";
 }
 
 }  // namespace
@@ -27,6 +78,58 @@ std::string Quoted(std::string_view name) {
 
 std::string Column_Sql(const TTable_Def& table, int column) {
   return "d." + Name_Of(table, column);
+}
+
+bool Needs_Low(const TRange_Shape& range, TStep step) {
+  return range.Low > range.Equal && !(step.From_Row && step.Ascending);
+}
+
+bool Needs_High(const TRange_Shape& range, TStep step) {
+  return range.High > range.Equal && !(step.From_Row && !step.Ascending);
+}
+
+std::string Fetch_Sql(const TProjection& columns, const TRange_Shape& range, const std::vector<TJoin>& joins,
+                      TStep step) {
+  const TTable_Def& table = *columns.Table;
+  std::string list = Select_List(columns, "d"), joined;
+  for (std::size_t i = 0; i < joins.size(); ++i) {
+    const TTable_Def& other = *joins[i].Columns->Table;
+    const std::string alias = "l" + std::to_string(i);
+    list += ", " + Select_List(*joins[i].Columns, alias);
+    joined += " LEFT JOIN " + Quoted(other.Name) + " " + alias + " ON " + alias + "." +
+              Name_Of(other, joins[i].Key) + " = " + Column_Sql(table, joins[i].Via);
+  }
+  return "SELECT " + list + From(table) + joined + Where(table, range, step) +
+         Order(table, range, range.Equal, step.Ascending) + " LIMIT ?";
+}
+
+std::string Count_Sql(const TTable_Def& table, const TRange_Shape& range) {
+  return "SELECT count(*)" + From(table) + Where(table, range, {});
+}
+
+std::string Find_Sql(const TProjection& columns, const TRange_Shape& range, std::size_t key_columns) {
+  std::string sql = Select(columns);
+  for (std::size_t i = 0; i < key_columns; ++i)
+    sql += (i ? " AND " : " WHERE ") + Column_Sql(*columns.Table, range.Columns[i]) + " = ?";
+  if (!range.Filter.empty()) sql += " AND (" + range.Filter + ")";
+  if (range.Unique && key_columns == range.Columns.size()) return sql;
+  return sql + Order(*columns.Table, range, key_columns, true) + " LIMIT 1";
+}
+
+std::string Row_Sql(const TProjection& columns) {
+  return Select(columns) + " WHERE d.row_id = ?";
+}
+
+std::string Blob_Sql(const TTable_Def& table, int column) {
+  return "SELECT " + Column_Sql(table, column) + From(table) + " WHERE d.row_id = ?";
+}
+
+std::string Scan_Sql(const TProjection& columns) {
+  return Select(columns);
+}
+
+std::string Largest_Row_Sql(const TTable_Def& table) {
+  return "SELECT max(row_id) FROM " + Quoted(table.Name);
 }
 
 std::string Insert_Sql(const TTable_Def& table, TColumn_Set columns) {

@@ -7,7 +7,9 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "Projection.h"
 #include "Schema.h"
 
 namespace Kt_data_01 {
@@ -16,6 +18,49 @@ namespace Kt_data_01 {
 std::string Quoted(std::string_view name);
 /// A column as conditions name it: the table stands under the alias d.
 std::string Column_Sql(const TTable_Def& table, int column);
+
+/// What decides the conditions of a range and its order, apart from its values.
+struct TRange_Shape {
+  std::vector<int> Columns;       // of the index
+  bool Unique = false;            // the index
+  std::size_t Low = 0, High = 0;  // how many leading columns each end of the range has
+  std::size_t Equal = 0;          // leading columns on which both ends agree
+  std::string Filter;             // a condition, or empty
+};
+
+/// One step of a walk through a range: up or down, and from a row or from the range's end.
+struct TStep {
+  bool Ascending = true, From_Row = false;
+};
+
+/// Rows that come along: those of `Columns` whose value in `Key` equals that in `Via` of the table walked.
+struct TJoin {
+  const TProjection* Columns;
+  int Key, Via;
+};
+
+// What reads rows gives the row's number and then the projection's columns.
+
+/// The next rows of a walk, in its order, each followed by the joined ones. Takes the values of the ends on
+/// which they agree; going on from a row, its other index columns and its number; of an end that is still
+/// ahead the other columns, the low one first; then how many rows at most.
+std::string Fetch_Sql(const TProjection& columns, const TRange_Shape& range, const std::vector<TJoin>& joins,
+                      TStep step);
+/// Whether an end is still ahead.
+bool Needs_Low(const TRange_Shape& range, TStep step);
+bool Needs_High(const TRange_Shape& range, TStep step);
+/// How many rows the range has. Takes what Fetch_Sql takes from the range's end, but for the number.
+std::string Count_Sql(const TTable_Def& table, const TRange_Shape& range);
+/// The first row whose leading index columns equal the values; the ends of the range do not count.
+std::string Find_Sql(const TProjection& columns, const TRange_Shape& range, std::size_t key_columns);
+/// A row by its number.
+std::string Row_Sql(const TProjection& columns);
+/// A column by its row's number.
+std::string Blob_Sql(const TTable_Def& table, int column);
+/// All rows.
+std::string Scan_Sql(const TProjection& columns);
+/// The largest row number; null in an empty table.
+std::string Largest_Row_Sql(const TTable_Def& table);
 
 /// Columns of a table, a bit for each by its position.
 using TColumn_Set = std::uint64_t;

@@ -29,6 +29,11 @@ struct TTable_Context {
       throw error;
     }
   }
+  const TColumn_Def& Column(TField field) const {
+    const auto position = static_cast<std::size_t>(field.Position);
+    if (position >= Def.Columns.size()) throw Error("read", "no column was named");
+    return Def.Columns[position];
+  }
   /// Throws when nothing may be written.
   void Check_Bracket(const char* operation) const {
     if (Database.Bracket_Depth() == 0) throw Error(operation, "no update is open");
@@ -36,6 +41,7 @@ struct TTable_Context {
 
   /// A number that moves with every change of the table.
   std::uint64_t Serial() const { return Database.Table_Serial(Number); }
+  /// To be called after each change.
   void Changed() const { Database.Table_Changed(Number); }
 
   TDatabase& Database;

@@ -5,6 +5,7 @@
 
 #include "Kt_util_01.h"
 #include "Row_Sets.h"
+#include "Sql_Text.h"
 #include "Temporary_Database.h"
 #include "Test_Seams.h"
 
@@ -208,6 +209,26 @@ TEST_F(Table, Notices_That_A_Row_Has_Gone_Under_It) {
   FailUpdate("tag");
 }
 
+TEST_F(Table, Changes_Rows_That_Begin_With_A_Number) {
+  In_Update([&] {
+    TTable holidays("KT_Holidays", "HolidayDate");
+    const TField name = holidays.Field("Name");
+    for (const double day : {2.0, 1.0}) {
+      holidays.Insert();
+      holidays.SetFields({day, "New", "X"});
+      PostUpdate(holidays);
+    }
+    holidays.First();
+    holidays.Edit();
+    holidays.Set(name, "Changed");
+    PostUpdate(holidays);
+    holidays.Next();
+    holidays.Delete();
+    EXPECT_TRUE(holidays.Eof());
+  });
+  EXPECT_EQ(Query_Text("SELECT group_concat(HolidayDate || Name) FROM KT_Holidays"), "1.0Changed");
+}
+
 TEST_F(Table, Blobs_Are_Kept_Byte_For_Byte) {
   std::string bytes;
   for (int i = 0; i < 1000; ++i) bytes += static_cast<char>(i);
@@ -296,6 +317,11 @@ TEST_F(Table, Caches_And_Prefetched_Rows_Never_Show_What_Is_No_Longer_So) {
     PostUpdate(events);
     ASSERT_TRUE(along.FindKey({walk.Text(event_field)}));
     EXPECT_EQ(along.Text(title), "Fourth");
+    walk.SetRange({database.Book().Key, 3.0}, {database.Book().Key, 3.0});
+    walk.First();
+    ASSERT_TRUE(walk.FindKey({database.Book().Key, 5.0})) << "outside the range";
+    ASSERT_TRUE(along.FindKey({walk.Text(event_field)}));
+    EXPECT_EQ(along.Text(Events_Table.Field("Key")), keys[5]);
   });
 }
 
@@ -311,16 +337,20 @@ TEST_F(Table, Keys_Are_Found_By_Their_Exact_Ending) {
 }
 
 TEST_F(Table, A_Long_Walk_Over_A_Range_Uses_Its_Index) {
-  for (const char* sql : {"EXPLAIN QUERY PLAN SELECT d.row_id FROM KT_Events_Data d WHERE d.Book = ? AND "
-                          "(d.EventDate, d.row_id) > (?, ?) AND "
-                          "d.EventDate <= ? ORDER BY d.EventDate, d.row_id LIMIT ?",
-                          "EXPLAIN QUERY PLAN SELECT d.row_id FROM KT_Events_Data d WHERE d.Contact = ? AND "
-                          "(d.EventDate, d.row_id) < (?, ?) "
-                          "AND d.EventDate >= ? ORDER BY d.EventDate DESC, d.row_id DESC LIMIT ?"}) {
-    const auto plan = Shared_Database().Engine().Prepare(sql);
-    while (plan->Step()) {
-      EXPECT_EQ(std::string(plan->Text(3)).find("TEMP B-TREE"), std::string::npos) << plan->Text(3);
-      EXPECT_NE(std::string(plan->Text(3)).find("EventDate"), std::string::npos) << plan->Text(3);
+  const TTable_Def& table = Table_Def("KT_Events_Data");
+  const TProjection columns(table, {"Key"});
+  for (const char* owner : {"Book", "Contact"}) {
+    TRange_Shape range;
+    range.Columns = {table.Column(owner), table.Column("EventDate")};
+    range.Low = range.High = 2;
+    range.Equal = 1;
+    for (const TStep step : {TStep{true, false}, TStep{true, true}, TStep{false, true}}) {
+      const std::string sql = Fetch_Sql(columns, range, {}, step);
+      const auto plan = Shared_Database().Engine().Prepare("EXPLAIN QUERY PLAN " + sql);
+      while (plan->Step()) {
+        EXPECT_EQ(plan->Text(3).find("TEMP B-TREE"), std::string::npos) << sql << '\n' << plan->Text(3);
+        EXPECT_NE(plan->Text(3).find("EventDate>"), std::string::npos) << sql << '\n' << plan->Text(3);
+      }
     }
   }
 }
