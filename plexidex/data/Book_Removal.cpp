@@ -1,6 +1,6 @@
 #include <vector>
 
-#include "Contacts.h"
+#include "Books.h"
 #include "Kt_data_01.h"
 #include "Row_Sets.h"
 
@@ -13,7 +13,7 @@ std::vector<std::string> Masters_Of(std::string_view book) {
   TTable occurrences(Events_Data, "BookandDate", {"Event"});
   occurrences.SetRange({book}, {book});
   const TField event = occurrences.Field("Event");
-  // A set's occurrences mostly follow one another only by date, so a master may come more than once.
+  // Ordered by date, the occurrences of several sets mix: a master may be listed more than once.
   for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
     if (masters.empty() || masters.back() != occurrences.Text(event))
       masters.emplace_back(occurrences.Text(event));
@@ -25,10 +25,10 @@ std::vector<std::string> Masters_Of(std::string_view book) {
 
 void Delete_Book(std::string_view book) {
   const std::vector<std::string> masters = Masters_Of(book);
-  // What refers to something goes before it.
+  // A row is deleted before the row that it refers to.
   struct TStep {
     std::string_view Table, Column;
-    std::string_view Owners = {};  // whose keys the column holds; without them it holds the book's
+    std::string_view Owners = {};  // table whose keys the column holds; if empty, it holds the book's key
   };
   constexpr TStep occurrences_first[] = {
       {"KT_Alarms", "Key", "KT_Events_Data"},

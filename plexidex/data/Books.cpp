@@ -1,6 +1,6 @@
 #include "Books.h"
 
-#include "Database.h"
+#include "Contacts.h"
 #include "Kt_util_01.h"
 
 namespace Kt_data_01 {
@@ -34,52 +34,20 @@ TBook Create_Book(std::string_view name) {
   return book;
 }
 
+bool Rename_Book(std::string_view book, std::string_view name) {
+  TTable books(Books_Table, "Key");
+  if (!books.FindKey({book})) return false;
+  books.Edit();
+  books.Set(books.Field("BookName"), name);
+  PostUpdate(books);
+  Rename_Contact(Calendar_Of_Book(book), name);
+  return true;
+}
+
 std::string Calendar_Of_Book(std::string_view book) {
   TTable cursor(Contacts_Table, "TypeBookandParent", {"Key"});
   if (!cursor.FindKey({Contact_Type_Calendar, book, ""})) return {};
   return std::string(cursor.Text(cursor.Field("Key")));
-}
-
-std::string Create_Contact(std::string_view book, std::string_view display_name, std::string_view parent,
-                           int type) {
-  const std::string key = Kt_util_01::Get_GUID();
-  TTable cursor(Contacts_Table);
-  cursor.Insert();
-  cursor.SetFields({key, display_name, type, book, parent, "", Kt_util_01::User_Key(), false,
-                    Kt_util_01::User_Key(), Kt_util_01::Now()});
-  PostUpdate(cursor);
-  return key;
-}
-
-bool Set_Contact_Deleted(std::string_view contact, bool deleted) {
-  TTable cursor(Contacts_Table, "Key");
-  if (!cursor.FindKey({contact})) return false;
-  cursor.Edit();
-  cursor.Set(cursor.Field("Deleted"), deleted);
-  cursor.Set(cursor.Field("ModifiedBy"), Kt_util_01::User_Key());
-  cursor.Set(cursor.Field("ModifiedAt"), Kt_util_01::Now());
-  PostUpdate(cursor);
-  return true;
-}
-
-std::string Create_User(std::string_view name, bool administrator) {
-  const std::string key = Kt_util_01::Get_GUID();
-  TTable cursor("KT_Users");
-  cursor.Insert();
-  cursor.SetFields({key, name, administrator});
-  PostUpdate(cursor);
-  return key;
-}
-
-void Set_Rights(std::string_view owner, std::string_view user, const TRights& rights) {
-  TTable cursor("KT_Rights", "OwnerandUser");
-  if (cursor.FindKey({owner, user})) {
-    cursor.Edit();
-  } else {
-    cursor.Insert();
-  }
-  cursor.SetFields({owner, user, rights.Create, rights.Update, rights.Delete, rights.See});
-  PostUpdate(cursor);
 }
 
 }  // namespace Kt_data_01

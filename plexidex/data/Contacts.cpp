@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "Books.h"
-#include "Database.h"
 #include "Kt_util_01.h"
 
 namespace Kt_data_01 {
@@ -14,22 +12,12 @@ std::string Other_Column(std::size_t number) {
   return "Other_" + std::to_string(number + 1);
 }
 
-// The host's own details are those of no template.
+// The host's own details belong to no template.
 constexpr std::string_view No_Template = {};
 
 void Touch(TTable& contacts) {
   contacts.Set(contacts.Field("ModifiedBy"), Kt_util_01::User_Key());
   contacts.Set(contacts.Field("ModifiedAt"), Kt_util_01::Now());
-}
-
-bool Set_Name(std::string_view key, std::string_view name) {
-  TTable contacts(Contacts_Table, "Key");
-  if (!contacts.FindKey({key})) return false;
-  contacts.Edit();
-  contacts.Set(contacts.Field("DisplayName"), name);
-  Touch(contacts);
-  PostUpdate(contacts);
-  return true;
 }
 
 bool Find_Details(TTable& details, std::string_view contact) {
@@ -67,6 +55,37 @@ std::optional<TContact> Find_Contact(std::string_view key) {
                   contacts.Boolean(contacts.Field("Deleted"))};
 }
 
+std::string Create_Contact(std::string_view book, std::string_view display_name, std::string_view parent,
+                           int type) {
+  const std::string key = Kt_util_01::Get_GUID();
+  TTable cursor(Contacts_Table);
+  cursor.Insert();
+  cursor.SetFields({key, display_name, type, book, parent, "", Kt_util_01::User_Key(), false,
+                    Kt_util_01::User_Key(), Kt_util_01::Now()});
+  PostUpdate(cursor);
+  return key;
+}
+
+bool Rename_Contact(std::string_view contact, std::string_view name) {
+  TTable contacts(Contacts_Table, "Key");
+  if (!contacts.FindKey({contact})) return false;
+  contacts.Edit();
+  contacts.Set(contacts.Field("DisplayName"), name);
+  Touch(contacts);
+  PostUpdate(contacts);
+  return true;
+}
+
+bool Set_Contact_Deleted(std::string_view contact, bool deleted) {
+  TTable contacts(Contacts_Table, "Key");
+  if (!contacts.FindKey({contact})) return false;
+  contacts.Edit();
+  contacts.Set(contacts.Field("Deleted"), deleted);
+  Touch(contacts);
+  PostUpdate(contacts);
+  return true;
+}
+
 TContact_Details Read_Contact_Details(std::string_view contact) {
   TContact_Details read;
   TTable details(Contacts_Data, "ContactandTemplate");
@@ -77,7 +96,7 @@ TContact_Details Read_Contact_Details(std::string_view contact) {
 }
 
 bool Write_Contact(std::string_view contact, std::string_view name, const TContact_Details& written) {
-  if (!Set_Name(contact, name)) return false;
+  if (!Rename_Contact(contact, name)) return false;
   TTable details(Contacts_Data, "ContactandTemplate");
   if (Find_Details(details, contact)) {
     details.Edit();
@@ -114,16 +133,6 @@ void Set_Other_Labels(std::string_view book, const TOther_Texts& labels) {
   }
   for (std::size_t i = 0; i < Other_Fields; ++i) fields.Set(fields.Field(Other_Column(i)), labels[i]);
   PostUpdate(fields);
-}
-
-bool Rename_Book(std::string_view book, std::string_view name) {
-  TTable books(Books_Table, "Key");
-  if (!books.FindKey({book})) return false;
-  books.Edit();
-  books.Set(books.Field("BookName"), name);
-  PostUpdate(books);
-  Set_Name(Calendar_Of_Book(book), name);
-  return true;
 }
 
 }  // namespace Kt_data_01

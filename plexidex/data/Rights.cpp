@@ -1,20 +1,21 @@
+#include "Rights.h"
+
 #include <array>
 #include <optional>
 #include <string>
 #include <unordered_map>
 
-#include "Books.h"
 #include "Database.h"
 #include "Kt_util_01.h"
 
 namespace Kt_data_01 {
 
-// Both belong to databases with users, which the windows cannot set up yet.
+// Both are for databases with users, which the windows cannot set up yet.
 bool DB_Permissions = false, DB_Secure = false;
 
 namespace {
 
-// What the rights of a whole list come down to, kept while no table they rest on changes.
+// Caches the rights by owner until a table that they depend on changes.
 class TRights_Cache {
  public:
   bool Allowed(std::string_view owner, int level, std::string_view user) {
@@ -43,7 +44,7 @@ class TRights_Cache {
 
   void Keep_Up() {
     TDatabase& database = Shared_Database();
-    if (!database.Is_Stable()) TSnapshot glance;  // notices what other connections have changed
+    if (!database.Is_Stable()) TSnapshot glance;  // notices changes of other connections
     const std::array<std::uint64_t, 4> now{database.Opening(), database.Table_Serial(users),
                                            database.Table_Serial(rights), database.Table_Serial(contacts)};
     if (now == seen) return;
@@ -67,9 +68,9 @@ class TRights_Cache {
                    table.Boolean(table.Field("Level3")), table.Boolean(table.Field("Level4"))};
   }
 
-  // The owner's own rights, or else its folder's, its folder's folder's, or its book's.
+  // The owner's own rights, or else those of the nearest folder that has some, or of its book.
   static TLevels Levels_Of(std::string_view owner, std::string_view user) {
-    constexpr int Deepest_Folder = 64;  // a circle of folders must not hang the program
+    constexpr int Deepest_Folder = 64;  // also ends a cycle of folders
     std::string at(owner), book;
     TTable table("KT_Contacts", "Key");
     const TField parent = table.Field("Parent"), book_field = table.Field("Book");
@@ -116,6 +117,26 @@ std::vector<TUser> Get_User_List() {
   }
   if (users.empty()) users.push_back({Kt_util_01::User_Key(), "Owner"});
   return users;
+}
+
+std::string Create_User(std::string_view name, bool administrator) {
+  const std::string key = Kt_util_01::Get_GUID();
+  TTable cursor("KT_Users");
+  cursor.Insert();
+  cursor.SetFields({key, name, administrator});
+  PostUpdate(cursor);
+  return key;
+}
+
+void Set_Rights(std::string_view owner, std::string_view user, const TRights& rights) {
+  TTable cursor("KT_Rights", "OwnerandUser");
+  if (cursor.FindKey({owner, user})) {
+    cursor.Edit();
+  } else {
+    cursor.Insert();
+  }
+  cursor.SetFields({owner, user, rights.Create, rights.Update, rights.Delete, rights.See});
+  PostUpdate(cursor);
 }
 
 }  // namespace Kt_data_01

@@ -5,7 +5,9 @@
 #include <string>
 
 #include "Books.h"
+#include "Contacts.h"
 #include "Database.h"
+#include "Rights.h"
 
 /// A folder of its own for one test, removed with everything in it.
 class TTemporary_Folder {
