@@ -1,6 +1,6 @@
 #pragma once
 
-// KTDATA01: the host's shared database as the calendar module sees it. One thread.
+// KTDATA01: the host's shared database as the calendar module sees it. To be used by one thread.
 
 #include <cstdint>
 #include <functional>
@@ -20,23 +20,21 @@ namespace Kt_data_01 {
 
 using Kt_util_01::TDateTime;
 
-class TDatabase;
-
-/// A table operation that failed: says which operation on which table, and the database's own words.
+/// A failed table operation: the operation, the table, and the reason as the database states it.
 class EData_Error : public std::runtime_error {
  public:
   EData_Error(std::string operation, std::string table, std::string reason);
   const std::string Operation, Table, Reason;
 };
 
-/// Thrown by a body whose part has failed and has been reported already: FailUpdate then undoes without a
-/// second report.
+/// Thrown inside a bracket when a part of it has failed and has been reported: FailUpdate then undoes without
+/// a second report.
 class EAlready_Reported : public std::exception {
  public:
   const char* what() const noexcept override { return "a part of the update failed and was reported"; }
 };
 
-/// One value going into a table or a key. Texts are not copied: the value lives no longer than its text.
+/// A value of a row or a key. Texts are not copied and must outlive it.
 class TValue {
  public:
   enum class TKind { Integer, Real, Text };
@@ -66,22 +64,21 @@ class TValue {
 
 using TValues = std::initializer_list<TValue>;
 
-/// A column of a table, by position from 0. Look it up once and keep it: it holds for every cursor on that
-/// table, for the life of the program.
+/// A column of a table, by position from 0. Look it up once and keep it: it is valid for every cursor on that
+/// table until the program ends.
 struct TField {
   int Position = -1;
 };
 
-/// A positioned view of one table. Reads happen in batches behind it; no statement stays open between two
-/// calls. Every operation may throw EData_Error; inside an update bracket that also marks the bracket as
-/// failed.
+/// A positioned view of one table, which reads rows in batches; no statement stays open between two calls.
+/// Every operation may throw EData_Error; inside an update bracket that also marks the bracket as failed.
 class TTable {
  public:
-  /// A table of the shared database, ordered by an index as after Set_Index; opens nothing by itself.
+  /// A table of the shared database, ordered as by Set_Index. May be created while no database is open.
   explicit TTable(std::string_view name, std::string_view index = {});
-  /// A cursor of its own on the same table, without range, filter or cache; ordered by an index as after
-  /// Set_Index, or in natural order. With column names it reads only these and its indexes' columns; reading
-  /// another throws.
+  /// A cursor of its own on the same table, without range, filter or cache, ordered as by Set_Index or in
+  /// natural order. With column names it reads only these, the table's first column and those of its index;
+  /// access to another throws.
   explicit TTable(TTable& table, std::initializer_list<std::string_view> columns = {});
   explicit TTable(TTable& table, std::string_view index,
                   std::initializer_list<std::string_view> columns = {});
@@ -91,28 +88,28 @@ class TTable {
   TTable& operator=(const TTable&) = delete;
 
   const std::string& Name() const;
-  /// Throws EData_Error for a name that the table has not; case-blind.
+  /// Throws EData_Error for an unknown column; case-insensitive.
   TField Field(std::string_view column) const;
 
-  /// Orders by an index, rows of equal key by age; "" is the natural order, by age. Drops range and position.
+  /// Orders by an index, and rows with equal keys by insertion; "" is the natural order, by insertion. Clears
+  /// range and position. Throws EData_Error for an unknown index; case-insensitive.
   void Set_Index(std::string_view index);
-  /// Positions on the first row whose leading index columns equal the values. Not found: false, at the end.
-  /// Ignores the range, heeds the filter.
+  /// Positions on the first row whose leading index columns equal the values; if there is none, returns false
+  /// and positions at the end. Ignores the range, but not the filter.
   bool FindKey(TValues key);
-  /// Restricts the walk to keys from `low` to `high`, both included, compared by their leading columns.
-  /// Positions before the first row; go there with First or Last.
+  /// Restricts the view to keys from `low` to `high`, both included, compared by their leading columns.
+  /// Clears the position: call First or Last.
   void SetRange(TValues low, TValues high);
   void CancelRange();
-  /// Restricts to rows that meet an expression such as "(Deleted = False) and (Type = 0)": columns compared
-  /// by =, <>,
-  /// <, <=, >, >= with numbers, quoted texts, True or False, joined by and, or, not and brackets. "" lifts
-  /// it. Throws EData_Error for an expression that cannot be read.
+  /// Restricts the view to rows that meet an expression such as "(Deleted = False) and (Type = 0)": columns
+  /// compared by =, <>, <, <=, > or >= with numbers, quoted texts, True or False, combined by and, or, not
+  /// and parentheses. "" removes the filter. Throws EData_Error for an expression that cannot be parsed.
   void Set_Filter(std::string_view expression);
 
-  /// Has rows of another table come along whenever this view reads ahead: those whose unique key, by the
-  /// index that table stands on, equals this view's column `via`. FindKey there then finds the current row's
-  /// without asking the database. Inside a snapshot or a bracket only; elsewhere, and for other keys, FindKey
-  /// asks. Both views must live equally long and keep their indexes.
+  /// Reads rows of another table along with this view's batches: those whose unique key, by the index of
+  /// `looked_up`, equals this view's column `via`. Inside a snapshot or bracket, looked_up.FindKey then finds
+  /// the row that belongs to this view's current row without a query; it is valid until this view moves. Both
+  /// views must live equally long and keep their indexes.
   void Prefetch(TField via, TTable& looked_up);
 
   void First();
@@ -121,7 +118,7 @@ class TTable {
   void Prior();
   bool Eof() const;
   bool Bof() const;
-  /// How many rows the walk from First would meet.
+  /// The number of rows in range and filter.
   std::int64_t Record_Count() const;
 
   std::string_view Text(TField field) const;  // valid until the view moves
@@ -129,11 +126,11 @@ class TTable {
   std::int64_t Integer(TField field) const;
   bool Boolean(TField field) const;
   TDateTime DateTime(TField field) const;
-  /// The whole of a blob column; empty when none was ever written.
+  /// The content of a blob column; empty when none was ever written.
   std::string Blob(TField field) const;
 
-  /// Begin a new row, or a change of the current one; written by PostUpdate, forgotten by Cancel or by moving
-  /// on. Edit reads the row again and throws when it is gone.
+  /// Begin a new row, or a change of the current one; written by PostUpdate, discarded by Cancel or by
+  /// moving. Edit reads the row again and throws if it has been deleted.
   void Insert();
   void Edit();
   void Cancel();
@@ -156,8 +153,8 @@ class TTable {
 class TBlob_Stream {
  public:
   enum class TMode { Read, Write };
-  /// Opening for writing empties the column; the table must be inserting or editing. What was written reaches
-  /// the pending row when the stream is freed.
+  /// Opening for writing empties the column; the table must be inserting or editing. The destructor puts what
+  /// was written into the pending row.
   TBlob_Stream(TTable& table, TField field, TMode mode);
   ~TBlob_Stream();
   TBlob_Stream(const TBlob_Stream&) = delete;
@@ -200,41 +197,37 @@ inline constexpr int Contact_Type_Calendar = 2;
 /// Key of a book's calendar record; "" for an unknown book.
 std::string Calendar_Of_Book(std::string_view book);
 
-/// Switches record caching on and off around a long scan. Rows found by a unique key are then kept, and a
-/// table of which much is looked up is scanned ahead once. The cache serves only inside a snapshot or a
-/// bracket and dies with any change of the data, so that it never shows what is no longer so.
+/// Switches record caching on and off around a long scan: rows found by a unique key are kept, and a table in
+/// which much is looked up is read as a whole. The cache is used only inside a snapshot or bracket, and
+/// emptied when the table changes.
 void Set_Cache(TTable& table);
 void Cache_Off(TTable& table);
 
-/// While one lives, all reads see one state of the database, unless an update is started meanwhile. They
+/// While one exists, all reads see the same state of the database, until an update is started. Snapshots
 /// nest.
 class TSnapshot {
  public:
   TSnapshot();
-  explicit TSnapshot(TDatabase& database);
   ~TSnapshot();
   TSnapshot(const TSnapshot&) = delete;
   TSnapshot& operator=(const TSnapshot&) = delete;
-
- private:
-  TDatabase* database;
 };
 
 // ---- the update bracket --------------------------------------------------------------------------------
 
-/// Opens a bracket; brackets nest, an inner one can be undone by itself. False when the database is
-/// read-only, or stays locked by another writer past the busy time, or is not open: then nothing may be
-/// written and no bracket is open, and the host tells the user why, once.
+/// Opens a bracket; brackets nest, an inner one can be undone by itself. False, with no bracket opened, when
+/// the database is read-only, or remains locked by another writer beyond the busy time, or is not open; the
+/// host then tells the user why, once.
 bool Start_Update();
-/// Writes the table's pending insert or edit. Without one it does nothing.
+/// Writes the table's pending insert or edit; does nothing without one.
 void PostUpdate(TTable& table);
-/// Closes the bracket and keeps what it wrote. In a bracket that has failed (a table operation threw, or an
-/// exception is passing through) it undoes everything instead; it then throws EData_Error unless an exception
-/// is under way already. Throws EData_Error, with everything undone, when the database cannot commit.
+/// Closes the bracket and keeps what it wrote. If the bracket has failed (a table operation threw, or an
+/// exception is being thrown through it), it undoes the bracket instead and throws EData_Error, unless an
+/// exception is in flight. Throws EData_Error, with the bracket undone, when the database cannot commit.
 void EndUpdate();
 /// To be called from the handler of the exception that ended the bracket: undoes the bracket unless EndUpdate
-/// has done so, and reports the failure once, with the tag; the report is shown when no bracket is open any
-/// more. Cancels the ranges and pending changes of the module's tables. Never throws.
+/// has done so, and reports the failure once, with the tag, after the outermost bracket has closed. Cancels
+/// the ranges and pending changes of the module's tables. Never throws.
 void FailUpdate(std::string_view tag);
 /// Reports a failed read, from the handler of its exception. Never throws.
 void FailRead(std::string_view tag);
@@ -262,11 +255,11 @@ std::vector<TUser> Get_User_List();
 /// "" for an unknown key.
 std::string Get_UserName(std::string_view user);
 
-/// Remembers the event that a new entry's editor stands on while it is open, for the current user, so that it
-/// can be removed should the program die; inside a bracket only.
+/// Records, for the current user, the event that an editor has created for a new entry, so that it can be
+/// removed if the program is killed; inside a bracket only.
 void Note_Open_Editor(std::string_view event);
 void Forget_Open_Editor(std::string_view event);
-/// What the current user's editors have noted and not forgotten.
+/// The events recorded for the current user.
 std::vector<std::string> Noted_Editors();
 
 /// Writes a journal entry; inside a bracket only. `minutes` is the time spent.

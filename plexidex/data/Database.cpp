@@ -61,9 +61,9 @@ void TDatabase::Open(const std::string& file, TMode mode, const TSqlite_Options&
   }
 }
 
-void TDatabase::Adopt(std::unique_ptr<TEngine> new_engine) {
+void TDatabase::Adopt(std::unique_ptr<TEngine> adopted) {
   Close();
-  engine = std::move(new_engine);
+  engine = std::move(adopted);
   ++opening;
   All_Changed();
 }
@@ -174,7 +174,7 @@ void TDatabase::FailUpdate(std::string_view tag) noexcept {
                                                 "\n\n" + std::string(tag));
     }
   } catch (...) {
-    // Out of memory while telling of a failure: the update is undone, which is what matters.
+    // Out of memory while composing the report: the update is undone all the same.
   }
   Show_Reports();
 }
@@ -291,12 +291,11 @@ bool Update_Is_Open() {
   return Shared_Database().Bracket_Depth() > 0;
 }
 
-TSnapshot::TSnapshot() : TSnapshot(Shared_Database()) {}
-TSnapshot::TSnapshot(TDatabase& of) : database(&of) {
-  database->Enter_Snapshot();
+TSnapshot::TSnapshot() {
+  Shared_Database().Enter_Snapshot();
 }
 TSnapshot::~TSnapshot() {
-  database->Leave_Snapshot();
+  Shared_Database().Leave_Snapshot();
 }
 
 }  // namespace Kt_data_01

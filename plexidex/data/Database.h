@@ -15,17 +15,19 @@
 
 namespace Kt_data_01 {
 
-/// Has a table view forget what a failed update may have spoilt.
+/// A table view, as its database knows it.
 class TTable_Link {
  public:
+  /// Called after an update was undone and when the database is closed: the view drops its pending row and
+  /// what it has read.
   virtual void After_Failure() noexcept = 0;
 
  protected:
   ~TTable_Link() = default;
 };
 
-/// One connection: its statements, its update bracket, and the numbers by which caches and read-ahead notice
-/// change. Opened and closed explicitly.
+/// One connection: its prepared statements, its update bracket, and the serials that tell whether rows read
+/// earlier are still current. Opened and closed explicitly.
 class TDatabase {
  public:
   enum class TMode { Create_If_Missing, Must_Exist };
@@ -35,21 +37,21 @@ class TDatabase {
   TDatabase(const TDatabase&) = delete;
   TDatabase& operator=(const TDatabase&) = delete;
 
-  /// Opens a file, brings an older schema up to date, or makes a new database with its parent folders. Throws
-  /// EOpen_Error and changes nothing when the file is no database, one of another program, or of a newer
-  /// schema.
+  /// Opens a file and migrates an older schema, or creates a database and its parent folders. Throws
+  /// EOpen_Error and changes nothing when the file is not a database, belongs to another program, or has a
+  /// newer schema.
   void Open(const std::string& path, TMode mode, const TSqlite_Options& options = {});
-  /// Takes an engine whose schema is in place. For tests that put faults between table layer and engine.
-  void Adopt(std::unique_ptr<TEngine> new_engine);
-  /// Undoes what is still open.
+  /// Uses an engine whose schema exists. For tests that inject faults between table layer and engine.
+  void Adopt(std::unique_ptr<TEngine> adopted);
+  /// Rolls back what is still open.
   void Close() noexcept;
   bool Is_Open() const { return engine != nullptr; }
   const std::string& Path() const { return path; }
-  /// Counts openings, so that views know when their statements died.
+  /// A number that changes when the database is opened or closed, which ends the life of its statements.
   std::uint64_t Opening() const { return opening; }
 
   TEngine& Engine();
-  /// Prepared once and kept. No user may leave it un-reset.
+  /// Prepared once and shared by all who use the same text: everybody must reset it after use.
   TStatement& Statement(const std::string& sql);
 
   bool Start_Update();
@@ -57,16 +59,16 @@ class TDatabase {
   void FailUpdate(std::string_view tag) noexcept;
   void FailRead(std::string_view tag) noexcept;
   int Bracket_Depth() const { return static_cast<int>(brackets.size()); }
-  /// To be called when an operation has thrown.
+  /// Marks the open bracket as failed. To be called when an operation has thrown.
   void Operation_Failed(const std::string& reason) noexcept;
 
   void Enter_Snapshot();
   void Leave_Snapshot() noexcept;
-  /// Inside a snapshot or a bracket: nobody else's change can come in between.
+  /// Whether a snapshot or a bracket is open, so that no other connection's change becomes visible.
   bool Is_Stable() const { return reading || !brackets.empty(); }
 
-  /// A number that moves with every change of a table, by whomever; other connections' changes are noticed at
-  /// the beginning of a snapshot or bracket.
+  /// A number that increases with every change of a table. Changes by other connections are noticed when a
+  /// snapshot or a bracket begins.
   std::uint64_t Table_Serial(std::size_t table) const { return serials[table]; }
   void Table_Changed(std::size_t table) { ++serials[table]; }
 
@@ -75,7 +77,7 @@ class TDatabase {
 
  private:
   struct TBracket {
-    int Exceptions;  // under way when it began
+    int Exceptions;  // how many were in flight when it began
     bool Failed = false;
     std::string Reason;
   };
@@ -101,11 +103,10 @@ class TDatabase {
   std::string last_refusal;
 };
 
-/// A statement of one user, prepared when it is first needed, and again when the database has been opened
-/// anew.
+/// Keeps a prepared statement at hand; prepares it at first use, and again after the database was reopened.
 class TPrepared {
  public:
-  /// `text` is called for the statement's text only where it has to be prepared.
+  /// Calls `text` for the SQL only when the statement has to be prepared.
   template <class TText>
   TStatement& Get(TDatabase& database, TText text) {
     if (!statement || opening != database.Opening()) {
@@ -114,7 +115,7 @@ class TPrepared {
     }
     return *statement;
   }
-  /// To be called when the text would be another.
+  /// To be called when the SQL would now be different.
   void Forget() noexcept { statement = nullptr; }
 
  private:

@@ -1,7 +1,7 @@
 #pragma once
 
-// The seam between the table layer and a database engine. The table layer writes portable SQL with "?" for
-// values and "row_id" for the engine's own ascending row number; everything else about an engine stays behind
+// The interface between the table layer and a database engine. The table layer writes portable SQL with "?"
+// for parameters and "row_id" for the engine's ascending row ID; everything else about an engine is behind
 // this header.
 
 #include <cstdint>
@@ -14,7 +14,7 @@
 
 namespace Kt_data_01 {
 
-/// The engine's own words for what went wrong.
+/// An error of the engine, with its message.
 class EEngine_Error : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -22,28 +22,27 @@ class EEngine_Error : public std::runtime_error {
 
 enum class TColumn_Type { Text, Integer, Boolean, DateTime, Blob };
 
-/// A prepared statement. Columns and parameters count from 0. Every call may throw EEngine_Error; Reset does
-/// not.
+/// A prepared statement. Columns and parameters count from 0. Everything but Reset may throw EEngine_Error.
 class TStatement {
  public:
   virtual ~TStatement() = default;
   virtual void Bind(int parameter, std::int64_t value) = 0;
   virtual void Bind(int parameter, double value) = 0;
-  /// Not copied: must stay as it is until Reset.
+  /// Not copied: must stay valid until Reset.
   virtual void Bind(int parameter, std::string_view text) = 0;
   virtual void Bind_Blob(int parameter, std::string_view bytes) = 0;
-  /// True while there is a row.
+  /// Executes up to the next row; false when there is none.
   virtual bool Step() = 0;
   virtual std::int64_t Integer(int column) = 0;
   virtual double Real(int column) = 0;
   /// Valid until the next Step or Reset.
   virtual std::string_view Text(int column) = 0;
   virtual std::string_view Blob(int column) = 0;
-  /// Ends the execution, so that no reader stays open, and frees the bound values.
+  /// Ends the execution, so that no read transaction stays open, and clears the parameters.
   virtual void Reset() noexcept = 0;
 };
 
-/// Resets a statement however its use ends.
+/// Resets a statement at the end of the scope.
 class TUse {
  public:
   explicit TUse(TStatement& statement) : statement(statement) {}
@@ -57,10 +56,10 @@ class TUse {
   TStatement& statement;
 };
 
-/// What a database says of itself.
+/// What the file says about itself.
 struct TIdentity {
-  bool Empty = false;        // nothing was ever made in it
-  std::int64_t Program = 0;  // whose it is; 0 when it does not say
+  bool Empty = false;        // contains no tables
+  std::int64_t Program = 0;  // ID of the program it belongs to; 0 when none is stated
   std::int64_t Version = 0;  // of its schema
 };
 
@@ -69,42 +68,41 @@ class TEngine {
   virtual ~TEngine() = default;
 
   virtual TIdentity Identify() = 0;
-  /// Writes down whose the database is and the version of its schema, inside the transaction that makes it
-  /// so.
+  /// Records program ID and schema version; to be called inside the transaction that creates or migrates the
+  /// schema.
   virtual void Stamp(std::int64_t program, std::int64_t version) = 0;
-  /// How a column of this type is declared, with its default; `number` is that of numbers.
+  /// The declaration of a column of this type; `number` is its default if it is a number.
   virtual std::string Column_Declaration(TColumn_Type type, std::int64_t number) = 0;
-  /// How the column `row_id` is declared.
+  /// The declaration of the column `row_id`.
   virtual std::string Row_Id_Declaration() = 0;
 
-  /// To be called once the file is known to be ours: settings that the file remembers.
+  /// Applies the settings that are stored in the file; to be called once it is known to be this program's.
   virtual void Prepare_Storage() = 0;
 
   virtual std::unique_ptr<TStatement> Prepare(std::string_view sql) = 0;
-  /// Runs statements that give no rows.
+  /// Runs one or more statements that return no rows.
   virtual void Execute(const std::string& sql) = 0;
 
-  /// Begins a write transaction, waiting for another writer no longer than the busy time. When the database
-  /// cannot be written, nothing is open and the reason is returned, in the user's words.
+  /// Begins a write transaction, waiting for another writer no longer than the busy time. When that fails, no
+  /// transaction is open, and the reason is returned as a text for the user.
   virtual std::optional<std::string> Begin_Write() = 0;
   virtual void Begin_Read() = 0;
   virtual void Commit() = 0;
   virtual void Rollback() noexcept = 0;
-  /// A part of the open transaction that can be undone by itself. The first has level 1, one inside it level
-  /// 2; ended from the inside out.
+  /// A part of the open transaction that can be rolled back by itself. The outermost part has level 1, a part
+  /// inside it level 2 and so on; the innermost ends first.
   virtual void Begin_Part(int level) = 0;
   virtual void Keep_Part(int level) = 0;
   virtual void Undo_Part(int level) = 0;
-  /// An engine may end a transaction by itself after an error such as a full disk.
+  /// An engine may end the transaction by itself after an error such as a full disk.
   virtual bool In_Transaction() = 0;
 
   virtual std::int64_t Last_Row_Id() = 0;
   virtual std::int64_t Rows_Changed() = 0;
-  /// A number that moves when another connection has changed the database. Inside a transaction it stands
-  /// still.
+  /// A number that changes when another connection has changed the database, but not during a transaction.
   virtual std::int64_t External_Changes() = 0;
 
-  /// What is damaged in the file, a line for each damage; empty for a sound database.
+  /// Checks the integrity of the file: one line per problem, empty for a sound database.
   virtual std::vector<std::string> Check_Storage() = 0;
 };
 

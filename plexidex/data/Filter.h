@@ -7,9 +7,8 @@
 
 namespace Kt_data_01 {
 
-/// Translates a filter expression (see TTable::Set_Filter) into a condition on the table, in the SQL of
-/// Sql_Text.h, with every name checked and every literal written anew. Throws EData_Error that says what was
-/// not understood.
+/// Translates a filter expression (see TTable::Set_Filter) into an SQL condition on the table, checking every
+/// name and literal. Throws EData_Error that says where the expression cannot be parsed.
 std::string Filter_Condition(const TTable_Def& table, std::string_view expression);
 
 }  // namespace Kt_data_01

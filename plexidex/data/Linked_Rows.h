@@ -9,23 +9,24 @@
 
 namespace Kt_data_01 {
 
-/// Rows of a table looked up that come along with the batches of a reader of another one, one for each row of
-/// the batch; a row number of 0 where there is none.
+/// Prefetched rows (TTable::Prefetch): for each row of a reader's batch, the row of another table that it
+/// refers to. Row ID 0 where there is none.
 class TLinked_Rows {
  public:
-  /// Of the table looked up: the columns wanted and the key's; and the reader's column that it equals.
+  /// `table`, `columns` and `key` are those of the other table; `via` is the reader's column that equals its
+  /// key.
   TLinked_Rows(const TTable_Context& table, const TProjection& columns, int key, int via)
       : table(table), columns(columns), key(key), via(via), rows(columns), next_rows(columns) {}
 
   TJoin Join() const { return {&columns, key, via}; }
 
-  /// Reading a batch: Begin, Add for each row, and Take once all are read, which lets the rows of the batch
-  /// before go.
+  /// While a batch is read: Begin, then Add for each row, and at the end Take, which replaces the rows of the
+  /// batch before.
   void Begin() {
     next_rows.Clear();
     next_serial = table.Serial();
   }
-  /// Returns the column behind its own.
+  /// Reads the row from the columns that begin at `column` and returns the column after them.
   int Add(TStatement& statement, int column) {
     next_rows.Append(statement, column);
     return column + static_cast<int>(columns.Columns.size()) + 1;
@@ -38,7 +39,7 @@ class TLinked_Rows {
   void Forget() { rows.Clear(); }
 
   TRow_Store& Rows() { return rows; }
-  /// Whether a row of the batch has one that is still as it was read.
+  /// Whether there is an entry for this row of the batch and the other table has not changed since.
   bool Has(std::size_t row) const { return row < rows.Count() && serial == table.Serial(); }
 
  private:

@@ -22,14 +22,14 @@ inline void Bind(TStatement& statement, int parameter, const TValue& value) {
   }
 }
 
-/// A value that outlives the text it was made from.
+/// A TValue with its own copy of the text.
 struct TOwned_Value {
   TValue::TKind Kind = TValue::TKind::Integer;
   std::int64_t Integer = 0;
   double Real = 0;
   std::string Text;
 
-  /// Keeps the room of an earlier text.
+  /// Reuses the memory of an earlier text.
   void Assign(const TValue& value) {
     Kind = value.Kind();
     switch (Kind) {

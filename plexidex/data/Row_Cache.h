@@ -9,7 +9,7 @@
 
 namespace Kt_data_01 {
 
-/// Rows found by a unique text key, and keys known to be missing.
+/// Rows by a unique text key, and keys known not to exist.
 class TRow_Cache {
  public:
   TRow_Cache(const TProjection& projection, int key_slot)
@@ -18,11 +18,12 @@ class TRow_Cache {
   static constexpr std::int64_t Unknown = -2;
   static constexpr std::int64_t Missing = -1;
 
-  /// A row of Rows(), or one of the two above; once all rows are in, nothing is unknown any more.
+  /// The index of the row in Rows(), or Missing, or, unless the cache is complete, Unknown.
   std::int64_t Find(std::string_view key) const;
-  /// Adds the statement's current row and returns where it lies in Rows().
+  /// Adds the statement's current row and returns its index in Rows().
   std::int64_t Add_Current(TStatement& statement);
   void Add_Missing(std::string_view key);
+  /// To be called when all rows of the table have been added.
   void Set_Complete() { complete = true; }
   TRow_Store& Rows() { return rows; }
   std::size_t Size() const { return used; }

@@ -4,7 +4,7 @@ namespace Kt_data_01 {
 
 namespace {
 
-// A value of the statement's current row.
+// A column of the statement's current row.
 TValue Value_Of(TStatement& statement, int column, TColumn_Type type) {
   switch (type) {
     case TColumn_Type::Text:

@@ -1,6 +1,6 @@
 #pragma once
 
-// Rows as read from the engine, packed: the values of a row lie side by side, texts in one arena.
+// Rows read from the engine, packed: the values of a row are contiguous, all texts are in one buffer.
 
 #include <cstdint>
 #include <string_view>
@@ -20,13 +20,13 @@ class TRow_Store {
   std::size_t Count() const { return ids.size(); }
   std::size_t Arena_Size() const { return arena.size(); }
   void Clear();
-  /// Reads the statement's current row: the row number stands in `column`, the projection's columns follow. A
-  /// row number of 0 means that there is no such row.
+  /// Reads the statement's current row: the row ID from `column`, then the columns of the projection. An
+  /// outer join's missing row gets row ID 0.
   void Append(TStatement& statement, int column = 0);
-  /// Adds a row taken over from another store of the same projection.
+  /// Copies a row of another store with the same projection.
   void Append(const TRow_Store& other, std::size_t row);
-  /// Reads a row again, from a statement as Append takes it. False, with nothing changed, when its first
-  /// column has become another: then it is another row with the same number.
+  /// Updates a row from a statement as Append reads it. False, with nothing changed, when the first column
+  /// differs: it is another row that reuses the row ID.
   bool Read_Again(std::size_t row, TStatement& statement);
 
   std::int64_t Id(std::size_t row) const { return ids[row]; }
@@ -36,13 +36,13 @@ class TRow_Store {
     const TCell& cell = Cell(row, slot);
     return {arena.data() + cell.text.offset, cell.text.length};
   }
-  /// Made at the first call and shared by later ones.
+  /// Created by the first call, shared by later ones.
   TText Shared_Text(std::size_t row, int slot);
 
-  /// The value's kind must be that of the column.
+  /// The value must be of the column's kind.
   void Set(std::size_t row, int slot, const TValue& value);
-  /// Gives a statement the value of a column, by its position in the table. The rows must stay as they are
-  /// until the statement's Reset.
+  /// Binds the value of a column, given by its position in the table. The store must not change until the
+  /// statement is reset.
   void Bind(std::size_t row, int column, TStatement& statement, int parameter) const;
 
  private:

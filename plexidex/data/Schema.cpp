@@ -167,7 +167,8 @@ std::vector<TTable_Def> Make_Schema() {
        {{"HolidayDate", DateTime}, {"Name", Text}, {"Country", Text}},
        {{"HolidayDate", {"HolidayDate"}}, {"CountryandDate", {"Country", "HolidayDate", "Name"}, true}}},
       {"KT_Settings", {{"Name", Text}, {"Value", Text}}, {{"Name", {"Name"}, true}}},
-      // What an import brought, so that the same file changes nothing and a changed component replaces it.
+      // What was imported, so that importing the same file again changes nothing and a changed component
+      // replaces the earlier one.
       {"KT_Imports",
        {{"Book", Text}, {"UID", Text}, {"Digest", Text}},
        {{"BookandUID", {"Book", "UID"}, true}}},

@@ -12,8 +12,8 @@ namespace Kt_data_01 {
 struct TColumn_Def {
   std::string_view Name;
   TColumn_Type Type;
-  std::int64_t Default = 0;          // for numbers; texts are empty
-  std::string_view References = {};  // a table, by its column Key
+  std::int64_t Default = 0;          // of a number; a text's default is empty
+  std::string_view References = {};  // the table whose column Key it refers to
 };
 
 struct TIndex_Def {
@@ -35,23 +35,22 @@ struct TTable_Def {
   const TIndex_Def* Index(std::string_view name) const;
 };
 
-/// All tables, referenced ones before those that refer to them.
+/// All tables, each after those that it refers to.
 const std::vector<TTable_Def>& Schema();
 /// Throws EData_Error for an unknown table; case-insensitive.
 const TTable_Def& Table_Def(std::string_view name);
 /// Position of a table in Schema().
 std::size_t Table_Number(const TTable_Def& table);
 
-/// Version of what Schema() describes; kept in the database file.
+/// Version of Schema(), recorded in the database file.
 inline constexpr int Schema_Version = 1;
 
-/// The statements that lead from the version before to this one. Once released, never changed and only added
-/// to.
+/// The statements that migrate from the version before to this one. A released migration is never changed.
 struct TMigration {
   int Version;
   std::string Sql;
 };
-/// In ascending order, ending with Schema_Version; none leads to version 1, with which new databases began.
+/// In ascending order, ending with Schema_Version. There is none to version 1, the first one.
 const std::vector<TMigration>& Migrations();
 
 /// Case-insensitive.

@@ -9,18 +9,18 @@
 
 namespace Kt_data_01 {
 
-/// A database that cannot be opened; says which file and why, in one sentence.
+/// A database that cannot be opened: one sentence that says which file and why.
 class EOpen_Error : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// Makes the schema in an empty database, or brings an older one up to date, in one transaction. Throws
-/// EOpen_Error and changes nothing when the database belongs to another program, has a newer schema, or would
-/// have to be changed and cannot be.
+/// Creates the schema in an empty database or migrates an older one, in one transaction. Throws EOpen_Error
+/// and changes nothing when the database belongs to another program, has a newer schema, or needs a change
+/// and cannot be written.
 void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only);
 
-/// Applies the steps that lie above `version`, in a transaction of the caller.
+/// Applies the steps above `version`, inside the caller's transaction.
 void Migrate(TEngine& engine, int version, const std::vector<TMigration>& steps);
 
 }  // namespace Kt_data_01

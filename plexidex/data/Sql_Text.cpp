@@ -30,8 +30,7 @@ std::string Order(const TTable_Def& table, const TRange_Shape& range, std::size_
   return order + "d.row_id" + direction;
 }
 
-// "(a, b) >= (?, ?)" over the index columns on which the ends differ, up to `to`, with the row number behind
-// them when wanted.
+// "(a, b) >= (?, ?)" over the index columns from range.Equal to `to`, followed by the row ID if wanted.
 std::string Tuple_Condition(const TTable_Def& table, const TRange_Shape& range, std::size_t to,
                             bool with_row_id, const char* comparison) {
   std::string left, right;
@@ -59,7 +58,7 @@ std::string Where(const TTable_Def& table, const TRange_Shape& range, TStep step
   return where;
 }
 
-// Tells a row from a later one with the same number.
+// The engine may reuse a row ID: the first column tells the rows apart.
 std::string Row_Condition(const TTable_Def& table) {
   return " WHERE row_id = ? AND " + Name_Of(table, 0) + " = ?";
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// The texts of all statements on the tables, in SQL that every engine understands; what engines word in their
-// own ways is behind TEngine. "?" stands for a value: each routine says which its statement takes, in order.
+// The text of every statement on the tables, in SQL that all engines understand; what differs between engines
+// is behind TEngine. Each routine names the parameters of its statement, in order.
 
 #include <cstdint>
 #include <initializer_list>
@@ -14,78 +14,79 @@
 
 namespace Kt_data_01 {
 
-/// A name as an identifier.
+/// A name as an SQL identifier.
 std::string Quoted(std::string_view name);
-/// A column as conditions name it: the table stands under the alias d.
+/// A column in a condition, where the table has the alias d.
 std::string Column_Sql(const TTable_Def& table, int column);
 
-/// What decides the conditions of a range and its order, apart from its values.
+/// All about a range that its statements depend on; its values are their parameters.
 struct TRange_Shape {
   std::vector<int> Columns;       // of the index
   bool Unique = false;            // the index
-  std::size_t Low = 0, High = 0;  // how many leading columns each end of the range has
-  std::size_t Equal = 0;          // leading columns on which both ends agree
+  std::size_t Low = 0, High = 0;  // number of leading columns that each end has
+  std::size_t Equal = 0;          // number of leading columns in which both ends are equal
   std::string Filter;             // a condition, or empty
 };
 
-/// One step of a walk through a range: up or down, and from a row or from the range's end.
+/// Where a batch of rows begins, and in which direction it is read: after a row, or at the range's end.
 struct TStep {
   bool Ascending = true, From_Row = false;
 };
 
-/// Rows that come along: those of `Columns` whose value in `Key` equals that in `Via` of the table walked.
+/// A left join with the row of another table whose column `Key` equals the column `Via`.
 struct TJoin {
   const TProjection* Columns;
   int Key, Via;
 };
 
-// What reads rows gives the row's number and then the projection's columns.
+// A selected row is its row ID, followed by the columns of the projection.
 
-/// The next rows of a walk, in its order, each followed by the joined ones. Takes the values of the ends on
-/// which they agree; going on from a row, its other index columns and its number; of an end that is still
-/// ahead the other columns, the low one first; then how many rows at most.
+/// A batch of rows, each followed by the joined ones. Parameters: the columns in which both ends are equal;
+/// after a row, its other index columns and its row ID; the other columns of the low end, if needed, and of
+/// the high end, if needed; the largest number of rows.
 std::string Fetch_Sql(const TProjection& columns, const TRange_Shape& range, const std::vector<TJoin>& joins,
                       TStep step);
-/// Whether an end is still ahead.
+/// Whether the batch can reach beyond this end.
 bool Needs_Low(const TRange_Shape& range, TStep step);
 bool Needs_High(const TRange_Shape& range, TStep step);
-/// How many rows the range has. Takes what Fetch_Sql takes from the range's end, but for the number.
+/// The number of rows in the range. Parameters as of Fetch_Sql at the range's end, without the last.
 std::string Count_Sql(const TTable_Def& table, const TRange_Shape& range);
-/// The first row whose leading index columns equal the values; the ends of the range do not count.
+/// The first row by its leading index columns, which are the parameters; ignores the ends of the range.
 std::string Find_Sql(const TProjection& columns, const TRange_Shape& range, std::size_t key_columns);
-/// A row by its number.
+/// A row. Parameter: the row ID.
 std::string Row_Sql(const TProjection& columns);
-/// A column by its row's number.
+/// One column of a row. Parameter: the row ID.
 std::string Blob_Sql(const TTable_Def& table, int column);
 /// All rows.
 std::string Scan_Sql(const TProjection& columns);
-/// The largest row number; null in an empty table.
+/// The largest row ID.
 std::string Largest_Row_Sql(const TTable_Def& table);
 
-/// Columns of a table, a bit for each by its position.
+/// A set of columns, one bit for each position in the table.
 using TColumn_Set = std::uint64_t;
-/// The columns' values, by position.
+/// Parameters: the columns, by position.
 std::string Insert_Sql(const TTable_Def& table, TColumn_Set columns);
-/// The columns' values, by position; then the row's number and the old value of its first column.
+/// Parameters: the columns, by position; row ID and first column of the row as it was.
 std::string Update_Sql(const TTable_Def& table, TColumn_Set columns);
-/// The row's number and the value of its first column.
+/// Parameters: row ID and first column of the row.
 std::string Delete_Sql(const TTable_Def& table);
 
-/// Deletes the rows in which a column has the value.
+/// Deletes the rows in which a column equals the parameter.
 std::string Delete_Rows_Sql(const TTable_Def& table, int column);
-/// Deletes the rows in which a column has the Key of a row of `owners` in which `owner_column` has the value.
+/// Deletes the rows in which a column equals the Key of a row of `owners` in which `owner_column` equals the
+/// parameter.
 std::string Delete_Rows_Of_Sql(const TTable_Def& table, int column, const TTable_Def& owners,
                                int owner_column);
-/// Keys that end in a text: the text twice, then how many at most.
+/// Keys that end in a text. Parameters: the text, the text again, the largest number of keys.
 std::string Key_Ending_Sql(const TTable_Def& table);
-/// The columns of the rows whose value in the first of them no row of `other` has in `other_column`.
+/// The columns of the rows for which `other` has no row whose `other_column` equals the first of them.
 std::string Unmatched_Sql(const TTable_Def& table, std::initializer_list<std::string_view> columns,
                           const TTable_Def& other, std::string_view other_column);
-/// The same for one column: each value once, and how many rows have it.
+/// The same for one column: each value once, with the number of its rows.
 std::string Unmatched_Count_Sql(const TTable_Def& table, std::string_view column, const TTable_Def& other,
                                 std::string_view other_column);
 
-/// The statements that make an empty database one of Schema_Version, but for its stamp.
+/// The statements that create the schema.
 std::string Creation_Sql(TEngine& engine);
 
 }  // namespace Kt_data_01

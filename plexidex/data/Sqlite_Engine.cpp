@@ -31,7 +31,7 @@ class TSqlite_Statement final : public TStatement {
     Check(sqlite3_bind_double(statement, parameter + 1, value));
   }
   void Bind(int parameter, std::string_view text) override {
-    // A view of nothing has no address, which would bind null.
+    // An empty view may have no address, which would bind null.
     Check(sqlite3_bind_text64(statement, parameter + 1, text.empty() ? "" : text.data(), text.size(),
                               SQLITE_STATIC, SQLITE_UTF8));
   }
@@ -91,12 +91,11 @@ class TSqlite_Engine final : public TEngine {
     try {
       sqlite3_busy_timeout(connection, options.Busy_Msecs);
       sqlite3_extended_result_codes(connection, 1);
-      // Reads the file's header, so that a file of another kind is found out before anything else is done to
-      // it.
+      // A file that is not a database must be noticed before anything is done to it.
       Read_Header();
       Execute("PRAGMA foreign_keys = ON");
       Execute("PRAGMA synchronous = FULL");
-      // What undoes one statement or an inner bracket need not survive a crash: no files for that.
+      // The journals of statements and savepoints need not survive a crash.
       Execute("PRAGMA temp_store = MEMORY");
       Execute("PRAGMA cache_size = " + std::to_string(-options.Cache_Bytes / 1024));
       if (options.Max_Pages > 0) Execute("PRAGMA max_page_count = " + std::to_string(options.Max_Pages));
@@ -167,7 +166,7 @@ class TSqlite_Engine final : public TEngine {
   void Begin_Read() override {
     Execute("BEGIN");
     try {
-      External_Changes();  // the transaction begins with its first read
+      External_Changes();  // the snapshot is taken by the first read
     } catch (...) {
       Rollback();
       throw;
@@ -199,7 +198,7 @@ class TSqlite_Engine final : public TEngine {
     const auto integrity = Prepare("PRAGMA integrity_check");
     while (integrity->Step()) {
       if (integrity->Text(0) == "ok") continue;
-      // What is wrong with one tree of pages comes as several lines.
+      // The problems of one B-tree come as one text of several lines.
       std::istringstream lines{std::string(integrity->Text(0))};
       for (std::string line; std::getline(lines, line);) findings.push_back(line);
     }

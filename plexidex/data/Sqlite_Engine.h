@@ -14,8 +14,8 @@ struct TSqlite_Options {
   std::int64_t Max_Pages = 0;  // 0: no limit
 };
 
-/// Opens a database file, creating an empty one where there is none unless read-only. Throws EEngine_Error,
-/// among others for a file that is not a database.
+/// Opens a database file; creates an empty one if there is none, unless read-only. Throws EEngine_Error, also
+/// for a file that is not a database.
 std::unique_ptr<TEngine> Open_Sqlite(const std::string& path, const TSqlite_Options& options);
 
 }  // namespace Kt_data_01

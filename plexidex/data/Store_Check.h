@@ -5,9 +5,10 @@
 
 namespace Kt_data_01 {
 
-/// Looks through the shared database, in one state of it, for damage of the file and for events, occurrences
-/// and alarms that do not belong together. One sentence per finding, with names as they are stored; many of
-/// one kind are cut short by a line that counts the rest. Empty for a sound database.
+/// Checks the shared database, in one snapshot, for damage of the file and for events, occurrences and alarms
+/// that refer to something missing. One sentence per finding, with stored texts unchanged: make them
+/// printable before showing them. After 50 findings of a kind, one line counts the rest. Empty for a sound
+/// database.
 std::vector<std::string> Check_Store();
 
 }  // namespace Kt_data_01

@@ -3,7 +3,7 @@
 
 namespace Kt_data_01 {
 
-/// Puts a view together from its range, reader, cache and writer.
+/// A view, put together from its range, reader, cache and writer.
 class TTable::TImpl final : public TTable_Link {
  public:
   TImpl(TDatabase& database, const TTable_Def& def, bool is_cursor,
@@ -33,7 +33,7 @@ class TTable::TImpl final : public TTable_Link {
     Writer.Cancel();
     Range.Check_Key(key.size());
     if (Cache.May_Find()) {
-      Reader.Let_Go();  // the cache may drop the row it stands on
+      Reader.Leave_Store();  // which Find may free
       if (const auto found = Cache.Find(key.begin()->Text()))
         return Reader.Stand_On(found->Store, found->Row);
     }
@@ -103,7 +103,7 @@ void Set_Cache(TTable& table) {
   table.impl->Reader.Read_Far_Ahead(true);
 }
 void Cache_Off(TTable& table) {
-  table.impl->Reader.Keep_Copy();
+  table.impl->Reader.Copy_Row();
   table.impl->Cache.Off();
   table.impl->Reader.Read_Far_Ahead(false);
 }

@@ -6,8 +6,8 @@ namespace Kt_data_01 {
 
 namespace {
 
-// A table of which this share has been looked up row by row is cheaper to scan as a whole, unless few rows
-// were.
+// Once this share of a table has been looked up row by row, reading the whole table is cheaper, except for
+// small numbers.
 constexpr std::int64_t Scan_Share = 8;
 constexpr std::int64_t Fewest_Before_Scan = 32;
 
@@ -47,7 +47,7 @@ std::optional<TTable_Cache::TFound> TTable_Cache::Find_Linked(std::string_view k
 }
 
 TTable_Cache::TFound TTable_Cache::Find_Kept(std::string_view key) {
-  std::unique_ptr<TRow_Cache> outdated;  // the key may be a text of its rows
+  std::unique_ptr<TRow_Cache> outdated;  // kept until the end, as the key may be a text in it
   if (!kept || serial != table.Serial()) {
     outdated = std::exchange(kept, New_Cache());
     serial = table.Serial();

@@ -7,7 +7,7 @@
 
 namespace Kt_data_01 {
 
-/// One table of a database, with what every operation on it needs.
+/// A table of a database, with what every operation on it needs.
 struct TTable_Context {
   TTable_Context(TDatabase& database, const TTable_Def& def)
       : Database(database), Def(def), Name(def.Name), Number(Table_Number(def)) {}
@@ -15,7 +15,8 @@ struct TTable_Context {
   EData_Error Error(const char* operation, const std::string& reason) const {
     return EData_Error(operation, Name, reason);
   }
-  /// Runs an operation on the engine: what it throws becomes one kind of error and fails the open bracket.
+  /// Runs an operation on the engine. An exception marks the open bracket as failed and leaves as
+  /// EData_Error.
   template <class TBody>
   auto Guarded(const char* operation, TBody body) const -> decltype(body()) {
     try {
@@ -29,19 +30,20 @@ struct TTable_Context {
       throw error;
     }
   }
+  /// Throws for a field that was never looked up.
   const TColumn_Def& Column(TField field) const {
     const auto position = static_cast<std::size_t>(field.Position);
     if (position >= Def.Columns.size()) throw Error("read", "no column was named");
     return Def.Columns[position];
   }
-  /// Throws when nothing may be written.
+  /// Throws when no bracket is open.
   void Check_Bracket(const char* operation) const {
     if (Database.Bracket_Depth() == 0) throw Error(operation, "no update is open");
   }
 
-  /// A number that moves with every change of the table.
+  /// Increases with every change of the table.
   std::uint64_t Serial() const { return Database.Table_Serial(Number); }
-  /// To be called after each change.
+  /// To be called after each change of the table.
   void Changed() const { Database.Table_Changed(Number); }
 
   TDatabase& Database;

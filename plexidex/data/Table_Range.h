@@ -9,32 +9,33 @@
 
 namespace Kt_data_01 {
 
-/// Which rows of a table a view means, and in what order: its index, the ends of its range, its filter.
+/// The rows that a view consists of, and their order: index, both ends, filter.
 class TTable_Range {
  public:
   explicit TTable_Range(const TTable_Context& table) : table(table) {}
 
-  /// What a change means for rows read and statements prepared before it.
+  /// What a change makes invalid.
   enum class TChange {
     None,
-    Rows,  // the rows no longer count
-    Shape  // nor do the statements: the range has another shape
+    Rows,  // the rows read
+    Shape  // the rows read and the statements
   };
 
-  /// As TTable's routines of these names; all but Cancel throw EData_Error, and change nothing then.
+  /// These throw EData_Error and then change nothing.
   TChange Set_Index(std::string_view name);
   TChange Set(TValues from, TValues to);
-  TChange Cancel() noexcept;
   TChange Set_Filter(std::string_view expression);
+  /// Removes both ends.
+  TChange Cancel() noexcept;
 
   const TRange_Shape& Shape() const { return shape; }
-  /// Whether one text finds at most one row: the index is a unique one over one text column.
+  /// Whether the index is a unique one on a single text column.
   bool Finds_By_Text() const { return finds_by_text; }
-  /// Throws EData_Error when a key cannot have so many columns.
+  /// Throws EData_Error if a key of the index cannot have so many columns.
   void Check_Key(std::size_t columns) const;
 
-  /// Gives a statement of Fetch_Sql its values and returns the number of the parameter that follows them. The
-  /// row to go on from is `row` of `rows`.
+  /// Binds the parameters of Fetch_Sql but for the last, and returns the number of the next one. A batch that
+  /// begins after a row begins after this one.
   int Bind_Step(TStatement& statement, TStep step, const TRow_Store& rows, std::size_t row) const;
 
  private:

@@ -11,7 +11,7 @@ void TTable_Reader::Range_Changed(TTable_Range::TChange change) {
   rows = &batch;
   serial = 0;
   if (change == TTable_Range::TChange::Rows) return;
-  // A walk goes on from the index's columns of the last row, whether the view's user reads them or not.
+  // A batch continues after the index columns of the row before.
   for (const int column : range.Shape().Columns) Read_Column(column);
   Forget_Statements();
 }
@@ -37,7 +37,7 @@ void TTable_Reader::Move(bool onward) {
   if (place == end) return;
   if (place != TPlace::Row) return To_End(onward);
   if (written) Read_Written();
-  if (rows != &batch) Keep_Copy();
+  if (rows != &batch) Copy_Row();
   const bool goes_on = forward == onward && Fresh();
   if (goes_on) {
     if (at + 1 < batch.Count()) {
@@ -85,13 +85,13 @@ bool TTable_Reader::Stand_On(TRow_Store* store, std::size_t row) {
   return store != nullptr;
 }
 
-void TTable_Reader::Let_Go() noexcept {
+void TTable_Reader::Leave_Store() noexcept {
   if (rows == &batch) return;
   Stand(TPlace::None);
   rows = &batch;
 }
 
-void TTable_Reader::Keep_Copy() {
+void TTable_Reader::Copy_Row() {
   if (rows == &batch || place != TPlace::Row) return;
   next_batch.Clear();
   next_batch.Append(*rows, at);
@@ -131,7 +131,7 @@ std::string TTable_Reader::Blob(TField field) {
 
 void TTable_Reader::Own_Row() {
   Row();
-  Keep_Copy();
+  Copy_Row();
 }
 
 void TTable_Reader::Read_Again() {
@@ -242,12 +242,12 @@ void TTable_Reader::Fetch(TStep step) {
   });
 }
 
-void TTable_Reader::Begin_Batch_With_Row(std::uint64_t read_at) {
+void TTable_Reader::Begin_Batch_With_Row(std::uint64_t row_serial) {
   rows = &batch;
   at = 0;
   forward = true;
   exhausted = false;
-  serial = read_at;
+  serial = row_serial;
 }
 
 }  // namespace Kt_data_01

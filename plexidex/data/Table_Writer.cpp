@@ -19,7 +19,7 @@ void TTable_Writer::Set(TField field, const TValue& value) {
   const bool is_text = column.Type == TColumn_Type::Text || column.Type == TColumn_Type::Blob;
   if (is_text != (value.Kind() == TValue::TKind::Text))
     throw table.Error("set", "column " + Quoted(column.Name) + " does not take such a value");
-  // What a column holds is decided by the table, not by the type that the caller happened to have.
+  // The column decides the type of the number, not the caller.
   TOwned_Value& pending = values[static_cast<std::size_t>(field.Position)];
   if (is_text) {
     pending.Assign(value);

@@ -7,8 +7,8 @@
 
 namespace Kt_data_01 {
 
-/// The pending row of a view, a new one or a change of the reader's, and what writes it. What is written
-/// keeps the rows that the reader has read ahead. All but Cancel and Value throw EData_Error.
+/// The pending row of a view: a new row, or a change of the reader's current one. Its changes leave the
+/// reader's batch current. Everything but Cancel throws EData_Error.
 class TTable_Writer {
  public:
   TTable_Writer(const TTable_Context& table, const TTable_Range& range, TTable_Reader& reader)
@@ -22,12 +22,12 @@ class TTable_Writer {
   }
   void Set(TField field, const TValue& value);
   void Set_Fields(TValues from_first);
-  /// Writes the pending row, on which the reader then stands; without one it does nothing.
+  /// Writes the pending row and positions the reader on it; does nothing without one.
   void Post();
-  /// Deletes the reader's row and moves on.
+  /// Deletes the reader's current row and moves to the next.
   void Delete();
 
-  /// What the pending row holds; null where that is what the reader's row holds.
+  /// A column of the pending row; null when the value is that of the reader's current row.
   const TOwned_Value* Value(TField field) { return state == TState::Browse ? nullptr : Pending(field); }
 
  private:
@@ -44,7 +44,7 @@ class TTable_Writer {
   TTable_Reader& reader;
   TState state = TState::Browse;
   std::vector<TOwned_Value> values;  // by column
-  TColumn_Set set = 0;               // those that have been set
+  TColumn_Set set = 0;               // those set in the pending row
   std::map<TColumn_Set, TPrepared> inserters, updaters;
   TPrepared deleter;
 };
