@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
+#include <regex>
 
-#include "Kt_util_01.h"
 #include "Temporary_Database.h"
 #include "Test_Seams.h"
 
@@ -41,6 +40,7 @@ TEST_F(Contacts, Deleted_Ones_Are_Kept_With_Their_Details_And_Come_Back) {
     EXPECT_TRUE(Write_Contact(zoe, "Zoe", {{"Tel 2"}, "one"})) << "written over, not twice";
     Set_Contact_Deleted(zoe, false);
     EXPECT_FALSE(Write_Contact("nobody", "N", {}));
+    EXPECT_FALSE(Set_Contact_Deleted("nobody", true));
   });
   EXPECT_EQ(Names(false), "anna Bert Zoe ");
   const auto found = Find_Contact(zoe);
@@ -66,40 +66,30 @@ TEST_F(Contacts, Labels_Belong_To_A_Book_And_Empty_Ones_Are_Counted) {
 TEST_F(Contacts, A_Removed_Book_Leaves_Nothing_And_Takes_Nothing_From_Another) {
   const auto rows = [](const std::string& table) { return Query_Number("SELECT count(*) FROM " + table); };
   // A row for the book in every table that may hold one.
-  const auto fill = [&](const TBook& book) {
-    const std::string &b = book.Key, master = "m" + b, occurrence = "o" + b;
-    const std::string contact = Create_Contact(b, "Somebody");
+  const auto fill = [](const TBook& book) {
+    const std::string contact = Create_Contact(book.Key, "Somebody");
     Write_Contact(contact, "Somebody", {});
     Set_Rights(contact, Global_User, {});
-    Set_Rights(b, Global_User, {});
-    Set_Other_Labels(b, {"x"});
-    LogJournal(1, occurrence, contact, "t", 1, "", 0, 1);
-    const auto insert = [&](const std::string& table, const std::string& columns, const std::string& values) {
-      TTable rows_of(table);
-      rows_of.Insert();
-      std::size_t at = 0, value = 0;
-      while (at < columns.size()) {
-        const std::size_t end = std::min(columns.find(' ', at), columns.size());
-        const std::size_t value_end = std::min(values.find(' ', value), values.size());
-        rows_of.Set(rows_of.Field(columns.substr(at, end - at)), values.substr(value, value_end - value));
-        at = end + 1;
-        value = value_end + 1;
-      }
-      PostUpdate(rows_of);
-    };
-    insert("KT_Events", "Key Title", master + " t");
-    insert("KT_Events_Data", "Key Contact Book Event", occurrence + ' ' + contact + ' ' + b + ' ' + master);
-    insert("KT_Alarms", "Key User", occurrence + " u");
-    insert("KT_Alerts", "User Occurrence", "u " + occurrence);
-    insert("KT_Open_Editors", "User Event", "u " + master);
-    insert("KT_Imports", "Book UID", b + " uid");
-    insert("KT_Import_Events", "Book UID Event", b + " uid " + master);
-    insert("KT_Filters", "User BookKey Name", "u " + b + " f");
-    insert("KT_Templates", "Key Book Name", "t" + b + ' ' + b + " t");
-    insert("KT_Categories", "Key Book Name", "c" + b + ' ' + b + " c");
-    insert("KT_Categories_InUse", "Category Contact", "c" + b + ' ' + contact);
-    insert("KT_Flags", "User Contact", "u " + contact);
-    insert("KT_Links", "Contact Title", contact + " l");
+    Set_Rights(book.Key, Global_User, {});
+    Set_Other_Labels(book.Key, {"x"});
+    std::string sql = R"(
+      INSERT INTO KT_Events (Key) VALUES ('m%');
+      INSERT INTO KT_Events_Data (Key, Contact, Book, Event) VALUES ('o%', '@', '%', 'm%');
+      INSERT INTO KT_Alarms (Key) VALUES ('o%');
+      INSERT INTO KT_Alerts (Occurrence) VALUES ('o%');
+      INSERT INTO KT_Log (Occurrence) VALUES ('o%');
+      INSERT INTO KT_Log (Contact) VALUES ('@');
+      INSERT INTO KT_Open_Editors (Event) VALUES ('m%');
+      INSERT INTO KT_Imports (Book) VALUES ('%');
+      INSERT INTO KT_Import_Events (Book, Event) VALUES ('%', 'm%');
+      INSERT INTO KT_Filters (BookKey) VALUES ('%');
+      INSERT INTO KT_Templates (Key, Book) VALUES ('t%', '%');
+      INSERT INTO KT_Categories (Key, Book) VALUES ('c%', '%');
+      INSERT INTO KT_Categories_InUse (Category, Contact) VALUES ('c%', '@');
+      INSERT INTO KT_Flags (Contact) VALUES ('@');
+      INSERT INTO KT_Links (Contact) VALUES ('@');)";
+    sql = std::regex_replace(sql, std::regex("%"), book.Key);
+    Run_Sql(std::regex_replace(sql, std::regex("@"), contact));
   };
   TBook second;
   In_Update([&] { fill(database.Book()); });
@@ -110,9 +100,11 @@ TEST_F(Contacts, A_Removed_Book_Leaves_Nothing_And_Takes_Nothing_From_Another) {
     fill(second);
   });
   const std::int64_t two = rows("KT_Events_Data");
+  EXPECT_NE(second.Calendar, database.Book().Calendar);
   In_Update([&] { Delete_Book(second.Key); });
   EXPECT_EQ(two, 2);
   for (const auto& [table, count] : before) EXPECT_EQ(rows(table), count) << table;
+  EXPECT_EQ(Calendar_Of_Book(second.Key), "");
   ASSERT_EQ(List_Books().size(), 1u);
   EXPECT_EQ(List_Books().front().Key, database.Book().Key);
 }

@@ -55,7 +55,6 @@ TEST_F(Open, What_Is_Not_Ours_Is_Refused_And_Left_As_It_Is) {
   EXPECT_EQ(Refusal(), "\"" + file + "\" is a database of another program.");
   EXPECT_EQ(Content(file), theirs);
 
-  EXPECT_NE(TTemporary_Folder().File("a").find("kt_"), std::string::npos);
   std::filesystem::remove(file);
   std::filesystem::create_directory(file);
   EXPECT_EQ(Refusal(), "\"" + file + "\" cannot be opened as a database: unable to open database file.");

@@ -76,23 +76,6 @@ TEST_F(Rights, A_Circle_Of_Folders_Ends) {
   });
 }
 
-TEST_F(Rights, Books_Have_A_Calendar_And_Deleted_Contacts_Come_Back) {
-  In_Update([&] { Create_Book("Second"); });
-  const auto books = List_Books();
-  ASSERT_EQ(books.size(), 2u);
-  EXPECT_EQ(books[1].Name, "Second");
-  EXPECT_NE(books[1].Calendar, books[0].Calendar);
-  EXPECT_EQ(Calendar_Of_Book("unknown"), "");
-  In_Update([&] {
-    const std::string contact = Create_Contact(books[0].Key, "Carol");
-    EXPECT_TRUE(Set_Contact_Deleted(contact, true));
-    EXPECT_EQ(Query_Number("SELECT Deleted FROM KT_Contacts WHERE Key = '" + contact + "'"), 1);
-    EXPECT_TRUE(Set_Contact_Deleted(contact, false));
-    EXPECT_EQ(Query_Number("SELECT Deleted FROM KT_Contacts WHERE Key = '" + contact + "'"), 0);
-    EXPECT_FALSE(Set_Contact_Deleted("unknown", true));
-  });
-}
-
 TEST_F(Rights, The_Journal_And_The_Holidays_Give_Back_What_Was_Written) {
   In_Update([&] {
     LogJournal(18, "o1", "c", "Title", 45000.5, "Text", 0, 45001);
