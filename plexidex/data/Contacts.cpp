@@ -57,7 +57,7 @@ std::optional<TContact> Find_Contact(std::string_view key) {
 
 std::string Create_Contact(std::string_view book, std::string_view display_name, std::string_view parent,
                            int type) {
-  const std::string key = Kt_util_01::Get_GUID();
+  std::string key = Kt_util_01::Get_GUID();
   TTable cursor(Contacts_Table);
   cursor.Insert();
   cursor.SetFields({key, display_name, type, book, parent, "", Kt_util_01::User_Key(), false,

@@ -37,6 +37,10 @@ class TLinked_Rows {
     serial = next_serial;
   }
   void Forget() { rows.Clear(); }
+  /// To be called when a column of the batch has got another value.
+  void Column_Changed(int column) {
+    if (column == via) Forget();
+  }
 
   TRow_Store& Rows() { return rows; }
   /// Whether there is an entry for this row of the batch and the other table has not changed since.

@@ -120,7 +120,7 @@ std::vector<TUser> Get_User_List() {
 }
 
 std::string Create_User(std::string_view name, bool administrator) {
-  const std::string key = Kt_util_01::Get_GUID();
+  std::string key = Kt_util_01::Get_GUID();
   TTable cursor("KT_Users");
   cursor.Insert();
   cursor.SetFields({key, name, administrator});

@@ -95,8 +95,8 @@ std::string Fetch_Sql(const TProjection& columns, const TRange_Shape& range, con
     const TTable_Def& other = *joins[i].Columns->Table;
     const std::string alias = "l" + std::to_string(i);
     list += ", " + Select_List(*joins[i].Columns, alias);
-    joined += " LEFT JOIN " + Quoted(other.Name) + " " + alias + " ON " + alias + "." +
-              Name_Of(other, joins[i].Key) + " = " + Column_Sql(table, joins[i].Via);
+    joined += " LEFT JOIN " + Quoted(other.Name) + " " + alias;
+    joined += " ON " + alias + "." + Name_Of(other, joins[i].Key) + " = " + Column_Sql(table, joins[i].Via);
   }
   return "SELECT " + list + From(table) + joined + Where(table, range, step) +
          Order(table, range, range.Equal, step.Ascending) + " LIMIT ?";

@@ -164,6 +164,7 @@ void TTable_Reader::Own_Change() {
 void TTable_Reader::Set(int column, const TValue& value) {
   const int slot = columns.Slot[static_cast<std::size_t>(column)];
   if (slot >= 0) batch.Set(at, slot, value);
+  for (const auto& link : links) link->Column_Changed(column);
 }
 
 void TTable_Reader::Read_Column(int column) {

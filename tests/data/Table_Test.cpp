@@ -319,6 +319,12 @@ TEST_F(Table, Caches_And_Prefetched_Rows_Never_Show_What_Is_No_Longer_So) {
     EXPECT_EQ(along.Text(title), "Fourth");
     walk.SetRange({database.Book().Key, 3.0}, {database.Book().Key, 3.0});
     walk.First();
+    walk.Edit();
+    walk.Set(event_field, keys[9]);
+    PostUpdate(walk);
+    ASSERT_TRUE(along.FindKey({walk.Text(event_field)}));
+    EXPECT_EQ(along.Text(Events_Table.Field("Key")), keys[9]);
+    walk.First();
     ASSERT_TRUE(walk.FindKey({database.Book().Key, 5.0})) << "outside the range";
     ASSERT_TRUE(along.FindKey({walk.Text(event_field)}));
     EXPECT_EQ(along.Text(Events_Table.Field("Key")), keys[5]);
