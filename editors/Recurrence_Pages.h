@@ -47,7 +47,7 @@ TRecurrence_Pages Propose_Pages(TDateTime date);
 /// Takes the monthly and yearly instance and pattern anew from a date, as when the user moves the entry.
 void Follow_Date(TRecurrence_Pages& pages, TDateTime date);
 
-/// The pages for a stored pattern; what it does not use, or a frequency that is none, is proposed from the
+/// The pages for a stored pattern; what it does not use, or an unknown frequency, is proposed from the
 /// date.
 TRecurrence_Pages Pages_From_Pattern(const TRecurrence_Pattern& pattern, TDateTime date);
 

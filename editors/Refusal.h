@@ -11,7 +11,7 @@ struct TRefusal {
   bool Empty() const { return Text.empty(); }
 };
 
-/// The refusal of what is no time of day; shows the user's short format with the minutes as "mm".
+/// Refuses an invalid time of day; names the user's short format, with "mm" for the minutes.
 TRefusal Refuse_Time(const std::string& caption, const std::string& control);
 
 }  // namespace KTReminds

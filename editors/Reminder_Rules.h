@@ -27,11 +27,11 @@ class TReminder_Rules : public TEntry_Rules {
 
   /// The date changed: takes the proposals that follow it along.
   void Day_Changed();
-  /// The event's date and time; the day alone while what is typed is no time.
+  /// The event's date and time; the day alone while the typed time is invalid.
   TDateTime Shown_Moment() const;
   /// Takes the text of the offset from the alarm.
   void Show_Alarm();
-  /// The alarm with the offset that is typed; with the last valid one while that is none.
+  /// The alarm with the offset that is typed; with the last valid one while that is invalid.
   TAlarm Shown_Alarm() const;
 
   TRefusal Validate() override;

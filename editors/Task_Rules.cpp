@@ -108,7 +108,7 @@ void TTask_Rules::Set_Status() {
       started_visible = completed_visible = true;
       break;
     default: {
-      // The box is closed now: nobody could mend what is no number in it.
+      // The box is disabled now, so that an invalid number in it could not be corrected.
       std::int64_t number = 0;
       if (!Str2Int(Percentage_Text, number)) Percentage_Text = std::to_string(percentage);
       started_visible = Started > 0;

@@ -18,7 +18,7 @@ class TTask_Rules : public TEntry_Rules {
 
   bool Started_Visible() const { return started_visible; }
   bool Completed_Visible() const { return completed_visible; }
-  /// Budget less what was worked, with two decimals; what is no number counts as 0.
+  /// Budget less what was worked, with two decimals; an invalid number counts as 0.
   std::string Remaining_Text() const;
   /// Whether the percentage may be changed.
   bool Percentage_Enabled() const { return Status <= TTask_Status::Completed && !Read_Only(); }

@@ -54,7 +54,7 @@ void TTask_Frm::Connect() {
     connect(amount, &QLineEdit::textEdited, this, &TTask_Frm::BudgetChange);
 }
 
-// Shows what hangs together, without taking it for a change by the user.
+// Shows the controls that depend on each other; this is not a change by the user.
 void TTask_Frm::Show_State() {
   const QSignalBlocker silent(ui->StatusBox);
   ui->StatusBox->setCurrentIndex(static_cast<int>(rules.Status));

@@ -11,7 +11,7 @@ extern bool SortAscending;
 
 /// Negative, 0 or positive, by a column code: 0 done, 1 alarm, 2 date and then priority, 3 first text
 /// ignoring case, 4 priority, where an entry of type 1 counts as 10. Ties other than by 2 go by date. Any
-/// other code makes all equal. Turned round when SortAscending is false.
+/// other code makes all equal. Reversed when SortAscending is false.
 int CustomSortProc(const Kt_data_01::TList_Item& Item1, const Kt_data_01::TList_Item& Item2, int Column);
 
 /// Sorts a list whose items all carry data as CustomSortProc orders them; equal items keep their order.

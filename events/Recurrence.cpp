@@ -38,13 +38,13 @@ TDay Day_Of(TDateTime date) {
 }
 
 // Compared without truncating the last date: a whole number is greater than a value if it is greater than its
-// whole part. A last date that is no number lies before everything.
+// whole part. A last date that is not a number lies before everything.
 bool Is_After(TDay day, TDateTime last) {
   return !(static_cast<double>(day) <= last + To_Day_Number);
 }
 
 // A last date may be anything. The bounds keep the conversion defined and lie beyond every date that is held
-// against it; a value that is no number ends the set.
+// against it; a value that is not a number ends the set.
 TDay Day_Of_Last(TDateTime last) {
   constexpr double Lowest = static_cast<double>(Epoch), Highest = 1e12;
   const double from_below = last > Lowest ? last : Lowest;

@@ -37,7 +37,7 @@ struct TTime_Parts {
 
 /// The value as whole milliseconds since day 0, rounded to the nearest: a fraction of a day has no exact
 /// binary form, and truncating would turn about half of all minutes into the minute before. Any double will
-/// do: what is no date (a damaged file can hold one) is drawn to the nearest limit, so that two results can
+/// do: a value out of range, as from a damaged file, is clamped to the nearest limit, so that two results can
 /// be subtracted without overflow; not-a-number is day 0.
 inline std::int64_t To_Msecs(TDateTime value) {
   constexpr double limit = 4.0e18;

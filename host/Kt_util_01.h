@@ -14,7 +14,7 @@
 
 namespace Kt_util_01 {
 
-/// A value that is no date: a day that its month does not have, a year outside 1..9999.
+/// An invalid date: a day that does not exist in its month, or a year outside 1..9999.
 class EConvert_Error : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -30,8 +30,7 @@ TDateTime SubtractMins(TDateTime value, std::int64_t minutes);
 TDateTime SubtractSecs(TDateTime value, std::int64_t seconds);
 /// Whole days from the day of `from` to the day of `to`; negative when `to` lies before.
 std::int64_t TimeApartInDays(TDateTime from, TDateTime to);
-/// Whole minutes from the alarm moment to the reference, a started minute not counted; negative when the
-/// alarm lies later.
+/// Minutes from the alarm to the reference, rounded towards zero; negative when the alarm is later.
 std::int64_t Get_Alarm_Offset(TDateTime reference, TDateTime alarm);
 
 /// -1, 0 or 1, by whole milliseconds as To_Msecs rounds them: an order that sorting may rely on.
@@ -100,7 +99,7 @@ std::string ISO_DateTime(TDateTime value);
 
 // ---- texts ---------------------------------------------------------------------------------------------
 
-/// Case-blind comparison under the user's locale: -1, 0 or 1.
+/// Case-insensitive comparison under the user's locale: -1, 0 or 1.
 int CompareText(std::string_view a, std::string_view b);
 /// A byte string whose order is the order of CompareText: sort by these instead of comparing texts over and
 /// over.
@@ -134,7 +133,7 @@ class TClock {
   virtual TDateTime Now() = 0;
 };
 
-/// Replaces the clock; not owned; null restores the system's.
+/// Replaces the clock, which is not owned. Null restores the system clock.
 void Install_Clock(TClock* clock);
 TDateTime Now();
 /// Midnight of the current day.
@@ -144,8 +143,8 @@ TDateTime Today();
 std::string Time_Zone();
 /// Replaces the time zone; "" restores the system's. False, and no change, for a name that is unknown.
 bool Install_Time_Zone(const std::string& name);
-/// Conversion by the user's time zone. In the hour that a zone skips, the later reading; in the one it
-/// repeats, the first.
+/// Converts by the user's time zone. A local time in a gap is read as the later one, an ambiguous one as the
+/// first.
 TDateTime UTC_To_Local(TDateTime utc);
 TDateTime Local_To_UTC(TDateTime local);
 /// The user's local time of a local time in any IANA zone; false when the zone is unknown.

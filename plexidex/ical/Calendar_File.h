@@ -13,8 +13,8 @@ namespace Plexidex {
 /// A calendar file as a tree of components, read whole.
 class TCalendar_File {
  public:
-  /// Throws EImport_Error for a file that cannot be read, is too large, is no calendar, or is damaged in its
-  /// structure: a component without an end, or an end without its beginning.
+  /// Throws EImport_Error for a file that cannot be read, is too large, is not a calendar, or has a
+  /// damaged structure: a component without an end, or an end without a beginning.
   explicit TCalendar_File(const std::string& file);
 
   /// Events, tasks and all else but time zones, in the order of the file, whichever calendar of it they are

@@ -9,7 +9,7 @@
 namespace Plexidex {
 
 /// Reads the whole file first and then writes all of it in one update. Throws EImport_Error, with nothing
-/// written, for a file that is no calendar or is cut short, for a book that does not exist, and when the
+/// written, for a file that is not a calendar or is truncated, for a book that does not exist, and when the
 /// database takes no update or the update fails; the database reports its own failure besides.
 TImport_Report Import_Calendar(const std::string& file, const TImport_Options& options);
 

@@ -140,7 +140,7 @@ void Read_Progress(TComponent& read, TZones& zones, std::vector<TImport_Remark>&
       std::max<std::int64_t>(0, Whole_Day(read.Due.Local()) - Whole_Day(read.Start.Local())));
 }
 
-// How long the entry lasts, in seconds; a negative or missing length is none.
+// A duration in seconds; 0 for a negative one.
 std::int64_t Length_In_Seconds(const icaldurationtype& length) {
   if (length.is_neg) return 0;
   return ((std::int64_t{length.weeks} * 7 + length.days) * 24 + length.hours) * 3600 +
@@ -279,7 +279,7 @@ void Read_Component(TComponent& read, TZones& zones, std::vector<TImport_Remark>
     For_Each_Property(read.Ical, kind, [&](icalproperty* property) { rules.push_back(Raw_Value(property)); });
   };
 
-  // A cancelled task is one that shows as such; a cancelled event is none.
+  // A cancelled task is kept and shown as cancelled; a cancelled event is left out.
   read.Cancelled =
       (!read.Is_Task() && Status_Word(read.Ical) == "CANCELLED") || Calendar_Method(read.Ical) == "CANCEL";
   read.Has_Start = time_of(First(read.Ical, ICAL_DTSTART_PROPERTY), read.Start);

@@ -15,7 +15,7 @@ namespace Plexidex {
 
 using Kt_util_01::TDateTime;
 
-/// Where a wall clock of the file hangs.
+/// The time zone of a moment in a file.
 class TZone {
  public:
   /// The user's own: nothing is converted.

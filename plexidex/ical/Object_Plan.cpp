@@ -130,7 +130,7 @@ class TObject_Planner {
     return true;
   }
 
-  // One date that the file gives otherwise than the rule does.
+  // Applies an override to one date.
   void Apply(const TComponent& component, TMoment moment) {
     const bool met = series.Met.contains(moment);
     if (component.And_Future) Remark("a change of a date and all later ones was applied to that date only");
@@ -159,7 +159,7 @@ class TObject_Planner {
     event.Dates = series.Dates;
     std::int64_t left = series.Count;
     for (const TMoment moment : excluded) {
-      // What a rule of exclusions names need not be a date of this one.
+      // An exclusion rule may name dates that the rule does not give.
       if (series.Is_Extra(moment) || event.Changes.contains(moment)) continue;
       event.Changes[moment] = {true, 0, {}};
       if (Is_Date_Of_Rule(moment)) --left;

@@ -147,7 +147,7 @@ void TObject_Writer::Write_Task(const TPlanned_Object& object, const TPlanned_Ev
   ++report.Tasks;
 }
 
-// Leaves out and moves what the file says otherwise than the rule, and marks what was done.
+// Applies exception dates and overrides, and marks what was done.
 void TObject_Writer::Write_Set(const TPlanned_Object& object, const TPlanned_Event& planned) {
   TNew_Event event = Begin(planned, planned.Dates.front());
   event.Extra = planned.Extra;

@@ -13,12 +13,12 @@ using Kt_util_01::TDateTime;
 struct TWritten_Dates {
   TDateTime Start = 0;
   std::string Rule;                // "" for none: Start and Further are all dates
-  std::vector<TDateTime> Missing;  // dates of the rule that the set has not
-  std::vector<TDateTime> Further;  // dates of the set that the rule has not
+  std::vector<TDateTime> Missing;  // dates of the rule that are not in the set: exception dates
+  std::vector<TDateTime> Further;  // dates of the set that the rule does not give
 };
 
 /// Finds how to give the dates of a set: by the rule of its pattern where that is shorter than a list of
-/// them. `dates` are ascending, without doubles, and not empty; `first` is where the pattern starts.
+/// them. `dates` are ascending, unique and not empty; `first` is where the pattern starts.
 TWritten_Dates Written_Dates(const KTReminds::TRecurrence_Pattern& pattern, TDateTime first,
                              const std::vector<TDateTime>& dates, bool are_days);
 

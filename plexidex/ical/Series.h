@@ -1,6 +1,6 @@
 #pragma once
 
-// The dates on which a component falls, before anything is excluded from them.
+// The dates of a component, before its exception dates and overrides.
 
 #include <set>
 #include <vector>
