@@ -49,10 +49,12 @@ std::vector<TBare_Entry> Read_Bare(sqlite3_stmt* statement, double day) {
   std::vector<TBare_Entry> entries;
   while (sqlite3_step(statement) == SQLITE_ROW) {
     const int type = number(9), percentage = number(10);
-    entries.push_back({text(0), text(1), text(2), text(3), text(4), text(5),
-                       type == 3 ? KTReminds::Task_Status_Text(number(11), percentage) : std::string(),
-                       sqlite3_column_double(statement, 6), sqlite3_column_double(statement, 7), number(8),
-                       type, percentage, number(12) != 0, number(13) != 0, number(14) != 0, number(15) != 0});
+    entries.push_back(
+        {text(0), text(1), text(2), text(3), text(4), text(5),
+         type == 3 ? KTReminds::Task_Status_Text(static_cast<KTReminds::TTask_Status>(number(11)), percentage)
+                   : std::string(),
+         sqlite3_column_double(statement, 6), sqlite3_column_double(statement, 7), number(8), type,
+         percentage, number(12) != 0, number(13) != 0, number(14) != 0, number(15) != 0});
   }
   sqlite3_reset(statement);
   return entries;

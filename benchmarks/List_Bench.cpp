@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "Bench_Database.h"
-#include "Event_Lists.h"
+#include "Entry_Walk.h"
 #include "Kt_util_01.h"
 #include "Ratio_Main.h"
 #include "Reminder_Utils.h"
@@ -58,7 +58,9 @@ std::vector<TBare_Entry> Read_Bare(sqlite3_stmt* statement, const std::string& u
     entry.Priority = number(8);
     entry.EventType = number(9);
     entry.Percentage = number(10);
-    if (entry.EventType == 3) entry.Status = KTReminds::Task_Status_Text(number(11), entry.Percentage);
+    if (entry.EventType == 3)
+      entry.Status =
+          KTReminds::Task_Status_Text(static_cast<KTReminds::TTask_Status>(number(11)), entry.Percentage);
     entry.Private = number(12) != 0 && entry.User != user;
     entry.AllDay = number(13) != 0;
     entry.Done = number(14) != 0;
@@ -71,7 +73,7 @@ std::vector<TBare_Entry> Read_Bare(sqlite3_stmt* statement, const std::string& u
 // The whole book, as Build_Reminder_AllView reads it, but for the sorting.
 TEventKey_List Read_All() {
   TEventKey_List list;
-  KTReminds::TEntry_Walk walk({}, Book, true, -1e300, 1e300, KTReminds::TAlarm_Key::Occurrence,
+  KTReminds::TEntry_Walk walk(KTReminds::All_Of({Book, {}}, true), KTReminds::TAlarm_Key::Occurrence,
                               KTReminds::TReading::Whole);
   while (auto entry = walk.Next()) list.push_back(std::move(entry));
   return list;
@@ -173,9 +175,9 @@ std::string Compare(std::vector<TBare_Entry> bare, const TEventKey_List& list) {
         !(b.ContactName == a.ContactName) || !(b.User == a.User) ||
         !(b.FirstText == (is_task ? a.Status : a.Title)) ||
         !(b.SecondText == (is_task ? a.Title : a.Location)) || a.EventDate != b.EventDate ||
-        a.FirstDate != b.FirstDate || a.Priority != b.Priority || a.EventType != b.EventType ||
-        a.Percentage != b.Percentage || a.Private != b.Private || a.AllDay != b.Timeless ||
-        a.Done != b.Done || a.Alarm != b.Alarm) {
+        a.FirstDate != b.FirstDate || a.Priority != b.Priority ||
+        a.EventType != static_cast<int>(b.EventType) || a.Percentage != b.Percentage ||
+        a.Private != b.Private || a.AllDay != b.Timeless || a.Done != b.Done || a.Alarm != b.Alarm) {
       return "the entries of " + a.Key + " differ";
     }
   }
