@@ -1,32 +1,20 @@
 #pragma once
 
-#include <QActionGroup>
-#include <functional>
 #include <memory>
 #include <string>
 
-#include "Kt_forms.h"
-#include "Kt_lists.h"
+#include "Entry_Commands.h"
+#include "Kt_util_01.h"
 
 class QLabel;
-
-namespace Kt_forms {
-class TWebLabel;
-}
-
-namespace Ui {
-class View_Tools;
-}
 
 namespace KTReminds {
 
 class TCalendarFrm;
-class TEntry_List;
 
-/// What the views of the calendar have in common: lists of entries, the tool bar and the popup menu with
-/// their commands, the order, and the date picker beside the lists. A view adds its layout and fills its
-/// lists.
-class TCalendar_View : public Kt_forms::TForm {
+/// What the views of the calendar have in common: the commands on their entries, and those on the date that
+/// is shown, with a date picker where a view has one. A view adds its layout and shows its entries.
+class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
   Q_OBJECT
 
  public:
@@ -41,56 +29,57 @@ class TCalendar_View : public Kt_forms::TForm {
   void Set_View_Available(int page_index, bool available);
 
  protected:
-  struct TControls {
-    QWidget* Tool_Panel;        // empty; gets the tool bar
-    QLabel* Title;              // says what is shown
-    QList<TEntry_List*> Lists;  // of which at most one has a selection
-    QWidget* Calendar_Panel;    // gets the date picker, and is hidden at first
+  /// Which controls give the commands on the date; what is missing, the view has not.
+  struct TDate_Controls {
+    QLabel* Title = nullptr;            // says what is shown
+    QWidget* Calendar_Panel = nullptr;  // gets the date picker, and is hidden at first
+    TCommand Calendar = {};             // shows and hides the panel
+    TCommand Previous = {}, Next = {};  // entry
+    TCommand Today = {};
+    QList<QAction*> Views = {};  // each asks for the view that is its "Tag"
   };
 
   /// `page_index` is the view's own.
   explicit TCalendar_View(int page_index);
-  /// To be called at the end of a view's constructor.
-  void Set_Up(const TControls& controls);
-  /// Has a label sort by the column in its "Tag".
-  void Set_Up_Sort_Label(Kt_forms::TWebLabel* label);
+  /// To be called at the end of a view's constructor, with the panel and the bar of its tools.
+  void Set_Up(QWidget* tool_panel, QToolBar* tool_bar, const TEntry_Controls& entries,
+              const TDate_Controls& dates);
 
-  /// Runs what may open a modal form or message, during which the view may be closed or even freed. True when
-  /// it is still there.
-  bool Outlives(const std::function<void()>& call);
-  /// Has the commands follow the selected entry.
-  void Set_Btns();
-  /// After an entry was added ("" as its key), opened or deleted.
-  virtual void Refresh_After(const std::string& /*key*/) { DoRefresh(); }
+  void Tell_Picker();
+  /// Asks the page around the view for another one.
+  void Show_View(int page_index);
+
+  TOwner Owner_Of_New(TEntry_Type type) const override;
+  void Refresh_After(const TEntry_Change& change) override;
   void Handle_Message(const Kt_forms::TMessage& message) override;
 
   const int page;
   std::string NodeKey, OwnerKey;
   bool WholeCalendar = false;
-  std::unique_ptr<Ui::View_Tools> tools;
+  std::unique_ptr<TEntry_Commands> commands;  // set up by Set_Up
 
  private:
-  void Set_Up_Actions();
-  void Connect_Commands();
-  void Connect_List(TEntry_List* list);
-  Kt_data_01::TList_Item* Selected() const;
-  void Tell_Picker();
-
-  void Add_Event();
-  void Add_Task();
-  void Open();
-  void Delete();
-  void Toggle_State();
   void Go_To_Entry(bool backwards);
   void Go_To_Today();
   void Show_Or_Hide_Calendar();
-  void Show_View(int page_index);
-  void Sort();
-  void Check_Order();
+  void Show_Calendar_State();
 
-  TControls controls{};
-  QActionGroup columns{this}, directions{this};
+  TDate_Controls controls;
   QPointer<TCalendarFrm> picker;
 };
+
+/// What the entry point of each view does.
+template <class TView>
+bool Display_View(QWidget* parent, Kt_forms::TForm_Reference& form, const std::string& node_key,
+                  const std::string& owner_key, bool whole_calendar) {
+  Kt_util_01::Sound(2);
+  auto* view = form.Reuse_Or_Replace<TView>();
+  if (!view) return false;
+  Kt_forms::Embed_Page(view, parent);
+  view->Set_Keys(node_key, owner_key, whole_calendar);
+  view->show();
+  view->DoRefresh();
+  return true;
+}
 
 }  // namespace KTReminds

@@ -4,7 +4,8 @@
 
 namespace Ui {
 class Contacts_Page3b_Frm;
-}
+class View_Tools;
+}  // namespace Ui
 
 namespace KTReminds {
 
@@ -13,9 +14,6 @@ class TContacts_Page3b_Frm : public TCalendar_View {
   Q_OBJECT
 
  public:
-  /// Its index among the pages of the calendar.
-  static constexpr int Page_Index = 2;
-
   TContacts_Page3b_Frm();
   ~TContacts_Page3b_Frm() override;
 
@@ -23,10 +21,9 @@ class TContacts_Page3b_Frm : public TCalendar_View {
 
  private:
   void Step_Day(int days);
-  /// Puts the headings over their columns.
-  void ListView1Resize();
 
   std::unique_ptr<Ui::Contacts_Page3b_Frm> ui;
+  std::unique_ptr<Ui::View_Tools> tools;
 };
 
 /// Shows the day view in a parent, in place of the page that the reference holds, if that is another one.

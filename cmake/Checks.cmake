@@ -1,6 +1,6 @@
 # Formatting and static checks. "format" rewrites, "check" only complains.
 set(KT_PATTERNS "")
-foreach(folder host plexidex events editors search widgets calendar tasks package tests benchmarks)
+foreach(folder host plexidex events editors search widgets pages calendar tasks package tests benchmarks)
   list(APPEND KT_PATTERNS ${folder}/*.h ${folder}/*.cpp)
 endforeach()
 file(GLOB_RECURSE KT_SOURCES CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR} ${KT_PATTERNS})
@@ -22,7 +22,7 @@ endif()
 
 # What runs under the sanitizers in ./test.
 add_custom_target(all_tests)
-foreach(name util data events editors calendar search forms ical cli)
+foreach(name util data events editors pages calendar search forms ical cli)
   if(TARGET test_${name})
     add_dependencies(all_tests test_${name})
   endif()

@@ -1,6 +1,7 @@
 #include "Entry_Lists.h"
 
 #include "Entry_Order.h"
+#include "Entry_Rows.h"
 #include "Entry_Walk.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
@@ -69,17 +70,6 @@ void Add_Day(TItem_List& list, const TOwner& owner, bool by_book, TDateTime day,
 }
 
 }  // namespace
-
-int State_Image(const TEventKey& entry) {
-  switch (entry.EventType) {
-    case TEntry_Type::Event:
-      return entry.Done ? Image_Done_Event : Image_Open_Event;
-    case TEntry_Type::Task:
-      return entry.Done ? Image_Done_Task : Image_Open_Task;
-    default:
-      return -1;
-  }
-}
 
 std::string Task_Status_Text(TTask_Status status, int percentage) {
   const std::string complete = std::to_string(percentage) + "% Complete";

@@ -8,16 +8,6 @@
 
 namespace KTReminds {
 
-/// State images of list items.
-inline constexpr int Image_Open_Event = 10;
-inline constexpr int Image_Done_Event = 18;
-inline constexpr int Image_Open_Task = 16;
-inline constexpr int Image_Done_Task = 17;
-inline constexpr int Image_Holiday = 15;
-
-/// One of the state images; -1 for an entry that is neither event nor task.
-int State_Image(const Kt_data_01::TEventKey& entry);
-
 /// In words, where the status leaves it open with the percentage. "Unknown" for another number.
 std::string Task_Status_Text(TTask_Status status, int percentage);
 

@@ -4,4 +4,5 @@
 
 #include "Entry_Lists.h"
 #include "Entry_Order.h"
+#include "Entry_Rows.h"
 #include "Marking.h"

@@ -34,6 +34,7 @@ class TItem_Observer {
   /// old_position[i] is where the item now at i was before.
   virtual void Items_Sorted(const std::vector<std::uint32_t>& old_position) = 0;
   virtual void Item_Changed(std::size_t position) = 0;
+  virtual void Item_Added(std::size_t position) = 0;
   virtual void Item_Removed(std::size_t position) = 0;
 };
 
@@ -56,6 +57,8 @@ class TItem_List {
   /// Turns the order round: adding at the end and reversing once gives the order of inserting each at the
   /// top.
   void Reverse();
+  /// One item more, without a rebuild: before the one at the position, or at the end.
+  TList_Item& Insert(std::size_t position, std::unique_ptr<TList_Item> item);
   void Remove(std::size_t position);
   /// Stable. `less` gets positions as they are before the sort.
   void Sort(const std::function<bool(std::uint32_t, std::uint32_t)>& less);

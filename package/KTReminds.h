@@ -25,6 +25,8 @@
 #include "fm_Calendar.h"
 #include "fm_Reminder.h"
 #include "fm_Task.h"
-// The calendar's home page and its views, as pages: Display_Calendar_Home_Page, Display_Calendar_Dayview.
+// The calendar's home page and its views, as pages: Display_Calendar_Home_Page, Display_Calendar_Dayview; the
+// numbers of the pages.
+#include "Page_Numbers.h"
 #include "fm_Calendar_HomePage.h"
 #include "fm_Contacts_Page3b.h"

@@ -6,9 +6,8 @@
 #include <QToolTip>
 
 #include "Entry_Model.h"
-#include "Entry_Painter.h"
-#include "Kt_data_01.h"
 #include "Kt_forms.h"
+#include "Kt_update.h"
 
 namespace KTReminds {
 
@@ -26,13 +25,18 @@ QString As_Plain_Tip(const QString& text) {
 }  // namespace
 
 TEntry_List::TEntry_List(QWidget* parent)
-    : QListView(parent), entries(new TEntry_Model(this)), painter(new TEntry_Painter(this)) {
+    : QListView(parent), entries(new TEntry_Model(this)), painter(new TEntry_Painter(*entries, this)) {
   setModel(entries);
   setItemDelegate(painter);
   setUniformItemSizes(true);
   setSelectionMode(SingleSelection);
   setEditTriggers(NoEditTriggers);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
+
+void TEntry_List::Set_Columns(const TEntry_Columns& columns) {
+  painter->Set_Columns(columns);
+  viewport()->update();
 }
 
 Kt_data_01::TItem_List& TEntry_List::Items() {
@@ -59,18 +63,20 @@ void TEntry_List::Select_Row(int row) {
 
 QString TEntry_List::Tip_At(QPoint place) const {
   const TList_Item* item = TEntry_Model::Item(indexAt(place));
-  if (!item || !item->Data || place.x() >= item->Data->TextRight) return {};
-  try {
-    return Kt_forms::To_Qt(item->Data->Get_Tip(false));
-  } catch (...) {
-    Kt_data_01::FailRead("Entry_List:Tip_At [KT_Users]");
-    return {};
-  }
+  if (!item || !item->Data) return {};
+  if (painter->Columns().Tip_On_Text && place.x() >= item->Data->TextRight) return {};
+  return Kt_data_01::Read("Entry_List:Tip_At [KT_Users]",
+                          [item] { return Kt_forms::To_Qt(item->Data->Get_Tip(false)); })
+      .value_or(QString());
+}
+
+std::optional<TEntry_Painter::TSpan> TEntry_List::Column_Span(int sort) const {
+  return painter->Span_Of(sort, *this, viewport()->width());
 }
 
 QModelIndex TEntry_List::State_Image_At(QPoint place) const {
   const QModelIndex row = indexAt(place);
-  return row.isValid() && TEntry_Painter::On_State_Image(visualRect(row), place) ? row : QModelIndex();
+  return row.isValid() && painter->On_State_Image(visualRect(row), place) ? row : QModelIndex();
 }
 
 void TEntry_List::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
@@ -83,14 +89,16 @@ void TEntry_List::mousePressEvent(QMouseEvent* event) {
   pressed = event->button() == Qt::LeftButton ? State_Image_At(place) : QModelIndex();
   if (!indexAt(place).isValid()) clearSelection();
   QListView::mousePressEvent(event);
+  emit Entered();
 }
 
 void TEntry_List::mouseReleaseEvent(QMouseEvent* event) {
-  const bool clicked = event->button() == Qt::LeftButton && pressed.isValid() &&
-                       State_Image_At(event->position().toPoint()) == pressed;
+  const QModelIndex row =
+      event->button() == Qt::LeftButton ? State_Image_At(event->position().toPoint()) : QModelIndex();
+  const bool clicked = row.isValid() && row == pressed;
   pressed = QModelIndex();
   QListView::mouseReleaseEvent(event);
-  if (clicked) emit State_Clicked();
+  if (clicked) emit State_Clicked(row.row());
 }
 
 void TEntry_List::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -114,6 +122,13 @@ void TEntry_List::keyPressEvent(QKeyEvent* event) {
     default:
       QListView::keyPressEvent(event);
   }
+}
+
+void TEntry_List::focusInEvent(QFocusEvent* event) {
+  QListView::focusInEvent(event);
+  // A window or menu that closes brings the keyboard back, not to another list.
+  if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
+    emit Entered();
 }
 
 void TEntry_List::contextMenuEvent(QContextMenuEvent* event) {

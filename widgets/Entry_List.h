@@ -3,12 +3,12 @@
 #include <QListView>
 #include <QPersistentModelIndex>
 
+#include "Entry_Painter.h"
 #include "Kt_lists.h"
 
 namespace KTReminds {
 
 class TEntry_Model;
-class TEntry_Painter;
 
 /// A list of events and tasks, one to a row, of which one can be selected. It says what the user does; its
 /// owner decides what that means. After a signal about a click or a key the list does not touch itself, so
@@ -17,7 +17,9 @@ class TEntry_List : public QListView {
   Q_OBJECT
 
  public:
+  /// With the columns of a day.
   explicit TEntry_List(QWidget* parent = nullptr);
+  void Set_Columns(const TEntry_Columns& columns);
 
   /// Owned by the list; fill, sort and mark it here.
   Kt_data_01::TItem_List& Items();
@@ -27,13 +29,18 @@ class TEntry_List : public QListView {
   int Selected_Row() const;
   /// Selects a row and scrolls it into view; one that does not exist selects nothing.
   void Select_Row(int row);
-  /// The info tip at a place of the viewport: the entry's, but only left of where its text ends; else empty.
+  /// The info tip at a place of the viewport: the entry's; empty where there is none, which the columns
+  /// decide.
   QString Tip_At(QPoint place) const;
+  /// Where in the viewport the column lies that a heading sorts by; nothing without such a column.
+  std::optional<TEntry_Painter::TSpan> Column_Span(int sort) const;
 
  signals:
   void Selection_Changed();
+  /// The mouse went down in the list, or the keyboard came to it from another control.
+  void Entered();
   /// A row, which is selected by now, was clicked on its state image.
-  void State_Clicked();
+  void State_Clicked(int row);
   /// A double click, also beside the rows, or Enter.
   void Opened();
   void Insert_Pressed();
@@ -47,6 +54,7 @@ class TEntry_List : public QListView {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;

@@ -1,8 +1,8 @@
 #include "Entry_Model.h"
 
+#include "Entry_Rows.h"
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
-#include "View_Rules.h"
 
 namespace KTReminds {
 
@@ -14,17 +14,22 @@ TEntry_Model::TEntry_Model(QObject* parent) : QAbstractListModel(parent) {
 
 const TList_Item* TEntry_Model::Item(const QModelIndex& index) {
   const auto* model = qobject_cast<const TEntry_Model*>(index.model());
-  return model ? model->At(index.row()) : nullptr;
+  const auto position = model ? model->Position(index.row()) : std::nullopt;
+  return position ? &model->items[*position] : nullptr;
 }
 
-const TList_Item* TEntry_Model::At(int row) const {
-  if (resetting || row < 0 || row >= rowCount() || row == gap) return nullptr;
-  return &items[static_cast<std::size_t>(gap && row > *gap ? row - 1 : row)];
+void TEntry_Model::Set_Text_Right(int row, int right) {
+  if (const auto position = Position(row)) items[*position].Data->TextRight = right;
+}
+
+std::optional<std::size_t> TEntry_Model::Position(int row) const {
+  if (resetting || row < 0 || row >= rowCount() || row == gap) return {};
+  return static_cast<std::size_t>(row - (gap && row > *gap ? 1 : 0) + (news && row >= *news ? 1 : 0));
 }
 
 int TEntry_Model::rowCount(const QModelIndex& parent) const {
   if (parent.isValid() || resetting) return 0;
-  return static_cast<int>(items.Count()) + (gap ? 1 : 0);
+  return static_cast<int>(items.Count()) + (gap ? 1 : 0) - (news ? 1 : 0);
 }
 
 QVariant TEntry_Model::data(const QModelIndex& index, int role) const {
@@ -62,6 +67,13 @@ void TEntry_Model::Items_Sorted(const std::vector<std::uint32_t>& old_position) 
 void TEntry_Model::Item_Changed(std::size_t position) {
   const QModelIndex changed = index(static_cast<int>(position));
   emit dataChanged(changed, changed);
+}
+
+void TEntry_Model::Item_Added(std::size_t position) {
+  news = static_cast<int>(position);
+  beginInsertRows({}, *news, *news);
+  news.reset();
+  endInsertRows();
 }
 
 void TEntry_Model::Item_Removed(std::size_t position) {

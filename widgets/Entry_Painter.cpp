@@ -3,14 +3,16 @@
 #include <QPainter>
 
 #include "Entry_Model.h"
+#include "Entry_Rows.h"
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
-#include "View_Rules.h"
 
 namespace KTReminds {
 
 using Kt_data_01::TEventKey;
 using Kt_data_01::TList_Item;
+using Kt_forms::To_Qt;
+using Kt_util_01::FormatDateTime;
 
 namespace {
 
@@ -34,6 +36,34 @@ QPalette::ColorGroup Group(QStyle::State state) {
   return state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
 }
 
+bool Is_Image(TCell cell) {
+  return cell == TCell::State_Image || cell == TCell::Reminder_Mark;
+}
+
+QString Cell_Text(TCell cell, const TEventKey& entry) {
+  switch (cell) {
+    case TCell::Time:
+      return To_Qt(FormatDateTime("t", entry.EventDate));
+    case TCell::Date:
+    case TCell::Due_Date:
+      return To_Qt(FormatDateTime("ddddd", entry.EventDate));
+    case TCell::Start_Date:
+      return To_Qt(FormatDateTime("ddddd", entry.FirstDate));
+    case TCell::Text:
+      return To_Qt(Row_Text(entry));
+    case TCell::Status:
+      return To_Qt(entry.FirstText);
+    case TCell::Percent:
+      return QString::number(entry.Percentage) + QLatin1Char('%');
+    case TCell::Priority:
+      return entry.EventType == Kt_data_01::TEntry_Type::Other ? QString() : QString::number(entry.Priority);
+    case TCell::State_Image:
+    case TCell::Reminder_Mark:
+      break;
+  }
+  return {};
+}
+
 void Draw_Cell(QPainter& painter, const QRect& place, Qt::Alignment side, const QString& text) {
   painter.drawText(place, static_cast<int>(side) | Qt::AlignVCenter | Qt::TextSingleLine,
                    painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
@@ -41,22 +71,94 @@ void Draw_Cell(QPainter& painter, const QRect& place, Qt::Alignment side, const 
 
 }  // namespace
 
-TEntry_Painter::TEntry_Painter(QObject* parent) : QStyledItemDelegate(parent), images("P3_Enabled") {}
+const TEntry_Columns& Day_Columns() {
+  static const TEntry_Columns columns = {
+      {{TCell::State_Image},
+       {TCell::Reminder_Mark},
+       {TCell::Time},
+       {TCell::Text, 3},
+       {TCell::Priority, 4, TSide::Under_Middle, Kt_forms::From_Qt(TEntry_Painter::tr("Priority"))}}};
+  return columns;
+}
+
+TEntry_Painter::TEntry_Painter(TEntry_Model& own_model, QObject* parent)
+    : QStyledItemDelegate(parent), model(own_model), images("P3_Enabled") {
+  Set_Columns(Day_Columns());
+}
+
+void TEntry_Painter::Set_Columns(const TEntry_Columns& new_columns) {
+  columns = new_columns;
+  widths.clear();
+  images_end = text_column = 0;
+  while (images_end < columns.Columns.size() && Is_Image(columns.Columns[images_end].Cell)) ++images_end;
+  while (columns.Columns[text_column].Cell != TCell::Text) ++text_column;
+}
+
+void TEntry_Painter::Measure(const QWidget& list) {
+  const QString time = To_Qt(FormatDateTime("t", (22.0 * 60 + 55) / (24 * 60)));
+  const QString date = To_Qt(FormatDateTime("ddddd", Kt_util_01::Encode_Date(2000, 12, 28)));
+  if (!widths.empty() && time == time_sample && date == date_sample && list.font() == font) return;
+  time_sample = time;
+  date_sample = date;
+  font = list.font();
+  const QFontMetrics metrics(font, &list);
+  widths.clear();
+  for (const TEntry_Column& column : columns.Columns) {
+    int width = metrics.horizontalAdvance(To_Qt(column.Sample));
+    switch (column.Cell) {
+      case TCell::State_Image:
+        width = TImage_List::Size + Image_Gap;
+        break;
+      case TCell::Reminder_Mark:
+        width = TImage_List::Size;
+        break;
+      case TCell::Time:
+        width = qMax(width, metrics.horizontalAdvance(time));
+        break;
+      case TCell::Date:
+      case TCell::Start_Date:
+      case TCell::Due_Date:
+        width = qMax(width, metrics.horizontalAdvance(date));
+        break;
+      default:
+        break;
+    }
+    // Halves, so that its middle is a whole place.
+    widths.push_back(column.Side == TSide::Under_Middle ? width / 2 * 2 : width);
+  }
+}
 
 void TEntry_Painter::Begin_Paint(const QWidget& list) {
   now = Kt_util_01::Now();
   strike_completed = Kt_util_01::UseCompleteStyle();
-  const QString sample = Kt_forms::To_Qt(Kt_util_01::FormatDateTime("t", (22.0 * 60 + 55) / (24 * 60)));
-  if (sample == sample_time && list.font() == font) return;
-  sample_time = sample;
-  font = list.font();
-  const QFontMetrics metrics(font, &list);
-  time_width = metrics.horizontalAdvance(sample_time);
-  priority_width = metrics.horizontalAdvance(tr("Priority"));
+  Measure(list);
 }
 
-bool TEntry_Painter::On_State_Image(const QRect& row, QPoint place) {
-  return QRect(row.left() + Image_Indent, row.top(), TImage_List::Size, row.height()).contains(place);
+bool TEntry_Painter::On_State_Image(const QRect& row, QPoint place) const {
+  int left = row.left();
+  for (std::size_t i = 0; i < images_end; ++i) {
+    if (columns.Columns[i].Cell == TCell::State_Image)
+      return QRect(left + Image_Indent, row.top(), TImage_List::Size, row.height()).contains(place);
+    left += TImage_List::Size;
+  }
+  return false;
+}
+
+std::optional<TEntry_Painter::TSpan> TEntry_Painter::Span_Of(int sort, const QWidget& list, int row_width) {
+  Measure(list);
+  std::optional<std::size_t> found;
+  for (std::size_t i = 0; i < columns.Columns.size(); ++i) {
+    if (columns.Columns[i].Sort == sort) found = i;
+  }
+  if (!found || sort < 0) return {};
+  const TSide side = columns.Columns[*found].Side;
+  int left = 0, right = row_width - Right_Margin;
+  for (std::size_t i = 0; i < text_column && i < *found; ++i) {
+    if (columns.Columns[i].Cell != TCell::Time) left += widths[i] + (i < images_end ? 0 : Column_Gap);
+  }
+  if (*found < text_column) return TSpan{left, left + widths[*found], side};
+  for (std::size_t i = columns.Columns.size() - 1; i > *found; --i) right -= widths[i] + Column_Gap;
+  return TSpan{*found == text_column ? left : right - widths[*found], right, side};
 }
 
 QSize TEntry_Painter::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {
@@ -66,13 +168,14 @@ QSize TEntry_Painter::sizeHint(const QStyleOptionViewItem& option, const QModelI
 void TEntry_Painter::paint(QPainter* painter, const QStyleOptionViewItem& option,
                            const QModelIndex& index) const {
   const TList_Item* item = TEntry_Model::Item(index);
-  if (!item || !item->Data) return QStyledItemDelegate::paint(painter, option, index);
+  if (!item || !item->Data || widths.empty()) return QStyledItemDelegate::paint(painter, option, index);
+  const TEventKey& entry = *item->Data;
   painter->save();
   painter->setFont(option.font);
   TRow row{*painter, option.rect.adjusted(0, 0, -Right_Margin, 0),
            bool(option.state & QStyle::State_Selected), option.palette};
   row.Palette.setCurrentColorGroup(Group(option.state));
-  Draw_Images(row, *item);
+  for (std::size_t i = 0; i < images_end; ++i) Draw_Image(row, *item, i);
   if (row.Selected) {
     painter->fillRect(row.Rest, row.Palette.highlight());
   } else if (option.state & QStyle::State_HasFocus) {
@@ -81,23 +184,26 @@ void TEntry_Painter::paint(QPainter* painter, const QStyleOptionViewItem& option
     focus.rect = row.Rest;
     option.widget->style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
   }
-  Set_Style(row, *item->Data);
-  if (!item->Data->Timeless) Draw_Time(row, *item->Data);
-  Draw_Priority(row, *item->Data);
-  Draw_Text(row, *item->Data);
+  Set_Style(row, entry);
+  for (std::size_t i = images_end; i < text_column; ++i) Draw_From_Left(row, entry, i);
+  for (std::size_t i = columns.Columns.size() - 1; i > text_column; --i) Draw_From_Right(row, entry, i);
+  const QString text = Cell_Text(TCell::Text, entry);
+  model.Set_Text_Right(index.row(), row.Rest.left() + painter->fontMetrics().horizontalAdvance(text));
+  if (row.Rest.width() > 0) Draw_Cell(*painter, row.Rest, Qt::AlignLeft, text);
   painter->restore();
 }
 
-void TEntry_Painter::Draw_Images(TRow& row, const TList_Item& item) const {
+void TEntry_Painter::Draw_Image(TRow& row, const TList_Item& item, std::size_t column) const {
   const QColor ink = row.Palette.color(QPalette::Text);
   const int top = row.Rest.top() + (row.Rest.height() - TImage_List::Size) / 2;
-  int left = row.Rest.left();
-  if (item.Image >= 0) images.Draw(row.Painter, {left + Image_Indent, top}, item.Image, ink);
-  left += TImage_List::Size + Image_Gap;
+  const int left = row.Rest.left();
   const TEventKey& entry = *item.Data;
-  if (entry.Alarm && !entry.Private && entry.User == Kt_util_01::User_Key())
+  if (columns.Columns[column].Cell == TCell::State_Image) {
+    if (item.Image >= 0) images.Draw(row.Painter, {left + Image_Indent, top}, item.Image, ink);
+  } else if (entry.Alarm && !entry.Private && entry.User == Kt_util_01::User_Key()) {
     images.Draw(row.Painter, {left, top}, Image_Reminder, ink);
-  row.Rest.setLeft(left + TImage_List::Size);
+  }
+  row.Rest.setLeft(left + widths[column]);
 }
 
 void TEntry_Painter::Set_Style(TRow& row, const TEventKey& entry) const {
@@ -121,26 +227,28 @@ void TEntry_Painter::Set_Style(TRow& row, const TEventKey& entry) const {
   row.Painter.setPen(ink);
 }
 
-void TEntry_Painter::Draw_Time(TRow& row, const TEventKey& entry) const {
+void TEntry_Painter::Draw_From_Left(TRow& row, const TEventKey& entry, std::size_t column) const {
+  const auto& [cell, sort, side, sample] = columns.Columns[column];
+  if (cell == TCell::Time && entry.Timeless) return;
   QRect place = row.Rest;
-  place.setWidth(qMin(time_width + Column_Gap, row.Rest.width()));
-  Draw_Cell(row.Painter, place, Qt::AlignLeft,
-            Kt_forms::To_Qt(Kt_util_01::FormatDateTime("t", entry.EventDate)));
-  row.Rest.setLeft(row.Rest.left() + time_width + Column_Gap);
+  place.setWidth(qMin(widths[column] + Column_Gap, row.Rest.width()));
+  if (side == TSide::Left) {
+    Draw_Cell(row.Painter, place, Qt::AlignLeft, Cell_Text(cell, entry));
+  } else {
+    place.setWidth(side == TSide::Right ? widths[column] : widths[column] / 2);
+    Draw_Cell(row.Painter, place, Qt::AlignRight, Cell_Text(cell, entry));
+  }
+  row.Rest.setLeft(row.Rest.left() + widths[column] + Column_Gap);
 }
 
-void TEntry_Painter::Draw_Priority(TRow& row, const TEventKey& entry) const {
-  // The number stands under the middle of its heading.
-  row.Rest.setRight(row.Rest.right() - priority_width / 2);
-  if (entry.EventType != Kt_data_01::TEntry_Type::Other)
-    Draw_Cell(row.Painter, row.Rest, Qt::AlignRight, QString::number(entry.Priority));
-  row.Rest.setRight(row.Rest.right() - priority_width / 2 - Column_Gap);
-}
-
-void TEntry_Painter::Draw_Text(TRow& row, TEventKey& entry) const {
-  const QString text = Kt_forms::To_Qt(Row_Text(entry));
-  entry.TextRight = row.Rest.left() + row.Painter.fontMetrics().horizontalAdvance(text);
-  if (row.Rest.width() > 0) Draw_Cell(row.Painter, row.Rest, Qt::AlignLeft, text);
+void TEntry_Painter::Draw_From_Right(TRow& row, const TEventKey& entry, std::size_t column) const {
+  const auto& [cell, sort, side, sample] = columns.Columns[column];
+  // What stands at the right of its column may reach out of it to the left.
+  QRect place = row.Rest;
+  if (side == TSide::Left) place.setLeft(place.right() - widths[column] + 1);
+  if (side == TSide::Under_Middle) place.setRight(place.right() - widths[column] / 2);
+  Draw_Cell(row.Painter, place, side == TSide::Left ? Qt::AlignLeft : Qt::AlignRight, Cell_Text(cell, entry));
+  row.Rest.setRight(row.Rest.right() - widths[column] - Column_Gap);
 }
 
 }  // namespace KTReminds

@@ -2,25 +2,40 @@
 
 #include <QFont>
 #include <QStyledItemDelegate>
+#include <optional>
 
+#include "Entry_Columns.h"
 #include "Image_List.h"
 #include "Kt_lists.h"
 
 namespace KTReminds {
 
-/// Draws the rows of a TEntry_Model column by column: state image, reminder mark, time, text and priority.
+class TEntry_Model;
+
+/// Draws the rows of a TEntry_Model column by column, as a description of the columns says.
 class TEntry_Painter : public QStyledItemDelegate {
   Q_OBJECT
 
  public:
-  explicit TEntry_Painter(QObject* parent = nullptr);
+  /// The model outlives the painter, which stores in it how far each text reaches that it has drawn.
+  explicit TEntry_Painter(TEntry_Model& model, QObject* parent = nullptr);
+
+  void Set_Columns(const TEntry_Columns& new_columns);
+  const TEntry_Columns& Columns() const { return columns; }
 
   /// To be called before the rows of a list are painted: reads what they have in common.
   void Begin_Paint(const QWidget& list);
   /// Whether a place lies on a row's state image.
-  static bool On_State_Image(const QRect& row, QPoint place);
+  bool On_State_Image(const QRect& row, QPoint place) const;
 
-  /// Stores in the entry how far to the right its text reaches.
+  struct TSpan {
+    int Left, Right;  // the first place that belongs to the column, and the first one that does not any more
+    TSide Side;
+  };
+  /// Where the column with a heading lies in the rows of a list that are so wide; the text's begins where it
+  /// does in a row without a time. Nothing when no column has that heading.
+  std::optional<TSpan> Span_Of(int sort, const QWidget& list, int row_width);
+
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   /// The same height for every row, and no width: a row is as wide as its list.
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -34,16 +49,20 @@ class TEntry_Painter : public QStyledItemDelegate {
     QPalette Palette;
   };
 
+  void Measure(const QWidget& list);
   void Set_Style(TRow& row, const Kt_data_01::TEventKey& entry) const;
-  void Draw_Images(TRow& row, const Kt_data_01::TList_Item& item) const;
-  void Draw_Time(TRow& row, const Kt_data_01::TEventKey& entry) const;
-  void Draw_Priority(TRow& row, const Kt_data_01::TEventKey& entry) const;
-  void Draw_Text(TRow& row, Kt_data_01::TEventKey& entry) const;
+  void Draw_Image(TRow& row, const Kt_data_01::TList_Item& item, std::size_t column) const;
+  void Draw_From_Left(TRow& row, const Kt_data_01::TEventKey& entry, std::size_t column) const;
+  void Draw_From_Right(TRow& row, const Kt_data_01::TEventKey& entry, std::size_t column) const;
 
+  TEntry_Model& model;
   const TImage_List images;
+  TEntry_Columns columns;
+  std::size_t images_end = 0, text_column = 0;
+  // What the widths were measured for, and the width of each column.
   QFont font;
-  QString sample_time;
-  int time_width = 0, priority_width = 0;
+  QString time_sample, date_sample;
+  std::vector<int> widths;
   double now = 0;
   bool strike_completed = true;
 };

@@ -156,6 +156,9 @@ class TDialog_Form : public QDialog {
 /// control has none, long halves of hints ("short|long") sent to the status bar and short halves as tool
 /// tips.
 void Initialise_Form(QWidget* form);
+/// Gives a tool its hint: the short half names it, and also the buttons that show it, the long half, or the
+/// whole, goes to the status bar.
+void Set_Hint(QAction* tool, const QString& hint);
 /// Answers umGetFormName: writes the form's name and its property "Tag" in decimal, 0 without one, into the
 /// character buffer that the message's LParam points to.
 void Copy_Form_Name(const TForm& form, const TMessage& message);

@@ -30,6 +30,13 @@ void TItem_List::Reverse() {
   std::reverse(items.begin(), items.end());
 }
 
+TList_Item& TItem_List::Insert(std::size_t position, std::unique_ptr<TList_Item> item) {
+  item->List = this;
+  TList_Item& added = **items.insert(items.begin() + static_cast<std::ptrdiff_t>(position), std::move(item));
+  if (observer && updating == 0) observer->Item_Added(position);
+  return added;
+}
+
 void TItem_List::Remove(std::size_t position) {
   items.erase(items.begin() + static_cast<std::ptrdiff_t>(position));
   if (observer && updating == 0) observer->Item_Removed(position);

@@ -1,5 +1,6 @@
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
@@ -10,6 +11,7 @@
 #include <QStackedWidget>
 #include <QStatusTipEvent>
 #include <QTabWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "Kt_data_01.h"
@@ -39,16 +41,19 @@ QString Without_Mnemonic(QString text) {
   return text;
 }
 
-// "short|long": the short half is the tip, the long one goes to the status bar.
-void Split_Hint(QWidget* control) {
-  const QString hint = control->toolTip();
+struct THint {
+  QString Short, Long;  // both the whole when it is not "short|long"
+};
+
+THint Split(const QString& hint) {
   const qsizetype bar = hint.indexOf(QLatin1Char('|'));
-  if (bar < 0) {
-    if (!hint.isEmpty() && control->statusTip().isEmpty()) control->setStatusTip(hint);
-    return;
-  }
-  control->setToolTip(hint.left(bar));
-  control->setStatusTip(hint.mid(bar + 1));
+  return bar < 0 ? THint{hint, hint} : THint{hint.left(bar), hint.mid(bar + 1)};
+}
+
+void Split_Hint(QWidget* control) {
+  const THint hint = Split(control->toolTip());
+  if (hint.Short != hint.Long || control->statusTip().isEmpty()) control->setStatusTip(hint.Long);
+  control->setToolTip(hint.Short);
 }
 
 bool Is_Input(const QWidget* control) {
@@ -187,6 +192,16 @@ void Initialise_Form(QWidget* form) {
     } else if (Is_Input(control) && !control->toolTip().isEmpty()) {
       control->setAccessibleName(control->toolTip());
     }
+  }
+}
+
+void Set_Hint(QAction* tool, const QString& hint) {
+  const auto [short_half, long_half] = Split(hint);
+  tool->setText(short_half);
+  tool->setToolTip(short_half);
+  tool->setStatusTip(long_half);
+  for (QObject* shown : tool->associatedObjects()) {
+    if (auto* button = qobject_cast<QToolButton*>(shown)) button->setAccessibleName(short_half);
   }
 }
 

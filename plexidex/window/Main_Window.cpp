@@ -160,7 +160,7 @@ std::string TMain_Window::Page_Name() const {
 }
 
 void TMain_Window::Display_Host_Page(int index) {
-  if (index == KTReminds::Host_Page_Calendar_Search)
+  if (index == KTReminds::Page_Calendar_Search)
     statusBar()->showMessage(tr("Searching the calendar is not possible in this version yet."), 15'000);
 }
 

@@ -1,0 +1,15 @@
+#pragma once
+
+namespace KTReminds {
+
+/// Numbers of the pages: stored in the settings, and carried by umDisplayForm. Never renumber.
+inline constexpr int Page_Day = 2;
+inline constexpr int Page_Week = 11;
+inline constexpr int Page_Month = 12;
+inline constexpr int Page_All = 13;
+inline constexpr int Page_Calendar_Search = 51;
+inline constexpr int Page_Calendar_Results = 52;
+inline constexpr int Page_Task_Search = 54;
+inline constexpr int Page_Permissions = 99;
+
+}  // namespace KTReminds
