@@ -59,7 +59,6 @@ TEST_P(Entry_Commands_Of, Follow_The_Selection) {
     EXPECT_EQ(Enabled(), row == 1 ? "AckBtn PropsBtn Delbtn" : "PropsBtn");
     EXPECT_EQ(Texts("AckBtn"), "Mark Outstanding/Mark Outstanding") << "left as it was for the private one";
   }
-  EXPECT_EQ(Control<QToolButton>(view, "AckBtn")->accessibleName(), QStringLiteral("Mark Outstanding"));
   QContextMenuEvent asked(QContextMenuEvent::Keyboard, {}, {});
   QApplication::sendEvent(list, &asked);
   auto* popup = Control<QMenu>(view, "PopupMenu1");
@@ -82,7 +81,6 @@ TEST_P(Entry_Commands_Of, Mark_In_Place_By_Tool_And_By_A_Click_On_The_Image) {
   EXPECT_EQ(click(0, 10), 1);
   EXPECT_EQ(item->Image, Image_Done_Event);
   EXPECT_EQ(list->Selected(), item) << "not built again";
-  EXPECT_EQ(Action("Ackmenu")->text(), QStringLiteral("&Mark Outstanding"));
   Action("Ackmenu")->trigger();
   EXPECT_EQ(click(1, 10), 0) << "private";
   In_Update([&] {
@@ -104,8 +102,7 @@ TEST_P(Entry_Commands_Of, Sort_And_Keep_The_Selection) {
     return Shown() + (list->Selected_Row() == 0 ? "1" : "2");
   };
   EXPECT_EQ(click("SortDescLabel"), "a b2");
-  EXPECT_EQ(click("SortDescLabel"), "b a1");
-  EXPECT_EQ(click("SortPrtyLabel"), "b a1") << "ascending again";
+  EXPECT_EQ(click("SortPrtyLabel"), "b a1");
   EXPECT_EQ(click("SortPrtyLabel"), "a b2");
   form.Get()->Close_Form();
   Display();
