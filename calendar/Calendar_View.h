@@ -41,7 +41,8 @@ class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
 
   /// `page_index` is the view's own.
   explicit TCalendar_View(int page_index);
-  /// To be called at the end of a view's constructor, with the panel and the bar of its tools.
+  /// To be called in a view's constructor once its layout is there, with the panel and the bar of its tools;
+  /// then its lists can join the commands.
   void Set_Up(QWidget* tool_panel, QToolBar* tool_bar, const TEntry_Controls& entries,
               const TDate_Controls& dates);
 
@@ -56,7 +57,7 @@ class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
   const int page;
   std::string NodeKey, OwnerKey;
   bool WholeCalendar = false;
-  std::unique_ptr<TEntry_Commands> commands;  // set up by Set_Up
+  std::unique_ptr<TEntry_Commands> commands;  // null until Set_Up
 
  private:
   void Go_To_Entry(bool backwards);
