@@ -17,7 +17,7 @@
 #include "Kt_util_01.h"
 #include "Ratio_Main.h"
 #include "fm_Reminder.h"
-#include "ui_Entry_Pages.h"
+#include "ui_Editor_Pages.h"
 #include "ui_fm_Reminder.h"
 
 namespace {
@@ -112,7 +112,7 @@ void Open_Layout(benchmark::State& state) {
   Time_Opening(state, [] {
     QDialog dialog;
     Ui::Reminder_Frm form;
-    Ui::Entry_Pages pages;
+    Ui::Editor_Pages pages;
     form.setupUi(&dialog);
     pages.setupUi(form.PageControl1);
     const int page = form.PageControl1->indexOf(form.RecurrencePage);

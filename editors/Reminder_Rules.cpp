@@ -10,8 +10,8 @@ using namespace Kt_util_01;
 
 namespace {
 
-constexpr TEntry_Words Words = {"fm_Reminder", "fm_Reminders", "A subject for this event is required.",
-                                "Event"};
+constexpr TEditor_Words Words = {"fm_Reminder", "fm_Reminders", "A subject for this event is required.",
+                                 "Event"};
 constexpr auto Proposed_Offset = 15;
 
 bool Same_Dates(const TRecurrence_Pattern& a, const TRecurrence_Pattern& b) {
@@ -21,7 +21,7 @@ bool Same_Dates(const TRecurrence_Pattern& a, const TRecurrence_Pattern& b) {
 
 }  // namespace
 
-TReminder_Rules::TReminder_Rules() : TEntry_Rules(Words) {}
+TReminder_Rules::TReminder_Rules() : TEditor_Rules(Words) {}
 
 void TReminder_Rules::Show_Moment(TDateTime moment) {
   event_date = moment;
@@ -48,7 +48,7 @@ void TReminder_Rules::Load(const TEvent_Record& event, const TOccurrence& occurr
 }
 
 void TReminder_Rules::Open_Whole_Set() {
-  mode = TEntry_Mode::Whole_Set;
+  mode = TEditor_Mode::Whole_Set;
   Show_Moment(stored_first_date);
   Pages = Pages_From_Pattern(stored_pattern, stored_first_date);
 }
@@ -116,7 +116,7 @@ TRefusal TReminder_Rules::Validate() {
 
 bool TReminder_Rules::Check_If_Recurrence_Changed() {
   recurrence_changed =
-      mode == TEntry_Mode::Whole_Set &&
+      mode == TEditor_Mode::Whole_Set &&
       (To_Msecs(event_date) != To_Msecs(stored_first_date) || !Same_Dates(pattern, stored_pattern) ||
        Alarm.On != stored_alarm.On ||
        (Alarm.On && (Alarm.Offset != stored_alarm.Offset || Alarm.WAVFile != stored_alarm.WAVFile)));
@@ -128,7 +128,7 @@ bool TReminder_Rules::Rewrites() const {
 }
 
 bool TReminder_Rules::Keeps_Date() const {
-  return mode == TEntry_Mode::Whole_Set && !recurrence_changed;
+  return mode == TEditor_Mode::Whole_Set && !recurrence_changed;
 }
 
 std::int64_t TReminder_Rules::Occurrences_To_Write(std::int64_t limit) const {
@@ -144,7 +144,7 @@ std::int64_t TReminder_Rules::Occurrences_To_Write(std::int64_t limit) const {
 }
 
 void TReminder_Rules::Update_Done() {
-  if (mode != TEntry_Mode::Whole_Set) return;
+  if (mode != TEditor_Mode::Whole_Set) return;
   if (recurrence_changed) stored_first_date = event_date;
   stored_pattern = pattern;
   recurrence_changed = false;
@@ -152,7 +152,7 @@ void TReminder_Rules::Update_Done() {
 
 void TReminder_Rules::Define(TEvent_Record& event) const {
   // The pattern of a set stays as it is while one of its occurrences is edited.
-  if (mode == TEntry_Mode::Single_Occurrence) return;
+  if (mode == TEditor_Mode::Single_Occurrence) return;
   event.FirstDate = event_date;
   event.Pattern = pattern;
   if (!Is_Recurring()) {

@@ -1,24 +1,24 @@
 #pragma once
 
-#include "Entry_Rules.h"
+#include "Editor_Rules.h"
 #include "Recurrence_Pages.h"
 
 namespace KTReminds {
 
 /// The record of an event or of a recurring set.
-class TReminder_Rules : public TEntry_Rules {
+class TReminder_Rules : public TEditor_Rules {
  public:
   TReminder_Rules();
 
   /// Of a stored entry: whether it belongs to a set, so that the user must choose what to open.
   bool Belongs_To_Set() const {
-    return mode == TEntry_Mode::Single_Occurrence || mode == TEntry_Mode::Whole_Set;
+    return mode == TEditor_Mode::Single_Occurrence || mode == TEditor_Mode::Whole_Set;
   }
   /// Turns the record to the whole set, from its first date on, whichever occurrence was opened.
   void Open_Whole_Set();
   /// Turns a new event into a set, or back. The first time the pages are proposed anew from its date.
   void Set_Recurring(bool recurring);
-  bool Is_Recurring() const { return mode == TEntry_Mode::Whole_Set || recurring_new; }
+  bool Is_Recurring() const { return mode == TEditor_Mode::Whole_Set || recurring_new; }
 
   std::string Time_Text;  // as typed
   bool No_Time = false;

@@ -12,7 +12,7 @@ using namespace Kt_util_01;
 
 namespace {
 
-constexpr TEntry_Words Words = {"fm_Task", "fm_Task", "A subject for this task is required.", "Task"};
+constexpr TEditor_Words Words = {"fm_Task", "fm_Task", "A subject for this task is required.", "Task"};
 constexpr double Hundredths = 100;
 
 TDateTime Whole(TDateTime date) {
@@ -46,7 +46,7 @@ bool Read_Hundredths(const std::string& text, std::int64_t& hundredths) {
 
 }  // namespace
 
-TTask_Rules::TTask_Rules() : TEntry_Rules(Words) {}
+TTask_Rules::TTask_Rules() : TEditor_Rules(Words) {}
 
 void TTask_Rules::Prepare_New(TDateTime /*now*/) {
   Day = Start_Day = Whole(CurrentDate);
@@ -164,7 +164,7 @@ TRefusal TTask_Rules::Validate() {
 void TTask_Rules::Define(TEvent_Record& event) const {
   event.FirstDate = Whole(Start_Day);
   // A set that was imported keeps its end while one of its dates is edited.
-  if (mode != TEntry_Mode::Single_Occurrence) event.Pattern.LastDate = Whole(Day);
+  if (mode != TEditor_Mode::Single_Occurrence) event.Pattern.LastDate = Whole(Day);
   event.EventType = TEntry_Type::Task;
   event.Progress = {Status, percentage, Whole_Day(Started), Whole_Day(Completed), budget, worked};
 }

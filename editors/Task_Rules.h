@@ -1,11 +1,11 @@
 #pragma once
 
-#include "Entry_Rules.h"
+#include "Editor_Rules.h"
 
 namespace KTReminds {
 
 /// The record of a task. `Day` is the day on which it is due.
-class TTask_Rules : public TEntry_Rules {
+class TTask_Rules : public TEditor_Rules {
  public:
   TTask_Rules();
 

@@ -55,7 +55,7 @@ void Fill_Kinds(QComboBox* instance, QComboBox* pattern) {
 }  // namespace
 
 TReminder_Frm::TReminder_Frm(TReminder_Rules& record, QWidget* parent)
-    : TEntry_Form(record, parent), rules(record), ui(std::make_unique<Ui::Reminder_Frm>()) {
+    : TEditor_Form(record, parent), rules(record), ui(std::make_unique<Ui::Reminder_Frm>()) {
   ui->setupUi(this);
   Set_Up_Date(ui->EventDate);
   Set_Up_Date(ui->EndDate);
@@ -63,14 +63,14 @@ TReminder_Frm::TReminder_Frm(TReminder_Rules& record, QWidget* parent)
   ui->AlarmBox->setCompleter(nullptr);
   ui->AlarmBox->installEventFilter(this);
   Set_Up_Pages();
-  Set_Up_Entry({ui->Edit1, ui->Edit2, ui->PriorityBox, ui->ContactPanel, ui->ContactBtn, ui->AlarmCheck,
-                ui->ConfigureBtn, ui->PrivateBox, ui->PageControl1, ui->OKBtn, ui->CancelBtn},
-               {tr("&Restrict viewing of Event Details to the Owner"),
-                tr("&Allow any User with Read Access to view Event Details"),
-                tr("When Completed record Event in Contact's Journal")});
+  Set_Up_Editor({ui->Edit1, ui->Edit2, ui->PriorityBox, ui->ContactPanel, ui->ContactBtn, ui->AlarmCheck,
+                 ui->ConfigureBtn, ui->PrivateBox, ui->PageControl1, ui->OKBtn, ui->CancelBtn},
+                {tr("&Restrict viewing of Event Details to the Owner"),
+                 tr("&Allow any User with Read Access to view Event Details"),
+                 tr("When Completed record Event in Contact's Journal")});
   Load();
   Connect();
-  Finish_Entry();
+  Finish_Editor();
 }
 
 TReminder_Frm::~TReminder_Frm() = default;
@@ -95,16 +95,16 @@ void TReminder_Frm::Set_Up_Pages() {
 
 void TReminder_Frm::Load() {
   switch (rules.Mode()) {
-    case TEntry_Mode::New:
+    case TEditor_Mode::New:
       setWindowTitle(tr("Create New Event"));
       break;
-    case TEntry_Mode::Plain:
+    case TEditor_Mode::Plain:
       setWindowTitle(tr("Edit Event"));
       break;
-    case TEntry_Mode::Whole_Set:
+    case TEditor_Mode::Whole_Set:
       setWindowTitle(tr("Edit Recurring Event Set"));
       break;
-    case TEntry_Mode::Single_Occurrence:
+    case TEditor_Mode::Single_Occurrence:
       setWindowTitle(tr("Edit Single Event from Recurring Set"));
       break;
   }
@@ -131,7 +131,7 @@ void TReminder_Frm::Connect() {
 bool TReminder_Frm::eventFilter(QObject* watched, QEvent* event) {
   if (watched == ui->AlarmBox && event->type() == QEvent::FocusOut)
     ui->AlarmBox->setCurrentText(To_Qt(Canonical_Offset(From_Qt(ui->AlarmBox->currentText()))));
-  return TEntry_Form::eventFilter(watched, event);
+  return TEditor_Form::eventFilter(watched, event);
 }
 
 void TReminder_Frm::Set_Freqs() {
@@ -233,7 +233,7 @@ void TReminder_Frm::RecurBtnClick() {
 }
 
 void TReminder_Frm::Store() {
-  TEntry_Form::Store();
+  TEditor_Form::Store();
   rules.Day = From_QDate(ui->EventDate->date());
   rules.Time_Text = From_Qt(ui->SetTimeBox->text());
   rules.No_Time = ui->TimeBox->isChecked();

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "Entry_Pages.h"
+#include "Editor_Form.h"
 #include "Reminder_Rules.h"
 
 class QAbstractButton;
@@ -14,7 +14,7 @@ class Reminder_Frm;
 namespace KTReminds {
 
 /// The window of one event, of a recurring set, or of one occurrence of a set.
-class TReminder_Frm : public TEntry_Form {
+class TReminder_Frm : public TEditor_Form {
   Q_OBJECT
 
  public:

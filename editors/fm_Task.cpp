@@ -11,7 +11,7 @@ namespace KTReminds {
 using namespace Kt_forms;
 
 TTask_Frm::TTask_Frm(TTask_Rules& record, QWidget* parent)
-    : TEntry_Form(record, parent), rules(record), ui(std::make_unique<Ui::Task_Frm>()) {
+    : TEditor_Form(record, parent), rules(record), ui(std::make_unique<Ui::Task_Frm>()) {
   ui->setupUi(this);
   for (QDateEdit* picker : {ui->EventDate, ui->StartDate, ui->DateStarted, ui->DateCompleted, ui->AlarmDate})
     Set_Up_Date(picker);
@@ -23,14 +23,14 @@ TTask_Frm::TTask_Frm(TTask_Rules& record, QWidget* parent)
   for (const char* status : {QT_TR_NOOP("Not Started"), QT_TR_NOOP("In Progress"), QT_TR_NOOP("Completed"),
                              QT_TR_NOOP("Pending"), QT_TR_NOOP("Postponed"), QT_TR_NOOP("Cancelled")})
     ui->StatusBox->addItem(tr(status));
-  Set_Up_Entry({ui->Edit1, ui->Edit2, ui->PriorityBox, ui->ContactPanel, ui->ContactBtn, ui->AlarmCheck,
-                ui->ConfigureBtn, ui->PrivateBox, ui->PageControl1, ui->OKBtn, ui->CancelBtn},
-               {tr("&Restrict viewing of Task Details to the Owner"),
-                tr("&Allow any User with Read Access to view Task Details"),
-                tr("When Completed record Task in Contact's Journal")});
+  Set_Up_Editor({ui->Edit1, ui->Edit2, ui->PriorityBox, ui->ContactPanel, ui->ContactBtn, ui->AlarmCheck,
+                 ui->ConfigureBtn, ui->PrivateBox, ui->PageControl1, ui->OKBtn, ui->CancelBtn},
+                {tr("&Restrict viewing of Task Details to the Owner"),
+                 tr("&Allow any User with Read Access to view Task Details"),
+                 tr("When Completed record Task in Contact's Journal")});
   Load();
   Connect();
-  Finish_Entry();
+  Finish_Editor();
 }
 
 TTask_Frm::~TTask_Frm() = default;
@@ -94,7 +94,7 @@ void TTask_Frm::BudgetChange() {
 }
 
 void TTask_Frm::Store() {
-  TEntry_Form::Store();
+  TEditor_Form::Store();
   rules.Day = From_QDate(ui->EventDate->date());
   rules.Start_Day = From_QDate(ui->StartDate->date());
   rules.Status = static_cast<TTask_Status>(ui->StatusBox->currentIndex());

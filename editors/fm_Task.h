@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Entry_Pages.h"
+#include "Editor_Form.h"
 #include "Task_Rules.h"
 
 namespace Ui {
@@ -10,7 +10,7 @@ class Task_Frm;
 namespace KTReminds {
 
 /// The window of one task.
-class TTask_Frm : public TEntry_Form {
+class TTask_Frm : public TEditor_Form {
   Q_OBJECT
 
  public:

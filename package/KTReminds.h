@@ -20,8 +20,8 @@
 #include "Alarm_Texts.h"
 #include "fm_Alarm_Props.h"
 // Editors and the date picker: Reminder_Properties, Task_Properties, Show_Calendar; what a program that died
-// has left of them: Remove_Abandoned_Entries.
-#include "Entry_Rules.h"
+// has left of them: Remove_Abandoned_Events.
+#include "Editor_Rules.h"
 #include "fm_Calendar.h"
 #include "fm_Reminder.h"
 #include "fm_Task.h"

@@ -9,7 +9,7 @@
 #include "Clip_Sounds.h"
 #include "Data_Folder.h"
 #include "Database.h"
-#include "Entry_Rules.h"
+#include "Editor_Rules.h"
 #include "Host_Dialog.h"
 #include "KTReminds.h"
 #include "Kt_forms.h"
@@ -79,7 +79,7 @@ int Show_Windows(const TWindow_Options& options) {
   if (ask && !Welcome(database, first)) return 0;
   Kt_data_01::Open_Database(database, Kt_data_01::TDatabase::TMode::Create_If_Missing);
   Make_First_Book(first.Name);
-  KTReminds::Remove_Abandoned_Entries();
+  KTReminds::Remove_Abandoned_Events();
   TMain_Window window;
   if (!options.Screenshots.empty()) return Write_Pictures(window, options.Screenshots);
   window.show();

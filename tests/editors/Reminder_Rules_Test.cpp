@@ -113,7 +113,7 @@ TEST_F(Reminder_Rules, One_Occurrence_Changes_Alone_But_For_What_Belongs_To_The_
   const std::string key = Make(5);
   TReminder_Rules rules;
   ASSERT_TRUE(Open(rules, key));
-  EXPECT_TRUE(rules.Belongs_To_Set() && rules.Mode() == TEntry_Mode::Single_Occurrence &&
+  EXPECT_TRUE(rules.Belongs_To_Set() && rules.Mode() == TEditor_Mode::Single_Occurrence &&
               !rules.May_Change_Privacy());
   EXPECT_EQ(rules.Day, 45308);
   rules.Subject = "New";
@@ -343,7 +343,7 @@ TEST_F(Reminder_Rules, What_A_Dead_Editor_Left_Is_Removed_At_The_Next_Start) {
   }
   EXPECT_EQ(Counts(), "2 2 1 1");
   database.Reopen();
-  Remove_Abandoned_Entries();
+  Remove_Abandoned_Events();
   EXPECT_EQ(Counts(), "1 1 1 0");
   EXPECT_EQ(Query_Text("SELECT Key FROM KT_Events_Data"), kept);
 }

@@ -6,7 +6,7 @@
 #include <QToolButton>
 #include <sstream>
 
-#include "Entry_Fixture.h"
+#include "Editor_Fixture.h"
 #include "KTAccess.h"
 #include "Kt_labels.h"
 #include "Page_Numbers.h"
@@ -53,7 +53,7 @@ class THost : public TForm {
   }
 };
 
-class Calendar_HomePage : public TEntry_Fixture {
+class Calendar_HomePage : public TEditor_Fixture {
  protected:
   Calendar_HomePage() { host.show(); }
 

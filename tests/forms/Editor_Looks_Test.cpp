@@ -1,6 +1,6 @@
 #include <QApplication>
 
-#include "Entry_Fixture.h"
+#include "Editor_Fixture.h"
 #include "KTReminds.h"
 
 using namespace KTReminds;
@@ -8,7 +8,8 @@ using namespace KTReminds;
 namespace {
 
 /// The editors in the locale, dark or light, that the parameter names.
-class Editor_Looks : public TEntry_Fixture, public testing::WithParamInterface<std::pair<const char*, bool>> {
+class Editor_Looks : public TEditor_Fixture,
+                     public testing::WithParamInterface<std::pair<const char*, bool>> {
  protected:
   Editor_Looks() : light(QApplication::palette()) {
     Kt_util_01::Install_Locale(GetParam().first);

@@ -215,7 +215,7 @@ struct TTwo_Days : TForm, TEntry_Page {
   }
 };
 
-using Entry_Commands = TEntry_Fixture;
+using Entry_Commands = TEditor_Fixture;
 
 TEST_F(Entry_Commands, Of_Several_Lists_Have_One_Selection_And_Say_What_They_Did) {
   for (const double time : {0.1, 0.2}) Write(New_Event("tomorrow", Monday + 1 + time));

@@ -1,6 +1,6 @@
 #include <signal.h>
 
-#include "Entry_Fixture.h"
+#include "Editor_Fixture.h"
 #include "KTReminds.h"
 
 using namespace KTReminds;
@@ -9,7 +9,7 @@ namespace {
 
 /// A program that dies while an editor is on its screen: a process of its own, which opens the database,
 /// types into the editor and is killed.
-class Killed_Editor_DeathTest : public TEntry_Fixture {
+class Killed_Editor_DeathTest : public TEditor_Fixture {
  protected:
   void Edit_And_Die(const std::string& key, bool task) {
     Kt_data_01::Close_Database();
@@ -42,7 +42,7 @@ TEST_F(Killed_Editor_DeathTest, Leaves_No_Blank_Entry_After_The_Next_Start) {
     Edit_And_Die({}, task);
     EXPECT_EQ(Counts().back(), '1') << "the editor is noted as open";
     EXPECT_NE(Stored(), before) << "its temporary row is there";
-    Remove_Abandoned_Entries();
+    Remove_Abandoned_Events();
     EXPECT_EQ(Stored(), before);
     EXPECT_EQ(Counts(), "1 3 0 0");
   }
@@ -53,7 +53,7 @@ TEST_F(Killed_Editor_DeathTest, Loses_Nothing_Of_A_Stored_Entry) {
     const std::string key = Make(1, task ? 3 : 0);
     const std::string before = Stored();
     Edit_And_Die(key, task);
-    Remove_Abandoned_Entries();
+    Remove_Abandoned_Events();
     EXPECT_EQ(Stored(), before);
   }
 }

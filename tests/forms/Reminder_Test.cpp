@@ -3,7 +3,7 @@
 #include <QDateEdit>
 #include <QPlainTextEdit>
 
-#include "Entry_Fixture.h"
+#include "Editor_Fixture.h"
 #include "Kt_forms.h"
 #include "fm_Reminder.h"
 
@@ -18,7 +18,7 @@ constexpr auto Changed_Text =
     "means that any changes made, by individually editing an event, will be lost and any events marked "
     "complete will be reinstated\r\n\r\nPlease confirm you wish to do this";
 
-class Reminder_Form : public TEntry_Fixture {
+class Reminder_Form : public TEditor_Fixture {
  protected:
   bool Properties(const std::string& key, const std::string& subject = {}) const {
     return Reminder_Properties(key, {}, database.Book().Key, subject, false);

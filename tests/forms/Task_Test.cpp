@@ -1,7 +1,7 @@
 #include <QDateEdit>
 #include <QPlainTextEdit>
 
-#include "Entry_Fixture.h"
+#include "Editor_Fixture.h"
 #include "Form_Controls.h"
 #include "fm_Task.h"
 
@@ -12,7 +12,7 @@ namespace {
 constexpr auto Alarm_Too_Late =
     "The Reminder Date cannot be later that the Date the Task is Due. Please respecify before continuing";
 
-class Task_Form : public TEntry_Fixture {
+class Task_Form : public TEditor_Fixture {
  protected:
   static void Type_Percent(QWidget* form, const char* text) {
     auto* box = Control<TUpDown_Edit>(form, "PercentBox");

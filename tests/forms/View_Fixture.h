@@ -3,13 +3,13 @@
 #include <QAction>
 #include <algorithm>
 
-#include "Entry_Fixture.h"
+#include "Editor_Fixture.h"
 #include "Entry_List.h"
 #include "Kt_forms.h"
 #include "Reminder_Utils.h"
 
 /// A page of entries inside the page around it, on a database with a contact.
-class TView_Fixture : public TEntry_Fixture {
+class TView_Fixture : public TEditor_Fixture {
  protected:
   using TDisplay = bool (*)(QWidget*, Kt_forms::TForm_Reference&, const std::string&, const std::string&,
                             bool);

@@ -4,7 +4,7 @@
 
 #include "Book_Dialogs.h"
 #include "Contact_Dialog.h"
-#include "Entry_Fixture.h"
+#include "Editor_Fixture.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Preferences.h"
@@ -16,7 +16,7 @@ using namespace Plexidex;
 namespace {
 
 /// The host's window, pages and dialogs on the sample's data, dark or light.
-class Window_Looks : public TEntry_Fixture, public testing::WithParamInterface<bool> {
+class Window_Looks : public TEditor_Fixture, public testing::WithParamInterface<bool> {
  protected:
   Window_Looks() : light(QApplication::palette()) {
     if (GetParam()) QApplication::setPalette(Dark_Palette());

@@ -1,4 +1,4 @@
-#include "Entry_Pages.h"
+#include "Editor_Form.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -11,7 +11,7 @@
 #include "Form_Controls.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
-#include "ui_Entry_Pages.h"
+#include "ui_Editor_Pages.h"
 
 namespace KTReminds {
 
@@ -28,12 +28,12 @@ void Select_Value(QComboBox* box, const QVariant& value) {
 
 }  // namespace
 
-TEntry_Form::TEntry_Form(TEntry_Rules& record, QWidget* parent)
-    : TDialog_Form(parent), rules(record), pages(std::make_unique<Ui::Entry_Pages>()) {}
+TEditor_Form::TEditor_Form(TEditor_Rules& record, QWidget* parent)
+    : TDialog_Form(parent), rules(record), pages(std::make_unique<Ui::Editor_Pages>()) {}
 
-TEntry_Form::~TEntry_Form() = default;
+TEditor_Form::~TEditor_Form() = default;
 
-void TEntry_Form::Set_Up_Entry(const TControls& shared, const TCaptions& captions) {
+void TEditor_Form::Set_Up_Editor(const TControls& shared, const TCaptions& captions) {
   controls = shared;
   pages->setupUi(controls.Pages);
   pages->RestrictBtn->setText(captions.Restrict);
@@ -42,11 +42,11 @@ void TEntry_Form::Set_Up_Entry(const TControls& shared, const TCaptions& caption
   setTabOrder(pages->ActivityBox, controls.OK);
   setTabOrder(controls.OK, controls.Cancel);
   Fill_Lists();
-  Load_Entry();
-  Connect_Entry();
+  Load_Editor();
+  Connect_Editor();
 }
 
-void TEntry_Form::Fill_Lists() {
+void TEditor_Form::Fill_Lists() {
   for (int priority = 1; priority <= Priorities; ++priority)
     controls.Priority->addItem(tr("Priority %1").arg(priority));
   for (const Kt_data_01::TUser& user : rules.Users())
@@ -58,7 +58,7 @@ void TEntry_Form::Fill_Lists() {
     pages->ActivityBox->addItem(tr("Activity %1").arg(rules.Activity), rules.Activity);
 }
 
-void TEntry_Form::Load_Entry() {
+void TEditor_Form::Load_Editor() {
   const QString subject = To_Qt(rules.Subject);
   // What is stored already is not cut off.
   controls.Subject->setMaxLength(std::max(controls.Subject->maxLength(), static_cast<int>(subject.size())));
@@ -81,40 +81,40 @@ void TEntry_Form::Load_Entry() {
   Select_Value(pages->ActivityBox, rules.Activity);
 }
 
-void TEntry_Form::Connect_Entry() {
-  connect(controls.Private, &QCheckBox::clicked, this, &TEntry_Form::Show_Private);
+void TEditor_Form::Connect_Editor() {
+  connect(controls.Private, &QCheckBox::clicked, this, &TEditor_Form::Show_Private);
   connect(pages->RestrictBtn, &QRadioButton::clicked, this, [this] { Show_Private(true); });
   connect(pages->AllowBtn, &QRadioButton::clicked, this, [this] { Show_Private(false); });
-  connect(controls.Alarm, &QCheckBox::clicked, this, &TEntry_Form::AlarmCheckClick);
-  connect(controls.Configure, &QPushButton::clicked, this, &TEntry_Form::ConfigureClick);
+  connect(controls.Alarm, &QCheckBox::clicked, this, &TEditor_Form::AlarmCheckClick);
+  connect(controls.Configure, &QPushButton::clicked, this, &TEditor_Form::ConfigureClick);
   connect(controls.Open_Contact, &QPushButton::clicked, this, [this] { Open_Contact(rules.Host_Key()); });
-  connect(controls.OK, &QPushButton::clicked, this, &TEntry_Form::OKBtnClick);
+  connect(controls.OK, &QPushButton::clicked, this, &TEditor_Form::OKBtnClick);
   connect(controls.Cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-void TEntry_Form::Finish_Entry() {
+void TEditor_Form::Finish_Editor() {
   Initialise_Form(this);
   Tab_To_Chosen(this);
   Show_Alarm_Dependents(rules.Alarm.On);
   if (rules.Read_Only()) Make_Read_Only(this, {controls.OK, controls.Cancel, controls.Open_Contact});
 }
 
-void TEntry_Form::FormShow() {
+void TEditor_Form::FormShow() {
   Kt_util_01::Sound(2);
   controls.Subject->setFocus();
 }
 
-void TEntry_Form::Show_Private(bool restricted) {
+void TEditor_Form::Show_Private(bool restricted) {
   controls.Private->setChecked(restricted);
   (restricted ? pages->RestrictBtn : pages->AllowBtn)->setChecked(true);
 }
 
-void TEntry_Form::AlarmCheckClick(bool checked) {
+void TEditor_Form::AlarmCheckClick(bool checked) {
   if (Was_Shown()) Sound_Click(checked);
   Show_Alarm_Dependents(checked);
 }
 
-void TEntry_Form::ConfigureClick() {
+void TEditor_Form::ConfigureClick() {
   Store();
   TAlarm alarm = Shown_Alarm();
   bool changed = false;
@@ -129,7 +129,7 @@ void TEntry_Form::ConfigureClick() {
   Show_Alarm();
 }
 
-void TEntry_Form::Store() {
+void TEditor_Form::Store() {
   rules.Subject = From_Qt(controls.Subject->text());
   rules.Location = From_Qt(controls.Location->text());
   rules.Priority = controls.Priority->currentIndex() + 1;
@@ -142,12 +142,12 @@ void TEntry_Form::Store() {
   rules.Activity = pages->ActivityBox->currentData().toInt();
 }
 
-void TEntry_Form::OKBtnClick() {
+void TEditor_Form::OKBtnClick() {
   if (rules.Read_Only()) return accept();
   Kt_data_01::Read(Unit() + ":OKBtnClick [KT_Events/KT_Events_Data/KT_Alarms]", [this] { Save(); });
 }
 
-void TEntry_Form::Save() {
+void TEditor_Form::Save() {
   Store();
   if (Show_Refusal(this, rules.Check_Right())) return;
   const TRefusal refusal = rules.Validate();

@@ -12,10 +12,10 @@
 
 namespace KTReminds {
 
-enum class TEntry_Mode { New, Plain, Whole_Set, Single_Occurrence };
+enum class TEditor_Mode { New, Plain, Whole_Set, Single_Occurrence };
 
 /// The texts in which events and tasks differ.
-struct TEntry_Words {
+struct TEditor_Words {
   std::string_view Unit, Update_Unit;  // in the tags of reports
   std::string_view Subject_Missing;
   std::string_view Noun;  // in the refusal of another owner
@@ -23,11 +23,11 @@ struct TEntry_Words {
 
 /// An editor's record: loaded from stored rows, changed by a form, validated and written back. A new entry
 /// stands on a temporary event without a title, which is removed again unless the record is saved.
-class TEntry_Rules {
+class TEditor_Rules {
  public:
-  virtual ~TEntry_Rules();
-  TEntry_Rules(const TEntry_Rules&) = delete;
-  TEntry_Rules& operator=(const TEntry_Rules&) = delete;
+  virtual ~TEditor_Rules();
+  TEditor_Rules(const TEditor_Rules&) = delete;
+  TEditor_Rules& operator=(const TEditor_Rules&) = delete;
 
   /// Finds the rows of an occurrence, or makes those of a new entry when `event_key` is empty. An owner
   /// without a contact stands for the book's calendar record. `no_contact` hides the contact and makes the
@@ -35,8 +35,8 @@ class TEntry_Rules {
   bool Open(const std::string& event_key, const TOwner& new_owner, const std::string& subject,
             bool no_contact);
 
-  TEntry_Mode Mode() const { return mode; }
-  bool Is_New() const { return mode == TEntry_Mode::New; }
+  TEditor_Mode Mode() const { return mode; }
+  bool Is_New() const { return mode == TEditor_Mode::New; }
   bool Read_Only() const { return read_only; }
   bool No_Contact() const { return no_contact; }
   /// Whether only the owner may change privacy; never for one occurrence of a set.
@@ -67,7 +67,7 @@ class TEntry_Rules {
   void Discard();
 
  protected:
-  explicit TEntry_Rules(const TEntry_Words& entry_words);
+  explicit TEditor_Rules(const TEditor_Words& editor_words);
 
   virtual void Prepare_New(TDateTime now) = 0;
   virtual TDateTime New_Date() const = 0;
@@ -91,7 +91,7 @@ class TEntry_Rules {
   TRefusal Validate_Subject() const;
   TRefusal Validate_Access() const;
 
-  TEntry_Mode mode = TEntry_Mode::New;
+  TEditor_Mode mode = TEditor_Mode::New;
   TOwner owner;
   std::string occurrence_key, event_key, calendar_key, contact_name;
   TAlarm stored_alarm;
@@ -102,7 +102,7 @@ class TEntry_Rules {
   void Load_Common(const TOccurrence_Rows& rows);
   void Write_Rows(TOccurrence_Rows& rows);
 
-  const TEntry_Words words;
+  const TEditor_Words words;
   bool read_only = false, no_contact = false, saved = false;
   std::string stored_owner;
   std::vector<Kt_data_01::TUser> users;
@@ -111,17 +111,17 @@ class TEntry_Rules {
 /// Discards a record when its editor ends, however it ends.
 class TDiscard_At_End {
  public:
-  explicit TDiscard_At_End(TEntry_Rules& record) : rules(record) {}
+  explicit TDiscard_At_End(TEditor_Rules& record) : rules(record) {}
   ~TDiscard_At_End() { rules.Discard(); }
   TDiscard_At_End(const TDiscard_At_End&) = delete;
   TDiscard_At_End& operator=(const TDiscard_At_End&) = delete;
 
  private:
-  TEntry_Rules& rules;
+  TEditor_Rules& rules;
 };
 
 /// Removes the temporary events of the current user's editors that died with their program. To be called at
 /// its start; a failure is reported.
-void Remove_Abandoned_Entries();
+void Remove_Abandoned_Events();
 
 }  // namespace KTReminds

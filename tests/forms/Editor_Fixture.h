@@ -17,11 +17,11 @@
 #include "Test_Seams.h"
 
 /// Editors on a database of their own. Now is noon of Monday, 15 January 2024, which is also the date shown.
-class TEntry_Fixture : public testing::Test {
+class TEditor_Fixture : public testing::Test {
  protected:
   static constexpr double Monday = 45306;
 
-  TEntry_Fixture() { Kt_util_01::CurrentDate = Monday; }
+  TEditor_Fixture() { Kt_util_01::CurrentDate = Monday; }
 
   /// An event at noon on each of so many days; the key of the one in the middle.
   std::string Make(int days, int event_type = 0) const {

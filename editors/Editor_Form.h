@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "Entry_Rules.h"
+#include "Editor_Rules.h"
 #include "Kt_forms.h"
 
 class QCheckBox;
@@ -16,18 +16,18 @@ class QPushButton;
 class QTabWidget;
 
 namespace Ui {
-class Entry_Pages;
+class Editor_Pages;
 }
 
 namespace KTReminds {
 
 /// The base of both windows. It shows a record that outlives it and has been opened; whoever opened the
 /// record discards it when the window did not close with OK.
-class TEntry_Form : public Kt_forms::TDialog_Form {
+class TEditor_Form : public Kt_forms::TDialog_Form {
   Q_OBJECT
 
  public:
-  ~TEntry_Form() override;
+  ~TEditor_Form() override;
 
  protected:
   /// Controls that both layouts have.
@@ -46,13 +46,13 @@ class TEntry_Form : public Kt_forms::TDialog_Form {
     QString Restrict, Allow, Journal;
   };
 
-  TEntry_Form(TEntry_Rules& rules, QWidget* parent);
+  TEditor_Form(TEditor_Rules& rules, QWidget* parent);
 
   /// To be called by the constructor of the form, when its layout is there: adds the shared pages behind the
   /// form's own, fills the shared controls, and connects them.
-  void Set_Up_Entry(const TControls& shared, const TCaptions& captions);
+  void Set_Up_Editor(const TControls& shared, const TCaptions& captions);
   /// To be called last there: the record's read-only state and the first look of what depends on the alarm.
-  void Finish_Entry();
+  void Finish_Editor();
 
   /// Controls to record.
   virtual void Store();
@@ -73,17 +73,17 @@ class TEntry_Form : public Kt_forms::TDialog_Form {
   void FormShow() override;
 
  private:
-  void Load_Entry();
+  void Load_Editor();
   void Fill_Lists();
-  void Connect_Entry();
+  void Connect_Editor();
   void Show_Private(bool restricted);
   void AlarmCheckClick(bool checked);
   void ConfigureClick();
   void OKBtnClick();
   void Save();
 
-  TEntry_Rules& rules;
-  std::unique_ptr<Ui::Entry_Pages> pages;
+  TEditor_Rules& rules;
+  std::unique_ptr<Ui::Editor_Pages> pages;
   TControls controls{};
   // A memo turns line ends and hard blanks into its own: notes that nobody touched stay as they are stored.
   std::string stored_notes;

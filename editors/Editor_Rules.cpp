@@ -1,4 +1,4 @@
-#include "Entry_Rules.h"
+#include "Editor_Rules.h"
 
 #include <algorithm>
 
@@ -38,16 +38,16 @@ std::string Tag(std::string_view unit, std::string_view step, std::string_view t
 
 }  // namespace
 
-TEntry_Rules::TEntry_Rules(const TEntry_Words& entry_words) : words(entry_words) {}
+TEditor_Rules::TEditor_Rules(const TEditor_Words& editor_words) : words(editor_words) {}
 
-TEntry_Rules::~TEntry_Rules() = default;
+TEditor_Rules::~TEditor_Rules() = default;
 
-bool TEntry_Rules::Open(const std::string& key, const TOwner& of_owner, const std::string& subject,
-                        bool without_contact) {
+bool TEditor_Rules::Open(const std::string& key, const TOwner& of_owner, const std::string& subject,
+                         bool without_contact) {
   occurrence_key = key;
   owner = of_owner;
   no_contact = without_contact;
-  mode = key.empty() ? TEntry_Mode::New : TEntry_Mode::Plain;
+  mode = key.empty() ? TEditor_Mode::New : TEditor_Mode::Plain;
   Subject = subject;
   // The task editor's locator reports under the same name.
   const auto opened = Read("fm_Reminder:Locate_Event_Data [KT_Alarms]", [this] {
@@ -66,7 +66,7 @@ bool TEntry_Rules::Open(const std::string& key, const TOwner& of_owner, const st
   return opened.value_or(false);
 }
 
-bool TEntry_Rules::Create_Temporary() {
+bool TEditor_Rules::Create_Temporary() {
   TNew_Event event;
   event.Owner = owner;
   event.Record.User = User_Key();
@@ -81,7 +81,7 @@ bool TEntry_Rules::Create_Temporary() {
   return static_cast<bool>(result);
 }
 
-bool TEntry_Rules::Find_Rows() {
+bool TEditor_Rules::Find_Rows() {
   TSnapshot snapshot;
   const auto rows = Find_Occurrence(occurrence_key);
   if (!rows) return false;
@@ -92,7 +92,7 @@ bool TEntry_Rules::Find_Rows() {
   return true;
 }
 
-void TEntry_Rules::Load_Common(const TOccurrence_Rows& rows) {
+void TEditor_Rules::Load_Common(const TOccurrence_Rows& rows) {
   const TEvent_Record event = Read_Event(rows.Event);
   const TOccurrence occurrence = Read_Occurrence(rows.Occurrence);
   owner = occurrence.Owner;
@@ -107,15 +107,15 @@ void TEntry_Rules::Load_Common(const TOccurrence_Rows& rows) {
   if (rows.Has_Alarm) Alarm = Read_Alarm(rows.Alarm);
   stored_alarm = Alarm;
   read_only = no_contact || occurrence.Actioned || !Access_Allowed(owner.Contact, Access_Update);
-  if (event.Pattern.Freq > TFrequency::None) mode = TEntry_Mode::Single_Occurrence;
+  if (event.Pattern.Freq > TFrequency::None) mode = TEditor_Mode::Single_Occurrence;
   Load(event, occurrence);
 }
 
-bool TEntry_Rules::May_Change_Privacy() const {
-  return mode != TEntry_Mode::Single_Occurrence && (Is_New() || stored_owner == User_Key());
+bool TEditor_Rules::May_Change_Privacy() const {
+  return mode != TEditor_Mode::Single_Occurrence && (Is_New() || stored_owner == User_Key());
 }
 
-TRefusal TEntry_Rules::Check_Right() const {
+TRefusal TEditor_Rules::Check_Right() const {
   if (!Is_New()) return {};
   const int right = owner.Contact == calendar_key ? Access_Create : Access_Update;
   if (Access_Allowed(owner.Contact, right)) return {};
@@ -124,12 +124,12 @@ TRefusal TEntry_Rules::Check_Right() const {
           {}};
 }
 
-TRefusal TEntry_Rules::Validate_Subject() const {
+TRefusal TEditor_Rules::Validate_Subject() const {
   if (!Trimmed(Subject).empty()) return {};
   return {"Validation Failed", std::string(words.Subject_Missing), "Edit1"};
 }
 
-TRefusal TEntry_Rules::Validate_Access() const {
+TRefusal TEditor_Rules::Validate_Access() const {
   if (Owner.empty()) {
     return {"User's Name Required", "A User's Name must be specified before continuing", "UserBox"};
   }
@@ -144,7 +144,7 @@ TRefusal TEntry_Rules::Validate_Access() const {
           "UserBox"};
 }
 
-bool TEntry_Rules::Process_Update() {
+bool TEditor_Rules::Process_Update() {
   std::string tag = Tag(words.Unit, "Clear_Out:1", Clear_Tables);
   const TUpdate_Result result = Update(tag, [&] {
     // In a bracket of its own the engine would keep a copy of everything that is removed.
@@ -174,7 +174,7 @@ bool TEntry_Rules::Process_Update() {
   return true;
 }
 
-void TEntry_Rules::Write_Rows(TOccurrence_Rows& rows) {
+void TEditor_Rules::Write_Rows(TOccurrence_Rows& rows) {
   TOccurrence occurrence = Read_Occurrence(rows.Occurrence);
   occurrence.Owner = owner;
   occurrence.Actioned = Is_Done();
@@ -195,7 +195,7 @@ void TEntry_Rules::Write_Rows(TOccurrence_Rows& rows) {
   Write_Event(rows.Event, event);
 }
 
-void TEntry_Rules::Discard() {
+void TEditor_Rules::Discard() {
   if (!Is_New() || saved || occurrence_key.empty()) return;
   Update(Tag(words.Unit, "Clear_Out:2", Clear_Tables), [this] {
     Delete_Set(event_key);
@@ -204,8 +204,8 @@ void TEntry_Rules::Discard() {
   occurrence_key.clear();
 }
 
-void Remove_Abandoned_Entries() {
-  constexpr auto tag = "Entry_Rules:Remove_Abandoned_Entries [KT_Events/KT_Events_Data/KT_Alarms]";
+void Remove_Abandoned_Events() {
+  constexpr auto tag = "Editor_Rules:Remove_Abandoned_Events [KT_Events/KT_Events_Data/KT_Alarms]";
   const auto abandoned = Read(tag, Noted_Editors);
   if (!abandoned || abandoned->empty()) return;
   Update(tag, [&] {
