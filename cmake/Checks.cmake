@@ -6,7 +6,6 @@ endforeach()
 file(GLOB_RECURSE KT_SOURCES CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR} ${KT_PATTERNS})
 set(KT_UNITS ${KT_SOURCES})
 list(FILTER KT_UNITS INCLUDE REGEX "\\.cpp$")
-list(FILTER KT_UNITS EXCLUDE REGEX "^(tests|benchmarks)/")
 
 find_program(CLANG_FORMAT clang-format)
 find_program(RUN_CLANG_TIDY run-clang-tidy)
