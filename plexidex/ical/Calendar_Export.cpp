@@ -23,9 +23,9 @@ namespace {
 // Reads the events of a book, each when its first occurrence comes along.
 class TEvent_Reader {
  public:
-  TEvent_Reader(const TBook& of, TExport_Report& told)
-      : book(of),
-        report(told),
+  TEvent_Reader(const TBook& book, TExport_Report& report)
+      : book(book),
+        report(report),
         events(Events_Table, "Key"),
         occurrences(Events_Data, "Event"),
         alarms(Alarms_Table, "Key"),

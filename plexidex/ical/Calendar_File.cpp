@@ -61,7 +61,7 @@ std::string Folded(const std::string& text) {
 // The content lines of a calendar text, with their continuations, and the number of the line each begins on.
 class TContent_Lines {
  public:
-  explicit TContent_Lines(std::string_view of) : text(of) {}
+  explicit TContent_Lines(std::string_view text) : text(text) {}
 
   bool Next(std::string& line, std::size_t& number) {
     line.clear();

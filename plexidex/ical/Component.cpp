@@ -57,10 +57,9 @@ std::vector<TDateTime> Read_Moments(const std::string& text) {
     std::size_t end = i;
     while (end < text.size() && (std::isdigit(static_cast<unsigned char>(text[end])) || text[end] == 'T'))
       ++end;
-    TDateTime moment = 0;
     const std::string one = text.substr(i, end - i);
-    if ((one.size() == 8 || one.size() == 15) && Read_Wall_Time(icaltime_from_string(one.c_str()), moment)) {
-      moments.push_back(moment);
+    if (one.size() == 8 || one.size() == 15) {
+      if (const auto moment = Read_Wall_Time(icaltime_from_string(one.c_str()))) moments.push_back(*moment);
     }
     i = end;
   }
@@ -103,10 +102,9 @@ void Read_Progress(TComponent& read, TZones& zones, std::vector<TImport_Remark>&
   if (icalproperty* const property = First(read.Ical, ICAL_PERCENTCOMPLETE_PROPERTY)) {
     percent = std::clamp(icalproperty_get_percentcomplete(property), 0, 100);
   }
-  TFile_Time completed;
-  icalproperty* const completed_property = First(read.Ical, ICAL_COMPLETED_PROPERTY);
-  const bool has_completed =
-      completed_property && Read_Time(completed_property, zones, read.What, remarks, completed);
+  std::optional<TFile_Time> completed;
+  if (icalproperty* const property = First(read.Ical, ICAL_COMPLETED_PROPERTY))
+    completed = Read_Time(property, zones, read.What, remarks);
 
   const std::string word = Status_Word(read.Ical);
   if (word == "COMPLETED") {
@@ -118,9 +116,9 @@ void Read_Progress(TComponent& read, TZones& zones, std::vector<TImport_Remark>&
   } else if (word == "NEEDS-ACTION") {
     progress.Status = TTask_Status::Not_Started;
   } else {
-    progress.Status = has_completed || percent == 100 ? TTask_Status::Completed
-                      : percent > 0                   ? TTask_Status::In_Progress
-                                                      : TTask_Status::Not_Started;
+    progress.Status = completed || percent == 100 ? TTask_Status::Completed
+                      : percent > 0               ? TTask_Status::In_Progress
+                                                  : TTask_Status::Not_Started;
   }
   // Pending and postponed have no word of their own in calendar files.
   const std::int64_t finer = X_Number(read.Ical, "X-PLEXIDEX-STATUS", -1);
@@ -130,8 +128,8 @@ void Read_Progress(TComponent& read, TZones& zones, std::vector<TImport_Remark>&
   progress.Percentage = progress.Status == TTask_Status::Completed     ? 100
                         : progress.Status == TTask_Status::Not_Started ? 0
                                                                        : percent;
-  if (progress.Status == TTask_Status::Completed && has_completed)
-    progress.Completed = Whole_Day(completed.Local());
+  if (progress.Status == TTask_Status::Completed && completed)
+    progress.Completed = Whole_Day(completed->Local());
   const auto last_day = Day_From_Date(Max_Year, 12, 31);
   progress.Started = std::clamp<std::int64_t>(X_Number(read.Ical, "X-PLEXIDEX-STARTED", 0), 0, last_day);
   progress.Budget = X_Number(read.Ical, "X-PLEXIDEX-BUDGET", 0);
@@ -149,21 +147,22 @@ std::int64_t Length_In_Seconds(const icaldurationtype& length) {
 
 // The end of an event, or the due moment of a task.
 void Read_End(TComponent& read, TZones& zones, std::vector<TImport_Remark>& remarks) {
-  TFile_Time end;
+  std::optional<TFile_Time> end;
   icalproperty* const property = First(read.Ical, read.Is_Task() ? ICAL_DUE_PROPERTY : ICAL_DTEND_PROPERTY);
   icalproperty* const duration = First(read.Ical, ICAL_DURATION_PROPERTY);
-  bool given = property && Read_Time(property, zones, read.What, remarks, end);
-  if (!given && duration && read.Has_Start) {
+  if (property) end = Read_Time(property, zones, read.What, remarks);
+  if (!end && duration && read.Has_Start) {
     end = read.Start;
-    end.Wall = From_Msecs(To_Msecs(end.Wall) + Length_In_Seconds(icalproperty_get_duration(duration)) * 1000);
-    given = In_Date_Range(end.Local());
+    end->Wall =
+        From_Msecs(To_Msecs(end->Wall) + Length_In_Seconds(icalproperty_get_duration(duration)) * 1000);
+    if (!In_Date_Range(end->Local())) end.reset();
   }
   if (read.Is_Task()) {
-    if (given) {
+    if (end) {
       read.Has_Due = true;
-      read.Due = end;
-      const bool starts_later = read.Has_Start && Whole_Day(read.Start.Local()) > Whole_Day(end.Local());
-      if (!read.Has_Start || starts_later) read.Start = end;
+      read.Due = *end;
+      const bool starts_later = read.Has_Start && Whole_Day(read.Start.Local()) > Whole_Day(end->Local());
+      if (!read.Has_Start || starts_later) read.Start = *end;
     } else if (read.Has_Start) {
       read.Has_Due = true;
       read.Due = read.Start;
@@ -171,7 +170,7 @@ void Read_End(TComponent& read, TZones& zones, std::vector<TImport_Remark>& rema
     read.End = read.Due.Local();
   } else if (read.Has_Start) {
     const std::int64_t implied_days = read.Start.Is_Date ? 1 : 0;
-    read.End = given ? end.Local() : read.Start.Local() + static_cast<TDateTime>(implied_days);
+    read.End = end ? end->Local() : read.Start.Local() + static_cast<TDateTime>(implied_days);
     if (read.Start.Is_Date) {
       const std::int64_t days = Whole_Day(read.End) - Whole_Day(read.Start.Local());
       read.Content.Days = static_cast<int>(std::max<std::int64_t>(1, days));
@@ -266,13 +265,14 @@ TComponent Identify(icalcomponent* component) {
 
 void Read_Component(TComponent& read, TZones& zones, std::vector<TImport_Remark>& remarks) {
   Remark_Errors(read.Ical, read.What, remarks);
-  const auto time_of = [&](icalproperty* property, TFile_Time& time) {
-    return property && Read_Time(property, zones, read.What, remarks, time);
+  const auto read_time = [&](icalproperty* property, TFile_Time& time) {
+    const auto found = property ? Read_Time(property, zones, read.What, remarks) : std::nullopt;
+    if (found) time = *found;
+    return found.has_value();
   };
   const auto times_of = [&](icalproperty_kind kind, std::vector<TFile_Time>& times) {
     For_Each_Property(read.Ical, kind, [&](icalproperty* property) {
-      TFile_Time time;
-      if (time_of(property, time)) times.push_back(time);
+      if (const auto time = Read_Time(property, zones, read.What, remarks)) times.push_back(*time);
     });
   };
   const auto rules_of = [&](icalproperty_kind kind, std::vector<std::string>& rules) {
@@ -282,11 +282,11 @@ void Read_Component(TComponent& read, TZones& zones, std::vector<TImport_Remark>
   // A cancelled task is kept and shown as cancelled; a cancelled event is left out.
   read.Cancelled =
       (!read.Is_Task() && Status_Word(read.Ical) == "CANCELLED") || Calendar_Method(read.Ical) == "CANCEL";
-  read.Has_Start = time_of(First(read.Ical, ICAL_DTSTART_PROPERTY), read.Start);
+  read.Has_Start = read_time(First(read.Ical, ICAL_DTSTART_PROPERTY), read.Start);
   Read_Content(read);
   Read_End(read, zones, remarks);
   if (icalproperty* const id = First(read.Ical, ICAL_RECURRENCEID_PROPERTY)) {
-    if (!time_of(id, read.Recurrence_Id)) remarks.push_back({read.What, "its RECURRENCE-ID is no date"});
+    if (!read_time(id, read.Recurrence_Id)) remarks.push_back({read.What, "its RECURRENCE-ID is no date"});
     icalparameter* const range = icalproperty_get_first_parameter(id, ICAL_RANGE_PARAMETER);
     read.And_Future = range && icalparameter_get_range(range) == ICAL_RANGE_THISANDFUTURE;
   }
@@ -300,10 +300,10 @@ void Read_Component(TComponent& read, TZones& zones, std::vector<TImport_Remark>
   read.Content.Alarm = Read_Alarms(read, zones, remarks);
 }
 
-bool Read_Time(icalproperty* property, TZones& zones, const std::string& what,
-               std::vector<TImport_Remark>& remarks, TFile_Time& time) {
+std::optional<TFile_Time> Read_Time(icalproperty* property, TZones& zones, const std::string& what,
+                                    std::vector<TImport_Remark>& remarks) {
   const icalvalue* const value = icalproperty_get_value(property);
-  if (!value) return false;
+  if (!value) return std::nullopt;
   icaltimetype read = icaltime_null_time();
   switch (icalvalue_isa(value)) {
     case ICAL_DATE_VALUE:
@@ -324,26 +324,29 @@ bool Read_Time(icalproperty* property, TZones& zones, const std::string& what,
       read = icalvalue_get_trigger(value).time;
       break;
     default:
-      return false;
+      return std::nullopt;
   }
-  if (!Read_Wall_Time(read, time.Wall)) return false;
-  time.Is_Date = read.is_date != 0;
-  time.Zone = TZone();
-  if (time.Is_Date) return true;
+  const auto wall = Read_Wall_Time(read);
+  if (!wall) return std::nullopt;
+  TFile_Time time{*wall, read.is_date != 0, TZone()};
+  if (time.Is_Date) return time;
   icalparameter* const tzid = icalproperty_get_first_parameter(property, ICAL_TZID_PARAMETER);
   if (icaltime_is_utc(read)) {
     time.Zone = TZone::UTC();
   } else if (tzid && icalparameter_get_tzid(tzid)) {
     const std::string name = Valid_UTF8(icalparameter_get_tzid(tzid));
-    bool known = false;
-    time.Zone = zones.Find(name, known);
-    const std::string why = "the time zone \"" + name + "\" is not known; its times were taken as local";
-    // Once for a component is enough; its remarks are the last ones.
-    auto last = remarks.rbegin();
-    while (last != remarks.rend() && last->What == what && last->Why != why) ++last;
-    if (!known && (last == remarks.rend() || last->What != what)) remarks.push_back({what, why});
+    if (const TZone* const zone = zones.Find(name)) {
+      time.Zone = *zone;
+    } else {
+      const std::string why = "the time zone \"" + name + "\" is not known; its times were taken as local";
+      // Once for a component is enough; its remarks are the last ones.
+      auto last = remarks.rbegin();
+      while (last != remarks.rend() && last->What == what && last->Why != why) ++last;
+      if (last == remarks.rend() || last->What != what) remarks.push_back({what, why});
+    }
   }
-  return In_Date_Range(time.Local());
+  if (!In_Date_Range(time.Local())) return std::nullopt;
+  return time;
 }
 
 }  // namespace Plexidex

@@ -4,6 +4,7 @@
 
 #include <libical/ical.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,10 +56,10 @@ std::string Digest_Of(const std::string& text);
 KTReminds::TAlarm Read_Alarms(const TComponent& component, TZones& zones,
                               std::vector<TImport_Remark>& remarks);
 
-/// The moment of a property of type date, date-time or period. False when it has none. A zone that is not
+/// The moment of a property of type date, date-time or period. Nothing when it has none. A zone that is not
 /// known is remarked, and taken for the user's own.
-bool Read_Time(icalproperty* property, TZones& zones, const std::string& what,
-               std::vector<TImport_Remark>& remarks, TFile_Time& time);
+std::optional<TFile_Time> Read_Time(icalproperty* property, TZones& zones, const std::string& what,
+                                    std::vector<TImport_Remark>& remarks);
 
 /// The text of a property as it is meant, in UTF-8.
 std::string Text_Of(icalproperty* property);

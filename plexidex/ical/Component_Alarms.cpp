@@ -20,12 +20,12 @@ std::int64_t Milliseconds(const icaldurationtype& length) {
   return (length.is_neg ? -seconds : seconds) * 1000;
 }
 
-// When an alarm goes off for the first date, in milliseconds of local time; false when it does not say.
-bool Alarm_Moment(const TComponent& component, icalcomponent* alarm, TZones& zones,
-                  std::vector<TImport_Remark>& remarks, std::int64_t& moment) {
+// When an alarm goes off for the first date, in milliseconds of local time; nothing when it does not say.
+std::optional<std::int64_t> Alarm_Moment(const TComponent& component, icalcomponent* alarm, TZones& zones,
+                                         std::vector<TImport_Remark>& remarks) {
   icalproperty* const trigger = icalcomponent_get_first_property(alarm, ICAL_TRIGGER_PROPERTY);
   const icalvalue* const value = trigger ? icalproperty_get_value(trigger) : nullptr;
-  if (!value) return false;
+  if (!value) return std::nullopt;
   icaldurationtype distance = icaldurationtype_null_duration();
   if (icalvalue_isa(value) == ICAL_DURATION_VALUE) {
     distance = icalvalue_get_duration(value);
@@ -33,20 +33,18 @@ bool Alarm_Moment(const TComponent& component, icalcomponent* alarm, TZones& zon
              icaltime_is_null_time(icalvalue_get_trigger(value).time)) {
     distance = icalvalue_get_trigger(value).duration;
   } else {
-    TFile_Time time;
-    if (!Read_Time(trigger, zones, component.What, remarks, time)) return false;
+    const auto time = Read_Time(trigger, zones, component.What, remarks);
+    if (!time) return std::nullopt;
     if (!component.Rules.empty() || !component.Dates.empty()) {
       remarks.push_back(
           {component.What, "an alarm at a fixed moment was taken as that long before every date"});
     }
-    moment = To_Msecs(time.Local());
-    return true;
+    return To_Msecs(time->Local());
   }
-  if (icaldurationtype_is_bad_duration(distance)) return false;
+  if (icaldurationtype_is_bad_duration(distance)) return std::nullopt;
   icalparameter* const related = icalproperty_get_first_parameter(trigger, ICAL_RELATED_PARAMETER);
   const bool from_end = related && icalparameter_get_related(related) == ICAL_RELATED_END;
-  moment = To_Msecs(from_end ? component.End : component.Start.Local()) + Milliseconds(distance);
-  return true;
+  return To_Msecs(from_end ? component.End : component.Start.Local()) + Milliseconds(distance);
 }
 
 }  // namespace
@@ -68,11 +66,12 @@ KTReminds::TAlarm Read_Alarms(const TComponent& component, TZones& zones,
     icalcomponent* const alarm = icalcompiter_deref(&i);
     icalproperty* const action = icalcomponent_get_first_property(alarm, ICAL_ACTION_PROPERTY);
     if (action && Simple_UpperCase(Raw_Value(action)) == "NONE") continue;
-    std::int64_t moment = 0;
-    if (!Alarm_Moment(component, alarm, zones, remarks, moment)) {
+    const auto found = Alarm_Moment(component, alarm, zones, remarks);
+    if (!found) {
       remark("an alarm does not say when it goes off");
       continue;
     }
+    const std::int64_t moment = *found;
     if (moment > latest) {
       remark(component.Is_Task() ? "an alarm after the due day was left out"
                                  : "an alarm after the start was left out");

@@ -20,8 +20,8 @@ std::string Stamp(TDateTime local) {
 
 class TComponent_Writer {
  public:
-  TComponent_Writer(const TStored_Event& written, TLine_Writer& to, TExport_Report& told)
-      : event(written), record(written.Record), lines(to), report(told), now(Stamp(Now())) {}
+  TComponent_Writer(const TStored_Event& event, TLine_Writer& lines, TExport_Report& report)
+      : event(event), record(event.Record), lines(lines), report(report), now(Stamp(Now())) {}
 
   void Write_Event() {
     const KTReminds::TAlarm& usual = Usual_Alarm();

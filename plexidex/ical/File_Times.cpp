@@ -78,19 +78,20 @@ TZone TZone::Named(const std::string& name) {
   return zone;
 }
 
-bool TZone::Defined(icalcomponent* definition, TZone& zone) {
-  if (!Is_Bounded(definition)) return false;
+std::optional<TZone> TZone::Defined(icalcomponent* definition) {
+  if (!Is_Bounded(definition)) return std::nullopt;
   icaltimezone* const made = icaltimezone_new();
   icalcomponent* const copy = icalcomponent_new_clone(definition);
   // The zone takes its component over, and frees it.
   if (!icaltimezone_set_component(made, copy)) {
     icalcomponent_free(copy);
     icaltimezone_free(made, 1);
-    return false;
+    return std::nullopt;
   }
+  TZone zone;
   zone.kind = TKind::Defined;
   zone.defined = std::shared_ptr<icaltimezone>(made, TFree());
-  return true;
+  return zone;
 }
 
 TDateTime TZone::To_Local(TDateTime wall) const {
@@ -121,7 +122,7 @@ TZones::TZones(const std::vector<icalcomponent*>& components) {
   }
 }
 
-const TZone& TZones::Find(const std::string& tzid, bool& known) {
+const TZone* TZones::Find(const std::string& tzid) {
   auto place = found.find(tzid);
   if (place == found.end()) {
     const auto definition = definitions.find(tzid);
@@ -131,31 +132,29 @@ const TZone& TZones::Find(const std::string& tzid, bool& known) {
     if (system.empty() && definition != definitions.end()) {
       system = System_Zone_In(Property_Text(definition->second, ICAL_X_PROPERTY, "X-LIC-LOCATION"));
     }
-    TKnown entry{TZone(), true};
+    std::optional<TZone> zone;
     if (!system.empty()) {
-      entry.Zone = TZone::Named(system);
-    } else {
-      entry.Known = definition != definitions.end() && TZone::Defined(definition->second, entry.Zone);
+      zone = TZone::Named(system);
+    } else if (definition != definitions.end()) {
+      zone = TZone::Defined(definition->second);
     }
-    place = found.emplace(tzid, std::move(entry)).first;
+    place = found.emplace(tzid, std::move(zone)).first;
   }
-  known = place->second.Known;
-  return place->second.Zone;
+  return place->second ? &*place->second : nullptr;
 }
 
-bool Read_Wall_Time(const icaltimetype& time, TDateTime& wall) {
-  if (time.year < Min_Year || time.year > Max_Year || time.month < 1 || time.month > 12) return false;
-  if (time.day < 1 || time.day > Days_In_Month(time.year, time.month)) return false;
+std::optional<TDateTime> Read_Wall_Time(const icaltimetype& time) {
+  if (time.year < Min_Year || time.year > Max_Year || time.month < 1 || time.month > 12) return std::nullopt;
+  if (time.day < 1 || time.day > Days_In_Month(time.year, time.month)) return std::nullopt;
   std::int64_t seconds = 0;
   if (!time.is_date) {
     if (time.hour < 0 || time.hour > 23 || time.minute < 0 || time.minute > 59 || time.second < 0 ||
         time.second > 60) {
-      return false;
+      return std::nullopt;
     }
     seconds = time.hour * 3600 + time.minute * 60 + std::min(time.second, 59);  // 60 is a leap second
   }
-  wall = From_Msecs(Day_From_Date(time.year, time.month, time.day) * Msecs_Per_Day + seconds * 1000);
-  return true;
+  return From_Msecs(Day_From_Date(time.year, time.month, time.day) * Msecs_Per_Day + seconds * 1000);
 }
 
 icaltimetype Floating_Time(TDateTime wall, bool is_date) {

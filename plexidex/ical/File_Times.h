@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,8 +24,8 @@ class TZone {
   static TZone UTC();
   /// A zone that the system knows by its IANA name.
   static TZone Named(const std::string& name);
-  /// As a component of a file defines it. False, and no change, for a definition that makes no zone.
-  static bool Defined(icalcomponent* definition, TZone& zone);
+  /// As a component of a file defines it; nothing for an invalid definition.
+  static std::optional<TZone> Defined(icalcomponent* definition);
 
   /// The user's local time at a wall time of this zone.
   TDateTime To_Local(TDateTime wall) const;
@@ -54,21 +55,16 @@ class TZones {
  public:
   explicit TZones(const std::vector<icalcomponent*>& definitions);
 
-  /// The user's own zone, with `known` false, for a name that neither the file nor the system explains.
-  const TZone& Find(const std::string& tzid, bool& known);
+  /// Null for a name that neither the file nor the system defines.
+  const TZone* Find(const std::string& tzid);
 
  private:
-  struct TKnown {
-    TZone Zone;
-    bool Known;
-  };
-
   std::map<std::string, icalcomponent*> definitions;
-  std::map<std::string, TKnown> found;
+  std::map<std::string, std::optional<TZone>> found;
 };
 
-/// False for a date that does not exist, or lies outside the years 1 to 9999.
-bool Read_Wall_Time(const icaltimetype& time, TDateTime& wall);
+/// Nothing for a date that does not exist, or lies outside the years 1 to 9999.
+std::optional<TDateTime> Read_Wall_Time(const icaltimetype& time);
 icaltimetype Floating_Time(TDateTime wall, bool is_date);
 
 /// Whether a date-time can be formed of this value.

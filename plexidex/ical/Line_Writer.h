@@ -13,7 +13,7 @@ namespace Plexidex {
 class TLine_Writer {
  public:
   /// Not owned; must outlive this.
-  explicit TLine_Writer(std::ostream& stream) : out(stream) {}
+  explicit TLine_Writer(std::ostream& out) : out(out) {}
 
   void Begin(std::string_view component) { Raw("BEGIN", component); }
   void End(std::string_view component) { Raw("END", component); }

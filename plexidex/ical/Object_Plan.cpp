@@ -19,9 +19,8 @@ bool Says_The_Same(const TPlanned_Content& one, const TPlanned_Content& other) {
 
 class TObject_Planner {
  public:
-  TObject_Planner(TZones& known_zones, TDateTime endless_until, TPlanned_Object& planned,
-                  TImport_Report& told)
-      : zones(known_zones), until(endless_until), object(planned), report(told) {}
+  TObject_Planner(TZones& zones, TDateTime until, TPlanned_Object& object, TImport_Report& report)
+      : zones(zones), until(until), object(object), report(report) {}
 
   void Plan(std::vector<TComponent>& components) {
     for (TComponent& component : components) {

@@ -11,9 +11,9 @@ using namespace Kt_data_01;
 using namespace Kt_util_01;
 using namespace KTReminds;
 
-TObject_Writer::TObject_Writer(const TBook& into, TImport_Report& told)
-    : book(into),
-      report(told),
+TObject_Writer::TObject_Writer(const TBook& book, TImport_Report& report)
+    : book(book),
+      report(report),
       events(Events_Table, "Key"),
       occurrences(Events_Data, "Event"),
       imports("KT_Imports", "BookandUID"),

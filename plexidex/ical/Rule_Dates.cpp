@@ -80,7 +80,7 @@ constexpr unsigned Turned(unsigned mask, int days) {
 // to offer one too many.
 class TCandidates {
  public:
-  TCandidates(const icalrecurrencetype& of, TDateTime start_wall, TDateTime start_local) : rule(of) {
+  TCandidates(const icalrecurrencetype& rule, TDateTime start_wall, TDateTime start_local) : rule(rule) {
     const auto days_ahead = static_cast<int>(Whole_Day(start_local) - Whole_Day(start_wall));
     for (const int day : Values(rule.by_day)) {
       // libical counts from Sunday, 1; the mask begins with Monday.
@@ -192,8 +192,8 @@ bool Ends_There(const TRecurrence_Pattern& pattern, TDateTime last) {
 
 }  // namespace
 
-TRule_Dates::TRule_Dates(const std::string& text, const TFile_Time& starts, TDateTime endless_until)
-    : start(starts), until(endless_until), rule(Parse_Rule(text)), rule_until(rule.until) {
+TRule_Dates::TRule_Dates(const std::string& text, const TFile_Time& start, TDateTime until)
+    : start(start), until(until), rule(Parse_Rule(text)), rule_until(rule.until) {
   rule.until = icaltime_null_time();
   if (start.Is_Date && rule.freq <= ICAL_HOURLY_RECURRENCE) {
     throw ERule_Error("repeats within the day, but the event has no time of day");
@@ -205,33 +205,34 @@ TRule_Dates::TRule_Dates(const std::string& text, const TFile_Time& starts, TDat
 
 bool TRule_Dates::Is_Beyond_End(TDateTime wall, TDateTime local) const {
   if (!icaltime_is_null_time(rule_until)) {
-    TDateTime end = 0;
-    if (!Read_Wall_Time(rule_until, end)) return false;
-    if (rule_until.is_date || start.Is_Date) return Whole_Day(wall) > Whole_Day(end);
-    if (icaltime_is_utc(rule_until)) return CompareDates(local, UTC_To_Local(end)) > 0;
-    return CompareDates(wall, end) > 0;
+    const auto end = Read_Wall_Time(rule_until);
+    if (!end) return false;
+    if (rule_until.is_date || start.Is_Date) return Whole_Day(wall) > Whole_Day(*end);
+    if (icaltime_is_utc(rule_until)) return CompareDates(local, UTC_To_Local(*end)) > 0;
+    return CompareDates(wall, *end) > 0;
   }
   return rule.count == 0 && given > 0 && Whole_Day(local) > Whole_Day(until);
 }
 
-bool TRule_Dates::Next(TDateTime& local) {
+std::optional<TDateTime> TRule_Dates::Next() {
   // A rule may name one date several times, but not for ever.
   for (std::int64_t repeated = 0; repeated <= Most_Dates; ++repeated) {
-    if (!iterator) return false;
+    if (!iterator) return std::nullopt;
     const icaltimetype time = icalrecur_iterator_next(iterator.get());
-    if (icaltime_is_null_time(time)) return false;
+    const auto wall = icaltime_is_null_time(time) ? std::nullopt : Read_Wall_Time(time);
+    if (!wall) return std::nullopt;
     TFile_Time date = start;
-    if (!Read_Wall_Time(time, date.Wall)) return false;
-    local = date.Local();
+    date.Wall = *wall;
+    const TDateTime local = date.Local();
     if (Is_Beyond_End(date.Wall, local)) {
       iterator.reset();
-      return false;
+      return std::nullopt;
     }
     if (!In_Date_Range(local)) throw ERule_Error("leaves the years 1 to 9999");
     if (given > 0 && CompareDates(local, last) <= 0) continue;
     if (++given > Most_Dates) throw ERule_Error("gives more than " + std::to_string(Most_Dates) + " dates");
     last = local;
-    return true;
+    return local;
   }
   throw ERule_Error("names one date over and over");
 }
@@ -245,7 +246,8 @@ TTranslated_Rule Translate_Rule(const std::string& text, const TFile_Time& start
   TTranslated_Rule result;
   std::vector<TRun> runs;
   TRule_Dates dates(text, start, until);
-  for (TDateTime date = 0; dates.Next(date); result.Last = date) {
+  while (const auto next = dates.Next()) {
+    const TDateTime date = result.Last = *next;
     if (on_date) on_date(date);
     if (++result.Count == 1) {
       result.First = date;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -31,8 +32,8 @@ class TRule_Dates {
   /// gives its first date in any case. Throws ERule_Error.
   TRule_Dates(const std::string& rule, const TFile_Time& start, TDateTime until);
 
-  /// False at the end. Throws ERule_Error after Most_Dates, or when a date cannot be formed.
-  bool Next(TDateTime& local);
+  /// Nothing at the end. Throws ERule_Error after Most_Dates, or when a date cannot be formed.
+  std::optional<TDateTime> Next();
 
  private:
   struct TFree {

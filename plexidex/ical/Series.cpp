@@ -16,7 +16,7 @@ std::vector<TDateTime> Collect_Dates(const TComponent& component, const std::vec
   std::vector<TDateTime> dates;
   for (const std::string& rule : rules) {
     TRule_Dates of_rule(rule, component.Start, until);
-    for (TDateTime date = 0; of_rule.Next(date);) dates.push_back(date);
+    while (const auto date = of_rule.Next()) dates.push_back(*date);
     if (static_cast<std::int64_t>(dates.size()) > Most_Dates) {
       throw ERule_Error("gives more than " + std::to_string(Most_Dates) + " dates");
     }

@@ -91,10 +91,10 @@ void TMain_Window::Make_Tree_Menu() {
 
 void TMain_Window::Preferences() {
   const std::string before = Kt_data_01::Shared_Database().Path();
-  std::string database = before;
-  if (!Edit_Preferences(this, database)) return;
-  if (database != before && Switch_Database(database))
-    Kt_util_01::Write_String("General", "Database", database);
+  const auto database = Edit_Preferences(this, before);
+  if (!database) return;
+  if (*database != before && Switch_Database(*database))
+    Kt_util_01::Write_String("General", "Database", *database);
   // A page reads its settings when it is made.
   if (TForm* shown = page.Get(); shown && !shown->Close_Form()) return;
   Refresh();

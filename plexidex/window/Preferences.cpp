@@ -99,11 +99,10 @@ class TPreferences : public THost_Dialog {
 
 }  // namespace
 
-bool Edit_Preferences(QWidget* window, std::string& database) {
+std::optional<std::string> Edit_Preferences(QWidget* window, const std::string& database) {
   TPreferences dialog(database, window);
-  if (dialog.exec() != QDialog::Accepted) return false;
-  if (dialog.Database() != Whole_Path(To_Qt(database))) database = dialog.Database();
-  return true;
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.Database() != Whole_Path(To_Qt(database)) ? dialog.Database() : database;
 }
 
 }  // namespace Plexidex

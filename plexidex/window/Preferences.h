@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
 #include <string>
 
 namespace Plexidex {
 
-/// Lets the user change the preferences. True when they were saved; `database` is then the file that the user
-/// wants to work with, which is not opened here.
-bool Edit_Preferences(QWidget* window, std::string& database);
+/// Lets the user change the preferences. When they were saved, the database file that the user wants to work
+/// with, which is not opened here; `database` is the one in use.
+std::optional<std::string> Edit_Preferences(QWidget* window, const std::string& database);
 
 }  // namespace Plexidex

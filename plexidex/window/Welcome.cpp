@@ -96,11 +96,10 @@ class TWelcome : public THost_Dialog {
 
 }  // namespace
 
-bool Welcome(const std::string& file, TFirst_Book& first) {
+std::optional<TFirst_Book> Welcome(const std::string& file) {
   TWelcome dialog(file);
-  if (dialog.exec() != QDialog::Accepted) return false;
-  first = dialog.Choice();
-  return true;
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.Choice();
 }
 
 }  // namespace Plexidex

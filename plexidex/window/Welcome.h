@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace Plexidex {
@@ -11,7 +12,7 @@ struct TFirst_Book {
   std::string Calendar_File;  // "" for none
 };
 
-/// Asks what a new database in `file` shall hold; nothing is made yet. False when the user leaves.
-bool Welcome(const std::string& file, TFirst_Book& first);
+/// Asks what a new database in `file` shall hold; nothing is made yet. Nothing when the user leaves.
+std::optional<TFirst_Book> Welcome(const std::string& file);
 
 }  // namespace Plexidex

@@ -32,7 +32,7 @@ namespace {
 
 class TPictures {
  public:
-  explicit TPictures(const QString& target) : folder(target) {}
+  explicit TPictures(const QString& folder) : folder(folder) {}
 
   void Take(QWidget* window, const QString& name) {
     const QString file = folder + QLatin1Char('/') + name + QStringLiteral(".png");
@@ -111,14 +111,9 @@ int Write_Pictures(TMain_Window& main_window, const std::string& target) {
   });
   pictures.Take_Dialog(QStringLiteral("new_contact"), [&] { New_Contact(&main_window, book); });
   pictures.Take_Dialog(QStringLiteral("book_set_up"), [&] { Set_Up_Book(&main_window, book); });
-  pictures.Take_Dialog(QStringLiteral("preferences"), [&] {
-    std::string database = Kt_data_01::Shared_Database().Path();
-    Edit_Preferences(&main_window, database);
-  });
-  pictures.Take_Dialog(QStringLiteral("welcome"), [&] {
-    TFirst_Book first;
-    Welcome(Kt_data_01::Shared_Database().Path(), first);
-  });
+  const std::string database = Kt_data_01::Shared_Database().Path();
+  pictures.Take_Dialog(QStringLiteral("preferences"), [&] { Edit_Preferences(&main_window, database); });
+  pictures.Take_Dialog(QStringLiteral("welcome"), [&] { Welcome(database); });
   return pictures.Failed() ? 1 : 0;
 }
 

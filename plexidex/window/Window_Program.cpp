@@ -76,7 +76,11 @@ int Show_Windows(const TWindow_Options& options) {
   const std::string database = Chosen_Database(options);
   TFirst_Book first;
   const bool ask = options.Screenshots.empty() && !QFile::exists(To_Qt(database));
-  if (ask && !Welcome(database, first)) return 0;
+  if (ask) {
+    const auto chosen = Welcome(database);
+    if (!chosen) return 0;
+    first = *chosen;
+  }
   Kt_data_01::Open_Database(database, Kt_data_01::TDatabase::TMode::Create_If_Missing);
   Make_First_Book(first.Name);
   KTReminds::Remove_Abandoned_Events();

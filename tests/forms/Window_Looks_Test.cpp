@@ -74,14 +74,8 @@ TEST_P(Window_Looks, Nothing_Is_Clipped_Unnamed_Or_Ambiguous) {
 
   Look_At_Dialog("contact_dialog", [&] { Edit_Contact(&window, contact); });
   Look_At_Dialog("book_dialog", [&] { Set_Up_Book(&window, book); });
-  Look_At_Dialog("preferences", [&] {
-    std::string database_file = database.Path();
-    Edit_Preferences(&window, database_file);
-  });
-  Look_At_Dialog("welcome", [&] {
-    TFirst_Book first;
-    EXPECT_FALSE(Welcome(database.Path(), first));
-  });
+  Look_At_Dialog("preferences", [&] { Edit_Preferences(&window, database.Path()); });
+  Look_At_Dialog("welcome", [&] { EXPECT_FALSE(Welcome(database.Path())); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Window_Looks, testing::Values(false, true));

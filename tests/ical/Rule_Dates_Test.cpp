@@ -246,11 +246,11 @@ TEST_F(Rule_Translation, Stored_Dates_Are_The_Rules_Dates) {
                       ("RRULE:" + rule).c_str()}));
     sets += static_cast<int>(report.Sets);
     Plexidex::TFile_Time from;
-    ASSERT_TRUE(Plexidex::Read_Wall_Time(icaltime_from_string(start.c_str()), from.Wall));
+    from.Wall = Plexidex::Read_Wall_Time(icaltime_from_string(start.c_str())).value();
     from.Zone = Plexidex::TZone::Named(zone);
     std::vector<std::string> expected;
     Plexidex::TRule_Dates dates(rule, from, 0);
-    for (TDateTime date = 0; dates.Next(date);) expected.push_back(ISO_DateTime(date));
+    while (const auto date = dates.Next()) expected.push_back(ISO_DateTime(*date));
     if (expected.empty()) expected.push_back(ISO_DateTime(from.Local()));
     ASSERT_EQ(Dates("Random"), expected);
     ASSERT_EQ(Unsound_Rows(), 0);
