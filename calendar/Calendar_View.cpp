@@ -13,7 +13,7 @@ namespace KTReminds {
 using namespace Kt_forms;
 using Kt_util_01::CurrentDate;
 
-TCalendar_View::TCalendar_View(int page_index) : page(page_index) {}
+TCalendar_View::TCalendar_View(int page) : page(page) {}
 
 TCalendar_View::~TCalendar_View() = default;
 

@@ -39,8 +39,8 @@ class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
     QList<QAction*> Views = {};  // each asks for the view that is its "Tag"
   };
 
-  /// `page_index` is the view's own.
-  explicit TCalendar_View(int page_index);
+  /// `page` is the view's own page number.
+  explicit TCalendar_View(int page);
   /// To be called in a view's constructor once its layout is there, with the panel and the bar of its tools;
   /// then its lists can join the commands.
   void Set_Up(QWidget* tool_panel, QToolBar* tool_bar, const TEntry_Controls& entries,

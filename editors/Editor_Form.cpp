@@ -28,8 +28,8 @@ void Select_Value(QComboBox* box, const QVariant& value) {
 
 }  // namespace
 
-TEditor_Form::TEditor_Form(TEditor_Rules& record, QWidget* parent)
-    : TDialog_Form(parent), rules(record), pages(std::make_unique<Ui::Editor_Pages>()) {}
+TEditor_Form::TEditor_Form(TEditor_Rules& rules, QWidget* parent)
+    : TDialog_Form(parent), rules(rules), pages(std::make_unique<Ui::Editor_Pages>()) {}
 
 TEditor_Form::~TEditor_Form() = default;
 

@@ -38,7 +38,7 @@ std::string Tag(std::string_view unit, std::string_view step, std::string_view t
 
 }  // namespace
 
-TEditor_Rules::TEditor_Rules(const TEditor_Words& editor_words) : words(editor_words) {}
+TEditor_Rules::TEditor_Rules(const TEditor_Words& words) : words(words) {}
 
 TEditor_Rules::~TEditor_Rules() = default;
 

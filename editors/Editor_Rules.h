@@ -67,7 +67,7 @@ class TEditor_Rules {
   void Discard();
 
  protected:
-  explicit TEditor_Rules(const TEditor_Words& editor_words);
+  explicit TEditor_Rules(const TEditor_Words& words);
 
   virtual void Prepare_New(TDateTime now) = 0;
   virtual TDateTime New_Date() const = 0;
@@ -111,7 +111,7 @@ class TEditor_Rules {
 /// Discards a record when its editor ends, however it ends.
 class TDiscard_At_End {
  public:
-  explicit TDiscard_At_End(TEditor_Rules& record) : rules(record) {}
+  explicit TDiscard_At_End(TEditor_Rules& rules) : rules(rules) {}
   ~TDiscard_At_End() { rules.Discard(); }
   TDiscard_At_End(const TDiscard_At_End&) = delete;
   TDiscard_At_End& operator=(const TDiscard_At_End&) = delete;

@@ -54,8 +54,8 @@ void Fill_Kinds(QComboBox* instance, QComboBox* pattern) {
 
 }  // namespace
 
-TReminder_Frm::TReminder_Frm(TReminder_Rules& record, QWidget* parent)
-    : TEditor_Form(record, parent), rules(record), ui(std::make_unique<Ui::Reminder_Frm>()) {
+TReminder_Frm::TReminder_Frm(TReminder_Rules& rules, QWidget* parent)
+    : TEditor_Form(rules, parent), rules(rules), ui(std::make_unique<Ui::Reminder_Frm>()) {
   ui->setupUi(this);
   Set_Up_Date(ui->EventDate);
   Set_Up_Date(ui->EndDate);

@@ -10,8 +10,8 @@ namespace KTReminds {
 
 using namespace Kt_forms;
 
-TTask_Frm::TTask_Frm(TTask_Rules& record, QWidget* parent)
-    : TEditor_Form(record, parent), rules(record), ui(std::make_unique<Ui::Task_Frm>()) {
+TTask_Frm::TTask_Frm(TTask_Rules& rules, QWidget* parent)
+    : TEditor_Form(rules, parent), rules(rules), ui(std::make_unique<Ui::Task_Frm>()) {
   ui->setupUi(this);
   for (QDateEdit* picker : {ui->EventDate, ui->StartDate, ui->DateStarted, ui->DateCompleted, ui->AlarmDate})
     Set_Up_Date(picker);

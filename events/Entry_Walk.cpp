@@ -39,7 +39,7 @@ TWalk_Range All_Of(const TOwner& owner, bool by_book) {
   return {owner, by_book, std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max()};
 }
 
-TEntry_Walk::TEntry_Walk(const TWalk_Range& range, TAlarm_Key key, TReading reading)
+TEntry_Walk::TEntry_Walk(const TWalk_Range& range, TAlarm_Key alarm_key, TReading reading)
     : occurrences(Events_Data, range.By_Book ? "BookandDate" : "ContactandDate",
                   {"Key", "Contact", "Event", "Actioned", "EventDate"}),
       events(Events_Table, "Key",
@@ -47,7 +47,7 @@ TEntry_Walk::TEntry_Walk(const TWalk_Range& range, TAlarm_Key key, TReading read
               "Percentage", "Status"}),
       contacts(Contacts_Table, "Key", {"DisplayName", "Deleted"}),
       alarms(Alarms_Table, "Key", {"Key"}),
-      alarm_key(key),
+      alarm_key(alarm_key),
       user(User_Key()) {
   const std::string& owner = range.By_Book ? range.Owner.Book : range.Owner.Contact;
   occurrences.SetRange({owner, range.From}, {owner, range.To});

@@ -14,8 +14,8 @@ namespace {
 // Writes the occurrences of a new event, and remembers the first one's key.
 class TCreation {
  public:
-  TCreation(const TNew_Event& created, const std::string& key)
-      : event(created), writer(key, created.Owner, created.Record.User), today(Whole_Day(Today())) {}
+  TCreation(const TNew_Event& event, const std::string& key)
+      : event(event), writer(key, event.Owner, event.Record.User), today(Whole_Day(Today())) {}
 
   void Write(TDateTime date) {
     const bool actioned = event.MarkPastActioned && (today > Whole_Day(date) || event.Actioned);

@@ -15,13 +15,9 @@ namespace KTReminds {
 using namespace Kt_forms;
 using Kt_data_01::TList_Item;
 
-TEntry_Commands::TEntry_Commands(TForm& own_form, TEntry_Page& own_page, const TEntry_Controls& own_controls,
-                                 TEntry_Order own_order, std::string own_noun)
-    : form(own_form),
-      page(own_page),
-      controls(own_controls),
-      order(std::move(own_order)),
-      noun(std::move(own_noun)) {
+TEntry_Commands::TEntry_Commands(TForm& form, TEntry_Page& page, const TEntry_Controls& controls,
+                                 TEntry_Order order, std::string noun)
+    : form(form), page(page), controls(controls), order(std::move(order)), noun(std::move(noun)) {
   const auto on = [this](const QList<QAction*>& actions, auto run) {
     for (QAction* action : actions)
       connect(action, &QAction::triggered, this, [this, action, run] { run(*this, Tag(action)); });

@@ -38,7 +38,7 @@ void Place_First(QToolBar* bar, QWidget* panel) {
 
 }  // namespace
 
-THome_Page::THome_Page(const THome_Texts& own_texts) : texts(own_texts), EnabledIcons(own_texts.Images) {}
+THome_Page::THome_Page(const THome_Texts& texts) : texts(texts), EnabledIcons(texts.Images) {}
 
 THome_Page::~THome_Page() {
   delete ToolBar1;

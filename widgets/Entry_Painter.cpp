@@ -81,8 +81,8 @@ const TEntry_Columns& Day_Columns() {
   return columns;
 }
 
-TEntry_Painter::TEntry_Painter(TEntry_Model& own_model, QObject* parent)
-    : QStyledItemDelegate(parent), model(own_model), images("P3_Enabled") {
+TEntry_Painter::TEntry_Painter(TEntry_Model& model, QObject* parent)
+    : QStyledItemDelegate(parent), model(model), images("P3_Enabled") {
   Set_Columns(Day_Columns());
 }
 

@@ -75,7 +75,7 @@ void Paint(QPainter& painter, const QRect& place, const char* image, const QColo
 
 class TImage_Engine : public QIconEngine {
  public:
-  TImage_Engine(const char* new_image, bool is_enabled) : image(new_image), enabled(is_enabled) {}
+  TImage_Engine(const char* image, bool enabled) : image(image), enabled(enabled) {}
 
   QIconEngine* clone() const override { return new TImage_Engine(image, enabled); }
   QString key() const override { return QStringLiteral("KTReminds"); }

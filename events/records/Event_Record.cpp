@@ -9,7 +9,7 @@ namespace {
 // Sets columns of a new row, or of one that is being edited those that differ.
 class TRow_Writer {
  public:
-  TRow_Writer(TTable& written, bool is_new) : row(written), all(is_new) {}
+  TRow_Writer(TTable& row, bool all) : row(row), all(all) {}
 
   void Set(TField field, const std::string& value) {
     if (all || row.Text(field) != value) row.Set(field, value);

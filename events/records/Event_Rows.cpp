@@ -59,9 +59,8 @@ void Write_Alarm_Users(std::string_view event, std::string_view user) {
   }
 }
 
-TOccurrence_Writer::TOccurrence_Writer(std::string_view of_event, const TOwner& of_owner,
-                                       std::string_view of_user)
-    : event(of_event), user(of_user), owner(of_owner), occurrences(Events_Data), alarms(Alarms_Table) {}
+TOccurrence_Writer::TOccurrence_Writer(std::string_view event, const TOwner& owner, std::string_view user)
+    : event(event), user(user), owner(owner), occurrences(Events_Data), alarms(Alarms_Table) {}
 
 std::string TOccurrence_Writer::Write(TDateTime date, bool actioned, const TAlarm& alarm) {
   std::string key = Kt_util_01::Get_GUID();
