@@ -133,7 +133,7 @@ void Save_Title(benchmark::State& state) {
   for (auto _ : state) {
     state.PauseTiming();
     KTReminds::TReminder_Rules rules;
-    const bool opened = rules.Open(key, {}, Book, {}, false);
+    const bool opened = rules.Open(key, {Book, {}}, {}, false);
     rules.Subject = "Meeting, moved " + std::to_string(++round) + " times";
     state.ResumeTiming();
     if (!opened || !Save(rules)) return state.SkipWithError("nothing was saved");
@@ -147,7 +147,7 @@ TDateTime Time_Of(int round) {
 }
 
 bool Open_Set(KTReminds::TReminder_Rules& rules, const std::string& key, TDateTime time) {
-  if (!rules.Open(key, {}, Book, {}, false)) return false;
+  if (!rules.Open(key, {Book, {}}, {}, false)) return false;
   rules.Open_Whole_Set();
   rules.Time_Text = Kt_util_01::FormatDateTime("t", time);
   return rules.Validate().Empty() && rules.Check_If_Recurrence_Changed();

@@ -34,7 +34,7 @@ struct TRule {
 
 TRule Make_Rule(const char* name, int freq, bool plain, std::initializer_list<int> flags, int instance,
                 int month, int first_month, int first_day, const char* ical) {
-  TRecurrence_Pattern pattern{freq, 1, plain, 0, instance, month, Last_Date};
+  TRecurrence_Pattern pattern{static_cast<TFrequency>(freq), 1, plain, 0, instance, month, Last_Date};
   std::array<bool, 10> P{};
   for (const int flag : flags) {
     pattern.Set_Flag(flag);
@@ -59,8 +59,8 @@ void Walk_Exported(const TRule& rule, TUse use) {
   const std::array<bool, 10>& P = rule.P;
   for (TDateTime date = rule.First; date > 0;) {
     use(date);
-    date = AdvanceEventDate(date, p.LastDate, p.PeriodDefault, true, p.Freq, 0, p.Period, P[0], P[1], P[2],
-                            P[3], P[4], P[5], P[6], P[7], P[8], P[9], p.Instance, p.Month);
+    date = AdvanceEventDate(date, p.LastDate, p.PeriodDefault, true, static_cast<int>(p.Freq), 0, p.Period,
+                            P[0], P[1], P[2], P[3], P[4], P[5], P[6], P[7], P[8], P[9], p.Instance, p.Month);
   }
 }
 
