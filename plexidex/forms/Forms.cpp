@@ -207,6 +207,7 @@ void Set_Hint(QAction* tool, const QString& hint) {
 
 void Copy_Form_Name(const TForm& form, const TMessage& message) {
   const QString name = form.objectName() + QString::number(form.property("Tag").toInt());
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): a message carries its buffer as a number.
   qstrcpy(reinterpret_cast<char*>(message.LParam), name.toUtf8().constData());
 }
 

@@ -46,7 +46,9 @@ class TPictures {
 
   // Takes a picture of the dialog that a call opens, and cancels it.
   void Take_Dialog(const QString& name, const std::function<void()>& call) {
-    QTimer::singleShot(150, qApp, [this, name] {
+    QTimer timer;
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, qApp, [this, name] {
       if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
         Take(dialog, name);
         dialog->reject();
@@ -55,6 +57,7 @@ class TPictures {
         failed = true;
       }
     });
+    timer.start(150);
     call();
   }
 
