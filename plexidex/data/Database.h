@@ -18,8 +18,8 @@ namespace Kt_data_01 {
 /// A table view, as its database knows it.
 class TTable_Link {
  public:
-  /// Called after an update was undone and when the database is closed: the view drops its pending row and
-  /// what it has read.
+  /// Called after an update was undone and when the database is closed. Drops the pending row, and range and
+  /// position unless the view is a cursor.
   virtual void After_Failure() noexcept = 0;
 
  protected:

@@ -93,8 +93,8 @@ void TTable::Prefetch(TField via, TTable& looked_up) {
   TImpl& other = *looked_up.impl;
   if (!other.Range.Finds_By_Text())
     throw impl->Table.Error("prefetch", "the other table has no unique index to be found by");
-  TLinked_Rows& rows = impl->Reader.Bring_Along(other.Table, other.Reader.Columns(),
-                                                other.Range.Shape().Columns[0], via.Position);
+  TLinked_Rows& rows = impl->Reader.Prefetch(other.Table, other.Reader.Columns(),
+                                             other.Range.Shape().Columns[0], via.Position);
   impl->Cache.Forget();  // its rows lack the column
   other.Cache.Serve_From(impl->Reader, rows, via);
 }

@@ -16,8 +16,8 @@ void TTable_Reader::Range_Changed(TTable_Range::TChange change) {
   Forget_Statements();
 }
 
-TLinked_Rows& TTable_Reader::Bring_Along(const TTable_Context& other, const TProjection& other_columns,
-                                         int key, int via) {
+TLinked_Rows& TTable_Reader::Prefetch(const TTable_Context& other, const TProjection& other_columns, int key,
+                                      int via) {
   links.push_back(std::make_unique<TLinked_Rows>(other, other_columns, key, via));
   Read_Column(via);
   Range_Changed(TTable_Range::TChange::Shape);

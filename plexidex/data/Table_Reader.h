@@ -29,7 +29,7 @@ class TTable_Reader {
   /// To be called after each change of the range.
   void Range_Changed(TTable_Range::TChange change);
   /// Prefetches rows of another table along with each batch, see TLinked_Rows.
-  TLinked_Rows& Bring_Along(const TTable_Context& other, const TProjection& other_columns, int key, int via);
+  TLinked_Rows& Prefetch(const TTable_Context& other, const TProjection& other_columns, int key, int via);
   /// Whether the first batch is a large one.
   void Read_Far_Ahead(bool on) { first_limit = on ? Large_First_Batch : First_Batch; }
 
