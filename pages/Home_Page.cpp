@@ -191,7 +191,7 @@ void THome_Page::Handle_Message(const TMessage& message) {
   if (TForm* shown = Current()) {
     Send_Message(shown, umGetFormName, 0, message.LParam);
   } else if (texts.Empty_Name) {
-    qstrcpy(reinterpret_cast<char*>(message.LParam), texts.Empty_Name);
+    Answer_Form_Name(texts.Empty_Name, message);
   } else {
     Copy_Form_Name(*this, message);
   }

@@ -63,7 +63,7 @@ QImage Render(const TRendered_Key& key, const QColor& ink) {
 QImage Rendered(const char* image, const QColor& ink, int pixels, bool enabled) {
   const TRendered_Key key{image, ink.rgb(), pixels, enabled};
   if (const QImage* kept = Rendered_Images().object(key)) return *kept;
-  const QImage made = Render(key, ink);
+  QImage made = Render(key, ink);
   Rendered_Images().insert(key, new QImage(made));
   return made;
 }

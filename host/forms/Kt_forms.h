@@ -162,6 +162,8 @@ void Set_Hint(QAction* tool, const QString& hint);
 /// Answers umGetFormName: writes the form's name and its property "Tag" in decimal, 0 without one, into the
 /// character buffer that the message's LParam points to.
 void Copy_Form_Name(const TForm& form, const TMessage& message);
+/// Answers it with another text.
+void Answer_Form_Name(const QByteArray& name, const TMessage& message);
 /// Centres a dialog over the window it belongs to, or on the screen, and keeps it on the screen.
 void CentreForm(QWidget* form);
 /// The nearest enclosing page, or null.

@@ -207,8 +207,12 @@ void Set_Hint(QAction* tool, const QString& hint) {
 
 void Copy_Form_Name(const TForm& form, const TMessage& message) {
   const QString name = form.objectName() + QString::number(form.property("Tag").toInt());
+  Answer_Form_Name(name.toUtf8(), message);
+}
+
+void Answer_Form_Name(const QByteArray& name, const TMessage& message) {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): a message carries its buffer as a number.
-  qstrcpy(reinterpret_cast<char*>(message.LParam), name.toUtf8().constData());
+  qstrcpy(reinterpret_cast<char*>(message.LParam), name.constData());
 }
 
 void CentreForm(QWidget* form) {
