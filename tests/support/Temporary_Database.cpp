@@ -1,6 +1,7 @@
 #include "Temporary_Database.h"
 
 #include <filesystem>
+#include <regex>
 
 #include "Kt_util_01.h"
 
@@ -41,4 +42,32 @@ std::string Query_Text(const std::string& sql) {
 
 void Run_Sql(const std::string& sql) {
   Shared_Database().Engine().Execute(sql);
+}
+
+std::string Query_Rows(const std::string& columns, const std::string& from) {
+  const std::string row = std::regex_replace(columns, std::regex(", "), ", '') || '|' || coalesce(");
+  return Query_Text("SELECT coalesce(group_concat(row, ', '), '') FROM (SELECT coalesce(" + row +
+                    ", '') AS row FROM " + from + ")");
+}
+
+std::string Counts() {
+  return Query_Text(
+      "SELECT (SELECT count(*) FROM KT_Events) || ' ' || (SELECT count(*) FROM KT_Events_Data) || ' ' || "
+      "(SELECT count(*) FROM KT_Alarms) || coalesce((SELECT ' +' || nullif(count(*), 0) FROM "
+      "KT_Open_Editors), '')");
+}
+
+std::string Dates() {
+  return Query_Text(
+      "SELECT coalesce(group_concat(round(EventDate - 45306, 3) || iif(Actioned, '!', ''), ' '), '') FROM "
+      "(SELECT * FROM KT_Events_Data ORDER BY EventDate)");
+}
+
+void Plant(const std::string& when) {
+  Unplant();
+  Run_Sql("CREATE TRIGGER planted BEFORE " + when + " BEGIN SELECT RAISE(ABORT, 'planted fault'); END");
+}
+
+void Unplant() {
+  Run_Sql("DROP TRIGGER IF EXISTS planted");
 }

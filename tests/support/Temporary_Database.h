@@ -34,6 +34,7 @@ class TTemporary_Database {
   const Kt_data_01::TBook& Book() const { return book; }
   /// Closes and opens again.
   void Reopen(const Kt_data_01::TSqlite_Options& options = {});
+  void Reopen_Read_Only() { Reopen({.Read_Only = true}); }
 
  private:
   TTemporary_Folder folder;
@@ -45,6 +46,18 @@ class TTemporary_Database {
 std::int64_t Query_Number(const std::string& sql);
 std::string Query_Text(const std::string& sql);
 void Run_Sql(const std::string& sql);
+
+/// The rows of a table or more as one text, in order if `from` says so: "a|1, b|2". `columns` are separated
+/// by a comma and a blank, which no single one may hold.
+std::string Query_Rows(const std::string& columns, const std::string& from);
+/// How many masters, occurrences and alarms there are: "1 3 3", and " +1" for a note of an open editor.
+std::string Counts();
+/// The dates of the occurrences in order, in days from Monday, 15 January 2024; done ones with a mark:
+/// "0.0! 0.5 7.604".
+std::string Dates();
+/// From now on what `when` names, such as "INSERT ON KT_Log", gives the error "planted fault". One at a time.
+void Plant(const std::string& when);
+void Unplant();
 
 /// Runs a body in an update bracket that must open and close well.
 template <class TBody>

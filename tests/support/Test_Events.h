@@ -5,8 +5,8 @@
 #include <string>
 
 #include "Books.h"
+#include "Database_Test.h"
 #include "Event_Creation.h"
-#include "Kt_util_01.h"
 
 /// An event of the first book's calendar and the current user, to be changed before it is written: at one
 /// moment, or as a daily set on so many days.

@@ -1,7 +1,5 @@
 #include "Test_Seams.h"
 
-#include <gtest/gtest.h>
-
 namespace Kt_test {
 
 using namespace Kt_util_01;
@@ -16,6 +14,14 @@ void TPrompt_Queue::Expect_Info(const std::string& caption, const std::string& t
 
 void TPrompt_Queue::Expect_Question(const std::string& caption, const std::string& text, int answer) {
   m_Expected.push_back({"question", caption, text, answer});
+}
+
+void TPrompt_Queue::Expect_Undone(const std::string& why, const std::string& tag) {
+  Expect_Error("Update Failed", "The change could not be saved and has been undone: " + why + "\n\n" + tag);
+}
+
+void TPrompt_Queue::Expect_Unread(const std::string& why, const std::string& tag) {
+  Expect_Error("Read Failed", "The data could not be read: " + why + "\n\n" + tag);
 }
 
 void TPrompt_Queue::Verify() {
@@ -36,10 +42,14 @@ int TPrompt_Queue::Question(const std::string& caption, const std::string& text)
 }
 
 std::string TPrompt_Queue::Describe(const TPrompt& prompt) {
-  return prompt.Kind + " \"" + prompt.Caption + "\": \"" + prompt.Text + "\"";
+  return prompt.Kind + " " + prompt.Caption + ": " + prompt.Text;
 }
 
 int TPrompt_Queue::Meet(const TPrompt& prompt) {
+  if (Answer_All) {
+    Said.push_back(Describe(prompt));
+    return *Answer_All;
+  }
   if (m_Expected.empty()) {
     ADD_FAILURE() << "unexpected prompt: " << Describe(prompt);
     return Answer_No;

@@ -3,8 +3,11 @@
 // Stand-ins for what the calendar module asks of its host, so that no test depends on today's date, on this
 // machine's locale and zone, or on a user.
 
+#include <gtest/gtest.h>
+
 #include <deque>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,7 +27,8 @@ class TFixed_Clock : public Kt_util_01::TClock {
 };
 
 /// Prompts must come as expected and in that order. One that differs or was not expected fails the running
-/// test at once and answers No; one that never came fails it when the queue dies or is verified.
+/// test at once and answers No; one that never came fails it when the queue dies or is verified. A test may
+/// have them kept instead.
 class TPrompt_Queue : public Kt_util_01::TPrompts {
  public:
   ~TPrompt_Queue() override { Verify(); }
@@ -32,6 +36,9 @@ class TPrompt_Queue : public Kt_util_01::TPrompts {
   void Expect_Error(const std::string& caption, const std::string& text);
   void Expect_Info(const std::string& caption, const std::string& text);
   void Expect_Question(const std::string& caption, const std::string& text, int answer);
+  /// The reports of an update that was undone, and of a read that failed.
+  void Expect_Undone(const std::string& why, const std::string& tag);
+  void Expect_Unread(const std::string& why, const std::string& tag);
   /// Fails the running test for every prompt that is still expected, and forgets them.
   void Verify();
 
@@ -41,6 +48,9 @@ class TPrompt_Queue : public Kt_util_01::TPrompts {
   void Notice(const std::string& text) override { Notices.push_back(text); }
 
   std::vector<std::string> Notices;
+  /// Once set, no prompt fails; each is kept in `Said` as "kind Caption: Text", and this is the answer.
+  std::optional<int> Answer_All;
+  std::vector<std::string> Said;
 
  private:
   struct TPrompt {
@@ -82,6 +92,11 @@ class TTest_Seams {
   TPrompt_Queue Prompts;
   TRecorded_Sounds Sounds;
   TMemory_Settings Settings;
+};
+
+class TSeams_Test : public testing::Test {
+ protected:
+  TTest_Seams seams;
 };
 
 }  // namespace Kt_test

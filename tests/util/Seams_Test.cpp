@@ -29,7 +29,7 @@ TEST(Seams, Wrong_And_Missing_Prompts_Fail_A_Test) {
   EXPECT_NONFATAL_FAILURE(answer = prompts.Question("Delete", "Really?"), "unexpected prompt");
   EXPECT_EQ(answer, Answer_No);
   prompts.Expect_Question("Delete", "Really?", Answer_Yes);
-  EXPECT_NONFATAL_FAILURE(answer = prompts.Question("Delete", "Surely?"), "expected: question \"Delete\"");
+  EXPECT_NONFATAL_FAILURE(answer = prompts.Question("Delete", "Surely?"), "expected: question Delete");
   EXPECT_EQ(answer, Answer_No);
   prompts.Expect_Info("Done", "Delete");
   EXPECT_NONFATAL_FAILURE(prompts.Error("Done", "Delete"), "expected: information");

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "Kt_util_01.h"
+#include "Temporary_Database.h"
+#include "Test_Seams.h"
+
+/// On a new database, at noon of Monday, 15 January 2024.
+class TDatabase_Test : public testing::Test {
+ protected:
+  static constexpr double Monday = 45306;
+
+  Kt_test::TTest_Seams seams;
+  TTemporary_Database database;
+};
