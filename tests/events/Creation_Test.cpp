@@ -8,14 +8,10 @@ extern "C" std::size_t __sanitizer_get_allocated_size(const volatile void*);
 #include <sys/resource.h>
 #endif
 
-#include "Kt_util_01.h"
-#include "Temporary_Database.h"
 #include "Test_Events.h"
-#include "Test_Seams.h"
 
 using namespace KTReminds;
 using namespace Kt_data_01;
-using Kt_util_01::Day_From_Date;
 
 namespace {
 
@@ -46,178 +42,129 @@ std::int64_t Peak_Memory() {
 
 constexpr auto Tag = "fm_Reminder:Create_Event [KT_Events,KT_Events_Data,KT_Alarms]";
 
-class Creation : public testing::Test {
+class Creation : public TDatabase_Test {
  protected:
-  TNew_Event Daily(TDateTime first, TDateTime last) {
+  static TNew_Event Daily(TDateTime first, TDateTime last) {
     TNew_Event event = New_Event("Title", first);
-    event.Record.User = "user";
     event.Record.Pattern.Freq = TFrequency::Daily;
     event.Record.Pattern.LastDate = last;
     return event;
   }
-  static std::string Counts() {
-    return Query_Text(
-        "SELECT (SELECT count(*) FROM KT_Events) || ' ' || (SELECT count(*) FROM KT_Events_Data) || ' ' || "
-        "(SELECT count(*) FROM KT_Alarms)");
-  }
-  static std::string Dates() {
-    return Query_Text(
-        "SELECT group_concat(EventDate - 45292, ' ') FROM (SELECT EventDate FROM KT_Events_Data ORDER BY 1)");
-  }
 
-  Kt_test::TTest_Seams seams;
-  TTemporary_Database database;
   std::string key;
 };
-
-const TDateTime New_Year = static_cast<TDateTime>(Day_From_Date(2024, 1, 1));
 
 TEST_F(Creation, Every_Argument_Reaches_Its_Column) {
   TMemory_Stream notes("Notes\0with zero");
   notes.Position = 3;
   const std::string first =
       Create_Event("contact", database.Book().Key, "Title", "Location", "sound.wav", "user", key, &notes,
-                   true, true, true, false, New_Year + 0.375, New_Year + 20, 4, 7, 3, 45, true, false, true,
+                   true, true, true, false, Monday + 0.375, Monday + 20, 4, 7, 3, 45, true, false, true,
                    false, true, false, true, false, true, true, 2, 11, 6, false);
-  EXPECT_EQ(Query_Text("SELECT Key || '|' || Title || '|' || Location || '|' || (FirstDate - 45292) || '|' "
-                       "|| (LastDate - 45292) "
-                       "|| '|' || Freq || Period || Priority || PeriodDefault || '|' || User || '|' || "
-                       "AllDay || Private || '|' "
-                       "|| P1 || P2 || P3 || P4 || P5 || P6 || P7 || P8 || P9 || P10 || '|' || Month || '|' "
-                       "|| Instance || "
-                       "EventType || '|' || Started || Completed || Percentage || Status || Budget || Worked "
-                       "|| '|' || Type "
-                       "|| '|' || CAST(Notes AS TEXT) FROM KT_Events"),
-            key + "|Title|Location|0.375|20.0|4730|user|10|1010101011|11|26|000000|-1|Notes");
-  EXPECT_EQ(Query_Text("SELECT Key || '|' || Contact || '|' || Book || '|' || Event || '|' || Actioned || "
-                       "'|' || (EventDate - "
-                       "45292) FROM KT_Events_Data"),
+  EXPECT_EQ(Query_Rows("Key, Title, Location, FirstDate - 45306, LastDate - 45306, Freq, Period, Priority, "
+                       "PeriodDefault, User, AllDay, Private, P1 || P2 || P3 || P4 || P5, P6 || P7 || P8 || "
+                       "P9 || P10, Month, Instance, EventType, Started || Completed || Percentage || Status "
+                       "|| Budget || Worked, Type, CAST(Notes AS TEXT)",
+                       "KT_Events"),
+            key + "|Title|Location|0.375|20.0|4|7|3|0|user|1|0|10101|01011|11|2|6|000000|-1|Notes");
+  EXPECT_EQ(Query_Rows("Key, Contact, Book, Event, Actioned, EventDate - 45306", "KT_Events_Data"),
             first + "|contact|" + database.Book().Key + "|" + key + "|0|0.375")
       << "Actioned is ignored without MarkPastActioned";
-  EXPECT_EQ(Query_Text("SELECT Key || '|' || User || '|' || Offset || '|' || WAVFile || '|' || NextTime || "
-                       "'|' || Actioned FROM "
-                       "KT_Alarms"),
+  EXPECT_EQ(Query_Rows("Key, User, Offset, WAVFile, NextTime, Actioned", "KT_Alarms"),
             first + "|user|45|sound.wav|0.0|0");
 }
 
-TEST_F(Creation, Writes_An_Occurrence_A_Day_Up_To_The_Last_Day_Whatever_The_Time) {
-  EXPECT_NE(Create_Event(Daily(New_Year + 0.375, New_Year + 4), key), "");
-  EXPECT_EQ(Counts(), "1 5 0");
+TEST_F(Creation, Sets_Go_To_Their_Last_Day_Whatever_The_Time_Or_Have_One_Occurrence) {
+  TNew_Event event = Daily(Monday + 0.375, Monday + 4);
+  const std::string first = Write(event);
   EXPECT_EQ(Dates(), "0.375 1.375 2.375 3.375 4.375");
-}
-
-TEST_F(Creation, One_Off_Events_And_Sets_That_Cannot_Go_On_Have_One_Occurrence) {
-  TNew_Event one_off = Daily(New_Year, New_Year + 100);
-  one_off.Record.Pattern.Freq = TFrequency::None;
-  one_off.Alarm.On = true;
-  Create_Event(one_off, key);
-  EXPECT_EQ(Counts(), "1 1 1");
-  Create_Event(Daily(New_Year, New_Year - 1), key);
-  EXPECT_EQ(Counts(), "2 2 1");
+  EXPECT_EQ(Query_Text("SELECT Key FROM KT_Events_Data ORDER BY EventDate"), first);
+  event.Record.Pattern.Freq = TFrequency::None;
+  event.Alarm.On = true;
+  Write(event);
+  EXPECT_EQ(Counts(), "2 6 1");
+  Write(Daily(Monday, Monday - 1));
   for (const int period : {0, -1}) {
-    TNew_Event standing = Daily(New_Year, New_Year + 100);
+    TNew_Event standing = Daily(Monday, Monday + 100);
     standing.Record.Pattern.Period = period;
-    Create_Event(standing, key);
+    Write(standing);
   }
-  EXPECT_EQ(Counts(), "4 4 1") << "an interval that does not move forward ends the set";
-  TNew_Event no_day = Daily(New_Year, static_cast<TDateTime>(Day_From_Date(9999, 12, 31)));
-  no_day.Record.Pattern.PeriodDefault = false;
-  Create_Event(no_day, key);
-  TNew_Event for_ever = no_day;
+  EXPECT_EQ(Counts(), "5 9 1") << "an interval that does not move forward ends the set";
+  TNew_Event for_ever = Daily(Monday, Kt_util_01::Encode_Date(9999, 12, 31));
+  for_ever.Record.Pattern.PeriodDefault = false;
+  Write(for_ever);
+  EXPECT_EQ(Counts(), "6 10 1") << "no day is chosen";
   for_ever.Record.Pattern.Freq = TFrequency::Yearly;
   for_ever.Record.Pattern.PeriodDefault = true;
-  EXPECT_NE(Create_Event(for_ever, key), "");
-  EXPECT_EQ(Counts(), "6 " + std::to_string(5 + 9999 - 2024 + 1) + " 1");
+  Write(for_ever);
+  EXPECT_EQ(Counts(), "7 " + std::to_string(10 + 9999 - 2024 + 1) + " 1");
 }
 
 TEST_F(Creation, Occurrences_Before_Day_0_Are_Left_Out_But_The_First) {
-  TNew_Event old = Daily(-1, 1);
-  Create_Event(old, key);
-  EXPECT_EQ(Query_Text("SELECT group_concat(EventDate) FROM KT_Events_Data"), "-1.0")
+  Write(Daily(-1, 1));
+  EXPECT_EQ(Query_Rows("EventDate", "KT_Events_Data"), "-1.0")
       << "the step onto day 0 gives 0, which means that there is none";
-  old.Record.FirstDate = -2.5;
-  Create_Event(old, key);
-  EXPECT_EQ(
-      Query_Text("SELECT group_concat(EventDate) FROM (SELECT EventDate FROM KT_Events_Data ORDER BY 1)"),
-      "-2.5,-1.0,0.5,1.5");
+  Write(Daily(-2.5, 1));
+  EXPECT_EQ(Query_Rows("EventDate", "KT_Events_Data ORDER BY EventDate"), "-2.5, -1.0, 0.5, 1.5");
 }
 
 TEST_F(Creation, Past_Occurrences_Are_Marked_When_Asked) {
-  seams.Clock.Value = New_Year + 2.5;
-  TNew_Event event = Daily(New_Year + 0.9, New_Year + 4);
+  seams.Clock.Value = Monday + 2.5;
+  TNew_Event event = Daily(Monday + 0.9, Monday + 4);
   event.Alarm.On = true;
-  const auto marks = [] {
-    return Query_Text(
-        "SELECT group_concat(d.Actioned || a.Actioned, ' ') FROM (SELECT * FROM KT_Events_Data ORDER BY "
-        "EventDate) "
-        "d JOIN KT_Alarms a ON a.Key = d.Key WHERE d.Event = (SELECT Key FROM KT_Events ORDER BY row_id "
-        "DESC)");
+  const auto marks = [&](bool actioned, bool past) {
+    event.Actioned = actioned;
+    event.MarkPastActioned = past;
+    Run_Sql("DELETE FROM KT_Alarms; DELETE FROM KT_Events_Data");
+    database.Reopen();
+    Write(event);
+    return Query_Rows("d.Actioned || a.Actioned",
+                      "KT_Events_Data d JOIN KT_Alarms a USING (Key) ORDER BY EventDate");
   };
-  event.Actioned = true;
-  Create_Event(event, key);
-  EXPECT_EQ(marks(), "00 00 00 00 00");
-  event.MarkPastActioned = true;
-  Create_Event(event, key);
-  EXPECT_EQ(marks(), "11 11 11 11 11");
-  event.Actioned = false;
-  Create_Event(event, key);
-  EXPECT_EQ(marks(), "11 11 00 00 00") << "today's is not past";
+  EXPECT_EQ(marks(true, false), "00, 00, 00, 00, 00");
+  EXPECT_EQ(marks(true, true), "11, 11, 11, 11, 11");
+  EXPECT_EQ(marks(false, true), "11, 11, 00, 00, 00") << "today's is not past";
 }
 
-TEST_F(Creation, A_Failure_Undoes_All_Keeps_The_Key_And_Reports_Once) {
-  Run_Sql(
-      "CREATE TRIGGER planted BEFORE INSERT ON KT_Alarms WHEN (SELECT count(*) FROM KT_Alarms) = 3 BEGIN "
-      "SELECT RAISE(ABORT, 'planted fault'); END");
-  TNew_Event event = Daily(New_Year, New_Year + 9);
+TEST_F(Creation, A_Failure_Or_Refusal_Undoes_All_And_A_Failure_Keeps_The_Key) {
+  TNew_Event event = Daily(Monday + 16, Monday + 2000);  // 31 January
   event.Alarm.On = true;
-  seams.Prompts.Expect_Error(
-      "Update Failed",
-      std::string("The change could not be saved and has been undone: write KT_Alarms: planted fault\n\n") +
-          Tag);
+  Plant("INSERT ON KT_Alarms WHEN (SELECT count(*) FROM KT_Alarms) = 3");
+  seams.Prompts.Expect_Undone("write KT_Alarms: planted fault", Tag);
   EXPECT_EQ(Create_Event(event, key), "");
   EXPECT_EQ(key.size(), 36u);
-  EXPECT_EQ(Counts(), "0 0 0");
-
-  TNew_Event no_such_day = Daily(static_cast<TDateTime>(Day_From_Date(2024, 1, 31)), New_Year + 2000);
-  no_such_day.Record.Pattern.Freq = TFrequency::Yearly;
-  no_such_day.Record.Pattern.PeriodDefault = false;
-  no_such_day.Record.Pattern.Month = 1;
-  no_such_day.Record.Pattern.Set_Flag(4);
-  seams.Prompts.Expect_Error(
-      "Update Failed", std::string("The change could not be saved and has been undone: The month of the "
-                                   "pattern has no such day\n\n") +
-                           Tag);
-  EXPECT_EQ(Create_Event(no_such_day, key), "");
-  EXPECT_EQ(Counts(), "0 0 0");
-}
-
-TEST_F(Creation, A_Refused_Update_Writes_Nothing) {
-  TSqlite_Options read_only;
-  read_only.Read_Only = true;
-  database.Reopen(read_only);
-  EXPECT_EQ(Create_Event(Daily(New_Year, New_Year + 9), key), "");
-  EXPECT_EQ(key, "");
+  event.Record.Pattern.Freq = TFrequency::Yearly;
+  event.Record.Pattern.PeriodDefault = false;
+  event.Record.Pattern.Month = 1;
+  event.Record.Pattern.Set_Flag(4);
+  seams.Prompts.Expect_Undone("The month of the pattern has no such day", Tag);
+  EXPECT_EQ(Write(event), "");
+  database.Reopen_Read_Only();
+  key.clear();
+  EXPECT_EQ(Create_Event(Daily(Monday, Monday), key) + key, "");
   EXPECT_EQ(Counts(), "0 0 0");
 }
 
 TEST_F(Creation, Entries_Join_The_Bracket_Of_Their_Caller) {
-  Create_Event(Daily(New_Year, New_Year), key);
-  EXPECT_THROW(Create_Event_Entry(key, "c", "b", "u", "w", true, true, New_Year + 1, 5), EData_Error);
+  Create_Event(Daily(Monday, Monday), key);
+  const auto add = [](const std::string& master) {
+    Create_Event_Entry(master, "c", "b", "u", "w", true, true, Monday + 1, 5);
+  };
+  EXPECT_THROW(add(key), EData_Error);
   ASSERT_TRUE(Start_Update());
-  const std::string entry = Create_Event_Entry(key, "c", "b", "u", "w", true, true, New_Year + 1, 5);
-  EXPECT_THROW(Create_Event_Entry("no such event", "c", "b", "u", "w", true, true, New_Year + 1, 5),
-               EData_Error);
+  add(key);
+  EXPECT_THROW(add("no such event"), EData_Error);
   EXPECT_THROW(EndUpdate(), EData_Error);
   EXPECT_EQ(Counts(), "1 1 0");
-  In_Update([&] { Create_Event_Entry(key, "c", "b", "u", "w", true, true, New_Year + 1, 5); });
-  EXPECT_EQ(Query_Text("SELECT User || Offset || WAVFile || NextTime || Actioned FROM KT_Alarms"), "u5w0.01");
+  In_Update([&] { add(key); });
+  EXPECT_EQ(Query_Rows("User, Offset, WAVFile, NextTime, Actioned", "KT_Alarms"), "u|5|w|0.0|1");
 }
 
 TEST_F(Creation, Memory_Does_Not_Grow_With_The_Number_Of_Occurrences) {
   // The first set fills the page cache, which has a bound of its own.
-  EXPECT_NE(Create_Event(Daily(1, 200'000), key), "");
+  EXPECT_NE(Write(Daily(1, 200'000)), "");
   const std::int64_t before = Peak_Memory();
-  EXPECT_NE(Create_Event(Daily(1, 200'000), key), "");
+  EXPECT_NE(Write(Daily(1, 200'000)), "");
   EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data"), 400'000);
   EXPECT_LT(Peak_Memory() - before, 12'000'000) << "200,000 rows of some 150 bytes would be 30,000,000";
 }

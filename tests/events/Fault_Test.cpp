@@ -7,11 +7,8 @@
 #include <random>
 
 #include "Kt_update.h"
-#include "Kt_util_01.h"
 #include "Store_Check.h"
-#include "Temporary_Database.h"
 #include "Test_Events.h"
-#include "Test_Seams.h"
 
 using namespace KTReminds;
 using namespace Kt_data_01;
@@ -24,9 +21,7 @@ constexpr int Sets_Per_Bracket = 2;
 // Writes brackets of two sets each until `brackets` are done, telling of each that was closed. For a child
 // process, which opens a database of its own.
 [[noreturn]] void Write_Brackets(const std::string& path, int brackets, int busy_msecs, int tell) {
-  TSqlite_Options options;
-  options.Busy_Msecs = busy_msecs;
-  Open_Database(path, TDatabase::TMode::Must_Exist, options);
+  Open_Database(path, TDatabase::TMode::Must_Exist, {.Busy_Msecs = busy_msecs});
   TNew_Event event = New_Event("", 45292.5, Set_Length);
   event.Alarm.On = true;
   const std::string process = std::to_string(getpid());
@@ -69,7 +64,7 @@ struct TChild {
   }
 };
 
-class Faults : public testing::Test {
+class Faults : public TDatabase_Test {
  protected:
   Faults() { Close_Database(); }
 
@@ -93,9 +88,6 @@ class Faults : public testing::Test {
     Close_Database();
     return brackets;
   }
-
-  Kt_test::TTest_Seams seams;
-  TTemporary_Database database;
 };
 
 TEST_F(Faults, A_Killed_Process_Leaves_Each_Bracket_Whole_Or_Absent) {
