@@ -10,31 +10,10 @@ using namespace Plexidex;
 
 class Import_Damage : public Kt_test::Import_Fixture {
  protected:
-  // A bit of everything.
-  static std::string Sample() {
-    return Calendar(
-        "BEGIN:VTIMEZONE\r\nTZID:Office\r\nBEGIN:STANDARD\r\nDTSTART:19701101T020000\r\nTZOFFSETFROM:-"
-        "0700\r\n"
-        "TZOFFSETTO:-0800\r\nRRULE:FREQ=YEARLY;BYMONTH=11;BYDAY=1SU\r\nEND:STANDARD\r\nEND:VTIMEZONE\r\n" +
-        Event({"UID:1", "SUMMARY:One\\, two", "DTSTART;TZID=Office:20240101T090000",
-               "DTEND;TZID=Office:20240101T100000", "LOCATION:Grün",
-               "DESCRIPTION:a long text that is folded\r\n  over lines", "PRIORITY:3", "CLASS:PRIVATE"}) +
-        Event({"UID:2", "SUMMARY:Set", "DTSTART:20240101T090000",
-               "RRULE:FREQ=WEEKLY;BYDAY=MO,WE;UNTIL=20240401T000000Z", "EXDATE:20240103T090000",
-               "RDATE:20240104T090000", "BEGIN:VALARM", "ACTION:DISPLAY", "TRIGGER:-PT15M", "END:VALARM"}) +
-        Event({"UID:2", "SUMMARY:Set", "RECURRENCE-ID:20240108T090000", "DTSTART:20240109T100000",
-               "SEQUENCE:1"}) +
-        Event({"UID:3", "SUMMARY:Days", "DTSTART;VALUE=DATE:20240201", "DTEND;VALUE=DATE:20240204",
-               "X-PLEXIDEX-DONE:20240201"}) +
-        Event({"UID:4", "SUMMARY:Month", "DTSTART:20240131T090000Z",
-               "RRULE:FREQ=MONTHLY;COUNT=5;BYMONTHDAY=-1"}) +
-        Task({"UID:5", "SUMMARY:Task", "DUE:20240120T170000", "STATUS:IN-PROCESS", "PERCENT-COMPLETE:50"}));
-  }
-
   // The sentence of the refusal; "" when the file was taken.
-  std::string Try(const std::string& text) {
+  std::string Try(const std::string& text) const {
     try {
-      Import_Calendar(File(text), m_Options);
+      Import_Text(text);
       return {};
     } catch (const EImport_Error& e) {
       return e.what();
@@ -70,13 +49,13 @@ TEST_F(Import_Damage, What_Is_No_Calendar_Is_Refused_With_Its_Place) {
        "\" is damaged: 3 components begin in it, but 2 could be read."},
       {"BEGIN:VCALENDAR\r\nEND:VCALENDAR\r\nrest", "\" is damaged: line 3 follows the end of the calendar."},
   };
-  for (const auto& test : cases) EXPECT_EQ(Try(test.Text), '"' + m_Folder.File("in.ics") + test.Why);
-  EXPECT_THROW(Import_Calendar(m_Folder.File("missing.ics"), m_Options), EImport_Error);
-  EXPECT_THROW(Import_Calendar(m_Folder.File("."), m_Options), EImport_Error);
+  for (const auto& test : cases) EXPECT_EQ(Try(test.Text), '"' + folder.File("in.ics") + test.Why);
+  EXPECT_THROW(Import_Calendar(folder.File("missing.ics"), options), EImport_Error);
+  EXPECT_THROW(Import_Calendar(folder.File("."), options), EImport_Error);
   EXPECT_EQ(Dump(), before);
   EXPECT_EQ(Try("\xEF\xBB\xBF"
                 "begin:vcalendar\nBEGIN:VEVENT\nUID:x\nDTSTART:20240101\nEND:VEVENT\nEnd:VCALENDAR \n\n" +
-                Sample()),
+                Data("everything")),
             "");
   EXPECT_GT(Query_Number("SELECT count(*) FROM KT_Events"), 5);
 }
@@ -96,7 +75,7 @@ TEST_F(Import_Damage, Lines_Of_Any_Length_And_End_Are_Read) {
 }
 
 TEST_F(Import_Damage, A_File_Cut_Short_Anywhere_Is_Refused_Whole) {
-  const std::string sample = Sample(), before = Dump();
+  const std::string sample = Data("everything"), before = Dump();
   for (std::size_t length = 0; length + 2 < sample.size(); length += length % 50 == 49 ? 1 : 7) {
     const std::string why = Try(sample.substr(0, length));
     ASSERT_NE(why, "") << "cut after " << length;
@@ -106,27 +85,15 @@ TEST_F(Import_Damage, A_File_Cut_Short_Anywhere_Is_Refused_Whole) {
 }
 
 TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
-  const char* const pieces[] = {"BEGIN:VEVENT\r\n",
-                                "END:VEVENT\r\n",
-                                "RRULE:FREQ=DAILY\r\n",
-                                "DTSTART:",
-                                ";",
-                                ":",
-                                "\r\n",
-                                "9999",
-                                "-",
-                                "\xFF\xC3",
-                                "COUNT=0;",
-                                "INTERVAL=32767;",
-                                "20240229",
-                                "T250000Z",
-                                "PT",
-                                "TZID=Office",
-                                "\\",
-                                "\""};
+  std::istringstream pieces(
+      "BEGIN:VEVENT\r\n|END:VEVENT\r\n|RRULE:FREQ=DAILY\r\n|DTSTART:|;|:|\r\n|9999|-|\xFF\xC3|COUNT=0;|"
+      "INTERVAL=32767;|20240229|T250000Z|PT|TZID=Office|\\|\"");
+  std::vector<std::string> inserted;
+  for (std::string piece; std::getline(pieces, piece, '|');) inserted.push_back(piece);
   const int rounds = std::getenv("KT_LONG_TESTS") != nullptr ? 15'000 : 300;
-  m_Options.Has_Until = true;
-  m_Options.Until = Kt_util_01::Encode_Date(2024, 12, 31);
+  options.Has_Until = true;
+  options.Until = Kt_util_01::Encode_Date(2024, 12, 31);
+  const std::string everything = Data("everything");
   int taken = 0, refused = 0;
   for (int round = 0; round < rounds; ++round) {
     if (round % 200 == 0) {
@@ -134,10 +101,10 @@ TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
       Run_Sql(
           "DELETE FROM KT_Alarms; DELETE FROM KT_Events_Data; DELETE FROM KT_Events;"
           "DELETE FROM KT_Imports; DELETE FROM KT_Import_Events");
-      m_Database.Reopen();
+      database.Reopen();
     }
     std::mt19937 random(static_cast<unsigned>(round));
-    std::string text = Sample();
+    std::string text = everything;
     for (auto changes = 1 + random() % 6; changes > 0; --changes) {
       const std::size_t at = random() % text.size();
       switch (random() % 4) {
@@ -148,7 +115,7 @@ TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
           text.erase(at, 1 + random() % 20);
           break;
         case 2:
-          text.insert(at, pieces[random() % std::size(pieces)]);
+          text.insert(at, inserted[random() % inserted.size()]);
           break;
         default:
           text.insert(at, text.substr(random() % text.size(), random() % 60));
@@ -161,43 +128,29 @@ TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
       ++refused;
       ASSERT_EQ(Dump(), before) << "round " << round;
     }
-    ASSERT_EQ(Unsound_Rows(), 0) << "round " << round;
+    ASSERT_TRUE(Is_Sound()) << "round " << round;
     ASSERT_FALSE(Kt_data_01::Update_Is_Open()) << "round " << round;
   }
   EXPECT_GT(taken, rounds / 10);
   EXPECT_GT(refused, rounds / 10);
 }
 
-// Counts what is told instead of failing the test.
-class TCounting_Prompts : public Kt_util_01::TPrompts {
- public:
-  void Error(const std::string&, const std::string&) override { ++Errors; }
-  void Info(const std::string&, const std::string&) override {}
-  int Question(const std::string&, const std::string&) override { return Kt_util_01::Answer_No; }
-  void Notice(const std::string&) override { ++Notices; }
-
-  int Errors = 0, Notices = 0;
-};
-
 TEST_F(Import_Damage, A_Database_That_Refuses_Or_Fails_Keeps_Nothing) {
-  TCounting_Prompts prompts;
-  Kt_util_01::Install_Prompts(&prompts);
-  const std::string before = Dump();
-  m_Database.Reopen({.Read_Only = true});
-  EXPECT_NE(Try(Sample()).find("Nothing was imported from"), std::string::npos);
-  EXPECT_EQ(prompts.Notices, 1);
+  seams.Prompts.Answer_All = Kt_util_01::Answer_No;
+  const std::string before = Dump(), refusal = "Nothing was imported from";
+  database.Reopen_Read_Only();
+  EXPECT_NE(Try(Data("everything")).find(refusal), std::string::npos);
+  EXPECT_EQ(seams.Prompts.Notices.size(), 1u);
 
-  m_Database.Reopen({.Max_Pages = Query_Number("PRAGMA page_count") + 12});
-  const std::string endless =
-      Event({"UID:long", "SUMMARY:Long", "DTSTART:20240101T090000", "RRULE:FREQ=DAILY;COUNT=5000"});
-  EXPECT_NE(Try(Calendar(Event({"UID:short", "DTSTART:20240101T090000"}) + endless))
-                .find("Nothing was imported from"),
-            std::string::npos);
-  EXPECT_EQ(prompts.Errors, 1);
+  database.Reopen({.Max_Pages = Query_Number("PRAGMA page_count") + 12});
+  const std::string small = Event("UID:short|DTSTART:20240101T090000"),
+                    large =
+                        Event("UID:long|SUMMARY:Long|DTSTART:20240101T090000|RRULE:FREQ=DAILY;COUNT=5000");
+  EXPECT_NE(Try(Calendar(small + large)).find(refusal), std::string::npos);
+  EXPECT_EQ(seams.Prompts.Said.size(), 1u);
   EXPECT_FALSE(Kt_data_01::Update_Is_Open());
   EXPECT_EQ(Dump(), before);
-  EXPECT_EQ(Try(Calendar(Event({"UID:short", "DTSTART:20240101T090000"}))), "");
-  Kt_util_01::Install_Prompts(&m_Seams.Prompts);
+  EXPECT_EQ(Try(Calendar(small)), "");
 }
 
 }  // namespace
