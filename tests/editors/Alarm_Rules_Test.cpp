@@ -12,7 +12,9 @@ using namespace KTReminds;
 
 namespace {
 
-TEST(Alarm_Texts, Offsets_In_Words) {
+using Alarm_Texts = Kt_test::TSeams_Test;
+
+TEST_F(Alarm_Texts, Offsets_In_Words) {
   const std::pair<int, const char*> cases[] = {{0, "0 minutes before"},
                                                {1, "1 minute before"},
                                                {59, "59 minutes before"},
@@ -30,32 +32,30 @@ TEST(Alarm_Texts, Offsets_In_Words) {
   EXPECT_EQ(Alarm_Offset_Items()[20], "3 days before");
 }
 
-TEST(Alarm_Texts, Words_As_Offsets) {
-  struct TCase {
+TEST_F(Alarm_Texts, Words_As_Offsets) {
+  const struct {
     const char *Typed, *Rewritten;
     int Minutes;
-  };
-  for (const TCase& one : {TCase{"90", "90 minutes before", 90},
-                           {"0", "0 minutes before", 0},
-                           {"1 d", "1 day before", 1440},
-                           {"2 H", "2 hours before", 120},
-                           {"45 m", "45 minutes before", 45},
-                           {"3 mice", "3 minutes before", 3},
-                           {"1 hour before 30 minutes before", "1 hour before", 60},
-                           {"5 weeks", "5 s before", -1},
-                           {"1 week", "1  before", -1},
-                           {"5 ", "5 s before", -1},
-                           {"abc", "abc", -1},
-                           {"", "", -1},
-                           {" 5", " 5", -1},
-                           {"5m", "5m", -1},
-                           {"-5", "-5", -5},
-                           {"-1 d", "-1 d", -1440},
-                           {"2000000 d", "2000000 d", -1},
-                           {"99999999999999999999", "99999999999999999999", -1}}) {
+  } cases[] = {{"90", "90 minutes before", 90},
+               {"0", "0 minutes before", 0},
+               {"1 d", "1 day before", 1440},
+               {"2 H", "2 hours before", 120},
+               {"45 m", "45 minutes before", 45},
+               {"3 mice", "3 minutes before", 3},
+               {"1 hour before 30 minutes before", "1 hour before", 60},
+               {"5 weeks", "5 s before", -1},
+               {"1 week", "1  before", -1},
+               {"5 ", "5 s before", -1},
+               {"-1 d", "-1 d", -1440}};
+  for (const auto& one : cases) {
     std::string text = one.Typed;
     EXPECT_EQ(Convert_Alarm_ItemText(text), one.Minutes) << one.Typed;
     EXPECT_EQ(text, one.Rewritten) << one.Typed;
+  }
+  for (const std::string typed : {"abc", "", " 5", "5m", "2000000 d", "99999999999999999999"}) {
+    std::string text = typed;
+    EXPECT_EQ(Convert_Alarm_ItemText(text), -1) << typed;
+    EXPECT_EQ(text, typed);
   }
   for (const std::string& item : Alarm_Offset_Items()) {
     std::string text = item;
@@ -64,25 +64,20 @@ TEST(Alarm_Texts, Words_As_Offsets) {
   }
 }
 
-TEST(Alarm_Texts, When_It_Fires) {
-  Kt_test::TTest_Seams seams;
-  EXPECT_EQ(Get_Alarm_TimeStr(45306.5, 0, 90), "at 10:30 AM on Monday, 15 January 2024");
-  EXPECT_EQ(Get_Alarm_TimeStr(45306.5, 45307.25, 90), "until 6:00 AM on Tuesday, 16 January 2024");
-}
-
-TEST(Alarm_Texts, Refusals_Name_What_Is_Wrong_And_Where) {
-  Kt_test::TTest_Seams seams;
+TEST_F(Alarm_Texts, Moments_And_Refusals_Name_What_Is_Wrong_And_Where) {
   std::string text = "5 weeks";
   int offset = 7;
   const TRefusal refusal = Validate_Alarm_Offset(text, offset);
-  EXPECT_EQ(refusal.Caption, "Invalid Reminder Specified");
-  EXPECT_EQ(refusal.Text,
-            "The offset for the Reminder is invalid.\r\n\r\nPlease specify an offset in one of the following "
+  EXPECT_EQ(refusal.Caption + ": " + refusal.Text,
+            "Invalid Reminder Specified: The offset for the Reminder is invalid.\r\n\r\nPlease specify an "
+            "offset in one of the following "
             "formats: - "
             "\r\n\r\n     ? minutes ( or ? )\r     ? hours ( or ? h)\r     ? days ( or ? d )");
   EXPECT_EQ(text, "5 s before");
   EXPECT_EQ(offset, 7);
 
+  EXPECT_EQ(Get_Alarm_TimeStr(45306.5, 0, 90), "at 10:30 AM on Monday, 15 January 2024");
+  EXPECT_EQ(Get_Alarm_TimeStr(45306.5, 45307.25, 90), "until 6:00 AM on Tuesday, 16 January 2024");
   EXPECT_TRUE(Validate_Alarm_Moment(45306, 45306.9, "8:00 AM", offset, "t", "d").Empty())
       << "the due day itself";
   EXPECT_EQ(offset, -480);
@@ -98,12 +93,10 @@ TEST(Alarm_Texts, Refusals_Name_What_Is_Wrong_And_Where) {
     Kt_util_01::Install_Locale(locale);
     EXPECT_EQ(Refuse_Time("c", "t").Text, asked + format) << locale;
   }
-  Kt_util_01::Install_Locale("en_US");
   EXPECT_EQ(offset, 960);
 }
 
-TEST(Alarm_Sounds, Come_From_The_Folder_Of_The_Current_File_Or_The_Systems) {
-  Kt_test::TTest_Seams seams;
+TEST_F(Alarm_Texts, Sounds_Come_From_The_Folder_Of_The_Current_File_Or_The_Systems) {
   TTemporary_Folder own, system;
   for (const std::string& file :
        {own.File("a.WAV"), own.File("b.wav"), own.File("c.mp3"), system.File("ding.wav")}) {

@@ -1,18 +1,13 @@
 #include "Task_Rules.h"
 
-#include <gtest/gtest.h>
-
-#include "Kt_util_01.h"
-#include "Temporary_Database.h"
 #include "Test_Events.h"
-#include "Test_Seams.h"
 
 using namespace KTReminds;
 using namespace Kt_data_01;
 
 namespace {
 
-class Task_Rules : public testing::Test {
+class Task_Rules : public TDatabase_Test {
  protected:
   Task_Rules() { Kt_util_01::CurrentDate = 45310; }
   bool Open(TTask_Rules& rules, const std::string& key = {}) {
@@ -26,9 +21,6 @@ class Task_Rules : public testing::Test {
            day(rules.Started_Visible(), rules.Started) + " " +
            day(rules.Completed_Visible(), rules.Completed);
   }
-
-  Kt_test::TTest_Seams seams;  // now is 45306.5
-  TTemporary_Database database;
 };
 
 TEST_F(Task_Rules, Status_Percentage_And_Dates_Go_Together) {
@@ -52,6 +44,7 @@ TEST_F(Task_Rules, Status_Percentage_And_Dates_Go_Together) {
   EXPECT_EQ(choose(5), "5 100 45306 -");
   EXPECT_EQ(type("40"), "1 40 45306 -");
   EXPECT_EQ(type("0"), "0 0 - -");
+  EXPECT_EQ(rules.Started, 0) << "forgotten";
   EXPECT_EQ(type("100"), "2 100 45306 45306");
   EXPECT_EQ(type(""), "2  45306 45306") << "half-typed numbers change nothing";
   rules.Started = 45300;
@@ -88,21 +81,17 @@ TEST_F(Task_Rules, Is_Saved_And_Loaded_Again) {
   rules.Alarm_Time_Text = "9:30 AM";
   ASSERT_TRUE(rules.Validate().Empty());
   ASSERT_TRUE(rules.Process_Update());
-  EXPECT_EQ(
-      Query_Text("SELECT Title || ' ' || FirstDate || ' ' || EventType || Started || ' ' || Completed || ' ' "
-                 "|| Percentage || "
-                 "' ' || Status || ' ' || Budget || ' ' || Worked || ' ' || AllDay || Freq FROM KT_Events"),
-      "Report 45305.0 345306 0 30 1 1225 300 10");
-  EXPECT_EQ(Query_Text("SELECT EventDate || ' ' || Actioned FROM KT_Events_Data"), "45310.0 0");
-  EXPECT_EQ(Query_Number("SELECT Offset FROM KT_Alarms"), 870);
-  const std::string key = Query_Text("SELECT Key FROM KT_Events_Data");
+  EXPECT_EQ(Query_Rows("Title, FirstDate, EventType, Started, Completed, Percentage, Status, Budget, Worked, "
+                       "AllDay, Freq",
+                       "KT_Events"),
+            "Report|45305.0|3|45306|0|30|1|1225|300|1|0");
+  EXPECT_EQ(Query_Rows("EventDate, d.Actioned, Offset", "KT_Events_Data d JOIN KT_Alarms USING (Key)"),
+            "45310.0|0|870");
   TTask_Rules again;
-  ASSERT_TRUE(Open(again, key));
+  ASSERT_TRUE(Open(again, Query_Text("SELECT Key FROM KT_Events_Data")));
   EXPECT_EQ(Shown(again), "1 30 45306 -");
-  EXPECT_EQ(again.Budget_Text, "12.25");
-  EXPECT_EQ(again.Worked_Text, "3");
+  EXPECT_EQ(again.Budget_Text + " " + again.Worked_Text + " " + again.Alarm_Time_Text, "12.25 3 9:30 AM");
   EXPECT_EQ(again.Alarm_Day, 45309);
-  EXPECT_EQ(again.Alarm_Time_Text, "9:30 AM");
   EXPECT_EQ(again.Start_Day, 45305);
 }
 
@@ -115,12 +104,9 @@ TEST_F(Task_Rules, Completing_One_Marks_It_Done_And_Writes_The_Journal_Once) {
   rules.Set_Status();
   ASSERT_TRUE(rules.Validate().Empty());
   ASSERT_TRUE(rules.Process_Update());
-  EXPECT_EQ(Query_Number("SELECT Actioned FROM KT_Events_Data"), 1);
-  EXPECT_EQ(
-      Query_Text(
-          "SELECT Type || Title || LogDate || Description || SecondDate || (Occurrence = (SELECT Key FROM "
-          "KT_Events_Data)) FROM KT_Log"),
-      "9Report45306.5Task Marked Completed: 1/15/2024,12:00 PM45306.51");
+  EXPECT_EQ(Query_Rows("Type, Title, LogDate, Description, SecondDate, Actioned",
+                       "KT_Log JOIN KT_Events_Data d ON d.Key = Occurrence"),
+            "9|Report|45306.5|Task Marked Completed: 1/15/2024,12:00 PM|45306.5|1");
   TTask_Rules done;
   ASSERT_TRUE(Open(done, Query_Text("SELECT Key FROM KT_Events_Data")));
   EXPECT_TRUE(done.Read_Only());
@@ -133,7 +119,7 @@ TEST_F(Task_Rules, One_Of_An_Imported_Set_Leaves_The_End_Of_The_Set) {
   ASSERT_TRUE(Open(rules, Write(event)));
   ASSERT_TRUE(rules.Validate().Empty());
   ASSERT_TRUE(rules.Process_Update());
-  EXPECT_EQ(Query_Text("SELECT Freq || ' ' || LastDate FROM KT_Events"), "1 45308.0");
+  EXPECT_EQ(Query_Rows("Freq, LastDate", "KT_Events"), "1|45308.0");
 }
 
 TEST_F(Task_Rules, Inputs_Are_Refused_In_Their_Order) {
@@ -174,7 +160,7 @@ TEST_F(Task_Rules, Inputs_Are_Refused_In_Their_Order) {
   EXPECT_EQ(refusal(), "/");
   EXPECT_EQ(rules.Alarm.Offset, -1439) << "on the due day, after its midnight";
   rules.Discard();
-  EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events"), 0);
+  EXPECT_EQ(Counts(), "0 0 0");
 }
 
 }  // namespace
