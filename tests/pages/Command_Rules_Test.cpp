@@ -1,17 +1,13 @@
 #include "Command_Rules.h"
 
-#include <gtest/gtest.h>
-
-#include "Kt_util_01.h"
-#include "Temporary_Database.h"
-#include "Test_Seams.h"
+#include "Database_Test.h"
 
 using namespace KTReminds;
 using namespace Kt_data_01;
 
 namespace {
 
-class Command_Rules : public testing::Test {
+class Command_Rules : public TDatabase_Test {
  protected:
   TList_Item Item(TEntry_Type type, bool done = false, bool hidden = false) const {
     TList_Item item;
@@ -29,9 +25,6 @@ class Command_Rules : public testing::Test {
            (toggle == TToggle::Mark_Outstanding ? "-" : "") + (May_Delete(item) ? "D" : "");
   }
   static std::string Offered(const TList_Item& item) { return Offered(&item); }
-
-  Kt_test::TTest_Seams seams;
-  TTemporary_Database database;
 };
 
 TEST_F(Command_Rules, Commands_Follow_Kind_State_And_Privacy) {
@@ -57,9 +50,8 @@ TEST_F(Command_Rules, Commands_Follow_The_Rights_On_The_Owner) {
   EXPECT_EQ(with({.Delete = true}), "OD");
   In_Update([] { Kt_util_01::Set_User_Key(Create_User("Bob", false)); });
   Run_Sql("DROP TABLE KT_Rights");
-  seams.Prompts.Expect_Error("Read Failed",
-                             "The data could not be read: find KT_Rights: no such table: KT_Rights\n\n"
-                             "Command_Rules:May [KT_Rights/KT_Users]");
+  seams.Prompts.Expect_Unread("find KT_Rights: no such table: KT_Rights",
+                              "Command_Rules:May [KT_Rights/KT_Users]");
   EXPECT_EQ(Offered(Item(TEntry_Type::Event)), "O") << "a failed look refuses";
 }
 
@@ -74,14 +66,13 @@ TEST_F(Command_Rules, Texts) {
 
 TEST_F(Command_Rules, A_Sort_Label_Sorts_Or_Turns_Round) {
   int key = 2;
-  bool ascending = false;
-  const auto click = [&](int column) {
+  bool ascending = true;
+  std::string told;
+  for (const int column : {3, 3, 4, 2}) {
     Click_Sort_Label(column, key, ascending);
-    return std::to_string(key) + (ascending ? "up" : "down");
-  };
-  EXPECT_EQ(click(3), "3up");
-  EXPECT_EQ(click(3), "3down");
-  EXPECT_EQ(click(4), "4up");
+    told += std::to_string(key) + (ascending ? "up " : "down ");
+  }
+  EXPECT_EQ(told, "3up 3down 4up 2up ");
 }
 
 }  // namespace
