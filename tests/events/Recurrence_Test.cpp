@@ -189,24 +189,12 @@ TEST(Recurrence, Known_Sets) {
   EXPECT_EQ(Call(Plain(4, 4), At(2096, 2, 29)), At(2100, 2, 28));
   EXPECT_EQ(Call(Plain(1, 3), At(2024, 1, 1), true, 5), At(2024, 1, 6)) << "Count goes before Period";
   EXPECT_EQ(Call(Plain(1, 3), At(2024, 1, 1), true, -5), At(2024, 1, 4));
-  for (const int freq : {INT_MIN, -1, 0, 5, INT_MAX}) EXPECT_EQ(Call(Plain(freq, 1), At(2024, 1, 1)), 0);
-}
-
-TEST(Recurrence, Month_Ends_Drift) {
-  TDateTime date = At(2024, 1, 31);
-  for (const TDateTime expected : {At(2024, 2, 29), At(2024, 3, 29), At(2024, 4, 29)}) {
-    date = Call(Plain(3, 1), date);
-    EXPECT_EQ(date, expected);
-  }
-  EXPECT_EQ(Call(Plain(3, 1), At(2100, 1, 31)), At(2100, 2, 28));
-}
-
-TEST(Recurrence, Yearly_Anchor_Is_Not_Clamped) {
-  EXPECT_THROW(Call(Pattern(4, 1, {5}, 0, 1), At(2023, 1, 31)), EConvert_Error);
+  EXPECT_EQ(Call(Plain(3, 1), At(2024, 1, 31)), At(2024, 2, 29)) << "and stays there";
+  EXPECT_EQ(Call(Plain(3, 1), At(2024, 2, 29)), At(2024, 3, 29));
   EXPECT_THROW(Call(Pattern(4, 1, {5}, 0, 1), At(2024, 3, 29)), EConvert_Error) << "2025 has no 29 February";
-  EXPECT_EQ(Call(Pattern(4, 4, {5}, 0, 1), At(2024, 3, 29)), At(2028, 2, 7));
   EXPECT_EQ(Call(Pattern(4, 1, {5}, 0, 1), At(2024, 2, 29)), At(2025, 2, 3))
       << "the 29th becomes the 28th first";
+  for (const int freq : {INT_MIN, -1, 0, 5, INT_MAX}) EXPECT_EQ(Call(Plain(freq, 1), At(2024, 1, 1)), 0);
 }
 
 TEST(Recurrence, Last_Date_Counts_By_Day) {
@@ -294,10 +282,7 @@ TEST(Recurrence, Every_Day_Begins_And_Ends_On_The_Millisecond) {
 }
 
 TEST(Recurrence, Proposals_From_A_Date) {
-  for (int i = 0; i < 7; ++i) {
-    EXPECT_EQ(MaskPosition(At(2024, 1, 1 + i)), i);
-    EXPECT_EQ(Get_Pattern_From_Date(At(2024, 1, 7 + i)), 3 + i);
-  }
+  for (int i = 0; i < 7; ++i) EXPECT_EQ(Get_Pattern_From_Date(At(2024, 1, 7 + i)), 3 + i);
   const int expected[] = {0, 0, 1, 1, 2, 2, 3, 3};
   const unsigned days[] = {1, 6, 7, 13, 14, 20, 21, 31};
   for (int i = 0; i < 8; ++i) {
