@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <limits>
 
 #include "Test_Seams.h"
@@ -8,65 +6,51 @@ namespace {
 
 using namespace Kt_util_01;
 
-class Format_DateTime : public ::testing::Test {
+class Format_DateTime : public Kt_test::TSeams_Test {
  protected:
-  Kt_test::TTest_Seams m_Seams;
   const TDateTime m_Moment = Encode_Date(2024, 3, 5) + Encode_Time(9, 7, 3, 45);
 };
 
-struct TCase {
-  const char* Pattern;
-  const char* Expected;
-};
-
 TEST_F(Format_DateTime, Every_Field) {
-  const TCase cases[] = {{"d|dd|ddd|dddd", "5|05|Tue|Tuesday"},
-                         {"m|mm|mmm|mmmm", "3|03|Mar|March"},
-                         {"y|yy|yyyy|YYYY", "24|24|2024|2024"},
-                         {"ddddd", "3/5/2024"},
-                         {"dddddd", "Tuesday, March 5, 2024"},
-                         {"h|hh|n|nn|s|ss", "9|09|7|07|3|03"},
-                         {"z|zzz", "45|045"},
-                         {"t", "9:07 AM"},
-                         {"tt", "9:07:03 AM"},
-                         {"c", "3/5/2024 9:07:03 AM"},
-                         {"h:mm am/pm", "9:07 am"},
-                         {"h:mm AM/PM", "9:07 AM"},
-                         {"ha/p", "9a"},
-                         {"ampm", "AM"},
-                         // After an hour m is minutes, also behind separators and texts, and only once.
-                         {"hh:mm mm", "09:07 03"},
-                         {"h \"uhr\" m", "9 uhr 7"},
-                         {"h mmm", "9 Mar"},
-                         {"mm:ss", "03:03"},
-                         // As the pages and the journal use them.
-                         {"ddddd,t", "3/5/2024,9:07 AM"},
-                         {"\"at\" t \"on\" dddd, dd mmmm yyyy", "at 9:07 AM on Tuesday, 05 March 2024"},
-                         {" dddd, dd mmmm yyyy", " Tuesday, 05 March 2024"},
-                         {" mmmm yyyy", " March 2024"},
-                         {"\"Task Marked Completed: \"ddddd,t", "Task Marked Completed: 3/5/2024,9:07 AM"},
-                         // Texts.
-                         {"'d' d", "d 5"},
-                         {"\"it's\" d", "it's 5"},
-                         {"d \"open d", "5 open d"},
-                         {"d \"", "5 "},
-                         {"\"\"", ""},
-                         {"", ""},
-                         {"b ü – i", "b ü – i"},
-                         {"a.a", "a.a"}};
-  for (const TCase& test : cases)
-    EXPECT_EQ(FormatDateTime(test.Pattern, m_Moment), test.Expected) << test.Pattern;
+  const char* const cases[][2] = {
+      {"d|dd|ddd|dddd|m|mm|mmm|mmmm", "5|05|Tue|Tuesday|3|03|Mar|March"},
+      {"y|yy|yyyy|YYYY|ddddd|dddddd", "24|24|2024|2024|3/5/2024|Tuesday, March 5, 2024"},
+      {"h|hh|n|nn|s|ss|z|zzz", "9|09|7|07|3|03|45|045"},
+      {"t", "9:07 AM"},
+      {"tt", "9:07:03 AM"},
+      {"c", "3/5/2024 9:07:03 AM"},
+      {"h:mm am/pm", "9:07 am"},
+      {"h:mm AM/PM", "9:07 AM"},
+      {"ha/p", "9a"},
+      {"ampm", "AM"},
+      // After an hour m is minutes, also behind separators and texts, and only once.
+      {"hh:mm mm", "09:07 03"},
+      {"h \"uhr\" m", "9 uhr 7"},
+      {"h mmm", "9 Mar"},
+      {"mm:ss", "03:03"},
+      // As the pages and the journal use them.
+      {"\"at\" t \"on\" dddd, dd mmmm yyyy", "at 9:07 AM on Tuesday, 05 March 2024"},
+      {"\"Task Marked Completed: \"ddddd,t", "Task Marked Completed: 3/5/2024,9:07 AM"},
+      // Texts.
+      {"'d' d", "d 5"},
+      {"\"it's\" d", "it's 5"},
+      {"d \"open d", "5 open d"},
+      {"d \"", "5 "},
+      {"\"\"", ""},
+      {"", ""},
+      {"b ü – i", "b ü – i"},
+      {"a.a", "a.a"}};
+  for (const auto& test : cases) EXPECT_EQ(FormatDateTime(test[0], m_Moment), test[1]) << test[0];
 }
 
 TEST_F(Format_DateTime, Hours_Of_Twelve) {
-  const TCase cases[] = {
-      {"00", "12am 12 AM"}, {"11", "11am 11 AM"}, {"12", "12pm 12 PM"}, {"23", "11pm 11 PM"}};
-  for (const TCase& test : cases) {
-    const TDateTime time = Encode_Time(std::stoi(test.Pattern), 0, 0, 0);
-    EXPECT_EQ(FormatDateTime("ham/pm", time) + " " + FormatDateTime("hh ampm", time), test.Expected);
-    EXPECT_EQ(FormatDateTime("hh", time), test.Pattern);
-  }
-  EXPECT_EQ(FormatDateTime("a/p h", Encode_Time(15, 0, 0, 0)), "p 3");
+  std::string hours;
+  for (const int hour : {0, 11, 12, 15, 23})
+    hours += FormatDateTime("hh ham/pm hhampm a/p, ", Encode_Time(hour, 0, 0, 0)) +
+             FormatDateTime("hh; ", Encode_Time(hour, 0, 0, 0));
+  EXPECT_EQ(hours,
+            "12 12am 12AM a, 00; 11 11am 11AM a, 11; 12 12pm 12PM p, 12; 03 3pm 03PM p, 15; 11 11pm 11PM p, "
+            "23; ");
 }
 
 TEST_F(Format_DateTime, Every_Minute_Reads_As_Itself) {
