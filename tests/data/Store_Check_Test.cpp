@@ -1,10 +1,8 @@
 #include "Store_Check.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include "Temporary_Database.h"
-#include "Test_Seams.h"
+#include "Database_Test.h"
 
 using namespace Kt_data_01;
 using testing::AllOf;
@@ -15,7 +13,7 @@ using testing::SizeIs;
 
 namespace {
 
-class Store_Check : public testing::Test {
+class Store_Check : public TDatabase_Test {
  protected:
   // Two events, one with two occurrences of which the first has an alarm.
   Store_Check() {
@@ -26,9 +24,6 @@ class Store_Check : public testing::Test {
     EXPECT_EQ(Check_Store(), std::vector<std::string>());
     Run_Sql("PRAGMA foreign_keys = OFF");
   }
-
-  Kt_test::TTest_Seams seams;
-  TTemporary_Database database;
 };
 
 TEST_F(Store_Check, What_Does_Not_Belong_Together_Is_Named) {
@@ -47,18 +42,15 @@ TEST_F(Store_Check, What_Does_Not_Belong_Together_Is_Named) {
 
 TEST_F(Store_Check, Damage_Of_The_File) {
   // The index loses what the table has.
-  Run_Sql("PRAGMA writable_schema = ON");
   Run_Sql(
-      "UPDATE sqlite_schema SET sql = sql || ' WHERE Title <> ''Watering''' WHERE name = "
-      "'KT_Events_EventType'");
-  Run_Sql("PRAGMA writable_schema = OFF");
+      "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = sql || ' WHERE Title <> ''Watering''' "
+      "WHERE name = 'KT_Events_EventType'");
   database.Reopen();
   EXPECT_THAT(Check_Store(), Contains(AllOf(HasSubstr("In the file: "), HasSubstr("KT_Events_EventType"))));
 }
 
 TEST_F(Store_Check, Many_Findings_Are_Counted) {
-  for (int i = 0; i < 60; ++i)
-    Run_Sql("INSERT INTO KT_Alarms (Key) VALUES ('lost " + std::to_string(i) + "')");
+  for (int i = 0; i < 60; ++i) Run_Sql("INSERT INTO KT_Alarms (Key) VALUES (" + std::to_string(i) + ")");
   const auto findings = Check_Store();
   ASSERT_THAT(findings, SizeIs(52));
   EXPECT_THAT(findings.front(), HasSubstr("(60 times)"));
