@@ -1,15 +1,10 @@
 #include "Agenda.h"
 
-#include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "Kt_util_01.h"
 #include "Reminder_Utils.h"
-#include "Temporary_Database.h"
 #include "Test_Events.h"
-#include "Test_Seams.h"
 
 using namespace Kt_data_01;
 using namespace Kt_util_01;
@@ -17,58 +12,35 @@ using namespace Plexidex;
 
 namespace {
 
-class Agenda_Test : public testing::Test {
+class Agenda_Test : public TDatabase_Test {
  protected:
-  std::string Add(const std::string& title, TDateTime date,
-                  const std::function<void(KTReminds::TNew_Event&)>& change = {}) {
-    KTReminds::TNew_Event event = New_Event(title, date);
-    if (change) change(event);
-    return Write(event);
-  }
-
-  void Add_Holiday(TDateTime day, const std::string& name, const std::string& country) {
-    In_Update([&] {
-      TTable holidays("KT_Holidays");
-      holidays.Insert();
-      holidays.SetFields({day, name, country});
-      PostUpdate(holidays);
-    });
-  }
-
   // One of everything on the 16th, and a set on the days around it.
   void Fill() {
-    const TDateTime day = Encode_Date(2024, 1, 16);
-    Add("Team meeting", Encode_Date(2024, 1, 8) + Encode_Time(9, 30, 0, 0), [](KTReminds::TNew_Event& e) {
-      e.Record.Location = "Room 4";
-      e.Alarm.On = true;
-      e.Record.Pattern.Freq = KTReminds::TFrequency::Weekly;
-      e.Record.Pattern.Set_Flag(0);
-      e.Record.Pattern.LastDate = Encode_Date(2024, 2, 28);
-    });
-    Add("Late", day + Encode_Time(23, 59, 59, 0));
-    done = Add("\x1b[2JPaint\nit", day + Encode_Time(8, 0, 0, 0), [](KTReminds::TNew_Event& e) {
-      e.Record.EventType = TEntry_Type::Other;  // no holiday, though they share the number
-      e.Record.Priority = 2;
-    });
-    Add("Salary", day + Encode_Time(11, 0, 0, 0), [](KTReminds::TNew_Event& e) {
-      e.Record.User = "somebody else";
-      e.Record.Location = "Office";
-      e.Record.Private = true;
-    });
-    Add("Ferien 日本", day, [](KTReminds::TNew_Event& e) { e.Record.AllDay = true; });
-    Add("Tax return", day, [](KTReminds::TNew_Event& e) {
-      e.Record.AllDay = true;
-      e.Record.EventType = TEntry_Type::Task;
-    });
-    Add_Holiday(day, "Bright Day", "Utopia");
-    In_Update([this] {
-      TTable occurrences(Events_Data);
-      occurrences.Set_Index("Key");
-      ASSERT_TRUE(occurrences.FindKey({done}));
-      occurrences.Edit();
-      occurrences.Set(occurrences.Field("Actioned"), true);
-      PostUpdate(occurrences);
-    });
+    KTReminds::TNew_Event meeting = New_Event("Team meeting", Monday - 7 + Encode_Time(9, 30, 0, 0));
+    meeting.Record.Location = "Room 4";
+    meeting.Alarm.On = true;
+    meeting.Record.Pattern.Freq = KTReminds::TFrequency::Weekly;
+    meeting.Record.Pattern.Set_Flag(0);
+    meeting.Record.Pattern.LastDate = Monday + 44;
+    Write(meeting);
+    Write(New_Event("Late", Tuesday + Encode_Time(23, 59, 59, 0)));
+    KTReminds::TNew_Event paint = New_Event("\x1b[2JPaint\nit", Tuesday + Encode_Time(8, 0, 0, 0));
+    paint.Record.EventType = TEntry_Type::Other;  // no holiday, though they share the number
+    paint.Record.Priority = 2;
+    done = Write(paint);
+    KTReminds::TNew_Event salary = New_Event("Salary", Tuesday + Encode_Time(11, 0, 0, 0));
+    salary.Record.User = "somebody else";
+    salary.Record.Location = "Office";
+    salary.Record.Private = true;
+    Write(salary);
+    KTReminds::TNew_Event day = New_Event("Ferien 日本", Tuesday);
+    day.Record.AllDay = true;
+    Write(day);
+    day.Record.Title = "Tax return";
+    day.Record.EventType = TEntry_Type::Task;
+    Write(day);
+    Run_Sql("UPDATE KT_Events_Data SET Actioned = 1 WHERE Key = '" + done + "'");
+    Run_Sql("INSERT INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45307, 'Bright Day', 'Utopia')");
   }
 
   TAgenda_Range Range(int first, int last) {
@@ -81,8 +53,7 @@ class Agenda_Test : public testing::Test {
     return out.str();
   }
 
-  Kt_test::TTest_Seams seams;
-  TTemporary_Database database;
+  static constexpr double Tuesday = Monday + 1;
   std::string done;
 };
 
@@ -112,72 +83,46 @@ TEST_F(Agenda_Test, Text_Is_Aligned_And_Ordered_And_Harmless) {
 
 TEST_F(Agenda_Test, Json_Tells_What_The_Lists_Do_Not) {
   Fill();
-  std::ostringstream out;
+  std::ostringstream out, nothing;
   Write_Agenda_Json(out, Build_Agenda(Range(16, 22)));
   EXPECT_EQ(out.str().find('\x1b'), std::string::npos);
+  const auto row = [](const std::string& key, const std::string& event, const std::string& rest) {
+    auto fields = nlohmann::json::parse("{" + rest + "}");
+    fields["key"] = key;
+    fields["event"] =
+        key.empty() ? "" : Query_Text("SELECT Key FROM KT_Events WHERE Title = '" + event + "'");
+    return fields;
+  };
   const auto agenda = nlohmann::json::parse(out.str());
   ASSERT_EQ(agenda.size(), 7U);
-
-  const auto& holiday = agenda[0];
-  EXPECT_EQ(holiday["type"], "holiday");
-  EXPECT_EQ(holiday["key"], "");
-  EXPECT_EQ(holiday["allday"], true);
+  EXPECT_EQ(agenda[0], row("", "", R"_("date": "2024-01-16T00:00:00", "title": "Bright Day (Utopia)",
+      "location": "", "type": "holiday", "done": false, "alarm": false, "private": false, "allday": true,
+      "priority": 0, "freq": 0)_"));
   EXPECT_EQ(agenda[2]["type"], "task");
-  EXPECT_EQ(agenda[2]["title"], "Tax return");
-
-  const auto& painted = agenda[3];
-  EXPECT_EQ(painted["type"], "event");
-  EXPECT_EQ(painted["key"], done);
-  EXPECT_EQ(painted["title"], "\x1b[2JPaint\nit");
-  EXPECT_EQ(painted["date"], "2024-01-16T08:00:00");
-  EXPECT_EQ(painted["done"], true);
-  EXPECT_EQ(painted["priority"], 2);
-  EXPECT_EQ(painted["alarm"], false);
-
-  const auto& secret = agenda[4];
-  EXPECT_EQ(secret["title"], "Private");
-  EXPECT_EQ(secret["location"], "");
-  EXPECT_EQ(secret["private"], true);
-
-  const auto& meeting = agenda[6];
-  EXPECT_EQ(meeting["freq"], 2);
-  EXPECT_EQ(meeting["alarm"], true);
-  EXPECT_EQ(meeting["location"], "Room 4");
-  EXPECT_EQ(meeting["event"], Query_Text("SELECT Key FROM KT_Events WHERE Title = 'Team meeting'"));
-  EXPECT_EQ(meeting["private"], false);
-
-  std::ostringstream nothing;
+  EXPECT_EQ(agenda[3], row(done, "\x1b[2JPaint\nit", R"_("date": "2024-01-16T08:00:00",
+      "title": "\u001b[2JPaint\nit", "location": "", "type": "event", "done": true, "alarm": false,
+      "private": false, "allday": false, "priority": 2, "freq": 0)_"));
+  EXPECT_EQ(agenda[4], row(agenda[4]["key"], "Salary", R"_("date": "2024-01-16T11:00:00", "title": "Private",
+      "location": "", "type": "event", "done": false, "alarm": false, "private": true, "allday": false,
+      "priority": 5, "freq": 0)_"));
+  EXPECT_EQ(agenda[6], row(agenda[6]["key"], "Team meeting", R"_("date": "2024-01-22T09:30:00",
+      "title": "Team meeting", "location": "Room 4", "type": "event", "done": false, "alarm": true,
+      "private": false, "allday": false, "priority": 5, "freq": 2)_"));
   Write_Agenda_Json(nothing, {});
   EXPECT_EQ(nothing.str(), "[]\n");
 }
 
 TEST_F(Agenda_Test, Raw_Controls_Of_Any_Length_Stay_Out_Of_The_Terminal) {
-  Add("a\x7f"
-      "b\xC2\x9B"
-      "31m\xE2\x80\xAE"
-      "c\xE2\x80\xA8"
-      "d\xFF",
-      Encode_Date(2024, 1, 16) + 0.5);
+  const std::string title = "a\u007fb\u009b31m\u202ec\u2028d";
+  Write(New_Event(title + "\xFF", Tuesday + 0.5));
   EXPECT_NE(Text(Range(16, 16)).find("  12:00 PM  a?bÂ"), std::string::npos)
       << "a text that is not UTF-8 is read as Windows-1252";
-  Add("a\x7f"
-      "b\xC2\x9B"
-      "31m\xE2\x80\xAE"
-      "c\xE2\x80\xA8"
-      "d",
-      Encode_Date(2024, 1, 17) + 0.5);
+  Write(New_Event(title, Tuesday + 1.5));
   EXPECT_NE(Text(Range(17, 17)).find("  12:00 PM  a?b?31m?c d\n"), std::string::npos);
-
   std::ostringstream out;
   Write_Agenda_Json(out, Build_Agenda(Range(17, 17)));
-  EXPECT_EQ(out.str().find('\x7f'), std::string::npos);
-  EXPECT_EQ(out.str().find("\xC2\x9B"), std::string::npos);
-  EXPECT_EQ(nlohmann::json::parse(out.str())[0]["title"],
-            "a\x7f"
-            "b\xC2\x9B"
-            "31m\xE2\x80\xAE"
-            "c\xE2\x80\xA8"
-            "d");
+  for (const char* raw : {"\x7f", "\u009b"}) EXPECT_EQ(out.str().find(raw), std::string::npos);
+  EXPECT_EQ(nlohmann::json::parse(out.str())[0]["title"], title);
 }
 
 }  // namespace
