@@ -1,15 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QCalendarWidget>
-#include <QTableView>
-#include <QTest>
-#include <QTextCharFormat>
-
-#include "Form_Checks.h"
-#include "Form_Driver.h"
-#include "Kt_util_01.h"
-#include "Test_Seams.h"
+#include "Editor_Fixture.h"
 #include "fm_Calendar.h"
 
 using namespace KTReminds;
@@ -22,47 +11,42 @@ struct TNotified : TForm {
   void Handle_Message(const TMessage& message) override { Told += message.Number() == umDateChanged ? 1 : 0; }
 };
 
-class Date_Picker : public testing::Test {
+class Date_Picker : public TEditor_Fixture {
  protected:
   Date_Picker() {
-    Kt_util_01::CurrentDate = 45306.6;  // Monday, 15 January 2024
     panel.resize(300, 260);
     picker = Show_Calendar(&panel, &view);
     panel.show();
     cal = Control<QCalendarWidget>(picker, "Cal");
+    days = Control<QTableView>(cal, "qt_calendar_calendarview");
   }
-  void Click_The_23rd() {
-    auto* days = Control<QTableView>(cal, "qt_calendar_calendarview");
-    for (int column = 0; column < days->model()->columnCount(); ++column)
-      for (const QModelIndex& cell :
-           days->model()->match(days->model()->index(2, column), Qt::DisplayRole, 23))
-        QTest::mouseClick(days->viewport(), Qt::LeftButton, {}, days->visualRect(cell).center());
+  /// After a click on the 23rd, or a key: the current date, and how often it was told.
+  std::pair<double, int> After(int key = 0) {
+    if (key) {
+      QTest::keyClick(days, static_cast<Qt::Key>(key));
+    } else {
+      for (int column = 0; column < days->model()->columnCount(); ++column)
+        for (const QModelIndex& cell :
+             days->model()->match(days->model()->index(2, column), Qt::DisplayRole, 23))
+          QTest::mouseClick(days->viewport(), Qt::LeftButton, {}, days->visualRect(cell).center());
+    }
+    return {Kt_util_01::CurrentDate, view.Told};
   }
 
-  Kt_test::TTest_Seams seams;
   QWidget panel;
   TNotified view;
   TCalendarFrm* picker = nullptr;
   QCalendarWidget* cal = nullptr;
+  QTableView* days = nullptr;
 };
 
-TEST_F(Date_Picker, A_Click_Sets_The_Date_And_Tells_Also_On_The_Same_Day) {
+TEST_F(Date_Picker, A_Click_Or_Key_Sets_The_Date_And_Tells_Once_Also_On_The_Same_Day) {
   EXPECT_EQ(cal->selectedDate(), QDate(2024, 1, 15));
-  Click_The_23rd();
-  EXPECT_EQ(Kt_util_01::CurrentDate, 45314);
-  EXPECT_EQ(view.Told, 1);
-  Click_The_23rd();
-  EXPECT_EQ(view.Told, 2);
-}
-
-TEST_F(Date_Picker, A_Key_Moves_The_Date_And_Tells_Once) {
-  auto* days = Control<QTableView>(cal, "qt_calendar_calendarview");
-  QTest::keyClick(days, Qt::Key_Right);
-  EXPECT_EQ(Kt_util_01::CurrentDate, 45307);
-  QTest::keyClick(days, Qt::Key_PageDown);
-  EXPECT_EQ(Kt_util_01::CurrentDate, 45338) << "the same day of the next month";
-  QTest::keyClick(days, Qt::Key_Return);
-  EXPECT_EQ(view.Told, 2);
+  EXPECT_EQ(After(), std::pair(Monday + 8, 1));
+  EXPECT_EQ(After(), std::pair(Monday + 8, 2));
+  EXPECT_EQ(After(Qt::Key_Right), std::pair(Monday + 9, 3));
+  EXPECT_EQ(After(Qt::Key_PageDown), std::pair(Monday + 40, 4)) << "the same day of the next month";
+  EXPECT_EQ(After(Qt::Key_Return), std::pair(Monday + 40, 4));
 }
 
 TEST_F(Date_Picker, A_Date_Set_Elsewhere_Moves_It_Without_An_Echo) {
@@ -73,12 +57,10 @@ TEST_F(Date_Picker, A_Date_Set_Elsewhere_Moves_It_Without_An_Echo) {
 }
 
 TEST_F(Date_Picker, Follows_Another_Palette) {
-  const QPalette light = QApplication::palette();
-  QApplication::setPalette(Dark_Palette());
+  const TPalette_Scope dark(true);
   Settle();
-  const QColor weekdays = cal->weekdayTextFormat(Qt::Monday).foreground().color();
-  EXPECT_EQ(weekdays, Dark_Palette().color(QPalette::WindowText));
-  QApplication::setPalette(light);
+  EXPECT_EQ(cal->weekdayTextFormat(Qt::Monday).foreground().color(),
+            QApplication::palette().color(QPalette::WindowText));
 }
 
 }  // namespace

@@ -1,12 +1,7 @@
-#include <QApplication>
-#include <QCalendarWidget>
-#include <QToolButton>
-
 #include "View_Fixture.h"
 #include "fm_Contacts_Page3b.h"
 
 using namespace KTReminds;
-using namespace Kt_data_01;
 using namespace Kt_forms;
 
 namespace {
@@ -15,8 +10,14 @@ class Day_View : public TView_Fixture {
  protected:
   Day_View() : TView_Fixture(&Display_Calendar_Dayview) {}
 
-  std::string Title() const { return Control<QLabel>(view, "Label1")->text().toStdString(); }
-  QDate Picked() const { return Control<QCalendarWidget>(view, "Cal")->selectedDate(); }
+  /// The day of the title, of the calendar beside the list, and the entries.
+  std::string Day() const {
+    const auto* label = Control<QLabel>(view, "Label1");
+    const QDate picked = Control<QCalendarWidget>(view, "Cal")->selectedDate();
+    return (label->text().section(QLatin1Char(' '), 2, 3) + picked.toString(QStringLiteral(" (d) ")))
+               .toStdString() +
+           Shown();
+  }
 };
 
 TEST_F(Day_View, Is_Reused_Or_Takes_The_Place_Of_Another_Page) {
@@ -38,17 +39,15 @@ TEST_F(Day_View, Is_Reused_Or_Takes_The_Place_Of_Another_Page) {
 }
 
 TEST_F(Day_View, Shows_A_Day_Of_The_Book_Or_Of_One_Owner) {
-  Add({.Title = "calendar"});
-  Add({.Time = 0.1, .Title = "contact", .Contact = contact});
-  Add({.Title = "tomorrow", .Day = Monday + 1});
+  Add("calendar", 0.5);
+  Add("contact", 0.1, {}, "Contact = '" + contact + "'");
+  Add("tomorrow", 1.5);
   Display();
-  EXPECT_EQ(Title(), " Monday, 15 January 2024");
-  EXPECT_EQ(Shown(), "contact calendar");
+  EXPECT_EQ(Day(), "15 January (15) contact calendar");
   auto* header = Control<QWidget>(view, "EventTitlePanel");
   EXPECT_EQ(Control<QWidget>(view, "NoEventsPanel")->rect(), header->geometry()) << "covers the caption";
   Display(false);
   EXPECT_EQ(Shown(), "calendar");
-  EXPECT_TRUE(header->isVisible());
   Kt_util_01::CurrentDate = Monday + 2;
   Send_Message(view, umDateChanged, 0, 0);
   EXPECT_EQ(Shown(), "");
@@ -56,21 +55,16 @@ TEST_F(Day_View, Shows_A_Day_Of_The_Book_Or_Of_One_Owner) {
 }
 
 TEST_F(Day_View, Steps_Days_And_Finds_Entries_To_Both_Sides) {
-  Add({.Title = "before", .Day = Monday - 40});
-  Add({.Title = "after", .Day = Monday + 3});
+  Add("before", -39.5);
+  Add("after", 3.5);
   Kt_util_01::CurrentDate = Monday + 0.6;
   Display();
-  Click(view, "SpeedButton1");
+  Act(view, "SpeedButton1");
   EXPECT_EQ(Kt_util_01::CurrentDate, Monday - 0.4);
-  Click(view, "SpeedButton2");
-  Click(view, "SpeedButton2");
-  EXPECT_EQ(Title(), " Tuesday, 16 January 2024");
-  EXPECT_EQ(Picked(), QDate(2024, 1, 15)) << "is not told";
-
+  Act(view, "SpeedButton2|SpeedButton2");
+  EXPECT_EQ(Day(), "16 January (15) ") << "the calendar is not told";
   Action("Nextbtn")->trigger();
-  EXPECT_EQ(Kt_util_01::CurrentDate, Monday + 3);
-  EXPECT_EQ(Shown(), "after");
-  EXPECT_EQ(Picked(), QDate(2024, 1, 18));
+  EXPECT_EQ(Day(), "18 January (18) after");
   seams.Prompts.Expect_Info("No Later Events",
                             "No eligible calendar events found after the period Thursday, 18 January 2024");
   Action("NextMenu")->trigger();
@@ -78,24 +72,21 @@ TEST_F(Day_View, Steps_Days_And_Finds_Entries_To_Both_Sides) {
   EXPECT_EQ(Shown(), "before");
   Action("ToolButton7")->trigger();
   EXPECT_EQ(Kt_util_01::CurrentDate, Monday + 0.5) << "with the time of day";
-  EXPECT_EQ(Picked(), QDate(2024, 1, 15));
+  EXPECT_EQ(Day(), "15 January (15) ");
 }
 
 TEST_F(Day_View, New_Entries_Belong_To_The_Owner_But_Tasks_Of_The_Whole_Calendar) {
   Display();
   Control<QCalendarWidget>(view, "Cal")->setSelectedDate(QDate(2024, 1, 20));
-  const auto owner_of_last = [] {
-    return Query_Text("SELECT Contact FROM KT_Events_Data ORDER BY Key DESC LIMIT 1");
-  };
-  for (const bool whole : {false, true}) {
+  for (const auto& [whole, command, calendar, owner] :
+       {std::tuple(false, "AddTask1", " (20) ", contact),
+        {true, "AddTask1", " (20) ", database.Book().Calendar},
+        {true, "Addbtn", " (15) ", contact}}) {
     form.As<TCalendar_View>()->Set_Keys(database.Book().Key, contact, whole);
-    Answer(Enter_Subject("x"), "AddTask1");
-    EXPECT_EQ(owner_of_last(), whole ? database.Book().Calendar : contact);
+    Answer(Confirm_With("Edit1=x"), command);
+    EXPECT_EQ(Query_Text("SELECT Contact FROM KT_Events_Data ORDER BY Key DESC LIMIT 1"), owner);
+    EXPECT_NE(Day().find(calendar), std::string::npos) << "the calendar is told of a new event only";
   }
-  EXPECT_EQ(Picked(), QDate(2024, 1, 20));
-  Answer(Enter_Subject("x"), "Addbtn");
-  EXPECT_EQ(owner_of_last(), contact);
-  EXPECT_EQ(Picked(), QDate(2024, 1, 15)) << "the picker is told of a new event only";
 }
 
 TEST_F(Day_View, The_Calendar_Beside_The_List_Is_Remembered) {
@@ -129,25 +120,21 @@ TEST_F(Day_View, Asks_The_Page_Around_It_For_Other_Views) {
 
 TEST_F(Day_View, Looks) {
   Run_Sql("INSERT INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45306, 'King', 'Here')");
-  Add({.Time = -1, .Title = "A task that is due", .Type = 3});
-  Add({.Time = 0.375, .Title = "Overdue since nine", .Priority = 1, .Alarm = true});
-  Add({.Time = 0.4, .Title = "Done", .Done = true});
-  Add({.Time = 0.6, .Title = "A title far too long for a narrow window", .Alarm = true});
-  Add({.Time = 0.7, .Private = true});
+  Add("A task that is due", 0, "AllDay = 1, EventType = 3");
+  Add("Overdue since nine", 0.375, "Priority = 1");
+  Add("Done", 0.4, {}, "Actioned = 1");
+  Add("A title far too long for a narrow window", 0.6);
+  Add("Private", 0.7, Hidden);
   Kt_util_01::Write_Bool("General", "Show Calendar", true);
-  const QPalette light = QApplication::palette();
-  for (const auto& [palette, name] : {std::pair(light, "light"), std::pair(Dark_Palette(), "dark")}) {
-    QApplication::setPalette(palette);
-    Settle();
+  for (const bool dark : {false, true}) {
+    const TPalette_Scope colours(dark);
     for (const int width : {420, 800}) {
       home.resize(width, 300);
-      Display();
-      list->Select_Row(2);
-      EXPECT_EQ(Make_Checks(view), "") << name << width;
-      Picture(&home, QStringLiteral("day_%1_%2").arg(QLatin1String(name)).arg(width));
+      Display(true, 2);
+      EXPECT_EQ(Make_Checks(view), "") << dark << width;
+      Picture(&home, QStringLiteral("day_%1_%2").arg(dark).arg(width));
     }
   }
-  QApplication::setPalette(light);
 }
 
 }  // namespace

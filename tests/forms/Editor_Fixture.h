@@ -2,61 +2,42 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTabWidget>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include "Form_Checks.h"
 #include "Form_Driver.h"
+#include "Kt_forms.h"
 #include "Kt_util_01.h"
 #include "Temporary_Database.h"
 #include "Test_Events.h"
 #include "Test_Seams.h"
 
-/// Editors on a database of their own. Now is noon of Monday, 15 January 2024, which is also the date shown.
+/// Forms on a database of their own. Now is noon of Monday, 15 January 2024, which is also the date shown.
 class TEditor_Fixture : public testing::Test {
  protected:
   static constexpr double Monday = 45306;
 
   TEditor_Fixture() { Kt_util_01::CurrentDate = Monday; }
 
-  /// An event at noon on each of so many days; the key of the one in the middle.
+  /// An event at noon, or another entry without a time, on each of so many days; the key of the middle one.
   std::string Make(int days, int event_type = 0) const {
     KTReminds::TNew_Event event = New_Event("Old", event_type == 0 ? Monday + 0.5 : Monday, days);
     event.Record.EventType = static_cast<Kt_data_01::TEntry_Type>(event_type);
     event.Record.AllDay = event_type != 0;
-    Write(event);
-    return Query_Text("SELECT Key FROM KT_Events_Data ORDER BY EventDate LIMIT 1 OFFSET " +
-                      std::to_string(days / 2));
-  }
-  template <class TRules>
-  void Open(TRules& rules, const std::string& key, const std::string& subject = {},
-            bool no_contact = false) const {
-    ASSERT_TRUE(rules.Open(key, {database.Book().Key, {}}, subject, no_contact));
+    return Query_Text(
+        "SELECT Key FROM KT_Events_Data WHERE Event = (SELECT Event FROM KT_Events_Data WHERE Key = '" +
+        Write(event) + "') ORDER BY EventDate LIMIT 1 OFFSET " + std::to_string(days / 2));
   }
   static void Show(QWidget& form) {
     form.show();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
   }
-  static void Click(QWidget* form, const char* name) {
-    auto* control = Control<QWidget>(form, name);
-    // A check box takes clicks on what it shows, not on the room beside it.
-    QTest::mouseClick(control, Qt::LeftButton, {}, QPoint(10, control->height() / 2));
-  }
-  static void Type(QWidget* form, const char* name, const char* text) {
-    auto* edit = Control<QLineEdit>(form, name);
-    edit->selectAll();
-    QTest::keyClicks(edit, QString::fromUtf8(text));
-  }
-  static std::string Page(QWidget* form) {
-    const auto* tabs = Control<QTabWidget>(form, "PageControl1");
-    return tabs->tabText(tabs->currentIndex()).toStdString();
-  }
-  static std::string Focused(const QWidget* form) {
-    return form->focusWidget() ? form->focusWidget()->objectName().toStdString() : std::string();
+  /// The tab that is shown, if the form has any, and the control that has the keyboard.
+  static std::string Where(const QWidget* form) {
+    const auto* tabs = form->findChild<QTabWidget*>();
+    const QString page = tabs ? tabs->tabText(tabs->currentIndex()) + QLatin1Char('/') : QString();
+    return (page + (form->focusWidget() ? form->focusWidget()->objectName() : QString())).toStdString();
   }
   /// Masters, occurrences, alarms, and notes of editors that are open.
   static std::string Counts() {
@@ -70,24 +51,54 @@ class TEditor_Fixture : public testing::Test {
         "SELECT group_concat(round(EventDate - 45306, 3), ' ') FROM (SELECT * FROM KT_Events_Data ORDER BY "
         "EventDate)");
   }
-  static void Plant(const std::string& when) {
-    Run_Sql("DROP TRIGGER IF EXISTS planted; CREATE TRIGGER planted BEFORE " + when +
-            " BEGIN SELECT RAISE(ABORT, 'planted fault'); END");
+  /// What writes so fails from now on; the error that the user will see.
+  void Plant(const std::string& when, const std::string& doing, const std::string& tag) {
+    Run_Sql("CREATE TRIGGER planted BEFORE " + when + " BEGIN SELECT RAISE(ABORT, 'planted fault'); END");
+    seams.Prompts.Expect_Error("Update Failed", "The change could not be saved and has been undone: " +
+                                                    doing + ": planted fault\n\n" + tag);
   }
-
-  /// A new title that cannot be saved: the user learns why, once, and what was typed stays.
-  void Fail_To_Save(QWidget* form, const std::string& unit) {
-    Type(form, "Edit1", "New");
-    Plant("UPDATE ON KT_Events");
-    seams.Prompts.Expect_Error(
-        "Update Failed",
-        "The change could not be saved and has been undone: write KT_Events: planted fault\n\n" + unit +
-            ":Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
-    Click(form, "OKBtn");
-    EXPECT_TRUE(form->isVisible());
-    EXPECT_EQ(Control<QLineEdit>(form, "Edit1")->text(), QStringLiteral("New"));
+  /// The user may do in the book what these rights say, and no more.
+  void Sign_In(const Kt_data_01::TRights& rights) const {
+    In_Update([&] {
+      const std::string user = Kt_data_01::Create_User("Bert", false);
+      Kt_data_01::Set_Rights(database.Book().Key, user, rights);
+      Kt_util_01::Set_User_Key(user);
+    });
   }
 
   Kt_test::TTest_Seams seams;
   TTemporary_Database database;
+};
+
+/// One of the editors.
+template <class TRules, class TEditor>
+class TOf_An_Editor : public TEditor_Fixture {
+ protected:
+  /// Opens an entry, or a new one, whose record may be changed before it is shown. Lives until the next.
+  TEditor* Edit(
+      const std::string& key, const std::string& subject = {}, bool no_contact = false,
+      const std::function<void(TRules&)>& change = [](TRules&) {}) {
+    form.reset();
+    rules = std::make_unique<TRules>();
+    EXPECT_TRUE(rules->Open(key, {database.Book().Key, {}}, subject, no_contact));
+    change(*rules);
+    form = std::make_unique<TEditor>(*rules);
+    Show(*form);
+    return form.get();
+  }
+  /// A new title that cannot be saved: the user learns why, once, and what was typed stays.
+  void Fail_To_Save(const std::string& key, const std::string& unit) {
+    Edit(key);
+    Plant("UPDATE ON KT_Events", "write KT_Events",
+          unit + ":Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
+    Act(form.get(), "Edit1=New|OKBtn");
+    EXPECT_EQ(Seen(form.get(), "Edit1"), "New");
+    EXPECT_EQ(Query_Text("SELECT Title FROM KT_Events"), "Old");
+    Run_Sql("DROP TRIGGER planted");
+    Act(form.get(), "OKBtn");
+    EXPECT_EQ(form->result(), QDialog::Accepted) << "saved once the fault is gone";
+  }
+
+  std::unique_ptr<TRules> rules;
+  std::unique_ptr<TEditor> form;
 };

@@ -1,10 +1,5 @@
 #include "Entry_Commands.h"
 
-#include <QContextMenuEvent>
-#include <QHBoxLayout>
-#include <QMenu>
-#include <QToolButton>
-
 #include "View_Fixture.h"
 #include "fm_Contacts_Page3b.h"
 
@@ -36,7 +31,7 @@ class Entry_Commands_Of : public TView_Fixture, public testing::WithParamInterfa
                                      std::pair("Delbtn", "DelMenu")}) {
       const bool on = Control<QToolButton>(view, tool)->isEnabled();
       EXPECT_EQ(Action(item)->isEnabled(), on) << item;
-      if (on) enabled += std::string(enabled.empty() ? "" : " ") + tool;
+      if (on) enabled += std::string(tool) + " ";
     }
     return enabled;
   }
@@ -47,18 +42,18 @@ INSTANTIATE_TEST_SUITE_P(Pages, Entry_Commands_Of,
                          [](const auto& info) { return info.param.Name; });
 
 TEST_P(Entry_Commands_Of, Follow_The_Selection) {
-  Add({.Time = 0.1});
-  Add({.Time = 0.2, .Type = 3, .Done = true});
-  Add({.Time = 0.3, .Private = true});
+  Add("a", 0.1);
+  Add("b", 0.2, "EventType = 3", "Actioned = 1");
+  Add("c", 0.3, Hidden);
   Display();
   EXPECT_EQ(Enabled(), "");
   list->Select_Row(0);
   EXPECT_EQ(Texts("AckBtn"), "Mark Complete/Mark Complete");
-  for (const int row : {1, 2}) {
-    list->Select_Row(row);
-    EXPECT_EQ(Enabled(), row == 1 ? "AckBtn PropsBtn Delbtn" : "PropsBtn");
-    EXPECT_EQ(Texts("AckBtn"), "Mark Outstanding/Mark Outstanding") << "left as it was for the private one";
-  }
+  list->Select_Row(1);
+  EXPECT_EQ(Enabled() + Texts("AckBtn"), "AckBtn PropsBtn Delbtn Mark Outstanding/Mark Outstanding");
+  list->Select_Row(2);
+  EXPECT_EQ(Enabled() + Texts("AckBtn"), "PropsBtn Mark Outstanding/Mark Outstanding")
+      << "left as it was for the private one";
   QContextMenuEvent asked(QContextMenuEvent::Keyboard, {}, {});
   QApplication::sendEvent(list, &asked);
   auto* popup = Control<QMenu>(view, "PopupMenu1");
@@ -68,8 +63,8 @@ TEST_P(Entry_Commands_Of, Follow_The_Selection) {
 }
 
 TEST_P(Entry_Commands_Of, Mark_In_Place_By_Tool_And_By_A_Click_On_The_Image) {
-  Add({.Time = 0.1});
-  Add({.Time = 0.2, .Private = true});
+  Add("a", 0.1);
+  Add("b", 0.2, Hidden);
   Display();
   const auto click = [this](int row, int x) {
     const int y = list->visualRect(list->model()->index(row, 0)).center().y();
@@ -83,20 +78,15 @@ TEST_P(Entry_Commands_Of, Mark_In_Place_By_Tool_And_By_A_Click_On_The_Image) {
   EXPECT_EQ(list->Selected(), item) << "not built again";
   Action("Ackmenu")->trigger();
   EXPECT_EQ(click(1, 10), 0) << "private";
-  In_Update([&] {
-    const std::string anna = Create_User("Anna", false);
-    Set_Rights(database.Book().Key, anna, {.Delete = true, .See = true});
-    Kt_util_01::Set_User_Key(anna);
-  });
+  Sign_In({.Delete = true, .See = true});
   EXPECT_EQ(click(0, 10), 0) << "not allowed";
-  EXPECT_EQ(Enabled(), "PropsBtn Delbtn");
+  EXPECT_EQ(Enabled(), "PropsBtn Delbtn ");
 }
 
 TEST_P(Entry_Commands_Of, Sort_And_Keep_The_Selection) {
-  Add({.Time = 0.1, .Title = "b", .Priority = 1});
-  Add({.Time = 0.2, .Title = "a", .Priority = 9});
-  Display();
-  list->Select_Row(0);
+  Add("b", 0.1, "Priority = 1");
+  Add("a", 0.2, "Priority = 9");
+  Display(true, 0);
   const auto click = [this](const char* label) {
     QTest::mouseClick(Control<QLabel>(view, label), Qt::LeftButton);
     return Shown() + (list->Selected_Row() == 0 ? "1" : "2");
@@ -124,24 +114,22 @@ TEST_P(Entry_Commands_Of, Sort_And_Keep_The_Selection) {
 
 TEST_P(Entry_Commands_Of, Add_Open_And_Delete_By_Keys_And_Tools) {
   Display();
-  Answer(Enter_Subject("added"), Qt::Key_Insert);
+  Answer(Confirm_With("Edit1=added"), Qt::Key_Insert);
   EXPECT_EQ(Shown(), "added");
   QTest::keyClick(list, Qt::Key_Delete);  // nothing is selected
   list->Select_Row(0);
-  Answer(Enter_Subject("edited"), Qt::Key_Return);
+  Answer(Confirm_With("Edit1=edited"), Qt::Key_Return);
   EXPECT_EQ(Shown(), "edited");
   list->Select_Row(0);
   Answer(Cancel, Qt::Key_Delete);
   EXPECT_EQ(list->Selected_Row(), 0) << "nothing was refreshed";
   Answer(Confirm, Qt::Key_Delete);
   EXPECT_EQ(Shown(), "");
-  Answer(Enter_Subject("by Enter"), Qt::Key_Return);
-  EXPECT_EQ(Shown(), "by Enter") << "without a selection";
-
-  Add({.Time = 0.1, .Title = "task", .Type = 3});
-  Add({.Time = 0.9, .Title = "private", .Private = true});
-  Display();
-  list->Select_Row(0);
+  Answer(Confirm_With("Edit1=without a selection"), Qt::Key_Return);
+  Add("task", 0.1, "EventType = 3");
+  Add("private", 0.9, Hidden);
+  Display(true, 0);
+  EXPECT_EQ(Shown(), "task without a selection private");
   const auto look = [](const char* form_name, bool read_only) {
     return [=](QWidget* editor) {
       EXPECT_EQ(editor->objectName(), QLatin1String(form_name));
@@ -156,10 +144,9 @@ TEST_P(Entry_Commands_Of, Add_Open_And_Delete_By_Keys_And_Tools) {
 }
 
 TEST_P(Entry_Commands_Of, Let_The_Page_Be_Closed_Or_Freed_While_Their_Dialogs_Are_Open) {
-  Add({});
+  Add("a", 0.5);
   for (const char* command : {"Addbtn", "AddTaskBtn", "PropsBtn", "Delbtn"}) {
-    Display();
-    list->Select_Row(0);
+    Display(true, 0);
     const QPointer<TForm> alive = view;
     const std::size_t shown = list->Items().Count();
     Answer(
@@ -167,24 +154,23 @@ TEST_P(Entry_Commands_Of, Let_The_Page_Be_Closed_Or_Freed_While_Their_Dialogs_Ar
           EXPECT_TRUE(form.Get()->Close_Form());
           Settle();
           EXPECT_TRUE(alive) << "its handler is still at work";
-          dialog->objectName() == QStringLiteral("Delete_Reminder_Frm") ? Confirm(dialog)
-                                                                        : Enter_Subject("x")(dialog);
+          if (dialog->objectName() != QStringLiteral("Delete_Reminder_Frm")) Act(dialog, "Edit1=x");
+          Confirm(dialog);
         },
         command);
     EXPECT_TRUE(alive && list->Items().Count() == shown) << "is not refreshed any more";
     Settle();
     EXPECT_FALSE(alive) << command;
   }
-  EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data"), 2) << "two added, one deleted";
-  Display();
-  list->Select_Row(0);
+  EXPECT_EQ(Counts(), "2 2 0 0") << "two added, one deleted";
+  Display(true, 0);
   Answer(
       [&](QWidget* dialog) {
         delete view;  // as its parent does
         Confirm(dialog);
       },
       Qt::Key_Delete);
-  EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data"), 1);
+  EXPECT_EQ(Counts(), "1 1 0 0");
 }
 
 /// Two days side by side, and nothing but tasks to add.
@@ -226,19 +212,14 @@ TEST_F(Entry_Commands, Of_Several_Lists_Have_One_Selection_And_Say_What_They_Did
   page.Mark.trigger();
   EXPECT_EQ(page.Mark.text(), QStringLiteral("Mark Outstanding"));
   EXPECT_EQ(Query_Text("SELECT round(EventDate - 45307, 1) FROM KT_Events_Data WHERE Actioned = 1"), "0.2");
-  const auto run = [&](auto give) {
+  const auto told = [&page](const auto& act, const std::function<void()>& give) {
     page.Told.clear();
-    TModal_Driver driver([](QWidget* dialog) {
-      if (auto* subject = dialog->findChild<QLineEdit*>(QStringLiteral("Edit1")))
-        subject->setText(QStringLiteral("x"));
-      QTest::keyClick(dialog, Qt::Key_Return);
-    });
-    give();
+    With_Dialog(act, give);
     return page.Told;
   };
-  EXPECT_EQ(run([&] { page.Add_Task.trigger(); }), "before 11");
-  EXPECT_EQ(run([&] { QTest::keyClick(page.Lists[1], Qt::Key_Return); }), "2k1");
-  EXPECT_EQ(run([&] { QTest::keyClick(page.Lists[1], Qt::Key_Delete); }), "3k1");
+  EXPECT_EQ(told(Confirm_With("Edit1=x"), [&] { page.Add_Task.trigger(); }), "before 11");
+  EXPECT_EQ(told(Confirm, [&] { QTest::keyClick(page.Lists[1], Qt::Key_Return); }), "2k1");
+  EXPECT_EQ(told(Confirm, [&] { QTest::keyClick(page.Lists[1], Qt::Key_Delete); }), "3k1");
 
   page.activateWindow();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&page));
@@ -250,7 +231,9 @@ TEST_F(Entry_Commands, Of_Several_Lists_Have_One_Selection_And_Say_What_They_Did
   page.Lists[1]->Select_Row(0);
   QTest::mouseClick(page.Lists[0]->viewport(), Qt::LeftButton);
   EXPECT_EQ(page.Commands.Selected(), nullptr);
-  EXPECT_EQ(run([&] { QTest::keyClick(page.Lists[0], Qt::Key_Insert); }), "before 1-1") << "adds no events";
+  EXPECT_EQ(told(Confirm_With("Edit1=x"), [&] { QTest::keyClick(page.Lists[0], Qt::Key_Insert); }),
+            "before 1-1")
+      << "adds no events";
 }
 
 }  // namespace

@@ -1,13 +1,7 @@
 #include "Form_Checks.h"
 
-#include <QAbstractButton>
-#include <QAbstractSpinBox>
-#include <QComboBox>
-#include <QKeySequence>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 #include <map>
 
 namespace {
@@ -66,10 +60,16 @@ std::string Make_Checks(QWidget* form) {
   return fine ? std::string() : wrong;
 }
 
-QPalette Dark_Palette() {
-  QPalette dark(QColor(0x35, 0x35, 0x35));
-  dark.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
+TPalette_Scope::TPalette_Scope(bool dark) : before(QApplication::palette()) {
+  if (!dark) return;
+  QPalette colours(QColor(0x35, 0x35, 0x35));
+  colours.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
   for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
-    dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x80));
-  return dark;
+    colours.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x80));
+  QApplication::setPalette(colours);
+  QCoreApplication::processEvents();
+}
+
+TPalette_Scope::~TPalette_Scope() {
+  QApplication::setPalette(before);
 }

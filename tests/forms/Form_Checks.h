@@ -9,5 +9,12 @@
 /// that does not fit a screen of 768 pixels. "" when nothing is.
 std::string Make_Checks(QWidget* form);
 
-/// A palette of light texts on dark grounds.
-QPalette Dark_Palette();
+/// While it lives, the program has a palette of light texts on dark grounds, or the one that it had.
+class TPalette_Scope {
+ public:
+  explicit TPalette_Scope(bool dark);
+  ~TPalette_Scope();
+
+ private:
+  const QPalette before;
+};

@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QDialog>
-#include <QElapsedTimer>
-#include <QPixmap>
-#include <QTest>
-#include <QTimer>
+#include <QtTest>
+#include <QtWidgets>
 #include <memory>
 
 namespace {
@@ -64,6 +60,59 @@ TModal_Driver::TModal_Driver(std::function<void(QWidget*)> act) : state(std::mak
 TModal_Driver::~TModal_Driver() {
   state->Abandoned = true;
   if (!state->Acted) ADD_FAILURE() << "no dialog came";
+}
+
+void Act(QWidget* form, const std::string& inputs) {
+  for (const QString& input : QString::fromStdString(inputs).split(QLatin1Char('|'))) {
+    const QString value = input.section(QLatin1Char('='), 1);
+    auto* control = Control<QWidget>(form, input.section(QLatin1Char('='), 0, 0).toLatin1().constData());
+    if (auto* box = qobject_cast<QComboBox*>(control)) {
+      box->isEditable() ? box->setEditText(value) : box->setCurrentIndex(box->findText(value));
+    } else if (auto* date = qobject_cast<QDateEdit*>(control)) {
+      date->setDate(QDate::fromString(value, Qt::ISODate));
+    } else if (auto* tabs = qobject_cast<QTabWidget*>(control)) {
+      tabs->setCurrentIndex(value.toInt());
+    } else if (qobject_cast<QLineEdit*>(control) || qobject_cast<QPlainTextEdit*>(control) ||
+               qobject_cast<QAbstractSpinBox*>(control)) {
+      QMetaObject::invokeMethod(control, "selectAll");
+      QTest::keyClick(control, Qt::Key_Delete);
+      QTest::keyClicks(control, value);
+    } else {
+      // A check box takes clicks on what it shows, not on the room beside it.
+      QTest::mouseClick(control, Qt::LeftButton, {}, QPoint(8, control->height() / 2));
+    }
+  }
+}
+
+void Confirm(QWidget* dialog) {
+  QTest::keyClick(dialog, Qt::Key_Return);
+}
+
+void Cancel(QWidget* dialog) {
+  QTest::keyClick(dialog, Qt::Key_Escape);
+}
+
+std::function<void(QWidget*)> Confirm_With(const std::string& inputs) {
+  return [inputs](QWidget* dialog) {
+    Act(dialog, inputs);
+    Confirm(dialog);
+  };
+}
+
+std::string Seen(QWidget* form, const char* names) {
+  QStringList seen;
+  for (const QString& name : QString::fromLatin1(names).split(QLatin1Char(' '))) {
+    const auto* control = Control<QWidget>(form, name.toLatin1().constData());
+    const auto* button = qobject_cast<const QAbstractButton*>(control);
+    QString text =
+        control->property(button || !control->property("currentText").isValid() ? "text" : "currentText")
+            .toString();
+    if (const auto* memo = qobject_cast<const QPlainTextEdit*>(control)) text = memo->toPlainText();
+    if (button && button->isCheckable()) text = QLatin1Char(button->isChecked() ? '+' : '-');
+    if (!control->isVisible()) text = QStringLiteral("hidden");
+    seen << (control->isEnabled() ? text : QLatin1Char('(') + text + QLatin1Char(')'));
+  }
+  return seen.join(QLatin1Char('|')).toStdString();
 }
 
 void Picture(QWidget* widget, const QString& name) {

@@ -19,6 +19,13 @@ class TModal_Driver {
   std::shared_ptr<TState> state;
 };
 
+/// Makes a call and acts on the dialog that it opens; what the call gives.
+template <class TCall>
+auto With_Dialog(std::function<void(QWidget*)> act, TCall call) {
+  const TModal_Driver driver(std::move(act));
+  return call();
+}
+
 /// A control by its name; fails the running test and throws when there is none.
 template <class T>
 T* Control(QWidget* form, const char* name) {
@@ -26,6 +33,18 @@ T* Control(QWidget* form, const char* name) {
   if (!found) throw std::runtime_error(std::string("there is no control ") + name);
   return found;
 }
+
+/// Acts on controls in turn as a hand does: "Edit1=Lunch|EventDate=2024-01-15|OKBtn" types over a text,
+/// chooses an item ("" for none), a date or a tab (by its number), and clicks all else.
+void Act(QWidget* form, const std::string& inputs);
+void Confirm(QWidget* dialog);
+void Cancel(QWidget* dialog);
+/// For a dialog: acts on its controls and confirms.
+std::function<void(QWidget*)> Confirm_With(const std::string& inputs);
+
+/// What controls show, with | between: a text, + or - for what can be checked, "hidden", and in brackets what
+/// is disabled. Their names stand with blanks between.
+std::string Seen(QWidget* form, const char* names);
 
 /// Writes a picture of the widget into the folder that KT_PICTURES names, if it names one.
 void Picture(QWidget* widget, const QString& name);

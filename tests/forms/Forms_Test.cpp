@@ -1,19 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTabWidget>
-#include <QTest>
-
-#include "Form_Driver.h"
-#include "Kt_forms.h"
+#include "Editor_Fixture.h"
 #include "Kt_labels.h"
-#include "Kt_util_01.h"
 #include "Message_Prompts.h"
 #include "Qt_Settings.h"
-#include "Temporary_Database.h"
-#include "Test_Seams.h"
 
 using namespace Kt_forms;
 
@@ -37,16 +25,13 @@ class TPage : public TForm {
   }
 };
 
-class Forms : public testing::Test {
- protected:
-  Kt_test::TTest_Seams seams;
-};
+using Forms = TEditor_Fixture;
 
 TEST_F(Forms, A_Page_Is_Asked_Closed_Once_And_Its_Reference_Empties_At_Once) {
   QWidget host;
   auto* page = new TPage;
   page->setParent(&host);
-  QPointer<TPage> alive = page;
+  const QPointer<TPage> alive = page;
   TForm_Reference reference;
   reference.Set(page);
   host.show();
@@ -57,21 +42,19 @@ TEST_F(Forms, A_Page_Is_Asked_Closed_Once_And_Its_Reference_Empties_At_Once) {
   page->May_Close = true;
   // Closed from inside one of its own handlers, which goes on afterwards.
   page->On_Message = [page] {
-    EXPECT_TRUE(page->Close_Form());
-    EXPECT_TRUE(page->Close_Form());
+    EXPECT_TRUE(page->Close_Form() && page->Close_Form());
     page->Told += "still here ";
   };
   Send_Message(page, umSelectNode, 0, 0);
   EXPECT_EQ(reference.Get(), nullptr);
   ASSERT_TRUE(alive);
-  EXPECT_EQ(alive->Told, "+4/0/0 c-still here ");
   Send_Message(page, umSelectNode, 0, 0);
   EXPECT_EQ(alive->Told, "+4/0/0 c-still here ") << "a closed page gets no message";
   Settle();
   EXPECT_FALSE(alive);
 }
 
-TEST_F(Forms, Messages_Are_Posted_Or_Sent_With_Their_Parameters) {
+TEST_F(Forms, Messages_Are_Posted_Or_Sent_And_Their_Failures_Reported) {
   TPage page;
   Post_Message(&page, umDisplayForm, 51, -1);
   Send_Message(&page, umGetFormName, 0, 7);
@@ -84,25 +67,6 @@ TEST_F(Forms, Messages_Are_Posted_Or_Sent_With_Their_Parameters) {
   Send_Message(&page, umDateChanged, 0, 0);
 }
 
-TEST_F(Forms, Finds_The_Page_Around_A_Control_And_Focuses_Through_Tabs) {
-  TPage page;
-  auto* tabs = new QTabWidget(&page);
-  auto* first = new QLineEdit;
-  auto* second = new QWidget;
-  auto* inside = new QLineEdit(QStringLiteral("text"), second);
-  inside->setObjectName(QStringLiteral("Inside"));
-  tabs->addTab(first, QStringLiteral("1"));
-  tabs->addTab(second, QStringLiteral("2"));
-  EXPECT_EQ(Get_ParentForm(inside), &page);
-  EXPECT_EQ(Get_ParentForm(&page), nullptr);
-  page.show();
-  Focus_Control(&page, "Inside");
-  EXPECT_EQ(tabs->currentWidget(), second);
-  EXPECT_EQ(page.focusWidget(), inside);
-  EXPECT_EQ(inside->selectedText(), QStringLiteral("text"));
-  Focus_Control(&page, "NoSuchControl");
-}
-
 TEST_F(Forms, Hints_Are_Split_And_Controls_Named_For_Screen_Readers) {
   QWidget form;
   auto* label = new QLabel(QStringLiteral("&Subject:"), &form);
@@ -110,83 +74,66 @@ TEST_F(Forms, Hints_Are_Split_And_Controls_Named_For_Screen_Readers) {
   label->setBuddy(input);
   input->setToolTip(QStringLiteral("Search|Searches everything"));
   Initialise_Form(&form);
-  EXPECT_EQ(input->accessibleName(), QStringLiteral("Subject"));
-  EXPECT_EQ(input->toolTip(), QStringLiteral("Search"));
-  EXPECT_EQ(input->statusTip(), QStringLiteral("Searches everything"));
+  EXPECT_EQ(input->accessibleName() + input->toolTip() + input->statusTip(),
+            QStringLiteral("SubjectSearchSearches everything"));
   EXPECT_EQ(label->textFormat(), Qt::PlainText);
 }
 
 TEST_F(Forms, A_Time_Steps_By_Quarters_Round_Midnight_And_Keeps_What_Is_Typed) {
   TTimeEdit edit;
-  const auto step = [&](const char* from, Qt::Key key) {
+  for (const auto& [from, key, to] : {std::tuple("9:07 AM", Qt::Key_Up, "9:15 AM"),
+                                      {"9:15 AM", Qt::Key_Up, "9:30 AM"},
+                                      {"9:07 AM", Qt::Key_Down, "9:00 AM"},
+                                      {"11:50 PM", Qt::Key_Up, "12:00 AM"},
+                                      {"12:00 AM", Qt::Key_Down, "11:45 PM"},
+                                      {"soon", Qt::Key_Up, "soon"}}) {
     edit.setText(QString::fromLatin1(from));
     QTest::keyClick(&edit, key);
-    return edit.text();
-  };
-  EXPECT_EQ(step("9:00 AM", Qt::Key_Up), QStringLiteral("9:15 AM"));
-  EXPECT_EQ(step("9:07 AM", Qt::Key_Up), QStringLiteral("9:15 AM"));
-  EXPECT_EQ(step("9:07 AM", Qt::Key_Down), QStringLiteral("9:00 AM"));
-  EXPECT_EQ(step("11:50 PM", Qt::Key_Up), QStringLiteral("12:00 AM"));
-  EXPECT_EQ(step("12:00 AM", Qt::Key_Down), QStringLiteral("11:45 PM"));
-  EXPECT_EQ(step("soon", Qt::Key_Up), QStringLiteral("soon"));
+    EXPECT_EQ(edit.text().toStdString(), to) << from;
+  }
 }
 
 TEST_F(Forms, Labels_Shorten_Paths_And_Act_As_Links) {
+  const QString path = QStringLiteral("/a/long/way/down/to/ding.wav");
   TFileLabel file;
   file.resize(file.fontMetrics().horizontalAdvance(QStringLiteral("mmmmmmmmmmmm")), 20);
-  file.Set_File(QStringLiteral("/a/long/way/down/to/ding.wav"));
-  EXPECT_TRUE(file.text().endsWith(QStringLiteral("/ding.wav"))) << file.text().toStdString();
-  EXPECT_TRUE(file.text().startsWith(QChar(0x2026)));
-  EXPECT_EQ(file.toolTip(), QStringLiteral("/a/long/way/down/to/ding.wav"));
+  file.Set_File(path);
+  EXPECT_TRUE(file.text().startsWith(QChar(0x2026)) && file.text().endsWith(QStringLiteral("/ding.wav")))
+      << file.text().toStdString();
+  EXPECT_EQ(file.toolTip(), path);
   TWebLabel link(QStringLiteral("Daily"));
   link.resize(link.sizeHint());
   int clicks = 0;
   QObject::connect(&link, &TWebLabel::Clicked, [&clicks] { ++clicks; });
-  QTest::mouseClick(&link, Qt::LeftButton);
-  QTest::mouseClick(&link, Qt::RightButton);
-  QTest::keyClick(&link, Qt::Key_Return);
-  QTest::keyClick(&link, Qt::Key_Space);
+  for (const auto button : {Qt::LeftButton, Qt::RightButton}) QTest::mouseClick(&link, button);
+  for (const auto key : {Qt::Key_Return, Qt::Key_Space, Qt::Key_Tab}) QTest::keyClick(&link, key);
   EXPECT_EQ(clicks, 3);
 }
 
 TEST_F(Forms, Settings_Outlive_Their_Store_And_Keep_Every_Text) {
-  TTemporary_Folder folder;
-  const QString file = To_Qt(folder.File("settings.ini"));
+  const TTemporary_Folder folder;
   const std::string text = "a, b;\"c\"\n\xC3\xA4 %General";
-  {
-    TQt_Settings store(file);
-    store.Write("General", "Text", text);
-    Kt_util_01::Install_Settings(&store);
-    Kt_util_01::Write_Bool("General", "Show Calendar", true);
-    Kt_util_01::Write_Integer("Options", "Reminder Type", 18);
-  }
-  TQt_Settings store(file);
-  Kt_util_01::Install_Settings(&store);
-  EXPECT_EQ(Kt_util_01::Read_String("General", "Text", ""), text);
-  EXPECT_TRUE(Kt_util_01::Read_Bool("General", "Show Calendar", false));
-  EXPECT_EQ(Kt_util_01::Read_Integer("Options", "Reminder Type", 1), 18);
-  EXPECT_EQ(Kt_util_01::Read_Integer("Options", "Nothing", 42), 42);
-  Kt_util_01::Install_Settings(&seams.Settings);
+  TQt_Settings(To_Qt(folder.File("settings.ini"))).Write("General", "Text", text);
+  TQt_Settings store(To_Qt(folder.File("settings.ini")));
+  std::string read, missing = "as it was";
+  EXPECT_TRUE(store.Read("General", "Text", read));
+  EXPECT_EQ(read, text);
+  EXPECT_FALSE(store.Read("Options", "Nothing", missing));
 }
 
 TEST_F(Forms, Prompts_Are_Message_Boxes_With_Plain_Texts) {
   TMessage_Prompts prompts;
-  {
-    TModal_Driver driver([](QWidget* box) {
-      EXPECT_EQ(box->windowTitle(), QStringLiteral("Caption"));
-      EXPECT_EQ(box->property("text").toString(), QStringLiteral("<b>one</b>\n\ntwo\nthree"));
-      Picture(box, QStringLiteral("prompt_error"));
-      QTest::keyClick(box, Qt::Key_Return);
-    });
-    prompts.Error("Caption", "<b>one</b>\r\n\r\ntwo\rthree");
-  }
-  const auto answer = [&prompts](Qt::Key key) {
-    TModal_Driver driver([key](QWidget* box) { QTest::keyClick(box, key, Qt::NoModifier); });
-    return prompts.Question("Caption", "Sure?");
-  };
-  EXPECT_EQ(answer(Qt::Key_Escape), Kt_util_01::Answer_No);
-  TModal_Driver driver([](QWidget* box) { QTest::keyClick(box, Qt::Key_Y, Qt::AltModifier); });
-  EXPECT_EQ(prompts.Question("Caption", "Sure?"), Kt_util_01::Answer_Yes);
+  With_Dialog(
+      [](QWidget* box) {
+        EXPECT_EQ(box->windowTitle(), QStringLiteral("Caption"));
+        EXPECT_EQ(box->property("text").toString(), QStringLiteral("<b>one</b>\n\ntwo\nthree"));
+        Confirm(box);
+      },
+      [&] { prompts.Error("Caption", "<b>one</b>\r\n\r\ntwo\rthree"); });
+  const auto ask = [&] { return prompts.Question("Caption", "Sure?"); };
+  EXPECT_EQ(With_Dialog(Cancel, ask), Kt_util_01::Answer_No);
+  EXPECT_EQ(With_Dialog([](QWidget* box) { QTest::keyClick(box, Qt::Key_Y, Qt::AltModifier); }, ask),
+            Kt_util_01::Answer_Yes);
 }
 
 }  // namespace

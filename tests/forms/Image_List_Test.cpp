@@ -1,11 +1,8 @@
 #include "Image_List.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QPainter>
-#include <QPalette>
 #include <set>
+
+#include "Editor_Fixture.h"
 
 using namespace KTReminds;
 
@@ -20,21 +17,17 @@ QImage Drawn(const TImage_List& list, int image, const QColor& ink, qreal ratio 
   return canvas;
 }
 
-// Whether all dots, whatever their opacity, have one colour.
-bool Only(const QImage& image, QRgb ink) {
+/// The colours of all dots that are opaque, or whatever their opacity.
+std::set<QRgb> Colours(const QImage& image, int least_opacity = 255) {
+  std::set<QRgb> colours;
   for (int dot = 0; dot < image.width() * image.height(); ++dot)
     if (const QColor colour = image.pixelColor(dot % image.width(), dot / image.width());
-        colour.alpha() > 0 && (colour.rgb() & 0xFFFFFF) != (ink & 0xFFFFFF))
-      return false;
-  return true;
+        colour.alpha() >= least_opacity)
+      colours.insert(qRgb(colour.red(), colour.green(), colour.blue()));
+  return colours;
 }
 
-bool Has_Dot(const QImage& image, const QColor& ink) {
-  for (int y = 0; y < image.height(); ++y)
-    for (int x = 0; x < image.width(); ++x)
-      if (image.pixelColor(x, y) == ink) return true;
-  return false;
-}
+constexpr QRgb Black = qRgb(0, 0, 0), White = qRgb(255, 255, 255), Green = qRgb(0, 255, 0);
 
 TEST(Image_List, Has_Different_Pictures_By_Number) {
   for (const auto& [name, count] :
@@ -54,12 +47,11 @@ TEST(Image_List, Has_Different_Pictures_By_Number) {
 TEST(Image_List, Draws_In_The_Given_Ink_At_The_Scale_Of_The_Device) {
   const TImage_List list("P3_Enabled"), disabled("P3_Disabled");
   for (int image = 0; image < list.Count(); ++image) {
-    EXPECT_TRUE(Has_Dot(Drawn(list, image, Qt::black, 2), Qt::black)) << image;
-    EXPECT_TRUE(Has_Dot(Drawn(list, image, Qt::white, 2), Qt::white)) << image;
+    EXPECT_TRUE(Colours(Drawn(list, image, Qt::black, 2)).count(Black)) << image;
+    EXPECT_TRUE(Colours(Drawn(list, image, Qt::white, 2)).count(White)) << image;
   }
-  const QRgb black = qRgb(0, 0, 0);
-  EXPECT_TRUE(Only(Drawn(disabled, 2, Qt::black), black)) << "the accent of deleting is gone";
-  EXPECT_FALSE(Only(Drawn(list, 2, Qt::black), black));
+  EXPECT_EQ(Colours(Drawn(disabled, 2, Qt::black), 1), std::set{Black}) << "the accent of deleting is gone";
+  EXPECT_GT(Colours(Drawn(list, 2, Qt::black), 1).size(), 1u);
   const QImage fine = Drawn(list, 12, Qt::black, 2);
   EXPECT_NE(fine, Drawn(list, 12, Qt::black).scaled(32, 32)) << "drawn at its size, not stretched";
   Free_Images();
@@ -67,20 +59,21 @@ TEST(Image_List, Draws_In_The_Given_Ink_At_The_Scale_Of_The_Device) {
 }
 
 TEST(Image_List, Icon_Follows_Palette_And_Scale) {
-  const QPalette before = QApplication::palette();
+  const TPalette_Scope back(false);
   const QIcon icon = TImage_List("P3_Enabled").Icon(16);
-  QPalette palette = before;
-  const QSize size(TImage_List::Size, TImage_List::Size);
-  for (const QColor ink : {QColor(Qt::black), QColor(Qt::white)}) {
-    palette.setColor(QPalette::WindowText, ink);
-    palette.setColor(QPalette::HighlightedText, Qt::green);
+  QPalette palette = QApplication::palette();
+  palette.setColor(QPalette::HighlightedText, QColor(Green));
+  const auto colours = [&icon](QIcon::Mode mode) {
+    return Colours(icon.pixmap(QSize(TImage_List::Size, TImage_List::Size), 2.0, mode).toImage());
+  };
+  for (const QRgb ink : {Black, White}) {
+    palette.setColor(QPalette::WindowText, QColor(ink));
     QApplication::setPalette(palette);
-    EXPECT_TRUE(Has_Dot(icon.pixmap(size, 2.0).toImage(), ink));
+    EXPECT_TRUE(colours(QIcon::Normal).count(ink));
   }
-  EXPECT_EQ(icon.pixmap(size, 2.0).size(), QSize(32, 32));
-  EXPECT_TRUE(Has_Dot(icon.pixmap(size, 2.0, QIcon::Selected).toImage(), Qt::green));
-  EXPECT_FALSE(Has_Dot(icon.pixmap(size, 2.0, QIcon::Disabled).toImage(), Qt::white));
-  QApplication::setPalette(before);
+  EXPECT_EQ(icon.pixmap(QSize(TImage_List::Size, TImage_List::Size), 2.0).size(), QSize(32, 32));
+  EXPECT_TRUE(colours(QIcon::Selected).count(Green));
+  EXPECT_FALSE(colours(QIcon::Disabled).count(White));
 }
 
 }  // namespace

@@ -1,0 +1,104 @@
+#include "Book_Dialogs.h"
+#include "Contact_Dialog.h"
+#include "Editor_Fixture.h"
+#include "KTReminds.h"
+#include "Main_Window.h"
+#include "Navigation_Tree.h"
+#include "Preferences.h"
+#include "Sample_Calendar.h"
+#include "Welcome.h"
+
+using namespace KTReminds;
+using namespace Plexidex;
+
+namespace {
+
+/// Windows in the locale, dark or light, that the parameter names.
+class Looks : public TEditor_Fixture, public testing::WithParamInterface<std::pair<const char*, bool>> {
+ protected:
+  Looks() : colours(GetParam().second) { Kt_util_01::Install_Locale(GetParam().first); }
+
+  static void Look(QWidget* window, const QString& name) {
+    Settle();
+    EXPECT_EQ(Make_Checks(window), "") << name.toStdString();
+    Picture(window, QStringLiteral("look_%1_%2_%3")
+                        .arg(name, QString::fromLatin1(GetParam().first))
+                        .arg(GetParam().second));
+  }
+  static void Look_At_Every_Page(QWidget& form, const QString& name) {
+    Show(form);
+    Look(&form, name);
+    auto* tabs = form.findChild<QTabWidget*>();
+    for (int page = 0; page < (tabs ? tabs->count() : 0); ++page) {
+      if (!tabs->isTabVisible(page)) continue;
+      tabs->setCurrentIndex(page);
+      Look(&form, name + QString::number(page));
+    }
+  }
+  static void Look_At_Dialog(const char* name, const std::function<void()>& call) {
+    const TModal_Driver driver([name](QWidget* form) {
+      Look(form, QString::fromLatin1(name));
+      Cancel(form);
+    });
+    call();
+  }
+
+  const TPalette_Scope colours;
+};
+
+// Nothing is clipped, unnamed or ambiguous.
+
+TEST_P(Looks, Of_The_Editors) {
+  for (const bool task : {false, true}) {
+    TAlarm_Props_Frm form(Monday + 1.5, {true, 30, "", task ? 0 : Monday}, task, false);
+    Look_At_Every_Page(form, QStringLiteral("alarm_%1").arg(task));
+  }
+  TReminder_Rules set;
+  ASSERT_TRUE(set.Open(Make(5), {database.Book().Key, {}}, {}, false));
+  set.Open_Whole_Set();
+  set.Pages.Daily_Every = set.Pages.Monthly_Every = set.Pages.Yearly_Every = false;
+  set.Alarm.On = true;
+  for (const int freq : {1, 2, 3, 4}) {
+    set.Pages.Freq = static_cast<TFrequency>(freq);
+    TReminder_Frm form(set);
+    Look_At_Every_Page(form, QStringLiteral("set_%1_").arg(freq));
+  }
+  TTask_Rules task;
+  ASSERT_TRUE(task.Open(Make(1, 3), {database.Book().Key, {}}, {}, false));
+  task.Alarm.On = true;
+  task.Status = TTask_Status::Completed;
+  task.Set_Status();
+  TTask_Frm form(task);
+  Look_At_Every_Page(form, QStringLiteral("task_"));
+}
+
+TEST_P(Looks, Of_The_Window_On_The_Samples_Data) {
+  Fill_With_Sample({}, Kt_util_01::Today());
+  const std::string book = database.Book().Key,
+                    contact = Query_Text("SELECT Key FROM KT_Contacts WHERE Type = 0 ORDER BY DisplayName");
+  TMain_Window window;
+  Show(window);
+  for (const auto kind : {TNode_Kind::Book, TNode_Kind::Tasks, TNode_Kind::Contacts, TNode_Kind::Contact,
+                          TNode_Kind::Calendar}) {
+    ASSERT_TRUE(window.Tree().Select(kind, book, kind == TNode_Kind::Contact ? contact : ""));
+    Look(&window, QStringLiteral("window_%1").arg(static_cast<int>(kind)));
+  }
+  window.resize(560, 420);
+  Look(&window, QStringLiteral("window_narrow"));
+  Look_At_Dialog("contact", [&] { Edit_Contact(&window, contact); });
+  Look_At_Dialog("book", [&] { Set_Up_Book(&window, book); });
+  Look_At_Dialog("preferences", [&] {
+    std::string database_file = database.Path();
+    Edit_Preferences(&window, database_file);
+  });
+  Look_At_Dialog("welcome", [&] {
+    TFirst_Book first;
+    EXPECT_FALSE(Welcome(database.Path(), first));
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, Looks,
+                         testing::Values(std::pair("en_US", false), std::pair("de_DE", false),
+                                         std::pair("en_US", true), std::pair("de_DE", true)));
+
+}  // namespace
