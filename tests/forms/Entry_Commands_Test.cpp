@@ -76,7 +76,7 @@ TEST_P(Entry_Commands_Of, Mark_In_Place_By_Tool_And_By_A_Click_On_The_Image) {
   EXPECT_EQ(click(0, 10), 1);
   EXPECT_EQ(item->Image, Image_Done_Event);
   EXPECT_EQ(list->Selected(), item) << "not built again";
-  Action("Ackmenu")->trigger();
+  Act(view, "Ackmenu");
   EXPECT_EQ(click(1, 10), 0) << "private";
   Sign_In({.Delete = true, .See = true});
   EXPECT_EQ(click(0, 10), 0) << "not allowed";
@@ -88,7 +88,7 @@ TEST_P(Entry_Commands_Of, Sort_And_Keep_The_Selection) {
   Add("a", 0.2, "Priority = 9");
   Display(true, 0);
   const auto click = [this](const char* label) {
-    QTest::mouseClick(Control<QLabel>(view, label), Qt::LeftButton);
+    Act(view, label);
     return Shown() + (list->Selected_Row() == 0 ? "1" : "2");
   };
   EXPECT_EQ(click("SortDescLabel"), "a b2");
@@ -105,9 +105,9 @@ TEST_P(Entry_Commands_Of, Sort_And_Keep_The_Selection) {
     return texts;
   };
   EXPECT_EQ(checked(), "&Priority D&escending ");
-  Action("Ascending1")->trigger();
+  Act(view, "Ascending1");
   EXPECT_EQ(Shown(), "b a");
-  Action("Sort3")->trigger();
+  Act(view, "Sort3");
   EXPECT_EQ(Shown(), "a b");
   EXPECT_EQ(checked(), "&Description A&scending ");
 }

@@ -55,18 +55,15 @@ class Entry_List : public TEditor_Fixture {
     drawn = list.viewport()->grab().toImage();
   }
   QRect Row(int row) const { return list.visualRect(list.model()->index(row, 0)); }
-  QPoint Icon(int row) const { return {Row(row).left() + 10, Row(row).center().y()}; }
-  QPoint Beside(int row) const { return {Row(row).left() + Image_Width + 3, Row(row).center().y()}; }
+  QPoint At(int row, int x) const { return {x, Row(row).center().y()}; }
   std::string Selected() { return list.Selected() ? list.Selected()->Data->Key.Str() : std::string(); }
 
   bool Is_Base(int x, int y) const { return drawn.pixelColor(x, y) == list.palette().color(QPalette::Base); }
   /// The first column from `left` in which a row has ink.
   int First_Ink(int row, int left) const {
-    for (int x = left; x < drawn.width(); ++x) {
-      for (int y = Row(row).top(); y <= Row(row).bottom(); ++y) {
+    for (int x = left; x < drawn.width(); ++x)
+      for (int y = Row(row).top(); y <= Row(row).bottom(); ++y)
         if (!Is_Base(x, y)) return x;
-      }
-    }
     return -1;
   }
   bool Is_Dark() const { return list.palette().color(QPalette::Base).lightness() < 128; }
@@ -151,10 +148,10 @@ TEST_F(Entry_List, Says_What_The_Mouse_And_The_Keys_Do) {
     return after([&] { QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place); });
   };
   const auto key = [&](Qt::Key pressed) { return after([&] { QTest::keyClick(&list, pressed); }); };
-  EXPECT_EQ(click(Qt::LeftButton, Icon(1)), "state b");
-  EXPECT_EQ(click(Qt::LeftButton, Beside(0)), "a");
-  EXPECT_EQ(click(Qt::RightButton, Icon(1)), "b");
-  EXPECT_EQ(double_click(Beside(0)), "open a");
+  EXPECT_EQ(click(Qt::LeftButton, At(1, 10)), "state b");
+  EXPECT_EQ(click(Qt::LeftButton, At(0, Image_Width + 3)), "a");
+  EXPECT_EQ(click(Qt::RightButton, At(1, 10)), "b");
+  EXPECT_EQ(double_click(At(0, Image_Width + 3)), "open a");
   EXPECT_EQ(double_click({100, 250}), "open ") << "beside the rows, where nothing is selected";
   EXPECT_EQ(key(Qt::Key_Insert), "insert ");
   EXPECT_EQ(key(Qt::Key_Down), "b");
@@ -167,13 +164,13 @@ TEST_F(Entry_List, Tips_Belong_To_The_Text) {
   Fill({{"<b>Bold & short</b>", Noon, 0, Image_Open_Event, 5, true},
         {"secret", Noon, 0, 10, 5, true, false, true}});
   Show_List();
-  const int right = list.Items()[0].Data->TextRight, middle = Row(0).center().y();
+  const int right = list.Items()[0].Data->TextRight;
   EXPECT_EQ(right, Text_Left + list.fontMetrics().horizontalAdvance(QStringLiteral("<b>Bold & short</b>")));
-  EXPECT_TRUE(list.Tip_At({right - 1, middle}).startsWith(QStringLiteral("<b>Bold & short</b>\n")));
-  EXPECT_EQ(list.Tip_At({right, middle}), QString());
-  EXPECT_EQ(list.Tip_At({5, Row(1).center().y()}), QStringLiteral("Private"));
+  EXPECT_TRUE(list.Tip_At(At(0, right - 1)).startsWith(QStringLiteral("<b>Bold & short</b>\n")));
+  EXPECT_EQ(list.Tip_At(At(0, right)), QString());
+  EXPECT_EQ(list.Tip_At(At(1, 5)), QStringLiteral("Private"));
   EXPECT_EQ(list.Tip_At({5, 290}), QString());
-  QHelpEvent asked(QEvent::ToolTip, QPoint(50, middle), list.viewport()->mapToGlobal(QPoint(50, middle)));
+  QHelpEvent asked(QEvent::ToolTip, At(0, 50), list.viewport()->mapToGlobal(At(0, 50)));
   QApplication::sendEvent(list.viewport(), &asked);
   EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("&lt;b&gt;Bold &amp; short"))) << "not as markup";
   QToolTip::hideText();
@@ -220,9 +217,7 @@ TEST_F(Entry_List, Columns_Stand_Under_Each_Other) {
   const int text_after_time =
       Text_Left + list.fontMetrics().horizontalAdvance(QStringLiteral("10:55 PM")) + 5;
   for (const int row : {0, 1}) {
-    const int ink = First_Ink(row, text_after_time - 3);
-    EXPECT_GE(ink, text_after_time);
-    EXPECT_LE(ink, text_after_time + 3);
+    EXPECT_NEAR(First_Ink(row, text_after_time - 3), text_after_time + 1.5, 1.5) << row;
   }
   for (const int row : {2, 3, 4}) EXPECT_NEAR(First_Ink(row, Text_Left), Text_Left + 1, 2) << row;
   EXPECT_EQ(First_Ink(3, 0), First_Ink(3, Text_Left)) << "without an image";
@@ -273,7 +268,7 @@ TEST_F(Entry_List, Headings_Stand_Over_The_Columns_Of_A_Description) {
     last = span->Left;
   }
   EXPECT_FALSE(list.Column_Span(6));
-  EXPECT_NE(list.Tip_At({590, Row(0).center().y()}), QString()) << "not on its text alone";
+  EXPECT_NE(list.Tip_At(At(0, 590)), QString()) << "not on its text alone";
 }
 
 }  // namespace

@@ -64,8 +64,12 @@ TModal_Driver::~TModal_Driver() {
 
 void Act(QWidget* form, const std::string& inputs) {
   for (const QString& input : QString::fromStdString(inputs).split(QLatin1Char('|'))) {
-    const QString value = input.section(QLatin1Char('='), 1);
-    auto* control = Control<QWidget>(form, input.section(QLatin1Char('='), 0, 0).toLatin1().constData());
+    const QString name = input.section(QLatin1Char('='), 0, 0), value = input.section(QLatin1Char('='), 1);
+    if (auto* item = form->findChild<QAction*>(name); item && !form->findChild<QWidget*>(name)) {
+      item->trigger();
+      continue;
+    }
+    auto* control = Control<QWidget>(form, name.toLatin1().constData());
     if (auto* box = qobject_cast<QComboBox*>(control)) {
       box->isEditable() ? box->setEditText(value) : box->setCurrentIndex(box->findText(value));
     } else if (auto* date = qobject_cast<QDateEdit*>(control)) {

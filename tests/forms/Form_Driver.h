@@ -35,7 +35,8 @@ T* Control(QWidget* form, const char* name) {
 }
 
 /// Acts on controls in turn as a hand does: "Edit1=Lunch|EventDate=2024-01-15|OKBtn" types over a text,
-/// chooses an item ("" for none), a date or a tab (by its number), and clicks all else.
+/// chooses an item ("" for none), a date or a tab (by its number), clicks all else, and gives the commands of
+/// menus.
 void Act(QWidget* form, const std::string& inputs);
 void Confirm(QWidget* dialog);
 void Cancel(QWidget* dialog);

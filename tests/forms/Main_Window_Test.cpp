@@ -28,6 +28,13 @@ class Main_Window : public TEditor_Fixture {
     };
     act ? With_Dialog(act, choose) : choose();
   }
+  // As a page asks for a dialog of the program.
+  void Command(int number, const std::function<void(QWidget*)>& act) {
+    With_Dialog(act, [&] {
+      Kt_forms::Post_Message(&*window, Kt_forms::umSettingsCommand, 0, number);
+      Settle();
+    });
+  }
   // The entries of the coming weeks, each with its time.
   std::string Shown() {
     QStringList shown;
@@ -158,10 +165,7 @@ TEST_F(Main_Window, Books_Are_Made_Renamed_And_Removed) {
     Confirm_With("Name=Club")(form);
   });
   EXPECT_EQ(tree.Current().Book_Name, "Club");
-  With_Dialog(Confirm_With("Name=Choir|Label2=Voice"), [&] {
-    Kt_forms::Post_Message(&*window, Kt_forms::umSettingsCommand, 0, 7);
-    Settle();
-  });
+  Command(7, Confirm_With("Name=Choir|Label2=Voice"));
   EXPECT_EQ(tree.Current().Book_Name, "Choir");
   EXPECT_EQ(window->windowTitle(), QStringLiteral("Choir - Plexidex"));
   EXPECT_EQ(Query_Text("SELECT Other_2 FROM KT_Fields"), "Voice");
@@ -183,15 +187,10 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
   std::ofstream(bad) << std::string(4000, 'x');
   seams.Prompts.Expect_Error("User Preferences",
                              "\"" + bad + "\" cannot be opened as a database: file is not a database.");
-  With_Dialog(
-      [&](QWidget* form) {
-        std::filesystem::rename(path, path + ".moved");  // could not be opened again
-        Confirm_With("Navigation_Bars|Completed_Style|Database=" + bad)(form);
-      },
-      [&] {
-        Kt_forms::Post_Message(&*window, Kt_forms::umSettingsCommand, 0, 6);
-        Settle();
-      });
+  Command(6, [&](QWidget* form) {
+    std::filesystem::rename(path, path + ".moved");  // could not be opened again
+    Confirm_With("Navigation_Bars|Completed_Style|Database=" + bad)(form);
+  });
   EXPECT_EQ(Shared_Database().Path(), path);
   EXPECT_EQ(List_Books().size(), 1u);
   std::filesystem::rename(path + ".moved", path);

@@ -4,23 +4,16 @@
 
 using namespace KTReminds;
 
-namespace {
-
 TEST(Package, Starts_Afresh_Only_After_It_Was_Unloaded) {
-  Load_Package();
+  const auto order = [] { return std::pair(SortKey, SortAscending); };
   for (int round = 0; round < 2; ++round) {
-    EXPECT_EQ(SortKey, 2);
-    EXPECT_TRUE(SortAscending);
+    Load_Package();
+    EXPECT_EQ(order(), std::pair(2, true));
     SortKey = 4;
     SortAscending = false;
     Load_Package();
-    EXPECT_EQ(SortKey, 4) << "the user's order";
-    EXPECT_FALSE(SortAscending);
+    EXPECT_EQ(order(), std::pair(4, false)) << "the user's order";
     Unload_Package();
     Unload_Package();
-    Load_Package();
   }
-  Unload_Package();
 }
-
-}  // namespace

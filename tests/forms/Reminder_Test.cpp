@@ -21,7 +21,6 @@ TEST_F(Reminder_Form, A_New_Event_Is_Filled_In_By_Keyboard_And_Saved) {
     EXPECT_EQ(editor->windowTitle(), QStringLiteral("Create New Event"));
     EXPECT_EQ(Where(editor), "Notes/Edit1");
     EXPECT_EQ(Seen(editor, "Edit1 ContactPanel AlarmBox"), "Lunch|Home|hidden");
-    EXPECT_EQ(Make_Checks(editor), "");
     QTest::keyClick(editor->focusWidget(), Qt::Key_Tab);
     QTest::keyClicks(editor->focusWidget(), QStringLiteral("Canteen"));
     QTest::keyClick(editor, Qt::Key_T, Qt::AltModifier);
@@ -82,7 +81,6 @@ TEST_F(Reminder_Form, A_New_Set_Of_Each_Frequency_Has_Its_Dates) {
     SCOPED_TRACE(inputs);
     QWidget* editor = Edit("", "Set");
     Act(editor, std::string("TimeBox|RecurBtn|") + inputs + "|EndDate=2024-02-13");
-    EXPECT_EQ(Make_Checks(editor), "");
     Act(editor, "OKBtn");
     EXPECT_EQ(Dates(), dates);
     Run_Sql("DELETE FROM KT_Events_Data; DELETE FROM KT_Events");
@@ -212,8 +210,8 @@ TEST_F(Reminder_Form, What_May_Only_Be_Read_Closes_Unsaved_And_What_Is_Denied_St
   QWidget* editor = Edit(Make(1), {}, true);
   EXPECT_TRUE(Control<QLineEdit>(editor, "Edit1")->isReadOnly());
   EXPECT_TRUE(Control<QPlainTextEdit>(editor, "Memo1")->isReadOnly());
-  for (const char* name : {"PriorityBox", "AlarmCheck", "PrivateBox", "UserBox", "JournalBox"})
-    EXPECT_FALSE(Control<QWidget>(editor, name)->isEnabled()) << name;
+  EXPECT_EQ(Seen(editor, "PriorityBox AlarmCheck PrivateBox UserBox JournalBox"),
+            "(Priority 5)|(-)|(-)|(hidden)|(hidden)");
   Control<QLineEdit>(editor, "Edit1")->clear();
   Act(editor, "OKBtn");
   EXPECT_EQ(form->result(), QDialog::Accepted) << "nothing is validated";
@@ -245,8 +243,7 @@ TEST_F(Reminder_Form, The_Contact_Opens_Where_The_Host_Has_Pages_For_It) {
   EXPECT_EQ(Seen(Edit(key), "ContactBtn"), "hidden");
   Kt_forms::Install_Contact_Opener({[&known](const std::string& contact) { return contact == known; },
                                     [&opened](const std::string& contact) { opened = contact; }});
-  EXPECT_EQ(Make_Checks(Edit(key)), "");
-  Act(form.get(), "ContactBtn");
+  Act(Edit(key), "ContactBtn");
   EXPECT_EQ(opened, known);
   EXPECT_EQ(Seen(Edit(key, {}, true), "ContactBtn"), "hidden") << "of another user's private event";
   Kt_forms::Install_Contact_Opener({});

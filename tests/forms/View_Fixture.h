@@ -42,7 +42,7 @@ class TView_Fixture : public TEditor_Fixture {
   QAction* Action(const char* name) { return Control<QAction>(view, name); }
   /// Gives a command, or presses a key in the list, and acts on the dialog that it opens.
   void Answer(const std::function<void(QWidget*)>& act, const char* command) {
-    With_Dialog(act, [&] { Action(command)->trigger(); });
+    With_Dialog(act, [&] { Act(view, command); });
   }
   void Answer(const std::function<void(QWidget*)>& act, Qt::Key key) {
     With_Dialog(act, [&] { QTest::keyClick(list, key); });
