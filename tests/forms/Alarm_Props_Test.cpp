@@ -49,8 +49,8 @@ TEST_F(Alarm_Dialog, An_Offset_Is_Shown_Followed_And_Rewritten) {
       << "not rewritten while being typed";
   QTest::keyClick(box, Qt::Key_Tab);
   EXPECT_EQ(Seen(form, "Alarmbox"), "2 days before");
-  Act(form, "Alarmbox=soon");
-  EXPECT_EQ(Seen(form, "TimeLabel"), "at 12:00 PM on Monday, 15 January 2024") << "invalid counts as 0";
+  EXPECT_EQ(Seen_After("Alarmbox=soon", form, "TimeLabel"), "at 12:00 PM on Monday, 15 January 2024")
+      << "invalid counts as 0";
   seams.Prompts.Expect_Error("Invalid Reminder Specified",
                              "The offset for the Reminder is invalid.\r\n\r\nPlease specify an offset in one "
                              "of the following formats: - \r\n\r\n     ? minutes ( or ? )\r     ? hours ( or "
@@ -68,8 +68,8 @@ TEST_F(Alarm_Dialog, Switching_Off_Hides_What_Depends_And_Resets) {
   EXPECT_EQ(Seen(form, "TimeLabel"), "until 6:00 PM on Monday, 15 January 2024");
   EXPECT_TRUE(Control<QWidget>(form, "DelayLabel")->isVisible());
   seams.Sounds.Played.clear();
-  Act(form, "AlarmCheck");
-  EXPECT_EQ(Seen(form, "AlarmGroupBox Alarmbox TimeLabel DelayLabel"), "hidden|hidden|hidden|hidden");
+  EXPECT_EQ(Seen_After("AlarmCheck", form, "AlarmGroupBox Alarmbox TimeLabel DelayLabel"),
+            "hidden|hidden|hidden|hidden");
   Act(form, "AlarmCheck|AlarmCheck");
   EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{1, 3, 1}));
   Act(form, "OKBtn");
@@ -81,8 +81,8 @@ TEST_F(Alarm_Dialog, Switching_Off_Hides_What_Depends_And_Resets) {
 TEST_F(Alarm_Dialog, A_Task_Has_Its_Alarm_At_A_Day_And_Time) {
   QWidget* form = Open({false, 15, "", 0}, true);
   EXPECT_EQ(Seen(form, "When1 AlarmDate"), "hidden|hidden");
-  Act(form, "AlarmCheck2");
-  EXPECT_EQ(Seen(form, "AlarmDate AlarmTime"), "1/14/2024|8:00 AM") << "proposed for the day before";
+  EXPECT_EQ(Seen_After("AlarmCheck2", form, "AlarmDate AlarmTime"), "1/14/2024|8:00 AM")
+      << "proposed for the day before";
   seams.Prompts.Expect_Error(
       "Validation Failed",
       "The Reminder Date cannot be later that the Date the Task is Due. Please respecify before continuing");
@@ -110,8 +110,7 @@ TEST_F(Alarm_Dialog, Sounds_Are_Listed_Browsed_For_And_Made_The_Default) {
   EXPECT_EQ(asked, "Browse for Reminder Sound File|" + folder.File(""));
   EXPECT_EQ(Seen(form, "WAVBox"), "Bell.WAV") << "nothing was chosen";
   chosen = gong;
-  Act(form, "Button3");
-  EXPECT_EQ(Seen(form, "WAVBox"), "gong.wav");
+  EXPECT_EQ(Seen_After("Button3", form, "WAVBox"), "gong.wav");
   Act(form, "OKBtn");
   EXPECT_EQ(dialog->Alarm().WAVFile, gong);
 }

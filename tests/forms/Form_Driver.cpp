@@ -114,9 +114,16 @@ std::string Seen(QWidget* form, const char* names) {
     if (const auto* memo = qobject_cast<const QPlainTextEdit*>(control)) text = memo->toPlainText();
     if (button && button->isCheckable()) text = QLatin1Char(button->isChecked() ? '+' : '-');
     if (!control->isVisible()) text = QStringLiteral("hidden");
-    seen << (control->isEnabled() ? text : QLatin1Char('(') + text + QLatin1Char(')'));
+    seen << (control->isEnabled() && !control->property("readOnly").toBool()
+                 ? text
+                 : QLatin1Char('(') + text + QLatin1Char(')'));
   }
   return seen.join(QLatin1Char('|')).toStdString();
+}
+
+std::string Seen_After(const std::string& inputs, QWidget* form, const char* names) {
+  Act(form, inputs);
+  return Seen(form, names);
 }
 
 void Picture(QWidget* widget, const QString& name) {
