@@ -87,14 +87,8 @@ TEST_P(Looks, Of_The_Window_On_The_Samples_Data) {
   Look(&window, QStringLiteral("window_narrow"));
   Look_At_Dialog("contact", [&] { Edit_Contact(&window, contact); });
   Look_At_Dialog("book", [&] { Set_Up_Book(&window, book); });
-  Look_At_Dialog("preferences", [&] {
-    std::string database_file = database.Path();
-    Edit_Preferences(&window, database_file);
-  });
-  Look_At_Dialog("welcome", [&] {
-    TFirst_Book first;
-    EXPECT_FALSE(Welcome(database.Path(), first));
-  });
+  Look_At_Dialog("preferences", [&] { Edit_Preferences(&window, database.Path()); });
+  Look_At_Dialog("welcome", [&] { EXPECT_FALSE(Welcome(database.Path())); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Looks,
