@@ -16,30 +16,22 @@ TEST_F(Format_DateTime, Every_Field) {
       {"d|dd|ddd|dddd|m|mm|mmm|mmmm", "5|05|Tue|Tuesday|3|03|Mar|March"},
       {"y|yy|yyyy|YYYY|ddddd|dddddd", "24|24|2024|2024|3/5/2024|Tuesday, March 5, 2024"},
       {"h|hh|n|nn|s|ss|z|zzz", "9|09|7|07|3|03|45|045"},
-      {"t", "9:07 AM"},
-      {"tt", "9:07:03 AM"},
-      {"c", "3/5/2024 9:07:03 AM"},
+      {"c|t|tt", "3/5/2024 9:07:03 AM|9:07 AM|9:07:03 AM"},
       {"h:mm am/pm", "9:07 am"},
       {"h:mm AM/PM", "9:07 AM"},
       {"ha/p", "9a"},
       {"ampm", "AM"},
       // After an hour m is minutes, also behind separators and texts, and only once.
-      {"hh:mm mm", "09:07 03"},
-      {"h \"uhr\" m", "9 uhr 7"},
-      {"h mmm", "9 Mar"},
-      {"mm:ss", "03:03"},
+      {"mm:ss, hh:mm mm, h \"uhr\" m, h mmm", "03:03, 09:07 03, 9 uhr 7, 9 Mar"},
       // As the pages and the journal use them.
       {"\"at\" t \"on\" dddd, dd mmmm yyyy", "at 9:07 AM on Tuesday, 05 March 2024"},
       {"\"Task Marked Completed: \"ddddd,t", "Task Marked Completed: 3/5/2024,9:07 AM"},
       // Texts.
-      {"'d' d", "d 5"},
-      {"\"it's\" d", "it's 5"},
+      {"'d' d, \"it's\" d, b ü – i, a.a", "d 5, it's 5, b ü – i, a.a"},
       {"d \"open d", "5 open d"},
       {"d \"", "5 "},
       {"\"\"", ""},
-      {"", ""},
-      {"b ü – i", "b ü – i"},
-      {"a.a", "a.a"}};
+      {"", ""}};
   for (const auto& test : cases) EXPECT_EQ(FormatDateTime(test[0], m_Moment), test[1]) << test[0];
 }
 
