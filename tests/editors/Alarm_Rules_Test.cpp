@@ -90,7 +90,7 @@ TEST_F(Alarm_Texts, Moments_And_Refusals_Name_What_Is_Wrong_And_Where) {
   EXPECT_EQ(time.Text, asked + "h:mm ampm");
   for (const auto& [locale, format] :
        {std::pair("de_DE", "hh:mm"), std::pair("da_DK", "hh.mm"), std::pair("fr_CA", "hh h mm")}) {
-    Kt_util_01::Install_Locale(locale);
+    Install_Locale(locale);
     EXPECT_EQ(Refuse_Time("c", "t").Text, asked + format) << locale;
   }
   EXPECT_EQ(offset, 960);
@@ -102,7 +102,7 @@ TEST_F(Alarm_Texts, Sounds_Come_From_The_Folder_Of_The_Current_File_Or_The_Syste
        {own.File("a.WAV"), own.File("b.wav"), own.File("c.mp3"), system.File("ding.wav")}) {
     std::ofstream(file) << "x";
   }
-  Kt_util_01::Install_Sound_Folder(system.File("").substr(0, system.File("").size() - 1));
+  Install_Sound_Folder(system.File("").substr(0, system.File("").size() - 1));
   for (const char* current : {"", "<Default Sound>", "/no/such/file.wav"}) {
     const TSound_List list = Build_WAV_List(current);
     EXPECT_EQ(list.Items, (std::vector<std::string>{"<Default Sound>", "<Standard Beep>", "ding.wav"}));
@@ -122,7 +122,7 @@ TEST_F(Alarm_Texts, Sounds_Come_From_The_Folder_Of_The_Current_File_Or_The_Syste
   EXPECT_EQ(Read_Default_Sound(), "<Standard Beep>");
   Write_Default_Sound("x.wav");
   EXPECT_EQ(Read_Default_Sound(), "x.wav");
-  Kt_util_01::Install_Sound_Folder("");
+  Install_Sound_Folder("");
 }
 
 }  // namespace

@@ -2,14 +2,11 @@
 
 #include "Test_Events.h"
 
-using namespace KTReminds;
-using namespace Kt_data_01;
-
 namespace {
 
 class Reminder_Rules : public TDatabase_Test {
  protected:
-  Reminder_Rules() { Kt_util_01::CurrentDate = Monday; }
+  Reminder_Rules() { CurrentDate = Monday; }
 
   /// A daily set with alarms; the key of the one in the middle.
   static std::string Make(int days, double first = Monday + 0.5) {
@@ -87,7 +84,7 @@ TEST_F(Reminder_Rules, Inputs_Are_Refused_In_Their_Order_And_Nothing_Is_Written)
   EXPECT_EQ(Save(rules), "Invalid Reminder Specified/AlarmBox");
   rules.Alarm_Text = "5";
   EXPECT_EQ(Save(rules), "User's Name Required/UserBox");
-  rules.Owner = Kt_util_01::User_Key();
+  rules.Owner = User_Key();
   EXPECT_EQ(Save(rules), "Invalid Period/DailyNumber");
   rules.Pages.Daily_Number = "1";
   rules.Pages.Until = 45308;
@@ -162,25 +159,18 @@ TEST_F(Reminder_Rules, Seconds_That_The_Time_Does_Not_Show_Are_No_Change) {
 }
 
 TEST_F(Reminder_Rules, A_New_Set_Of_Each_Frequency_Has_Its_Dates) {
-  const struct {
-    TFrequency Freq;
-    int Days;
-    const char* Dates;
-  } cases[] = {{TFrequency::Daily, 1, "0.0 1.0"},
-               {TFrequency::Weekly, 20, "0.0 7.0 14.0"},
-               {TFrequency::Monthly, 40, "0.0 31.0"},
-               {TFrequency::Yearly, 400, "0.0 366.0"}};
-  for (const auto& one : cases) {
+  const char* const dates[] = {"0.0 1.0", "0.0 7.0", "0.0 31.0", "0.0 366.0"};
+  for (int freq = 1; const int days : {1, 8, 40, 400}) {
     TReminder_Rules rules;
     ASSERT_TRUE(Open(rules, "", "Set"));
     rules.No_Time = true;
     rules.Set_Recurring(true);
-    rules.Pages.Freq = one.Freq;
-    rules.Pages.Until = Monday + one.Days;
+    rules.Pages.Freq = static_cast<TFrequency>(freq);
+    rules.Pages.Until = Monday + days;
     EXPECT_EQ(Save(rules), "saved");
-    EXPECT_EQ(Dates(), one.Dates);
-    EXPECT_EQ(rules.Occurrences_To_Write(10), Query_Number("SELECT count(*) FROM KT_Events_Data"));
-    EXPECT_EQ(rules.Occurrences_To_Write(1), 2) << "counted no further";
+    EXPECT_EQ(Dates(), dates[freq++ - 1]);
+    EXPECT_EQ(rules.Occurrences_To_Write(10), 2);
+    EXPECT_EQ(rules.Occurrences_To_Write(0), 1) << "counted no further";
     Run_Sql("DELETE FROM KT_Events_Data; DELETE FROM KT_Events");
   }
 }
@@ -197,7 +187,7 @@ TEST_F(Reminder_Rules, A_Set_Is_Proposed_From_The_Date_When_It_Is_First_Made) {
   EXPECT_EQ(rules.Pages.Weekly_Number, "3") << "what was typed comes back";
   TReminder_Rules last;
   ASSERT_TRUE(Open(last, "", "Set"));
-  last.Day = Kt_util_01::Encode_Date(9999, 6, 1);
+  last.Day = Encode_Date(9999, 6, 1);
   last.Set_Recurring(true);
   EXPECT_EQ(last.Pages.Until, last.Day) << "there is no year after it";
 }
@@ -236,7 +226,7 @@ TEST_F(Reminder_Rules, Rights_Decide_What_May_Be_Opened_Changed_And_Given_Away_W
     Set_Rights(database.Book().Key, anna, {.Update = true, .See = true});
     Set_Rights(database.Book().Key, bert, {.Create = true, .See = true});
   });
-  Kt_util_01::Set_User_Key(anna);
+  Set_User_Key(anna);
   TReminder_Rules annas;
   ASSERT_TRUE(Open(annas, "", "x"));
   EXPECT_EQ(annas.Check_Right().Text,
@@ -245,7 +235,7 @@ TEST_F(Reminder_Rules, Rights_Decide_What_May_Be_Opened_Changed_And_Given_Away_W
   annas.Owner = bert;
   EXPECT_EQ(annas.Validate().Caption, "Access Permission Error");
   annas.Discard();
-  Kt_util_01::Set_User_Key(bert);
+  Set_User_Key(bert);
   TReminder_Rules berts, stored;
   ASSERT_TRUE(Open(berts, "", "x"));
   EXPECT_TRUE(berts.Check_Right().Empty());
@@ -253,7 +243,7 @@ TEST_F(Reminder_Rules, Rights_Decide_What_May_Be_Opened_Changed_And_Given_Away_W
   ASSERT_TRUE(Open(stored, key));
   EXPECT_TRUE(stored.Read_Only()) << "no right to update";
   EXPECT_EQ(stored.Users().size(), 2u);
-  In_Update([&] { Kt_util_01::Set_User_Key(Create_User("Carl", true)); });
+  In_Update([&] { Set_User_Key(Create_User("Carl", true)); });
   TReminder_Rules carls;
   Open_Set(carls, key);
   carls.Owner = anna;

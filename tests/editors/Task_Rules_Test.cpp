@@ -2,14 +2,11 @@
 
 #include "Test_Events.h"
 
-using namespace KTReminds;
-using namespace Kt_data_01;
-
 namespace {
 
 class Task_Rules : public TDatabase_Test {
  protected:
-  Task_Rules() { Kt_util_01::CurrentDate = 45310; }
+  Task_Rules() { CurrentDate = 45310; }
   bool Open(TTask_Rules& rules, const std::string& key = {}) {
     return rules.Open(key, {database.Book().Key, {}}, "Report", false);
   }
@@ -59,7 +56,7 @@ TEST_F(Task_Rules, Status_Percentage_And_Dates_Go_Together) {
   EXPECT_EQ(rules.Remaining_Text(), "7.50");
   rules.Worked_Text = "2.";
   EXPECT_NO_THROW(rules.Remaining_Text());
-  Kt_util_01::Install_Locale("de_DE");
+  Install_Locale("de_DE");
   rules.Worked_Text = "2,5";
   EXPECT_EQ(rules.Remaining_Text(), "7,50");
   rules.Discard();
@@ -150,7 +147,7 @@ TEST_F(Task_Rules, Inputs_Are_Refused_In_Their_Order) {
   EXPECT_EQ(refusal(), "Validation Failed/AlarmDate");
   rules.Alarm_Day = rules.Day;
   EXPECT_EQ(refusal(), "User's Name Required/UserBox");
-  rules.Owner = Kt_util_01::User_Key();
+  rules.Owner = User_Key();
   EXPECT_EQ(refusal(), "Validation Failed/PercentBox");
   rules.Percentage_Text = "50";
   EXPECT_EQ(refusal(), "Validation Failed/BudgetBox");

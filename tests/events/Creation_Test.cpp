@@ -10,9 +10,6 @@ extern "C" std::size_t __sanitizer_get_allocated_size(const volatile void*);
 
 #include "Test_Events.h"
 
-using namespace KTReminds;
-using namespace Kt_data_01;
-
 namespace {
 
 // The most bytes that were in use at one time. The address sanitizer keeps freed memory for a while, so that
@@ -90,7 +87,7 @@ TEST_F(Creation, Sets_Go_To_Their_Last_Day_Whatever_The_Time_Or_Have_One_Occurre
     Write(standing);
   }
   EXPECT_EQ(Counts(), "5 9 1") << "an interval that does not move forward ends the set";
-  TNew_Event for_ever = Daily(Monday, Kt_util_01::Encode_Date(9999, 12, 31));
+  TNew_Event for_ever = Daily(Monday, Encode_Date(9999, 12, 31));
   for_ever.Record.Pattern.PeriodDefault = false;
   Write(for_ever);
   EXPECT_EQ(Counts(), "6 10 1") << "no day is chosen";

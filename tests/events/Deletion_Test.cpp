@@ -1,9 +1,6 @@
 #include "Event_Deletion.h"
 #include "Test_Events.h"
 
-using namespace KTReminds;
-using namespace Kt_data_01;
-
 namespace {
 
 class Deletion : public TDatabase_Test {

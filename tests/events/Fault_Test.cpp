@@ -10,9 +10,6 @@
 #include "Store_Check.h"
 #include "Test_Events.h"
 
-using namespace KTReminds;
-using namespace Kt_data_01;
-
 namespace {
 
 constexpr int Set_Length = 150;

@@ -2,9 +2,6 @@
 #include "Reminder_Utils.h"
 #include "Test_Events.h"
 
-using namespace KTReminds;
-using namespace Kt_data_01;
-
 namespace {
 
 class Lists : public TDatabase_Test {
@@ -20,7 +17,7 @@ class Lists : public TDatabase_Test {
     int Priority = 5;
     bool Alarm = false;
     std::string Contact = {};
-    std::string User = Kt_util_01::User_Key();
+    std::string User = User_Key();
     bool Private = false;
   };
   static std::string Add(const TAdded& added) {
@@ -71,7 +68,7 @@ TEST_F(Lists, A_Window_Holds_Whole_Days) {
 
 TEST_F(Lists, The_Last_Second_Of_A_Day_Counts_However_Long_Ago_The_Set_Began) {
   const TRecurrence_Pattern daily{TFrequency::Daily, 1, true, 0, 0, 0, Monday};
-  TDateTime date = Kt_util_01::From_Msecs(20000 * Kt_util_01::Msecs_Per_Day + 86'399'000);
+  TDateTime date = From_Msecs(20000 * Msecs_Per_Day + 86'399'000);
   while (Next_Occurrence(daily, date) != 0) date = Next_Occurrence(daily, date);
   Add({date, "last second"});
   EXPECT_EQ(Window(), "last second");
@@ -98,7 +95,7 @@ TEST_F(Lists, An_Entry_Carries_Its_Occurrence_Its_Set_And_Its_Contact) {
   };
   EXPECT_EQ(told(*entries[0]), event + "|Lunch|in Lunch|Lunch|" + contact + "|Carol|somebody|7p0|0.500000");
   EXPECT_EQ(told(*entries[1]), task + "|In Progress 40% Complete|Report|Report|" + database.Book().Calendar +
-                                   "|Home|" + Kt_util_01::User_Key() + "|5tk40|1.000000");
+                                   "|Home|" + User_Key() + "|5tk40|1.000000");
   EXPECT_EQ(entries[0]->Get_Tip(false), "Private");
   EXPECT_EQ(entries[1]->Get_Tip(true), "Report, In Progress 40% Complete, Tuesday, January 16, 2024, Home");
 }
@@ -135,7 +132,7 @@ TEST_F(Lists, Show_Only_What_The_User_May_See_Of_Contacts_That_Are_There) {
     Set_Rights(database.Book().Key, Global_User, {.See = true});
     Set_Rights(hidden, anna, {.Update = true});
   });
-  Kt_util_01::Set_User_Key(anna);
+  Set_User_Key(anna);
   EXPECT_EQ(Window(), "kept");
   EXPECT_EQ(Day_View(), "kept10");
   Build_Reminder_DayView(gone, database.Book().Key, list, Monday, true, false);

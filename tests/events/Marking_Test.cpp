@@ -1,9 +1,6 @@
 #include "Reminder_Utils.h"
 #include "Test_Events.h"
 
-using namespace KTReminds;
-using namespace Kt_data_01;
-
 namespace {
 
 class Marking : public TDatabase_Test {

@@ -3,7 +3,6 @@
 #include "Database_Test.h"
 
 using namespace KTReminds;
-using namespace Kt_data_01;
 
 namespace {
 
@@ -40,7 +39,7 @@ TEST_F(Command_Rules, Commands_Follow_Kind_State_And_Privacy) {
 TEST_F(Command_Rules, Commands_Follow_The_Rights_On_The_Owner) {
   std::string anna;
   In_Update([&] { anna = Create_User("Anna", false); });
-  Kt_util_01::Set_User_Key(anna);
+  Set_User_Key(anna);
   const auto with = [&](const TRights& rights) {
     In_Update([&] { Set_Rights(database.Book().Key, anna, rights); });
     return Offered(Item(TEntry_Type::Event));
@@ -48,7 +47,7 @@ TEST_F(Command_Rules, Commands_Follow_The_Rights_On_The_Owner) {
   EXPECT_EQ(with({.Create = true, .See = true}), "O");
   EXPECT_EQ(with({.Update = true}), "O+");
   EXPECT_EQ(with({.Delete = true}), "OD");
-  In_Update([] { Kt_util_01::Set_User_Key(Create_User("Bob", false)); });
+  In_Update([] { Set_User_Key(Create_User("Bob", false)); });
   Run_Sql("DROP TABLE KT_Rights");
   seams.Prompts.Expect_Unread("find KT_Rights: no such table: KT_Rights",
                               "Command_Rules:May [KT_Rights/KT_Users]");

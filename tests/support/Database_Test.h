@@ -6,6 +6,8 @@
 #include "Temporary_Database.h"
 #include "Test_Seams.h"
 
+using namespace Kt_data_01;
+
 /// On a new database, at noon of Monday, 15 January 2024.
 class TDatabase_Test : public testing::Test {
  protected:

@@ -14,11 +14,12 @@
 
 #include "Kt_util_01.h"
 
+// Tests write the names that they are about without their namespace.
+using namespace Kt_util_01;
+
 namespace Kt_test {
 
-using Kt_util_01::TDateTime;
-
-class TFixed_Clock : public Kt_util_01::TClock {
+class TFixed_Clock : public TClock {
  public:
   explicit TFixed_Clock(TDateTime value) : Value(value) {}
   TDateTime Now() override { return Value; }
@@ -29,7 +30,7 @@ class TFixed_Clock : public Kt_util_01::TClock {
 /// Prompts must come as expected and in that order. One that differs or was not expected fails the running
 /// test at once and answers No; one that never came fails it when the queue dies or is verified. A test may
 /// have them kept instead.
-class TPrompt_Queue : public Kt_util_01::TPrompts {
+class TPrompt_Queue : public TPrompts {
  public:
   ~TPrompt_Queue() override { Verify(); }
 
@@ -64,14 +65,14 @@ class TPrompt_Queue : public Kt_util_01::TPrompts {
   std::deque<TPrompt> m_Expected;
 };
 
-class TRecorded_Sounds : public Kt_util_01::TSounds {
+class TRecorded_Sounds : public TSounds {
  public:
   void Play(int number) override { Played.push_back(number); }
 
   std::vector<int> Played;
 };
 
-class TMemory_Settings : public Kt_util_01::TSettings_Store {
+class TMemory_Settings : public TSettings_Store {
  public:
   bool Read(const std::string& section, const std::string& name, std::string& value) override;
   void Write(const std::string& section, const std::string& name, const std::string& value) override;

@@ -5,8 +5,6 @@
 
 namespace {
 
-using namespace Kt_util_01;
-
 using Clock_And_Zone = Kt_test::TSeams_Test;
 
 TDateTime At(const char* iso) {

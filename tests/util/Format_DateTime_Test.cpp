@@ -4,8 +4,6 @@
 
 namespace {
 
-using namespace Kt_util_01;
-
 class Format_DateTime : public Kt_test::TSeams_Test {
  protected:
   const TDateTime m_Moment = Encode_Date(2024, 3, 5) + Encode_Time(9, 7, 3, 45);

@@ -5,8 +5,6 @@
 
 namespace {
 
-using namespace Kt_util_01;
-
 const TDateTime Moment = Encode_Date(2024, 3, 5) + Encode_Time(21, 7, 3, 0);
 
 std::string Shown(const std::string& locale) {

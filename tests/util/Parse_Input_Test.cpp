@@ -10,8 +10,6 @@
 
 namespace {
 
-using namespace Kt_util_01;
-
 using Parse_Input = Kt_test::TSeams_Test;
 
 // A text as one of the readers understands it, in a form that is the same everywhere; "" when it is refused.

@@ -1,11 +1,6 @@
-#include <gtest/gtest-spi.h>
-#include <gtest/gtest.h>
-
 #include "Test_Seams.h"
 
 namespace {
-
-using namespace Kt_util_01;
 
 TEST(Seams, Prompts_Reach_Who_Is_Installed) {
   Kt_test::TTest_Seams seams;
@@ -20,17 +15,6 @@ TEST(Seams, Prompts_Reach_Who_Is_Installed) {
   Sound(3);
   Sound(1);
   EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{3, 1}));
-}
-
-TEST(Seams, Wrong_And_Missing_Prompts_Fail_A_Test) {
-  Kt_test::TPrompt_Queue prompts;
-  EXPECT_NONFATAL_FAILURE(prompts.Error("Error", "Out of the blue."), "Out of the blue.");
-  prompts.Expect_Question("Delete", "Really?", Answer_Yes);
-  int answer = 0;
-  EXPECT_NONFATAL_FAILURE(answer = prompts.Question("Delete", "Surely?"), "expected: question Delete");
-  EXPECT_EQ(answer, Answer_No);
-  prompts.Expect_Info("Done", "Never.");
-  EXPECT_NONFATAL_FAILURE(prompts.Verify(), "never came: information");
 }
 
 TEST(Seams, Without_A_Host_Prompts_Are_Lines_And_The_Answer_Is_No) {

@@ -8,8 +8,6 @@
 
 namespace {
 
-using namespace Kt_util_01;
-
 using Texts = Kt_test::TSeams_Test;
 
 std::size_t Code_Points(const std::string& text) {
