@@ -38,7 +38,6 @@ class Alarm_Dialog : public TEditor_Fixture {
 TEST_F(Alarm_Dialog, An_Offset_Is_Shown_Followed_And_Rewritten) {
   QWidget* form = Open({true, 90, Standard_Beep_Text, 0});
   auto* box = Control<QComboBox>(form, "Alarmbox");
-  EXPECT_EQ(box->count(), 21);
   EXPECT_EQ(Seen(form, "Alarmbox TimeLabel When2 DelayLabel"),
             "1 hour before 30 minutes before|at 11:00 AM on Monday, 15 January 2024|hidden|hidden")
       << "only the first number and unit are read back";
@@ -51,22 +50,17 @@ TEST_F(Alarm_Dialog, An_Offset_Is_Shown_Followed_And_Rewritten) {
   EXPECT_EQ(Seen(form, "Alarmbox"), "2 days before");
   EXPECT_EQ(Seen_After("Alarmbox=soon", form, "TimeLabel"), "at 12:00 PM on Monday, 15 January 2024")
       << "invalid counts as 0";
-  seams.Prompts.Expect_Error("Invalid Reminder Specified",
-                             "The offset for the Reminder is invalid.\r\n\r\nPlease specify an offset in one "
-                             "of the following formats: - \r\n\r\n     ? minutes ( or ? )\r     ? hours ( or "
-                             "? h)\r     ? days ( or ? d )");
+  seams.Prompts.Expect_Error("Invalid Reminder Specified", Offset_Refused);
   Confirm(form);
   EXPECT_EQ(Where(form), "Alarmbox");
   Confirm_With("Alarmbox=2 H")(form);
   EXPECT_EQ(dialog->result(), QDialog::Accepted);
-  EXPECT_EQ(dialog->Alarm().Offset, 120);
-  EXPECT_EQ(dialog->Alarm().WAVFile, "<Standard Beep>");
+  EXPECT_EQ(std::to_string(dialog->Alarm().Offset) + dialog->Alarm().WAVFile, "120<Standard Beep>");
 }
 
 TEST_F(Alarm_Dialog, Switching_Off_Hides_What_Depends_And_Resets) {
   QWidget* form = Open({true, 30, Default_Sound_Text, Monday + 0.75});
-  EXPECT_EQ(Seen(form, "TimeLabel"), "until 6:00 PM on Monday, 15 January 2024");
-  EXPECT_TRUE(Control<QWidget>(form, "DelayLabel")->isVisible());
+  EXPECT_EQ(Seen(form, "TimeLabel DelayLabel"), "until 6:00 PM on Monday, 15 January 2024|Alarm Delayed:");
   seams.Sounds.Played.clear();
   EXPECT_EQ(Seen_After("AlarmCheck", form, "AlarmGroupBox Alarmbox TimeLabel DelayLabel"),
             "hidden|hidden|hidden|hidden");
@@ -74,8 +68,7 @@ TEST_F(Alarm_Dialog, Switching_Off_Hides_What_Depends_And_Resets) {
   EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{1, 3, 1}));
   Act(form, "OKBtn");
   const TAlarm alarm = dialog->Alarm();
-  EXPECT_TRUE(!alarm.On && alarm.Offset == 15 && alarm.WAVFile.empty());
-  EXPECT_EQ(alarm.NextTime, Monday + 0.75) << "passed through";
+  EXPECT_TRUE(!alarm.On && alarm.Offset == 15 && alarm.WAVFile.empty() && alarm.NextTime == Monday + 0.75);
 }
 
 TEST_F(Alarm_Dialog, A_Task_Has_Its_Alarm_At_A_Day_And_Time) {
@@ -96,19 +89,16 @@ TEST_F(Alarm_Dialog, Sounds_Are_Listed_Browsed_For_And_Made_The_Default) {
   const TTemporary_Folder elsewhere;
   const std::string bell = Sound_File(folder.File("Bell.WAV")), gong = Sound_File(elsewhere.File("gong.wav"));
   QWidget* form = Open({true, 15, "/gone/old.wav", 0});
-  EXPECT_EQ(Control<QComboBox>(form, "WAVBox")->count(), 3);
   EXPECT_EQ(Seen(form, "WAVBox Button4"), "<Default Sound>|(&Make Default)") << "a file that is gone";
   Act(form, "WAVBox=Bell.WAV|Button4");
   EXPECT_EQ(Read_Default_Sound(), bell);
   EXPECT_EQ(Control<QLabel>(form, "DefaultSound")->toolTip().toStdString(), bell);
-  std::string asked, chosen;
+  std::string chosen;
   dialog->Choose_File = [&](QWidget*, const QString& title, const QString& in, const QString&) {
-    asked = title.toStdString() + "|" + in.toStdString();
+    EXPECT_EQ((title + in).toStdString(), "Browse for Reminder Sound File" + folder.File(""));
     return QString::fromStdString(chosen);
   };
-  Act(form, "Button3");
-  EXPECT_EQ(asked, "Browse for Reminder Sound File|" + folder.File(""));
-  EXPECT_EQ(Seen(form, "WAVBox"), "Bell.WAV") << "nothing was chosen";
+  EXPECT_EQ(Seen_After("Button3", form, "WAVBox"), "Bell.WAV") << "nothing was chosen";
   chosen = gong;
   EXPECT_EQ(Seen_After("Button3", form, "WAVBox"), "gong.wav");
   Act(form, "OKBtn");
@@ -155,16 +145,12 @@ TEST_F(Alarm_Dialog, A_Stored_Alarm_Is_Changed_Or_Deleted_On_OK_Alone) {
         With_Dialog(act, [&] { return Set_Alarm_Properties(key, database.Book().Calendar, false); });
     return (changed ? "yes " : "no ") + Query_Text("SELECT Offset || WAVFile FROM KT_Alarms");
   };
-  EXPECT_EQ(after([](QWidget* form) {
-              Act(form, "Alarmbox=2 h");
-              Cancel(form);
-            }),
-            "no 30");
+  EXPECT_EQ(after(Cancel), "no 30");
   EXPECT_EQ(after(Confirm_With("Alarmbox=2 h")), "yes 120<Default Sound>");
   Plant("DELETE ON KT_Alarms", "delete KT_Alarms",
         "fm_Alarm_Props:Set_Alarm_Properties [KT_Events_Data/KT_Alarms]");
   EXPECT_EQ(after(Confirm_With("AlarmCheck")), "no 120<Default Sound>");
-  Run_Sql("DROP TRIGGER planted");
+  Unplant();
   EXPECT_EQ(after(Confirm_With("AlarmCheck")), "yes ");
   EXPECT_FALSE(Set_Alarm_Properties(key, database.Book().Calendar, false)) << "it has no alarm any more";
 }

@@ -1,22 +1,20 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QtTest>
 #include <QtWidgets>
 
 #include "Form_Checks.h"
 #include "Form_Driver.h"
 #include "Kt_forms.h"
-#include "Kt_util_01.h"
-#include "Temporary_Database.h"
 #include "Test_Events.h"
-#include "Test_Seams.h"
 
 /// Forms on a database of their own. Now is noon of Monday, 15 January 2024, which is also the date shown.
-class TEditor_Fixture : public testing::Test {
+class TEditor_Fixture : public TDatabase_Test {
  protected:
-  static constexpr double Monday = 45306;
+  static constexpr auto Offset_Refused =
+      "The offset for the Reminder is invalid.\r\n\r\nPlease specify an offset in one of the following "
+      "formats: - "
+      "\r\n\r\n     ? minutes ( or ? )\r     ? hours ( or ? h)\r     ? days ( or ? d )";
 
   TEditor_Fixture() { Kt_util_01::CurrentDate = Monday; }
 
@@ -39,23 +37,10 @@ class TEditor_Fixture : public testing::Test {
     const QString page = tabs ? tabs->tabText(tabs->currentIndex()) + QLatin1Char('/') : QString();
     return (page + (form->focusWidget() ? form->focusWidget()->objectName() : QString())).toStdString();
   }
-  /// Masters, occurrences, alarms, and notes of editors that are open.
-  static std::string Counts() {
-    return Query_Text(
-        "SELECT (SELECT count(*) FROM KT_Events) || ' ' || (SELECT count(*) FROM KT_Events_Data) || ' ' || "
-        "(SELECT count(*) FROM KT_Alarms) || ' ' || (SELECT count(*) FROM KT_Open_Editors)");
-  }
-  /// Days of the occurrences, counted from Monday.
-  static std::string Dates() {
-    return Query_Text(
-        "SELECT group_concat(round(EventDate - 45306, 3), ' ') FROM (SELECT * FROM KT_Events_Data ORDER BY "
-        "EventDate)");
-  }
   /// What writes so fails from now on; the error that the user will see.
   void Plant(const std::string& when, const std::string& doing, const std::string& tag) {
-    Run_Sql("CREATE TRIGGER planted BEFORE " + when + " BEGIN SELECT RAISE(ABORT, 'planted fault'); END");
-    seams.Prompts.Expect_Error("Update Failed", "The change could not be saved and has been undone: " +
-                                                    doing + ": planted fault\n\n" + tag);
+    ::Plant(when);
+    seams.Prompts.Expect_Undone(doing + ": planted fault", tag);
   }
   /// The user may do in the book what these rights say, and no more.
   void Sign_In(const Kt_data_01::TRights& rights) const {
@@ -65,9 +50,6 @@ class TEditor_Fixture : public testing::Test {
       Kt_util_01::Set_User_Key(user);
     });
   }
-
-  Kt_test::TTest_Seams seams;
-  TTemporary_Database database;
 };
 
 /// One of the editors.
@@ -75,13 +57,12 @@ template <class TRules, class TEditor>
 class TOf_An_Editor : public TEditor_Fixture {
  protected:
   /// Opens an entry, or a new one, whose record may be changed before it is shown. Lives until the next.
-  TEditor* Edit(
-      const std::string& key, const std::string& subject = {}, bool no_contact = false,
-      const std::function<void(TRules&)>& change = [](TRules&) {}) {
+  TEditor* Edit(const std::string& key, const std::string& subject = {}, bool no_contact = false,
+                const std::function<void(TRules&)>& change = {}) {
     form.reset();
     rules = std::make_unique<TRules>();
     EXPECT_TRUE(rules->Open(key, {database.Book().Key, {}}, subject, no_contact));
-    change(*rules);
+    if (change) change(*rules);
     form = std::make_unique<TEditor>(*rules);
     Show(*form);
     return form.get();
@@ -91,10 +72,9 @@ class TOf_An_Editor : public TEditor_Fixture {
     Edit(key);
     Plant("UPDATE ON KT_Events", "write KT_Events",
           unit + ":Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
-    Act(form.get(), "Edit1=New|OKBtn");
-    EXPECT_EQ(Seen(form.get(), "Edit1"), "New");
+    EXPECT_EQ(Seen_After("Edit1=New|OKBtn", form.get(), "Edit1"), "New");
     EXPECT_EQ(Query_Text("SELECT Title FROM KT_Events"), "Old");
-    Run_Sql("DROP TRIGGER planted");
+    Unplant();
     Act(form.get(), "OKBtn");
     EXPECT_EQ(form->result(), QDialog::Accepted) << "saved once the fault is gone";
   }

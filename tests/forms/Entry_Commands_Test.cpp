@@ -144,7 +144,7 @@ TEST_F(Entry_Commands_On_A_Page, Let_The_Page_Be_Closed_Or_Freed_While_Their_Dia
     Settle();
     EXPECT_FALSE(alive) << command;
   }
-  EXPECT_EQ(Counts(), "2 2 0 0") << "two added, one deleted";
+  EXPECT_EQ(Counts(), "2 2 0") << "two added, one deleted";
   Display(true, 0);
   Answer(
       [&](QWidget* dialog) {
@@ -152,7 +152,7 @@ TEST_F(Entry_Commands_On_A_Page, Let_The_Page_Be_Closed_Or_Freed_While_Their_Dia
         Confirm(dialog);
       },
       Qt::Key_Delete);
-  EXPECT_EQ(Counts(), "1 1 0 0");
+  EXPECT_EQ(Counts(), "1 1 0");
 }
 
 /// Two days side by side, and nothing but tasks to add.

