@@ -20,7 +20,7 @@ class Day_View : public TView_Fixture {
   }
 };
 
-TEST_F(Day_View, Is_Reused_Or_Takes_The_Place_Of_Another_Page) {
+TEST_F(Day_View, Takes_The_Place_Of_Another_Page_That_Is_Willing) {
   struct TStubborn : TForm {
     bool Willing = false;
     bool FormCloseQuery() override { return Willing; }
@@ -33,9 +33,6 @@ TEST_F(Day_View, Is_Reused_Or_Takes_The_Place_Of_Another_Page) {
   Display();
   Settle();
   EXPECT_FALSE(other);
-  const auto* first = view;
-  Display();
-  EXPECT_EQ(view, first);
 }
 
 TEST_F(Day_View, Shows_A_Day_Of_The_Book_Or_Of_One_Owner) {
@@ -46,8 +43,10 @@ TEST_F(Day_View, Shows_A_Day_Of_The_Book_Or_Of_One_Owner) {
   EXPECT_EQ(Day(), "15 January (15) contact calendar");
   auto* header = Control<QWidget>(view, "EventTitlePanel");
   EXPECT_EQ(Control<QWidget>(view, "NoEventsPanel")->rect(), header->geometry()) << "covers the caption";
+  const auto* first = view;
   Display(false);
   EXPECT_EQ(Shown(), "calendar");
+  EXPECT_EQ(view, first) << "reused";
   Kt_util_01::CurrentDate = Monday + 2;
   Send_Message(view, umDateChanged, 0, 0);
   EXPECT_EQ(Shown(), "");
@@ -59,9 +58,7 @@ TEST_F(Day_View, Steps_Days_And_Finds_Entries_To_Both_Sides) {
   Add("after", 3.5);
   Kt_util_01::CurrentDate = Monday + 0.6;
   Display();
-  Act(view, "SpeedButton1");
-  EXPECT_EQ(Kt_util_01::CurrentDate, Monday - 0.4);
-  Act(view, "SpeedButton2|SpeedButton2");
+  Act(view, "SpeedButton1|SpeedButton2|SpeedButton2");
   EXPECT_EQ(Day(), "16 January (15) ") << "the calendar is not told";
   Act(view, "Nextbtn");
   EXPECT_EQ(Day(), "18 January (18) after");
@@ -71,7 +68,6 @@ TEST_F(Day_View, Steps_Days_And_Finds_Entries_To_Both_Sides) {
   EXPECT_EQ(Shown(), "before");
   Act(view, "ToolButton7");
   EXPECT_EQ(Kt_util_01::CurrentDate, Monday + 0.5) << "with the time of day";
-  EXPECT_EQ(Day(), "15 January (15) ");
 }
 
 TEST_F(Day_View, New_Entries_Belong_To_The_Owner_But_Tasks_Of_The_Whole_Calendar) {
@@ -90,9 +86,8 @@ TEST_F(Day_View, New_Entries_Belong_To_The_Owner_But_Tasks_Of_The_Whole_Calendar
 
 TEST_F(Day_View, The_Calendar_Beside_The_List_Is_Remembered) {
   Display();
-  EXPECT_FALSE(Control<QWidget>(view, "CalPanel")->isVisible());
-  EXPECT_EQ(Texts("ToolButton4"),
-            "Show Calendar/Displays a Calendar view allowing different dates to be selected");
+  EXPECT_EQ(Seen(view, "CalPanel") + Texts("ToolButton4"),
+            "hiddenShow Calendar/Displays a Calendar view allowing different dates to be selected");
   Act(view, "ToolButton4");
   EXPECT_TRUE(Action("ToolButton4")->isChecked() && Action("GotoDate1")->isChecked());
   EXPECT_EQ(Texts("GotoDate1"), "Hide Calendar/Hides the Calendar display");
@@ -112,24 +107,6 @@ TEST_F(Day_View, Asks_The_Page_Around_It_For_Other_Views) {
   form.As<TCalendar_View>()->Set_View_Available(11, false);
   EXPECT_TRUE(Action("ToolButton10")->isChecked() && Action("ToolButton8")->isEnabled());
   EXPECT_FALSE(Action("ToolButton9")->isEnabled() || Action("DailyView1")->isEnabled());
-}
-
-TEST_F(Day_View, Looks) {
-  Run_Sql("INSERT INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45306, 'King', 'Here')");
-  Add("A task that is due", 0, "AllDay = 1, EventType = 3");
-  Add("Overdue since nine", 0.375, "Priority = 1");
-  Add("Done", 0.4, {}, "Actioned = 1");
-  Add("A title far too long for a narrow window", 0.6);
-  Add("Private", 0.7, Hidden);
-  Kt_util_01::Write_Bool("General", "Show Calendar", true);
-  for (const bool dark : {false, true}) {
-    const TPalette_Scope colours(dark);
-    for (const int width : {420, 800}) {
-      home.resize(width, 300);
-      Display(true, 2);
-      EXPECT_EQ(Make_Checks(view), "") << dark << width;
-    }
-  }
 }
 
 }  // namespace

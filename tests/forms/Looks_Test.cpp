@@ -21,17 +21,15 @@ class Looks : public TEditor_Fixture, public testing::WithParamInterface<std::pa
   static void Look(QWidget* window, const QString& name) {
     Settle();
     EXPECT_EQ(Make_Checks(window), "") << name.toStdString();
-    Picture(window, QStringLiteral("look_%1_%2_%3")
-                        .arg(name, QString::fromLatin1(GetParam().first))
-                        .arg(GetParam().second));
+    const auto [locale, dark] = GetParam();
+    Picture(window, QStringLiteral("look_%1_%2_%3").arg(name, QString::fromLatin1(locale)).arg(dark));
   }
   static void Look_At_Every_Page(QWidget& form, const QString& name) {
     Show(form);
     Look(&form, name);
-    auto* tabs = form.findChild<QTabWidget*>();
-    for (int page = 0; page < (tabs ? tabs->count() : 0); ++page) {
-      if (!tabs->isTabVisible(page)) continue;
-      tabs->setCurrentIndex(page);
+    const auto* bar = form.findChild<QTabBar*>();
+    for (int page = 0; bar && page < bar->count(); ++page) {
+      Act(&form, "PageControl1=" + std::to_string(page));
       Look(&form, name + QString::number(page));
     }
   }
@@ -66,14 +64,13 @@ TEST_P(Looks, Of_The_Editors) {
   TTask_Rules task;
   ASSERT_TRUE(task.Open(Make(1, 3), {database.Book().Key, {}}, {}, false));
   task.Alarm.On = true;
-  task.Status = TTask_Status::Completed;
-  task.Set_Status();
   TTask_Frm form(task);
   Look_At_Every_Page(form, QStringLiteral("task_"));
 }
 
 TEST_P(Looks, Of_The_Window_On_The_Samples_Data) {
   Fill_With_Sample({}, Kt_util_01::Today());
+  Kt_util_01::Write_Bool("General", "Show Calendar", true);
   const std::string book = database.Book().Key,
                     contact = Query_Text("SELECT Key FROM KT_Contacts WHERE Type = 0 ORDER BY DisplayName");
   TMain_Window window;
