@@ -8,16 +8,6 @@ namespace {
 
 constexpr int Screen_Height = 768;
 
-QString Caption(const QWidget* control) {
-  if (const auto* label = qobject_cast<const QLabel*>(control)) return label->text();
-  if (const auto* button = qobject_cast<const QAbstractButton*>(control)) return button->text();
-  return {};
-}
-
-bool Is_Part_Of_Another(const QWidget* control) {
-  return control->objectName().isEmpty() || control->objectName().startsWith(QStringLiteral("qt_"));
-}
-
 bool Needs_Name(const QWidget* control) {
   return qobject_cast<const QLineEdit*>(control) || qobject_cast<const QComboBox*>(control) ||
          qobject_cast<const QAbstractButton*>(control) || qobject_cast<const QAbstractSpinBox*>(control) ||
@@ -33,9 +23,12 @@ std::string Look_At(QWidget* form) {
   const int frame = 40;
   if (form->minimumSizeHint().height() + frame > Screen_Height) note(form, "is too high");
   for (const QWidget* control : form->findChildren<QWidget*>()) {
-    if (!control->isVisible() || Is_Part_Of_Another(control)) continue;
+    const QString own = control->objectName();
+    if (!control->isVisible() || own.isEmpty() || own.startsWith(QStringLiteral("qt_"))) continue;
     if (Needs_Name(control) && control->accessibleName().isEmpty()) note(control, "has no accessible name");
-    const QString caption = Caption(control);
+    const bool captioned =
+        qobject_cast<const QLabel*>(control) || qobject_cast<const QAbstractButton*>(control);
+    const QString caption = captioned ? control->property("text").toString() : QString();
     const QSize needed = control->minimumSizeHint();
     if (control->width() < needed.width() || control->height() < needed.height()) note(control, "is clipped");
     if (const QString key = QKeySequence::mnemonic(caption).toString(); !key.isEmpty()) {
@@ -50,14 +43,8 @@ std::string Look_At(QWidget* form) {
 std::string Make_Checks(QWidget* form) {
   // Layouts settle over several rounds of events.
   constexpr int patience_msecs = 1000;
-  std::string wrong;
-  const bool fine = QTest::qWaitFor(
-      [&] {
-        wrong = Look_At(form);
-        return wrong.empty();
-      },
-      patience_msecs);
-  return fine ? std::string() : wrong;
+  const bool fine = QTest::qWaitFor([form] { return Look_At(form).empty(); }, patience_msecs);
+  return fine ? std::string() : Look_At(form);
 }
 
 TPalette_Scope::TPalette_Scope(bool dark) : before(QApplication::palette()) {

@@ -11,7 +11,8 @@ namespace {
 constexpr int Deadline_Msecs = 10'000;
 constexpr int Look_Again_Msecs = 5;
 
-void Reject_All() {
+void Fail(const char* why) {
+  ADD_FAILURE() << why;
   while (QWidget* modal = QApplication::activeModalWidget()) {
     modal->close();
     if (modal->isVisible()) break;
@@ -28,12 +29,7 @@ struct TModal_Driver::TState : std::enable_shared_from_this<TState> {
   void Look() {
     if (Abandoned) return;
     QWidget* modal = QApplication::activeModalWidget();
-    const bool late = Since.elapsed() > Deadline_Msecs;
-    if (late) {
-      ADD_FAILURE() << (Acted ? "a dialog stays open" : "no dialog came");
-      Reject_All();
-      return;
-    }
+    if (Since.elapsed() > Deadline_Msecs) return Fail(Acted ? "a dialog stays open" : "no dialog came");
     Look_Later();
     if (Acted || !modal || !modal->isVisible()) return;
     // Keys go astray until the window is the active one, which it is not at once after another has closed.
@@ -42,8 +38,7 @@ struct TModal_Driver::TState : std::enable_shared_from_this<TState> {
     try {
       Act(modal);
     } catch (const std::exception& e) {
-      ADD_FAILURE() << e.what();
-      Reject_All();
+      Fail(e.what());
     }
   }
   void Look_Later() {
@@ -108,15 +103,13 @@ std::string Seen(QWidget* form, const char* names) {
   for (const QString& name : QString::fromLatin1(names).split(QLatin1Char(' '))) {
     const auto* control = Control<QWidget>(form, name.toLatin1().constData());
     const auto* button = qobject_cast<const QAbstractButton*>(control);
-    QString text =
-        control->property(button || !control->property("currentText").isValid() ? "text" : "currentText")
-            .toString();
+    const bool chosen = control->property("currentText").isValid();
+    QString text = control->property(chosen ? "currentText" : "text").toString();
     if (const auto* memo = qobject_cast<const QPlainTextEdit*>(control)) text = memo->toPlainText();
     if (button && button->isCheckable()) text = QLatin1Char(button->isChecked() ? '+' : '-');
     if (!control->isVisible()) text = QStringLiteral("hidden");
-    seen << (control->isEnabled() && !control->property("readOnly").toBool()
-                 ? text
-                 : QLatin1Char('(') + text + QLatin1Char(')'));
+    const bool open = control->isEnabled() && !control->property("readOnly").toBool();
+    seen << (open ? text : QStringLiteral("(%1)").arg(text));
   }
   return seen.join(QLatin1Char('|')).toStdString();
 }
