@@ -2,19 +2,12 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "Database_Test.h"
 
 using namespace Kt_data_01;
 
 namespace {
-
-std::string Content(const std::string& path) {
-  std::ostringstream content;
-  content << std::ifstream(path, std::ios::binary).rdbuf();
-  return content.str();
-}
 
 class Open : public Kt_test::TSeams_Test {
  protected:
@@ -29,9 +22,9 @@ class Open : public Kt_test::TSeams_Test {
     return "opened";
   }
   void Expect_Refused(const std::string& why) {
-    const std::string before = Content(file);
+    const std::string before = File_Content(file);
     EXPECT_EQ(Refusal(), "\"" + file + "\" " + why + ".");
-    EXPECT_EQ(Content(file), before);
+    EXPECT_EQ(File_Content(file), before);
   }
 
   TTemporary_Folder folder;
@@ -49,9 +42,7 @@ TEST_F(Open, What_Is_Not_Ours_Is_Refused_And_Left_As_It_Is) {
   std::filesystem::remove(file);
   std::filesystem::create_directory(file);
   Expect_Refused("cannot be opened as a database: unable to open database file");
-}
-
-TEST_F(Open, A_Newer_Schema_Is_Refused_And_Left_As_It_Is) {
+  std::filesystem::remove(file);
   EXPECT_EQ(Refusal(), "opened");
   Open_Sqlite(file, {})->Execute("PRAGMA user_version = 99");
   Expect_Refused("was written by a newer version of this program (its schema is 99, this program knows 1)");

@@ -5,11 +5,7 @@
 #include "Database_Test.h"
 
 using namespace Kt_data_01;
-using testing::AllOf;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::SizeIs;
+using namespace testing;
 
 namespace {
 

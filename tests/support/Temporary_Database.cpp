@@ -1,7 +1,9 @@
 #include "Temporary_Database.h"
 
 #include <filesystem>
+#include <fstream>
 #include <regex>
+#include <sstream>
 
 #include "Kt_util_01.h"
 
@@ -15,6 +17,12 @@ TTemporary_Folder::TTemporary_Folder()
 TTemporary_Folder::~TTemporary_Folder() {
   std::error_code ignored;
   std::filesystem::remove_all(path, ignored);
+}
+
+std::string File_Content(const std::string& path) {
+  std::ostringstream content;
+  content << std::ifstream(path, std::ios::binary).rdbuf();
+  return content.str();
 }
 
 TTemporary_Database::TTemporary_Database() {

@@ -22,6 +22,9 @@ class TTemporary_Folder {
   std::string path;
 };
 
+/// Every byte of a file; "" when it cannot be read.
+std::string File_Content(const std::string& path);
+
 /// The shared database on a new file, with one book.
 class TTemporary_Database {
  public:
