@@ -20,9 +20,7 @@ class Contacts : public TDatabase_Test {
 TEST_F(Contacts, Deleted_Ones_Are_Kept_With_Their_Details_And_Come_Back) {
   std::string zoe;
   In_Update([&] {
-    zoe = Create_Contact(database.Book().Key, "Zoe");
-    Create_Contact(database.Book().Key, "anna");
-    Create_Contact(database.Book().Key, "Bert");
+    for (const char* name : {"Bert", "anna", "Zoe"}) zoe = Create_Contact(database.Book().Key, name);
     Create_Contact(database.Book().Key, "Folder", {}, Contact_Type_Folder);
     EXPECT_TRUE(Write_Contact(zoe, "Zoë", {{"Tel 1", "", "", "", "", "", "", "last"}, "two\nlines"}));
     EXPECT_TRUE(Set_Contact_Deleted(zoe, true));
@@ -42,8 +40,7 @@ TEST_F(Contacts, Deleted_Ones_Are_Kept_With_Their_Details_And_Come_Back) {
 
 TEST_F(Contacts, Labels_Belong_To_A_Book_And_Empty_Ones_Are_Counted) {
   In_Update([&] {
-    Set_Other_Labels(database.Book().Key, {"Phone"});
-    Set_Other_Labels(database.Book().Key, {"Phone", "Mail"});
+    for (const char* second : {"", "Mail"}) Set_Other_Labels(database.Book().Key, {"Phone", second});
     Rename_Book(database.Book().Key, "House");
   });
   const TOther_Texts labels = Other_Labels(database.Book().Key);
@@ -88,15 +85,14 @@ TEST_F(Contacts, A_Removed_Book_Leaves_Nothing_And_Takes_Nothing_From_Another) {
   };
   In_Update([&] { fill(database.Book()); });
   const std::string before = count_rows();
-  TBook second;
   In_Update([&] {
-    second = Create_Book("Second");
+    const TBook second = Create_Book("Second");
     fill(second);
+    EXPECT_EQ(Counts(), "2 2 2 +2");
+    Delete_Book(second.Key);
+    EXPECT_EQ(Calendar_Of_Book(second.Key), "");
   });
-  EXPECT_EQ(Counts(), "2 2 2 +2");
-  In_Update([&] { Delete_Book(second.Key); });
   EXPECT_EQ(count_rows(), before);
-  EXPECT_EQ(Calendar_Of_Book(second.Key), "");
   EXPECT_EQ(List_Books().front().Key, database.Book().Key);
 }
 
