@@ -19,15 +19,13 @@ class Agenda_Test : public TDatabase_Test {
     KTReminds::TNew_Event meeting = New_Event("Team meeting", Monday - 7 + Encode_Time(9, 30, 0, 0));
     meeting.Record.Location = "Room 4";
     meeting.Alarm.On = true;
-    meeting.Record.Pattern.Freq = KTReminds::TFrequency::Weekly;
-    meeting.Record.Pattern.Set_Flag(0);
-    meeting.Record.Pattern.LastDate = Monday + 44;
+    meeting.Record.Pattern = {KTReminds::TFrequency::Weekly, 1, false, 1, 0, 0, Monday + 44};
     Write(meeting);
     Write(New_Event("Late", Tuesday + Encode_Time(23, 59, 59, 0)));
     KTReminds::TNew_Event paint = New_Event("\x1b[2JPaint\nit", Tuesday + Encode_Time(8, 0, 0, 0));
     paint.Record.EventType = TEntry_Type::Other;  // no holiday, though they share the number
     paint.Record.Priority = 2;
-    done = Write(paint);
+    const std::string done = Write(paint);
     KTReminds::TNew_Event salary = New_Event("Salary", Tuesday + Encode_Time(11, 0, 0, 0));
     salary.Record.User = "somebody else";
     salary.Record.Location = "Office";
@@ -54,7 +52,6 @@ class Agenda_Test : public TDatabase_Test {
   }
 
   static constexpr double Tuesday = Monday + 1;
-  std::string done;
 };
 
 TEST_F(Agenda_Test, Text_Is_Aligned_And_Ordered_And_Harmless) {
@@ -86,28 +83,24 @@ TEST_F(Agenda_Test, Json_Tells_What_The_Lists_Do_Not) {
   std::ostringstream out, nothing;
   Write_Agenda_Json(out, Build_Agenda(Range(16, 22)));
   EXPECT_EQ(out.str().find('\x1b'), std::string::npos);
-  const auto row = [](const std::string& key, const std::string& event, const std::string& rest) {
-    auto fields = nlohmann::json::parse("{" + rest + "}");
-    fields["key"] = key;
-    fields["event"] =
-        key.empty() ? "" : Query_Text("SELECT Key FROM KT_Events WHERE Title = '" + event + "'");
-    return fields;
-  };
-  const auto agenda = nlohmann::json::parse(out.str());
-  ASSERT_EQ(agenda.size(), 7U);
-  EXPECT_EQ(agenda[0], row("", "", R"_("date": "2024-01-16T00:00:00", "title": "Bright Day (Utopia)",
-      "location": "", "type": "holiday", "done": false, "alarm": false, "private": false, "allday": true,
-      "priority": 0, "freq": 0)_"));
-  EXPECT_EQ(agenda[2]["type"], "task");
-  EXPECT_EQ(agenda[3], row(done, "\x1b[2JPaint\nit", R"_("date": "2024-01-16T08:00:00",
-      "title": "\u001b[2JPaint\nit", "location": "", "type": "event", "done": true, "alarm": false,
-      "private": false, "allday": false, "priority": 2, "freq": 0)_"));
-  EXPECT_EQ(agenda[4], row(agenda[4]["key"], "Salary", R"_("date": "2024-01-16T11:00:00", "title": "Private",
-      "location": "", "type": "event", "done": false, "alarm": false, "private": true, "allday": false,
-      "priority": 5, "freq": 0)_"));
-  EXPECT_EQ(agenda[6], row(agenda[6]["key"], "Team meeting", R"_("date": "2024-01-22T09:30:00",
-      "title": "Team meeting", "location": "Room 4", "type": "event", "done": false, "alarm": true,
-      "private": false, "allday": false, "priority": 5, "freq": 2)_"));
+  std::string rows;
+  for (const auto& entry : nlohmann::json::parse(out.str())) {
+    EXPECT_EQ(entry["event"], Query_Text("SELECT max(Event) FROM KT_Events_Data WHERE Key = '" +
+                                         entry["key"].get<std::string>() + "'"));
+    EXPECT_EQ(entry.size(), 12U);
+    for (const char* field :
+         {"date", "title", "location", "type", "priority", "freq", "done", "alarm", "private", "allday"})
+      rows += entry[field].dump() + (std::string(field) == "allday" ? "\n" : "|");
+  }
+  std::erase(rows, '"');
+  EXPECT_EQ(rows,
+            "2024-01-16T00:00:00|Bright Day (Utopia)||holiday|0|0|false|false|false|true\n"
+            "2024-01-16T00:00:00|Ferien 日本||event|5|0|false|false|false|true\n"
+            "2024-01-16T00:00:00|Tax return||task|5|0|false|false|false|true\n"
+            "2024-01-16T08:00:00|\\u001b[2JPaint\\nit||event|2|0|true|false|false|false\n"
+            "2024-01-16T11:00:00|Private||event|5|0|false|false|true|false\n"
+            "2024-01-16T23:59:59|Late||event|5|0|false|false|false|false\n"
+            "2024-01-22T09:30:00|Team meeting|Room 4|event|5|2|false|true|false|false\n");
   Write_Agenda_Json(nothing, {});
   EXPECT_EQ(nothing.str(), "[]\n");
 }
