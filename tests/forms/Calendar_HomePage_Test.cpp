@@ -138,12 +138,11 @@ TEST_F(Calendar_HomePage, A_Reader_May_Make_Tasks_But_No_Events) {
   Send_Message(page, umAddContactEvent, 0, 0);
   Act(page, "CalendarEvent");
   EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{5, 5}));
-  With_Dialog(
-      [](QWidget* editor) {
-        EXPECT_EQ(editor->objectName(), QStringLiteral("Task_Frm"));
-        Cancel(editor);
-      },
-      [page] { Send_Message(page, umAddContactEvent, 0, 1); });
+  const auto look = [](QWidget* editor) {
+    EXPECT_EQ(editor->objectName(), QStringLiteral("Task_Frm"));
+    Cancel(editor);
+  };
+  With_Dialog(look, [page] { Send_Message(page, umAddContactEvent, 0, 1); });
 }
 
 TEST_F(Calendar_HomePage, Closed_While_Its_Editor_Is_Open_It_Is_Freed_Afterwards) {
