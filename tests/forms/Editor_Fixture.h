@@ -13,8 +13,7 @@ class TEditor_Fixture : public TDatabase_Test {
  protected:
   static constexpr auto Offset_Refused =
       "The offset for the Reminder is invalid.\r\n\r\nPlease specify an offset in one of the following "
-      "formats: - "
-      "\r\n\r\n     ? minutes ( or ? )\r     ? hours ( or ? h)\r     ? days ( or ? d )";
+      "formats: - \r\n\r\n     ? minutes ( or ? )\r     ? hours ( or ? h)\r     ? days ( or ? d )";
 
   TEditor_Fixture() { Kt_util_01::CurrentDate = Monday; }
 

@@ -2,6 +2,7 @@
 
 #include <QtTest>
 #include <QtWidgets>
+#include <algorithm>
 #include <map>
 
 namespace {
@@ -9,9 +10,8 @@ namespace {
 constexpr int Screen_Height = 768;
 
 bool Needs_Name(const QWidget* control) {
-  return qobject_cast<const QLineEdit*>(control) || qobject_cast<const QComboBox*>(control) ||
-         qobject_cast<const QAbstractButton*>(control) || qobject_cast<const QAbstractSpinBox*>(control) ||
-         qobject_cast<const QPlainTextEdit*>(control);
+  const auto kinds = {"QLineEdit", "QComboBox", "QAbstractButton", "QAbstractSpinBox", "QPlainTextEdit"};
+  return std::any_of(kinds.begin(), kinds.end(), [&](const char* kind) { return control->inherits(kind); });
 }
 
 std::string Look_At(QWidget* form) {

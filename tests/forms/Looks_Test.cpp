@@ -64,6 +64,8 @@ TEST_P(Looks, Of_The_Editors) {
   TTask_Rules task;
   ASSERT_TRUE(task.Open(Make(1, 3), {database.Book().Key, {}}, {}, false));
   task.Alarm.On = true;
+  task.Status = TTask_Status::Completed;
+  task.Set_Status();
   TTask_Frm form(task);
   Look_At_Every_Page(form, QStringLiteral("task_"));
 }

@@ -79,14 +79,14 @@ TEST_F(Reminder_Form, A_New_Set_Of_Each_Frequency_Has_Its_Dates) {
 
 TEST_F(Reminder_Form, Recurrence_Comes_And_Goes_And_Follows_The_Date) {
   QWidget* editor = Edit("", "Set");
-  Act(editor, "RecurBtn|MonthlyBtn");
-  EXPECT_EQ(Where(editor), "Recurrence/MonthlyBtn");
-  EXPECT_EQ(Seen(editor, "RecurBtn EndDate MonthlyInstance MonthlyPattern"),
+  EXPECT_EQ(Seen_After("RecurBtn|MonthlyBtn", editor, "RecurBtn EndDate MonthlyInstance MonthlyPattern"),
             "Remove Recurrence|1/15/2025|(third)|(Monday)");
+  EXPECT_EQ(Where(editor), "Recurrence/MonthlyBtn");
   EXPECT_EQ(Seen_After("EventDate=2024-02-06", editor, "MonthlyInstance MonthlyPattern MonthlyBtn"),
             "(first)|(Tuesday)|+");
   EXPECT_EQ(Seen_After("YearlyBtn", editor, "YearlyInstance YearlyPattern"), "(first)|(Tuesday)");
   EXPECT_EQ(Seen_After("RecurBtn", editor, "RecurBtn RecurrencePage"), "Make Recurring|hidden");
+  EXPECT_EQ(Control<QWidget>(editor, "RecurBtn")->accessibleName(), QStringLiteral("Make Recurring"));
   Act(editor, "OKBtn");
   EXPECT_EQ(Dates(), "22.542") << "a plain event again";
 }

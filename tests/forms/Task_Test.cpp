@@ -38,6 +38,7 @@ TEST_F(Task_Form, What_Is_Refused_Is_Focused_And_A_Long_Subject_Cut) {
 TEST_F(Task_Form, A_Task_Is_Saved_Shown_Again_And_Its_Completion_Recorded) {
   EXPECT_TRUE(With_Dialog(
       [](QWidget* editor) {
+        EXPECT_EQ(Seen(editor, "AlarmDate AlarmTime"), "hidden|hidden");
         EXPECT_EQ(Seen_After("EventDate=2024-01-23|AlarmCheck", editor, "AlarmDate AlarmTime"),
                   "1/22/2024|8:00 AM")
             << "proposed anew";
