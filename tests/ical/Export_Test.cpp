@@ -4,11 +4,9 @@
 
 #include <filesystem>
 #include <random>
-#include <sstream>
 
 #include "Calendar_Export.h"
 #include "Import_Fixture.h"
-#include "Reminder_Utils.h"
 #include "Test_Events.h"
 
 namespace {
@@ -16,7 +14,6 @@ namespace {
 using namespace Kt_util_01;
 using namespace Plexidex;
 using KTReminds::TRecurrence_Pattern;
-using TStrings = std::vector<std::string>;
 
 class Exporting : public Kt_test::Import_Fixture {
  protected:
@@ -24,30 +21,17 @@ class Exporting : public Kt_test::Import_Fixture {
 
   std::string Exported() const {
     Export_Calendar(Out(), "");
-    return Content(Out());
+    return File_Content(Out());
   }
 
-  // The lists that the pages show, with the alarms of each day.
-  static TStrings Agenda() {
-    Kt_data_01::TEventKey_List list;
-    const Kt_data_01::TBook book = Kt_data_01::List_Books().front();
-    KTReminds::Build_Events_Data("", book.Key, list, Encode_Date(1800, 1, 1), Encode_Date(2200, 1, 1), true);
-    TStrings agenda;
-    for (const auto& entry : list) {
-      const std::string alarm =
-          Query_Text("SELECT Offset || WAVFile FROM KT_Alarms WHERE Key = '" + entry->Key.Str() + "'");
-      agenda.push_back(ISO_DateTime(entry->EventDate) + "|" + entry->FirstText.Str() + "|" +
-                       entry->SecondText.Str() + "|" + std::to_string(entry->Priority) +
-                       std::to_string(static_cast<int>(entry->EventType)) +
-                       std::to_string(entry->Percentage) + (entry->Timeless ? "t" : "") +
-                       (entry->Done ? "d" : "") + "|" + alarm);
-    }
-    std::sort(agenda.begin(), agenda.end());
-    return agenda;
-  }
-  static std::string Masters() {
-    return Query_Rows("Title, Private, Type, Started, Completed, Status, Budget, Worked, CAST(Notes AS TEXT)",
-                      "KT_Events GROUP BY 1");
+  // What the book holds: each date with all that belongs to it.
+  static std::string Held() {
+    return Query_Rows(
+        "round(EventDate,5), Title, Location, d.Actioned, Priority, EventType, Type, AllDay, Private, "
+        "Percentage, "
+        "Started, Completed, Status, Budget, Worked, CAST(Notes AS TEXT), Offset || WAVFile",
+        "KT_Events e JOIN KT_Events_Data d ON d.Event = e.Key LEFT JOIN KT_Alarms a ON a.Key = d.Key ORDER "
+        "BY 1");
   }
 
   // Into an empty database of its own, in which the test goes on.
@@ -85,17 +69,13 @@ TEST_F(Exporting, The_Agenda_Comes_Back_From_A_File) {
           drifting + "') AND Event = '" + drifting + "'");
   database.Reopen();
 
-  const TStrings agenda = Agenda();
-  const std::string masters = Masters();
-  ASSERT_EQ(agenda.size(), 32u);
+  const std::string held = Held();
+  ASSERT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data"), 32);
   const auto report = Move_To_New_Database();
-  std::istringstream lines(Content(Out()));
+  std::istringstream lines(File_Content(Out()));
   for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 76u) << line;
-  EXPECT_EQ(Agenda(), agenda);
-  EXPECT_EQ(Masters(), masters);
-  EXPECT_EQ(Remarks(report.Unused), "");
-  EXPECT_EQ(Of("Set", "max(Freq || P1 || P3)"), "211");
-  EXPECT_EQ(Of("Trip", "Freq"), "1");
+  EXPECT_EQ(Held(), held);
+  EXPECT_EQ(Remarks(report.Unused) + Of("Set", "max(Freq || P1 || P3)") + Of("Trip", "Freq"), "2111");
   EXPECT_TRUE(Is_Sound());
 }
 
@@ -115,10 +95,10 @@ TEST_F(Exporting, Every_Pattern_Comes_Back) {
     pattern.LastDate = Encode_Date(2024 + (freq == 4 ? 8 : 1), 6, 30);
     Create("Pattern " + std::to_string(i), starts[start], pattern);
   }
-  const TStrings agenda = Agenda();
+  const std::string held = Held();
   const auto exported = Export_Calendar(Out(), "Home");
   Move_To_New_Database();
-  EXPECT_EQ(Agenda(), agenda);
+  EXPECT_EQ(Held(), held);
   // Only those that drift at the ends of months have no rule.
   EXPECT_GT(exported.Rules, 90);
   EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events WHERE Freq > 0"), exported.Rules);
@@ -162,15 +142,12 @@ TEST_F(Exporting, A_Rule_Is_Used_Where_It_Says_The_Dates) {
 TEST_F(Exporting, Coming_Back_Into_The_Same_Book_Replaces) {
   Import(Event("UID:mine|SUMMARY:Imported|DTSTART:20240105T100000") +
          Event("UID:many|SUMMARY:Ends|DTSTART:20240131T090000|RRULE:FREQ=MONTHLY;COUNT=3"));
-  Create("Own", "2024-01-01T09:00:00",
-         {KTReminds::TFrequency::Daily, 1, true, 0, 0, 0, Encode_Date(2024, 1, 5)}, 15);
-  const TStrings agenda = Agenda();
+  Create("Own", "2024-01-31T09:00:00", Monthly(true, Encode_Date(2024, 4, 5)), 15);
+  const std::string held = Held();
   EXPECT_NE(Exported().find("UID:mine\r\n"), std::string::npos);
   EXPECT_EQ(Import_Calendar(Out(), options).Replaced, 5);
-  EXPECT_EQ(Agenda(), agenda);
-  const std::string before = Dump();
+  EXPECT_EQ(Held(), held);
   EXPECT_EQ(Import_Calendar(Out(), options).Unchanged, 5);
-  EXPECT_EQ(Dump(), before);
 }
 
 TEST_F(Exporting, Only_What_The_User_Sees_And_A_File_Can_Hold) {
@@ -190,29 +167,25 @@ TEST_F(Exporting, Only_What_The_User_Sees_And_A_File_Can_Hold) {
   Run_Sql("UPDATE KT_Events_Data SET Contact = '" + deleted + "'" + of + "'Hidden')");
   database.Reopen();
   const auto report = Export_Calendar(Out(), "Home");
-  EXPECT_EQ(report.Events, 1);
-  EXPECT_EQ(report.Left_Out, 1);
+  EXPECT_EQ(std::make_pair(report.Events, report.Left_Out), std::make_pair(1L, 1L));
   const std::string text = Exported();
   EXPECT_NE(text.find("SUMMARY:Seen"), std::string::npos);
-  EXPECT_EQ(text.find("Secret"), std::string::npos);
-  EXPECT_EQ(text.find("Hidden"), std::string::npos);
+  EXPECT_EQ(text.rfind("SUMMARY:"), text.find("SUMMARY:Seen"));
 }
 
 TEST_F(Exporting, A_Failed_Export_Leaves_The_Old_File) {
   std::ofstream(Out()) << "old";
   EXPECT_THROW(Export_Calendar(Out(), "Nowhere"), EExport_Error);
-  EXPECT_THROW(Export_Calendar(folder.File("no/such/folder.ics"), ""), EExport_Error);
-  EXPECT_THROW(Export_Calendar(folder.File("."), ""), EExport_Error);
+  for (const char* no_file : {"no/such/folder.ics", "."})
+    EXPECT_THROW(Export_Calendar(folder.File(no_file), ""), EExport_Error);
   Import(Event("UID:a|DTSTART:20240105T100000"));
   Run_Sql("ALTER TABLE KT_Alarms RENAME TO Elsewhere");
   EXPECT_THROW(Export_Calendar(Out(), ""), EExport_Error);
   Run_Sql("ALTER TABLE Elsewhere RENAME TO KT_Alarms");
-  EXPECT_EQ(Content(Out()), "old");
-  EXPECT_NE(Exported(), "old");
-  int files = 0;
-  for (const auto& file : std::filesystem::directory_iterator(folder.File(".")))
-    files += file.path().string().find("out.ics") != std::string::npos;
-  EXPECT_EQ(files, 1);
+  EXPECT_EQ(File_Content(Out()), "old");
+  // The imported file, and the old one.
+  const std::filesystem::directory_iterator files(folder.File("."));
+  EXPECT_EQ(std::distance(begin(files), end(files)), 2);
 }
 
 TEST_F(Exporting, Links_Devices_And_The_Rights_Of_A_File_Stay) {

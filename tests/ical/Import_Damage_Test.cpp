@@ -29,10 +29,7 @@ TEST_F(Import_Damage, What_Is_No_Calendar_Is_Refused_With_Its_Place) {
       {"", "\" is empty."},
       {" \r\n\r\n", "\" is empty."},
       {"Dear all,\r\nplease", "\" is no calendar: line 1 does not begin a calendar."},
-      {std::string("\x7F"
-                   "ELF\0\0\1\n",
-                   8),
-       "\" is no calendar: line 1 holds binary data."},
+      {std::string("\177ELF\0\0\1\n", 8), "\" is no calendar: line 1 holds binary data."},
       {"\r\nBEGIN:VEVENT\r\nEND:VEVENT\r\n", "\" is no calendar: line 2 begins a VEVENT outside of one."},
       {"BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nUID:a\r\n", "\" is cut short: the VEVENT of line 2 has no end."},
       {"BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nEND:VEV",
@@ -50,13 +47,13 @@ TEST_F(Import_Damage, What_Is_No_Calendar_Is_Refused_With_Its_Place) {
       {"BEGIN:VCALENDAR\r\nEND:VCALENDAR\r\nrest", "\" is damaged: line 3 follows the end of the calendar."},
   };
   for (const auto& test : cases) EXPECT_EQ(Try(test.Text), '"' + folder.File("in.ics") + test.Why);
-  EXPECT_THROW(Import_Calendar(folder.File("missing.ics"), options), EImport_Error);
-  EXPECT_THROW(Import_Calendar(folder.File("."), options), EImport_Error);
+  for (const char* none : {"missing.ics", "."})
+    EXPECT_THROW(Import_Calendar(folder.File(none), options), EImport_Error);
   EXPECT_EQ(Dump(), before);
-  EXPECT_EQ(Try("\xEF\xBB\xBF"
-                "begin:vcalendar\nBEGIN:VEVENT\nUID:x\nDTSTART:20240101\nEND:VEVENT\nEnd:VCALENDAR \n\n" +
-                Data("everything")),
-            "");
+  EXPECT_EQ(
+      Try("\uFEFFbegin:vcalendar\nBEGIN:VEVENT\nUID:x\nDTSTART:20240101\nEND:VEVENT\nEnd:VCALENDAR \n\n" +
+          Data("everything")),
+      "");
   EXPECT_GT(Query_Number("SELECT count(*) FROM KT_Events"), 5);
 }
 

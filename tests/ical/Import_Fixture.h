@@ -27,14 +27,9 @@ class Import_Fixture : public TDatabase_Test {
   static std::string Calendar(const std::string& components) {
     return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n" + components + "END:VCALENDAR\r\n";
   }
-  static std::string Content(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-  }
   /// A calendar of the folder data, with the line ends of the format.
   static std::string Data(const std::string& name) {
-    return Replaced(Content(KT_TEST_DATA "/" + name + ".ics"), "\n", "\r\n");
+    return Replaced(File_Content(KT_TEST_DATA "/" + name + ".ics"), "\n", "\r\n");
   }
 
   std::string File(const std::string& text) const {
