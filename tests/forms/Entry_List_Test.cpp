@@ -105,6 +105,8 @@ TEST_F(Entry_List, Selection_Survives_Sorting_And_Marking_But_Not_Refilling) {
   list.Select_Row(0);
   Fill({{"a"}, {"b"}});
   EXPECT_EQ(selected(), "-1");
+  list.Select_Row(7);
+  EXPECT_EQ(selected(), "-1") << "there is no such row";
   Show_List();
   list.Select_Row(1);
   list.Items().Begin_Update();

@@ -217,6 +217,13 @@ TEST_F(Main_Window, What_Another_Program_Has_Removed_Is_Neither_Shown_Nor_Writte
               "1 0 0")
         << one.Item;
   }
+  TBook left;
+  In_Update([&] { left = Create_Book("Club"); });
+  window->Refresh();
+  ASSERT_TRUE(tree.Select(TNode_Kind::Tasks, left.Key));
+  In_Update([&] { Delete_Book(left.Key); });
+  Choose("&Refresh");
+  EXPECT_EQ(State(), "Home/Home - Plexidex/Contacts_Page3b_Frm0");
 }
 
 TEST_F(Main_Window, What_A_Database_Refuses_Is_Said_And_Stays_Typed) {
