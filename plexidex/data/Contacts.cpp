@@ -15,9 +15,16 @@ std::string Other_Column(std::size_t number) {
 // The host's own details belong to no template.
 constexpr std::string_view No_Template = {};
 
-void Touch(TTable& contacts) {
+// Sets one value of a contact and says who changed it, when. False if there is no such contact.
+bool Change_Contact(std::string_view contact, std::string_view column, const TValue& value) {
+  TTable contacts(Contacts_Table, "Key");
+  if (!contacts.FindKey({contact})) return false;
+  contacts.Edit();
+  contacts.Set(contacts.Field(column), value);
   contacts.Set(contacts.Field("ModifiedBy"), Kt_util_01::User_Key());
   contacts.Set(contacts.Field("ModifiedAt"), Kt_util_01::Now());
+  PostUpdate(contacts);
+  return true;
 }
 
 bool Find_Details(TTable& details, std::string_view contact) {
@@ -67,23 +74,11 @@ std::string Create_Contact(std::string_view book, std::string_view display_name,
 }
 
 bool Rename_Contact(std::string_view contact, std::string_view name) {
-  TTable contacts(Contacts_Table, "Key");
-  if (!contacts.FindKey({contact})) return false;
-  contacts.Edit();
-  contacts.Set(contacts.Field("DisplayName"), name);
-  Touch(contacts);
-  PostUpdate(contacts);
-  return true;
+  return Change_Contact(contact, "DisplayName", name);
 }
 
 bool Set_Contact_Deleted(std::string_view contact, bool deleted) {
-  TTable contacts(Contacts_Table, "Key");
-  if (!contacts.FindKey({contact})) return false;
-  contacts.Edit();
-  contacts.Set(contacts.Field("Deleted"), deleted);
-  Touch(contacts);
-  PostUpdate(contacts);
-  return true;
+  return Change_Contact(contact, "Deleted", deleted);
 }
 
 TContact_Details Read_Contact_Details(std::string_view contact) {
