@@ -7,7 +7,7 @@
 using namespace KTReminds;
 
 TEST(View_Rules, Texts) {
-  const Kt_test::TTest_Seams seams;
+  const TTest_Seams seams;
   EXPECT_EQ(Day_Title(45306.9), " Monday, 15 January 2024");
   const TNotice prior = No_Entry_Notice(true, " A"), later = No_Entry_Notice(false, " A");
   EXPECT_EQ(prior.Caption + ": " + prior.Text,

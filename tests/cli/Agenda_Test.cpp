@@ -6,32 +6,29 @@
 #include "Reminder_Utils.h"
 #include "Test_Events.h"
 
-using namespace Kt_data_01;
-using namespace Kt_util_01;
 using namespace Plexidex;
 
 namespace {
 
-class Agenda_Test : public TDatabase_Test {
- protected:
+struct Agenda_Test : TDatabase_Test {
   // One of everything on the 16th, and a set on the days around it.
   void Fill() {
-    KTReminds::TNew_Event meeting = New_Event("Team meeting", Monday - 7 + Encode_Time(9, 30, 0, 0));
+    TNew_Event meeting = New_Event("Team meeting", Monday - 7 + Encode_Time(9, 30, 0, 0));
     meeting.Record.Location = "Room 4";
     meeting.Alarm.On = true;
-    meeting.Record.Pattern = {KTReminds::TFrequency::Weekly, 1, false, 1, 0, 0, Monday + 44};
+    meeting.Record.Pattern = {TFrequency::Weekly, 1, false, 1, 0, 0, Monday + 44};
     Write(meeting);
     Write(New_Event("Late", Tuesday + Encode_Time(23, 59, 59, 0)));
-    KTReminds::TNew_Event paint = New_Event("\x1b[2JPaint\nit", Tuesday + Encode_Time(8, 0, 0, 0));
+    TNew_Event paint = New_Event("\x1b[2JPaint\nit", Tuesday + Encode_Time(8, 0, 0, 0));
     paint.Record.EventType = TEntry_Type::Other;  // no holiday, though they share the number
     paint.Record.Priority = 2;
     const std::string done = Write(paint);
-    KTReminds::TNew_Event salary = New_Event("Salary", Tuesday + Encode_Time(11, 0, 0, 0));
+    TNew_Event salary = New_Event("Salary", Tuesday + Encode_Time(11, 0, 0, 0));
     salary.Record.User = "somebody else";
     salary.Record.Location = "Office";
     salary.Record.Private = true;
     Write(salary);
-    KTReminds::TNew_Event day = New_Event("Ferien 日本", Tuesday);
+    TNew_Event day = New_Event("Ferien 日本", Tuesday);
     day.Record.AllDay = true;
     Write(day);
     day.Record.Title = "Tax return";

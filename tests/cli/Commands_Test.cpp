@@ -28,8 +28,7 @@ TResult Run_With(const std::vector<std::string>& args) {
   return {status, out.str(), err.str()};
 }
 
-class Commands_Test : public Kt_test::TSeams_Test {
- protected:
+struct Commands_Test : TSeams_Test {
   Commands_Test() { setenv("XDG_DATA_HOME", folder.File("home").c_str(), 1); }
   ~Commands_Test() override { unsetenv("XDG_DATA_HOME"); }
 
@@ -49,7 +48,7 @@ class Commands_Test : public Kt_test::TSeams_Test {
   // Imports the calendar and opens the database to change it by hand.
   void Import_And_Open() {
     On("a.db", {"import", Write("a.ics")});
-    Kt_data_01::Open_Database(folder.File("a.db"), Kt_data_01::TDatabase::TMode::Must_Exist);
+    Open_Database(folder.File("a.db"), TDatabase::TMode::Must_Exist);
   }
 
   TTemporary_Folder folder;

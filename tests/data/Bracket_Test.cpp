@@ -1,12 +1,9 @@
 #include "Database_Test.h"
 #include "Kt_update.h"
 
-using namespace Kt_data_01;
-
 namespace {
 
-class Bracket : public TDatabase_Test {
- protected:
+struct Bracket : TDatabase_Test {
   static void Add(const std::string& name) {
     TTable log(Log_Table);
     log.Insert();
@@ -64,7 +61,7 @@ TEST_F(Bracket, Ending_It_While_An_Exception_Passes_Undoes_It_And_The_Report_Fol
     ASSERT_TRUE(Start_Update());
     TFinally finally;
     Add("undone");
-    throw Kt_util_01::EConvert_Error("no such day");
+    throw EConvert_Error("no such day");
   } catch (...) {
     EXPECT_FALSE(Update_Is_Open());
     FailUpdate("finally:tag");

@@ -4,12 +4,9 @@
 
 #include "Database_Test.h"
 
-using namespace Kt_data_01;
-
 namespace {
 
-class Contacts : public TDatabase_Test {
- protected:
+struct Contacts : TDatabase_Test {
   std::string Names(bool deleted) {
     std::string names;
     for (const TContact& contact : List_Contacts(database.Book().Key, deleted)) names += contact.Name + ' ';

@@ -5,12 +5,9 @@
 
 #include "Database_Test.h"
 
-using namespace Kt_data_01;
-
 namespace {
 
-class Open : public Kt_test::TSeams_Test {
- protected:
+struct Open : TSeams_Test {
   std::string Refusal(TDatabase::TMode mode = TDatabase::TMode::Create_If_Missing) {
     TDatabase database;
     try {
@@ -70,10 +67,10 @@ TEST_F(Open, A_Folder_That_Cannot_Be_Written_Is_Named_As_The_Reason) {
 TEST_F(Open, Makes_Missing_Folders_And_Keeps_The_Owner) {
   const std::string deep = folder.File("a/b/c.db");
   Open_Database(deep, TDatabase::TMode::Create_If_Missing);
-  const std::string owner = Kt_util_01::User_Key();
+  const std::string owner = User_Key();
   EXPECT_EQ(owner.size(), 36u);
   Open_Database(deep, TDatabase::TMode::Must_Exist);
-  EXPECT_EQ(Kt_util_01::User_Key(), owner);
+  EXPECT_EQ(User_Key(), owner);
   Close_Database();
 }
 

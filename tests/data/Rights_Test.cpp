@@ -1,12 +1,9 @@
 #include "Database_Test.h"
 #include "Row_Sets.h"
 
-using namespace Kt_data_01;
-
 namespace {
 
-class Rights : public TDatabase_Test {
- protected:
+struct Rights : TDatabase_Test {
   // The levels that are allowed, as digits.
   static std::string Of(std::string_view owner, std::string_view user = {}) {
     std::string levels;
@@ -38,7 +35,7 @@ TEST_F(Rights, Fall_Back_From_Contact_To_Folders_To_Book_And_Are_Separate) {
     inner = Create_Contact(book, "Inner", folder, Contact_Type_Folder);
     contact = Create_Contact(book, "Contact", inner);
   });
-  Kt_util_01::Set_User_Key(anna);
+  Set_User_Key(anna);
   EXPECT_EQ(Of(contact), "") << "no row at all";
   EXPECT_EQ(Of(contact, boss), "1234");
   EXPECT_EQ(Of("unknown"), "");

@@ -4,13 +4,11 @@
 
 #include "Database_Test.h"
 
-using namespace Kt_data_01;
 using namespace testing;
 
 namespace {
 
-class Store_Check : public TDatabase_Test {
- protected:
+struct Store_Check : TDatabase_Test {
   // Two events, one with two occurrences of which the first has an alarm.
   Store_Check() {
     Run_Sql(

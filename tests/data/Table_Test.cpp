@@ -6,12 +6,9 @@
 #include "Database_Test.h"
 #include "Row_Sets.h"
 
-using namespace Kt_data_01;
-
 namespace {
 
-class Table : public TDatabase_Test {
- protected:
+struct Table : TDatabase_Test {
   Table() { Add_Event(); }
 
   template <class... TFields>
@@ -23,7 +20,7 @@ class Table : public TDatabase_Test {
     });
   }
   void Add_Event() {
-    event = Kt_util_01::Get_GUID();
+    event = Get_GUID();
     Run_Sql("INSERT INTO KT_Events (Key, Title) VALUES ('" + event + "', 'Set')");
   }
   std::vector<std::string> Add_Events(int count) {
@@ -38,7 +35,7 @@ class Table : public TDatabase_Test {
     return keys;
   }
   std::string Add_Occurrence(double at, const std::string& contact = "c") {
-    const std::string fresh = Kt_util_01::Get_GUID();
+    const std::string fresh = Get_GUID();
     Add(occurrences, fresh, contact, database.Book().Key, event, false, at);
     return fresh;
   }

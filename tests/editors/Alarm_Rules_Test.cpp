@@ -12,7 +12,7 @@ using namespace KTReminds;
 
 namespace {
 
-using Alarm_Texts = Kt_test::TSeams_Test;
+using Alarm_Texts = TSeams_Test;
 
 TEST_F(Alarm_Texts, Offsets_In_Words) {
   const std::pair<int, const char*> cases[] = {{0, "0 minutes before"},

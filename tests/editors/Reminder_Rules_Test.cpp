@@ -4,8 +4,7 @@
 
 namespace {
 
-class Reminder_Rules : public TDatabase_Test {
- protected:
+struct Reminder_Rules : TDatabase_Test {
   Reminder_Rules() { CurrentDate = Monday; }
 
   /// A daily set with alarms; the key of the one in the middle.

@@ -4,8 +4,7 @@
 
 namespace {
 
-class Task_Rules : public TDatabase_Test {
- protected:
+struct Task_Rules : TDatabase_Test {
   Task_Rules() { CurrentDate = 45310; }
   bool Open(TTask_Rules& rules, const std::string& key = {}) {
     return rules.Open(key, {database.Book().Key, {}}, "Report", false);

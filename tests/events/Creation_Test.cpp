@@ -39,8 +39,7 @@ std::int64_t Peak_Memory() {
 
 constexpr auto Tag = "fm_Reminder:Create_Event [KT_Events,KT_Events_Data,KT_Alarms]";
 
-class Creation : public TDatabase_Test {
- protected:
+struct Creation : TDatabase_Test {
   static TNew_Event Daily(TDateTime first, TDateTime last) {
     TNew_Event event = New_Event("Title", first);
     event.Record.Pattern.Freq = TFrequency::Daily;

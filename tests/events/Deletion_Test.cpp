@@ -3,8 +3,7 @@
 
 namespace {
 
-class Deletion : public TDatabase_Test {
- protected:
+struct Deletion : TDatabase_Test {
   static std::string Make(int days) {
     TNew_Event event = New_Event("", Monday, days);
     event.Alarm.On = true;

@@ -61,8 +61,7 @@ struct TChild {
   }
 };
 
-class Faults : public TDatabase_Test {
- protected:
+struct Faults : TDatabase_Test {
   Faults() { Close_Database(); }
 
   static int Rounds(int few) { return std::getenv("KT_LONG_TESTS") ? few * 50 : few; }

@@ -4,8 +4,7 @@
 
 namespace {
 
-class Lists : public TDatabase_Test {
- protected:
+struct Lists : TDatabase_Test {
   Lists() {
     SortKey = 2;
     SortAscending = true;

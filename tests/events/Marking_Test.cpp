@@ -3,8 +3,7 @@
 
 namespace {
 
-class Marking : public TDatabase_Test {
- protected:
+struct Marking : TDatabase_Test {
   void Make(int event_type, int journal) {
     TNew_Event event = New_Event("Title", Monday + 2);
     event.Alarm.On = true;

@@ -4,14 +4,11 @@
 #include "Form_Controls.h"
 #include "fm_Alarm_Props.h"
 
-using namespace KTReminds;
-
 namespace {
 
-class Alarm_Dialog : public TEditor_Fixture {
- protected:
-  Alarm_Dialog() { Kt_util_01::Install_Sound_Folder(folder.File("")); }
-  ~Alarm_Dialog() override { Kt_util_01::Install_Sound_Folder(""); }
+struct Alarm_Dialog : TEditor_Fixture {
+  Alarm_Dialog() { Install_Sound_Folder(folder.File("")); }
+  ~Alarm_Dialog() override { Install_Sound_Folder(""); }
 
   TAlarm_Props_Frm* Open(const TAlarm& alarm, bool task = false, bool read_only = false) {
     dialog = std::make_unique<TAlarm_Props_Frm>(Monday + 0.5, alarm, task, read_only);

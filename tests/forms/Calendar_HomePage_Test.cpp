@@ -4,10 +4,6 @@
 #include "Page_Numbers.h"
 #include "fm_Calendar_HomePage.h"
 
-using namespace Kt_data_01;
-using namespace Kt_forms;
-using namespace KTReminds;
-
 namespace {
 
 // Where a page is embedded, and what it says to the form around it.
@@ -41,8 +37,7 @@ struct THost : TForm {
   std::string Received;
 };
 
-class Calendar_HomePage : public TEditor_Fixture {
- protected:
+struct Calendar_HomePage : TEditor_Fixture {
   Calendar_HomePage() { host.show(); }
 
   TCalendar_HomePage_Frm* Display() {
@@ -54,7 +49,7 @@ class Calendar_HomePage : public TEditor_Fixture {
   static std::string Shown(QWidget* page) {
     char name[100] = "";
     Send_Message(page, umGetFormName, 0, reinterpret_cast<qintptr>(name));
-    return name + (" " + std::to_string(Kt_util_01::Read_Integer("General", "Calendar View", -1)));
+    return name + (" " + std::to_string(Read_Integer("General", "Calendar View", -1)));
   }
   bool Offers(const char* item) {
     emit Control<QMenu>(host.Page.Get(), "Tools1")->aboutToShow();
@@ -75,7 +70,7 @@ TEST_F(Calendar_HomePage, Remembers_Views_Only_And_Opens_The_Day_Where_A_View_Is
   Send_Message(page, umSelectNode, 0, 0);
   EXPECT_EQ(Shown(page), day) << "a refresh returns to the remembered view";
   const auto remembering = [&](int view) {
-    Kt_util_01::Write_Integer("General", "Calendar View", view);
+    Write_Integer("General", "Calendar View", view);
     page->DoRefresh();
     Settle();
     return Shown(page);
@@ -100,7 +95,7 @@ TEST_F(Calendar_HomePage, Its_Menu_And_Tools_Are_The_Hosts_While_It_Is_Shown) {
   EXPECT_EQ(menus + "|" + host.Menus(), "&Tools Help +|Help |&Tools Help +|Help ");
   Settle();
   EXPECT_EQ(host.Tools->findChild<QToolBar*>(), nullptr) << "the tools leave with the page";
-  Kt_util_01::Write_Bool("General", "Navigation Bars", false);
+  Write_Bool("General", "Navigation Bars", false);
   for (const bool grid : {true, false}) {
     delete host.Tools->layout();
     if (grid) new QGridLayout(host.Tools);

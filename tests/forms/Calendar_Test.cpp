@@ -1,9 +1,6 @@
 #include "Editor_Fixture.h"
 #include "fm_Calendar.h"
 
-using namespace KTReminds;
-using namespace Kt_forms;
-
 namespace {
 
 struct TNotified : TForm {
@@ -11,8 +8,7 @@ struct TNotified : TForm {
   void Handle_Message(const TMessage& message) override { Told += message.Number() == umDateChanged ? 1 : 0; }
 };
 
-class Date_Picker : public TEditor_Fixture {
- protected:
+struct Date_Picker : TEditor_Fixture {
   Date_Picker() {
     panel.resize(300, 260);
     picker = Show_Calendar(&panel, &view);
@@ -25,7 +21,7 @@ class Date_Picker : public TEditor_Fixture {
     const QPoint cell = days->visualRect(days->model()->index(4, 2)).center();
     if (key) QTest::keyClick(days, static_cast<Qt::Key>(key));
     if (!key) QTest::mouseClick(days->viewport(), Qt::LeftButton, {}, cell);
-    return {Kt_util_01::CurrentDate, view.Told};
+    return {CurrentDate, view.Told};
   }
 
   QWidget panel;
@@ -45,7 +41,7 @@ TEST_F(Date_Picker, A_Click_Or_Key_Sets_The_Date_And_Tells_Once_Also_On_The_Same
 }
 
 TEST_F(Date_Picker, A_Date_Set_Elsewhere_Moves_It_Without_An_Echo) {
-  Kt_util_01::CurrentDate = 45400;
+  CurrentDate = 45400;
   Send_Message(picker, umDateChanged, 0, 0);
   EXPECT_EQ(cal->selectedDate(), QDate(2024, 4, 18));
   EXPECT_EQ(view.Told, 0);

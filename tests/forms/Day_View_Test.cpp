@@ -1,13 +1,9 @@
 #include "View_Fixture.h"
 #include "fm_Contacts_Page3b.h"
 
-using namespace KTReminds;
-using namespace Kt_forms;
-
 namespace {
 
-class Day_View : public TView_Fixture {
- protected:
+struct Day_View : TView_Fixture {
   Day_View() : TView_Fixture(&Display_Calendar_Dayview) {}
 
   /// The day of the title, of the calendar beside the list, and the entries.
@@ -47,7 +43,7 @@ TEST_F(Day_View, Shows_A_Day_Of_The_Book_Or_Of_One_Owner) {
   Display(false);
   EXPECT_EQ(Shown(), "calendar");
   EXPECT_EQ(view, first) << "reused";
-  Kt_util_01::CurrentDate = Monday + 2;
+  CurrentDate = Monday + 2;
   Send_Message(view, umDateChanged, 0, 0);
   EXPECT_EQ(Shown(), "");
   EXPECT_FALSE(header->isVisible());
@@ -56,7 +52,7 @@ TEST_F(Day_View, Shows_A_Day_Of_The_Book_Or_Of_One_Owner) {
 TEST_F(Day_View, Steps_Days_And_Finds_Entries_To_Both_Sides) {
   Add("before", -39.5);
   Add("after", 3.5);
-  Kt_util_01::CurrentDate = Monday + 0.6;
+  CurrentDate = Monday + 0.6;
   Display();
   Act(view, "SpeedButton1|SpeedButton2|SpeedButton2");
   EXPECT_EQ(Day(), "16 January (15) ") << "the calendar is not told";
@@ -67,7 +63,7 @@ TEST_F(Day_View, Steps_Days_And_Finds_Entries_To_Both_Sides) {
   Act(view, "NextMenu|PrevMenu");
   EXPECT_EQ(Shown(), "before");
   Act(view, "ToolButton7");
-  EXPECT_EQ(Kt_util_01::CurrentDate, Monday + 0.5) << "with the time of day";
+  EXPECT_EQ(CurrentDate, Monday + 0.5) << "with the time of day";
 }
 
 TEST_F(Day_View, New_Entries_Belong_To_The_Owner_But_Tasks_Of_The_Whole_Calendar) {
@@ -96,7 +92,7 @@ TEST_F(Day_View, The_Calendar_Beside_The_List_Is_Remembered) {
   EXPECT_TRUE(Control<QWidget>(view, "CalPanel")->isVisible());
   Act(view, "GotoDate1");
   EXPECT_FALSE(Action("ToolButton4")->isChecked());
-  EXPECT_FALSE(Kt_util_01::Read_Bool("General", "Show Calendar", true));
+  EXPECT_FALSE(Read_Bool("General", "Show Calendar", true));
 }
 
 TEST_F(Day_View, Asks_The_Page_Around_It_For_Other_Views) {

@@ -1,12 +1,9 @@
 #include "Editor_Fixture.h"
 #include "fm_Delete_Reminder.h"
 
-using namespace KTReminds;
-
 namespace {
 
-class Delete_Dialog : public TEditor_Fixture {
- protected:
+struct Delete_Dialog : TEditor_Fixture {
   static bool Delete(const std::string& key, const std::function<void(QWidget*)>& act) {
     return With_Dialog(act, [&] { return Delete_Reminder(key); });
   }

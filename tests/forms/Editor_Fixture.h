@@ -8,19 +8,20 @@
 #include "Kt_forms.h"
 #include "Test_Events.h"
 
+using namespace Kt_forms;
+
 /// Forms on a database of their own. Now is noon of Monday, 15 January 2024, which is also the date shown.
-class TEditor_Fixture : public TDatabase_Test {
- protected:
+struct TEditor_Fixture : TDatabase_Test {
   static constexpr auto Offset_Refused =
       "The offset for the Reminder is invalid.\r\n\r\nPlease specify an offset in one of the following "
       "formats: - \r\n\r\n     ? minutes ( or ? )\r     ? hours ( or ? h)\r     ? days ( or ? d )";
 
-  TEditor_Fixture() { Kt_util_01::CurrentDate = Monday; }
+  TEditor_Fixture() { CurrentDate = Monday; }
 
   /// An event at noon, or another entry without a time, on each of so many days; the key of the middle one.
   std::string Make(int days, int event_type = 0) const {
-    KTReminds::TNew_Event event = New_Event("Old", event_type == 0 ? Monday + 0.5 : Monday, days);
-    event.Record.EventType = static_cast<Kt_data_01::TEntry_Type>(event_type);
+    TNew_Event event = New_Event("Old", event_type == 0 ? Monday + 0.5 : Monday, days);
+    event.Record.EventType = static_cast<TEntry_Type>(event_type);
     event.Record.AllDay = event_type != 0;
     return Query_Text(
         "SELECT Key FROM KT_Events_Data WHERE Event = (SELECT Event FROM KT_Events_Data WHERE Key = '" +
@@ -42,19 +43,18 @@ class TEditor_Fixture : public TDatabase_Test {
     seams.Prompts.Expect_Undone(doing + ": planted fault", tag);
   }
   /// The user may do in the book what these rights say, and no more.
-  void Sign_In(const Kt_data_01::TRights& rights) const {
+  void Sign_In(const TRights& rights) const {
     In_Update([&] {
-      const std::string user = Kt_data_01::Create_User("Bert", false);
-      Kt_data_01::Set_Rights(database.Book().Key, user, rights);
-      Kt_util_01::Set_User_Key(user);
+      const std::string user = Create_User("Bert", false);
+      Set_Rights(database.Book().Key, user, rights);
+      Set_User_Key(user);
     });
   }
 };
 
 /// One of the editors.
 template <class TRules, class TEditor>
-class TOf_An_Editor : public TEditor_Fixture {
- protected:
+struct TOf_An_Editor : TEditor_Fixture {
   /// Opens an entry, or a new one, whose record may be changed before it is shown. Lives until the next.
   TEditor* Edit(const std::string& key, const std::string& subject = {}, bool no_contact = false,
                 const std::function<void(TRules&)>& change = {}) {

@@ -3,15 +3,10 @@
 #include "View_Fixture.h"
 #include "fm_Contacts_Page3b.h"
 
-using namespace KTReminds;
-using namespace Kt_data_01;
-using namespace Kt_forms;
-
 namespace {
 
 /// What every page with a list of entries does for them.
-class Entry_Commands_On_A_Page : public TView_Fixture {
- protected:
+struct Entry_Commands_On_A_Page : TView_Fixture {
   Entry_Commands_On_A_Page() : TView_Fixture(&Display_Calendar_Dayview) {}
 
   /// The tools that are enabled, with their menu items, of those that depend on the selection.

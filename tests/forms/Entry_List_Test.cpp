@@ -5,9 +5,6 @@
 #include "Reminder_Utils.h"
 #include "Sort_Header.h"
 
-using namespace KTReminds;
-using namespace Kt_data_01;
-
 namespace {
 
 constexpr double Day = 45306;
@@ -22,8 +19,7 @@ struct TShown {
   void (*Change)(TEventKey&) = [](TEventKey&) {};
 };
 
-class Entry_List : public TEditor_Fixture {
- protected:
+struct Entry_List : TEditor_Fixture {
   Entry_List() : tester(list.model(), QAbstractItemModelTester::FailureReportingMode::Fatal) {
     SortKey = 2;
     SortAscending = true;
@@ -40,7 +36,7 @@ class Entry_List : public TEditor_Fixture {
       entry.Key = entry.Description = entry.FirstText = row.Title;
       entry.EventDate = row.Date;
       entry.Priority = 5;
-      entry.User = Kt_util_01::User_Key();
+      entry.User = User_Key();
       row.Change(entry);
       list.Items().Add(std::move(item));
     }
@@ -187,7 +183,7 @@ TEST_F(Entry_List, Rows_Show_Their_State_In_Colour_And_Style) {
   EXPECT_EQ(inks(-1), "red, text, silver, text");
   const QImage struck = drawn;
   EXPECT_EQ(inks(2), "red, text, highlighted, text");
-  Kt_util_01::Write_Bool("General", "Completed Style", false);
+  Write_Bool("General", "Completed Style", false);
   inks(-1);
   EXPECT_NE(drawn.copy(Row(2)), struck.copy(Row(2)));
   EXPECT_EQ(drawn.copy(Row(1)), struck.copy(Row(1)));
@@ -229,8 +225,7 @@ TEST_F(Entry_List, Headings_Stand_Over_The_Columns_Of_A_Description) {
   QWidget page;
   page.setGeometry(0, 0, 600, 300);
   auto* header = new TSort_Header(new QLabel(&page));
-  for (int sort = 0; sort < 6; ++sort)
-    (new Kt_forms::TWebLabel(QStringLiteral("H"), header))->setProperty("Tag", sort);
+  for (int sort = 0; sort < 6; ++sort) (new TWebLabel(QStringLiteral("H"), header))->setProperty("Tag", sort);
   list.Set_Columns({{{TCell::State_Image},
                      {TCell::Start_Date, 0},
                      {TCell::Due_Date, 1},
@@ -251,7 +246,7 @@ TEST_F(Entry_List, Headings_Stand_Over_The_Columns_Of_A_Description) {
   Show_List();
   EXPECT_FALSE(header->isHidden());
   int sort = 0, last = -1;
-  for (const auto* label : header->findChildren<Kt_forms::TWebLabel*>()) {
+  for (const auto* label : header->findChildren<TWebLabel*>()) {
     const auto span = list.Column_Span(sort++);
     ASSERT_TRUE(span);
     EXPECT_GT(span->Left, last);

@@ -10,8 +10,7 @@
 std::string Make_Checks(QWidget* form);
 
 /// While it lives, the program has a palette of light texts on dark grounds, or the one that it had.
-class TPalette_Scope {
- public:
+struct TPalette_Scope {
   explicit TPalette_Scope(bool dark);
   ~TPalette_Scope();
 

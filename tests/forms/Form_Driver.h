@@ -7,8 +7,7 @@
 
 /// Acts on the dialog that the running call opens, from inside its modal loop. A dialog that does not come,
 /// or is still there when the time is up, fails the running test and is rejected, so that no test hangs.
-class TModal_Driver {
- public:
+struct TModal_Driver {
   explicit TModal_Driver(std::function<void(QWidget*)> act);
   ~TModal_Driver();
   TModal_Driver(const TModal_Driver&) = delete;

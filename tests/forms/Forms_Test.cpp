@@ -3,12 +3,9 @@
 #include "Message_Prompts.h"
 #include "Qt_Settings.h"
 
-using namespace Kt_forms;
-
 namespace {
 
-class TPage : public TForm {
- public:
+struct TPage : TForm {
   std::string Told;
   bool May_Close = true;
   std::function<void()> On_Message;
@@ -124,9 +121,9 @@ TEST_F(Forms, Prompts_Are_Message_Boxes_With_Plain_Texts) {
       },
       [&] { prompts.Error("Caption", "<b>one</b>\r\n\r\ntwo\rthree"); });
   const auto ask = [&] { return prompts.Question("Caption", "Sure?"); };
-  EXPECT_EQ(With_Dialog(Cancel, ask), Kt_util_01::Answer_No);
+  EXPECT_EQ(With_Dialog(Cancel, ask), Answer_No);
   EXPECT_EQ(With_Dialog([](QWidget* box) { QTest::keyClick(box, Qt::Key_Y, Qt::AltModifier); }, ask),
-            Kt_util_01::Answer_Yes);
+            Answer_Yes);
 }
 
 }  // namespace

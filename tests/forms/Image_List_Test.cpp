@@ -4,8 +4,6 @@
 
 #include "Editor_Fixture.h"
 
-using namespace KTReminds;
-
 namespace {
 
 QImage Drawn(const TImage_List& list, int image, const QColor& ink, qreal ratio = 1) {

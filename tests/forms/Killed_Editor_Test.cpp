@@ -3,8 +3,6 @@
 #include "Editor_Fixture.h"
 #include "KTReminds.h"
 
-using namespace KTReminds;
-
 namespace {
 
 // What the user would miss.
@@ -25,7 +23,7 @@ TEST_F(Killed_Editor_DeathTest, Loses_Nothing_And_Leaves_No_Blank_Entry_After_Th
                                   {Make(1), &Reminder_Properties},
                                   {Make(1, 3), &Task_Properties}}) {
     const std::string before = Stored();
-    Kt_data_01::Close_Database();
+    Close_Database();
     const auto edit_and_die = [&, entry = key, run = edit] {
       database.Reopen();
       const TModal_Driver driver([](QWidget* form) {

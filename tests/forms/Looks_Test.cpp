@@ -8,7 +8,6 @@
 #include "Sample_Calendar.h"
 #include "Welcome.h"
 
-using namespace KTReminds;
 using namespace Plexidex;
 
 namespace {
@@ -16,7 +15,7 @@ namespace {
 /// Windows in the locale, dark or light, that the parameter names.
 class Looks : public TEditor_Fixture, public testing::WithParamInterface<std::pair<const char*, bool>> {
  protected:
-  Looks() : colours(GetParam().second) { Kt_util_01::Install_Locale(GetParam().first); }
+  Looks() : colours(GetParam().second) { Install_Locale(GetParam().first); }
 
   static void Look(QWidget* window, const QString& name) {
     Settle();
@@ -71,8 +70,8 @@ TEST_P(Looks, Of_The_Editors) {
 }
 
 TEST_P(Looks, Of_The_Window_On_The_Samples_Data) {
-  Fill_With_Sample({}, Kt_util_01::Today());
-  Kt_util_01::Write_Bool("General", "Show Calendar", true);
+  Fill_With_Sample({}, Today());
+  Write_Bool("General", "Show Calendar", true);
   const std::string book = database.Book().Key,
                     contact = Query_Text("SELECT Key FROM KT_Contacts WHERE Type = 0 ORDER BY DisplayName");
   TMain_Window window;

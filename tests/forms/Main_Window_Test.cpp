@@ -7,13 +7,11 @@
 #include "Entry_List.h"
 #include "Navigation_Tree.h"
 
-using namespace Kt_data_01;
 using Plexidex::TNode_Kind;
 
 namespace {
 
-class Main_Window : public TEditor_Fixture {
- protected:
+struct Main_Window : TEditor_Fixture {
   Plexidex::TNavigation_Tree& Open() {
     window.emplace().show();
     return window->Tree();
@@ -117,7 +115,7 @@ TEST_F(Main_Window, Contacts_Are_Added_Edited_Deleted_And_Restored) {
   seams.Prompts.Expect_Question("Delete Contact",
                                 "Delete the contact \"Zoe & Co\"? It is kept with its entries among the "
                                 "deleted contacts and can be restored.",
-                                Kt_util_01::Answer_Yes);
+                                Answer_Yes);
   Choose("Delete &Contact...");
   EXPECT_EQ(Below(tree.currentItem()), "Berta");
   Act(&*window, "Show_Deleted");
@@ -136,7 +134,7 @@ TEST_F(Main_Window, Opening_A_Contact_In_The_List_Shows_Its_Own_Entries_Only) {
   Confirm(Control<QListWidget>(&*window, "Contacts"));
   Settle();
   EXPECT_EQ(tree.Current().Contact, contact);
-  auto& entries = Control<KTReminds::TEntry_List>(&*window, "ListView1")->Items();
+  auto& entries = Control<TEntry_List>(&*window, "ListView1")->Items();
   EXPECT_EQ(entries.Count(), 0u);
   Choose("New &Event...", Confirm_With("Edit1=Lunch"));
   EXPECT_EQ(entries.Count(), 1u);
@@ -157,7 +155,7 @@ TEST_F(Main_Window, Books_Are_Made_Renamed_And_Removed) {
   EXPECT_EQ(Query_Text("SELECT Other_2 FROM KT_Fields"), "Voice");
   for (const std::string& name : {std::string("Choir"), first}) {
     const std::string what = "\" with its calendar, its tasks and all its contacts? They cannot be restored.";
-    seams.Prompts.Expect_Question("Delete Book", "Delete the book \"" + name + what, Kt_util_01::Answer_Yes);
+    seams.Prompts.Expect_Question("Delete Book", "Delete the book \"" + name + what, Answer_Yes);
     Choose("&Delete Book...");
   }
   EXPECT_EQ(Page(), " &File &Book &View &Help");
@@ -175,10 +173,10 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
   });
   std::filesystem::rename(path + ".moved", path);
   const auto seen = [this] {
-    return Shared_Database().Path() + " " + Kt_util_01::Read_String("General", "Database", "none") + State();
+    return Shared_Database().Path() + " " + Read_String("General", "Database", "none") + State();
   };
   EXPECT_EQ(seen(), path + " noneHome/Home - Plexidex/Contacts_Page3b_Frm0");
-  EXPECT_FALSE(Kt_util_01::UseCompleteStyle());
+  EXPECT_FALSE(UseCompleteStyle());
   EXPECT_FALSE(Control<QWidget>(&*window, "Panel3")->isVisible()) << "the page is made anew";
   const std::string relative = QDir().relativeFilePath(QString::fromStdString(other)).toStdString();
   Choose("&Preferences...", Confirm_With("Database=" + relative));

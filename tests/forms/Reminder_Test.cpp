@@ -1,12 +1,9 @@
 #include "Editor_Fixture.h"
 #include "fm_Reminder.h"
 
-using namespace KTReminds;
-
 namespace {
 
-class Reminder_Form : public TOf_An_Editor<TReminder_Rules, TReminder_Frm> {
- protected:
+struct Reminder_Form : TOf_An_Editor<TReminder_Rules, TReminder_Frm> {
   bool Properties(const std::string& key, const std::function<void(QWidget*)>& act) const {
     return With_Dialog(act,
                        [&] { return Reminder_Properties(key, {}, database.Book().Key, "Lunch", false); });
@@ -106,7 +103,7 @@ TEST_F(Reminder_Form, Tab_Comes_To_What_Is_Chosen) {
 
 TEST_F(Reminder_Form, The_Calendar_Of_A_Date_Begins_With_The_Users_First_Day) {
   for (const auto& [locale, first] : {std::pair("de_DE", Qt::Monday), {"en_US", Qt::Sunday}}) {
-    Kt_util_01::Install_Locale(locale);
+    Install_Locale(locale);
     auto* date = Control<QDateEdit>(Edit(Make(1)), "EventDate");
     QTest::mouseClick(date, Qt::LeftButton, {}, QPoint(date->width() - 6, date->height() / 2));
     EXPECT_TRUE(date->calendarWidget()->isVisible());
@@ -140,9 +137,8 @@ TEST_F(Reminder_Form, One_Of_A_Set_Is_Opened_Alone_Or_The_Whole_Or_Not_At_All) {
 
 TEST_F(Reminder_Form, A_Changed_Rule_Is_Applied_Whatever_The_Answer_But_Only_Yes_Closes) {
   QWidget* editor = Edit_Set(Make(5));
-  for (const auto& [input, answer, dates] :
-       {std::tuple("DailyNumber=2|OKBtn", Kt_util_01::Answer_No, "0.5 2.5 4.5"),
-        {"DailyNumber=4|OKBtn", Kt_util_01::Answer_Yes, "0.5 4.5"}}) {
+  for (const auto& [input, answer, dates] : {std::tuple("DailyNumber=2|OKBtn", Answer_No, "0.5 2.5 4.5"),
+                                             {"DailyNumber=4|OKBtn", Answer_Yes, "0.5 4.5"}}) {
     seams.Prompts.Expect_Question(
         "Recurring Event Changed",
         "Warning: Changing the properties of this Event Set will reset all events within the Set. "
@@ -150,7 +146,7 @@ TEST_F(Reminder_Form, A_Changed_Rule_Is_Applied_Whatever_The_Answer_But_Only_Yes
         "events marked complete will be reinstated\r\n\r\nPlease confirm you wish to do this",
         answer);
     Act(editor, input);
-    EXPECT_EQ(editor->isVisible(), answer == Kt_util_01::Answer_No);
+    EXPECT_EQ(editor->isVisible(), answer == Answer_No);
     EXPECT_EQ(Dates(), dates);
   }
 }
@@ -160,7 +156,7 @@ TEST_F(Reminder_Form, A_Long_Set_Is_Saved_And_One_Beyond_All_Measure_Asked_About
   seams.Prompts.Expect_Question("Many Events",
                                 "This Event Set consists of 10959 events, and saving it will take a "
                                 "while.\r\n\r\nPlease confirm you wish to do this",
-                                Kt_util_01::Answer_No);
+                                Answer_No);
   Act(editor, "RecurBtn|EndDate=2054-01-15|OKBtn");
   EXPECT_EQ(Counts(), "1 1 0 +1") << "nothing was written";
   Act(editor, "EndDate=2026-10-10|OKBtn");
@@ -219,12 +215,12 @@ TEST_F(Reminder_Form, The_Contact_Opens_Where_The_Host_Has_Pages_For_It) {
   const std::string key = Make(1), known = database.Book().Calendar;
   std::string opened;
   EXPECT_EQ(Seen(Edit(key), "ContactBtn"), "hidden");
-  Kt_forms::Install_Contact_Opener({[&known](const std::string& contact) { return contact == known; },
-                                    [&opened](const std::string& contact) { opened = contact; }});
+  Install_Contact_Opener({[&known](const std::string& contact) { return contact == known; },
+                          [&opened](const std::string& contact) { opened = contact; }});
   Act(Edit(key), "ContactBtn");
   EXPECT_EQ(opened, known);
   EXPECT_EQ(Seen(Edit(key, {}, true), "ContactBtn"), "hidden") << "of another user's private event";
-  Kt_forms::Install_Contact_Opener({});
+  Install_Contact_Opener({});
 }
 
 }  // namespace

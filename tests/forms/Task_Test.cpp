@@ -1,12 +1,9 @@
 #include "Editor_Fixture.h"
 #include "fm_Task.h"
 
-using namespace KTReminds;
-
 namespace {
 
-class Task_Form : public TOf_An_Editor<TTask_Rules, TTask_Frm> {
- protected:
+struct Task_Form : TOf_An_Editor<TTask_Rules, TTask_Frm> {
   /// Acts on the editor; what then stands in the controls that depend on each other.
   std::string After(const std::string& inputs) {
     return Seen_After(inputs, form.get(),

@@ -5,24 +5,22 @@
 #include "Reminder_Utils.h"
 
 /// A page of entries inside the page around it, on a database with a contact.
-class TView_Fixture : public TEditor_Fixture {
- protected:
-  using TDisplay = bool (*)(QWidget*, Kt_forms::TForm_Reference&, const std::string&, const std::string&,
-                            bool);
+struct TView_Fixture : TEditor_Fixture {
+  using TDisplay = bool (*)(QWidget*, TForm_Reference&, const std::string&, const std::string&, bool);
   /// Columns of another user's private event.
   static constexpr auto Hidden = "Private = 1, User = 'somebody'";
-  struct THome : Kt_forms::TForm {
+  struct THome : TForm {
     QList<qintptr> Asked;
-    void Handle_Message(const Kt_forms::TMessage& message) override {
-      if (message.Number() == Kt_forms::umDisplayForm) Asked.append(message.WParam);
+    void Handle_Message(const TMessage& message) override {
+      if (message.Number() == umDisplayForm) Asked.append(message.WParam);
     }
   };
 
   explicit TView_Fixture(TDisplay entry_point) : display(entry_point) {
-    KTReminds::SortKey = 2;
-    KTReminds::SortAscending = true;
+    SortKey = 2;
+    SortAscending = true;
     home.resize(640, 400);
-    In_Update([this] { contact = Kt_data_01::Create_Contact(database.Book().Key, "Contact"); });
+    In_Update([this] { contact = Create_Contact(database.Book().Key, "Contact"); });
   }
   /// Adds an event of Monday, or what its columns say otherwise.
   void Add(const std::string& title, double time, const std::string& master = {},
@@ -35,7 +33,7 @@ class TView_Fixture : public TEditor_Fixture {
   void Display(bool whole_calendar = true, int row = -1) {
     ASSERT_TRUE(display(&home, form, database.Book().Key, database.Book().Calendar, whole_calendar));
     view = form.Get();
-    list = Control<KTReminds::TEntry_List>(view, "ListView1");
+    list = Control<TEntry_List>(view, "ListView1");
     if (!home.isVisible()) Show(home);
     if (row >= 0) list->Select_Row(row);
   }
@@ -59,8 +57,8 @@ class TView_Fixture : public TEditor_Fixture {
 
   const TDisplay display;
   std::string contact;
-  Kt_forms::TForm_Reference form;
+  TForm_Reference form;
   THome home;
-  Kt_forms::TForm* view = nullptr;
-  KTReminds::TEntry_List* list = nullptr;
+  TForm* view = nullptr;
+  TEntry_List* list = nullptr;
 };

@@ -11,12 +11,7 @@
 
 namespace {
 
-using namespace Kt_util_01;
-using namespace Plexidex;
-using KTReminds::TRecurrence_Pattern;
-
-class Exporting : public Kt_test::Import_Fixture {
- protected:
+struct Exporting : Import_Fixture {
   std::string Out() const { return folder.File("out.ics"); }
 
   std::string Exported() const {
@@ -37,22 +32,22 @@ class Exporting : public Kt_test::Import_Fixture {
   // Into an empty database of its own, in which the test goes on.
   TImport_Report Move_To_New_Database() {
     Export_Calendar(Out(), "");
-    Kt_data_01::Open_Database(folder.File("second.db"), Kt_data_01::TDatabase::TMode::Create_If_Missing);
+    Open_Database(folder.File("second.db"), TDatabase::TMode::Create_If_Missing);
     return Import_Calendar(Out(), options);
   }
 
   static std::string Create(const std::string& title, const char* first, const TRecurrence_Pattern& pattern,
                             int offset = -1) {
-    KTReminds::TNew_Event event = New_Event(title, 0);
+    TNew_Event event = New_Event(title, 0);
     EXPECT_TRUE(Str2DateTime(first, event.Record.FirstDate));
     event.Record.Pattern = pattern;
     event.Alarm = {offset >= 0, offset, "C:\\Sounds; and\\ding.wav", 0};
     std::string key;
-    EXPECT_NE(KTReminds::Create_Event(event, key), "");
+    EXPECT_NE(Create_Event(event, key), "");
     return key;
   }
   static TRecurrence_Pattern Monthly(bool plain, TDateTime last) {
-    return {KTReminds::TFrequency::Monthly, 1, plain, 0, 0, 0, last};
+    return {TFrequency::Monthly, 1, plain, 0, 0, 0, last};
   }
 };
 
@@ -88,7 +83,7 @@ TEST_F(Exporting, Every_Pattern_Comes_Back) {
     const int freq = 1 + below(4);
     // The 30th of February is no date to start a year's pattern from.
     const int start = freq == 4 ? 3 : below(4);
-    TRecurrence_Pattern pattern{static_cast<KTReminds::TFrequency>(freq), 1 + below(3), below(2) == 0};
+    TRecurrence_Pattern pattern{static_cast<TFrequency>(freq), 1 + below(3), below(2) == 0};
     pattern.P = static_cast<std::uint16_t>(freq <= 2 ? 1 + below(127) : 1 << below(10));
     pattern.Instance = below(5);
     pattern.Month = below(12);
@@ -158,8 +153,8 @@ TEST_F(Exporting, Only_What_The_User_Sees_And_A_File_Can_Hold) {
   Import(events);
   std::string deleted;
   In_Update([&] {
-    deleted = Kt_data_01::Create_Contact(database.Book().Key, "Gone");
-    Kt_data_01::Set_Contact_Deleted(deleted, true);
+    deleted = Create_Contact(database.Book().Key, "Gone");
+    Set_Contact_Deleted(deleted, true);
   });
   Run_Sql("UPDATE KT_Events SET User = 'somebody' WHERE Title = 'Secret'");
   const std::string of = " WHERE Event = (SELECT Key FROM KT_Events WHERE Title = ";

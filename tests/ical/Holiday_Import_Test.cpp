@@ -4,14 +4,12 @@
 
 namespace {
 
-using namespace Plexidex;
-
-using Holidays = Kt_test::Import_Fixture;
+using Holidays = Import_Fixture;
 
 TEST_F(Holidays, Every_Day_Of_Every_Event_Once) {
   const std::string file = File(Data("holidays"));
   options.Has_Until = true;
-  options.Until = Kt_util_01::Encode_Date(2027, 12, 31);
+  options.Until = Encode_Date(2027, 12, 31);
   const auto report = Import_Holidays(file, "Utopia", options);
   EXPECT_EQ(
       Query_Rows("Name, date(HolidayDate + 2415018.5)",

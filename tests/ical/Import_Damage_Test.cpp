@@ -6,10 +6,7 @@
 
 namespace {
 
-using namespace Plexidex;
-
-class Import_Damage : public Kt_test::Import_Fixture {
- protected:
+struct Import_Damage : Import_Fixture {
   // The sentence of the refusal; "" when the file was taken.
   std::string Try(const std::string& text) const {
     try {
@@ -89,7 +86,7 @@ TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
   for (std::string piece; std::getline(pieces, piece, '|');) inserted.push_back(piece);
   const int rounds = std::getenv("KT_LONG_TESTS") != nullptr ? 15'000 : 300;
   options.Has_Until = true;
-  options.Until = Kt_util_01::Encode_Date(2024, 12, 31);
+  options.Until = Encode_Date(2024, 12, 31);
   const std::string everything = Data("everything");
   int taken = 0, refused = 0;
   for (int round = 0; round < rounds; ++round) {
@@ -126,14 +123,14 @@ TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
       ASSERT_EQ(Dump(), before) << "round " << round;
     }
     ASSERT_TRUE(Is_Sound()) << "round " << round;
-    ASSERT_FALSE(Kt_data_01::Update_Is_Open()) << "round " << round;
+    ASSERT_FALSE(Update_Is_Open()) << "round " << round;
   }
   EXPECT_GT(taken, rounds / 10);
   EXPECT_GT(refused, rounds / 10);
 }
 
 TEST_F(Import_Damage, A_Database_That_Refuses_Or_Fails_Keeps_Nothing) {
-  seams.Prompts.Answer_All = Kt_util_01::Answer_No;
+  seams.Prompts.Answer_All = Answer_No;
   const std::string before = Dump(), refusal = "Nothing was imported from";
   database.Reopen_Read_Only();
   EXPECT_NE(Try(Data("everything")).find(refusal), std::string::npos);
@@ -145,7 +142,7 @@ TEST_F(Import_Damage, A_Database_That_Refuses_Or_Fails_Keeps_Nothing) {
                         Event("UID:long|SUMMARY:Long|DTSTART:20240101T090000|RRULE:FREQ=DAILY;COUNT=5000");
   EXPECT_NE(Try(Calendar(small + large)).find(refusal), std::string::npos);
   EXPECT_EQ(seams.Prompts.Said.size(), 1u);
-  EXPECT_FALSE(Kt_data_01::Update_Is_Open());
+  EXPECT_FALSE(Update_Is_Open());
   EXPECT_EQ(Dump(), before);
   EXPECT_EQ(Try(Calendar(small)), "");
 }

@@ -10,11 +10,10 @@
 #include "Database_Test.h"
 #include "Store_Check.h"
 
-namespace Kt_test {
+using namespace Plexidex;
 
 /// In Berlin, with an empty book.
-class Import_Fixture : public TDatabase_Test {
- protected:
+struct Import_Fixture : TDatabase_Test {
   static std::string Replaced(const std::string& text, const char* what, const char* by) {
     return std::regex_replace(text, std::regex(what), by);
   }
@@ -36,20 +35,14 @@ class Import_Fixture : public TDatabase_Test {
     std::ofstream(folder.File("in.ics"), std::ios::binary) << text;
     return folder.File("in.ics");
   }
-  Plexidex::TImport_Report Import_Text(const std::string& text) const {
-    return Plexidex::Import_Calendar(File(text), options);
-  }
-  Plexidex::TImport_Report Import(const std::string& components) const {
-    return Import_Text(Calendar(components));
-  }
+  TImport_Report Import_Text(const std::string& text) const { return Import_Calendar(File(text), options); }
+  TImport_Report Import(const std::string& components) const { return Import_Text(Calendar(components)); }
 
-  static std::string As_In_File(double date) {
-    return Kt_util_01::FormatDateTime("yyyymmdd\"T\"hhnnss", date);
-  }
+  static std::string As_In_File(double date) { return FormatDateTime("yyyymmdd\"T\"hhnnss", date); }
   /// The dates of all events of a title in order.
   static std::string Dates_Of(const std::string& title) {
     std::string dates;
-    const auto statement = Kt_data_01::Shared_Database().Engine().Prepare(
+    const auto statement = Shared_Database().Engine().Prepare(
         "SELECT EventDate FROM KT_Events_Data d JOIN KT_Events e ON e.Key = d.Event WHERE Title = ? ORDER BY "
         "1");
     statement->Bind(0, std::string_view(title));
@@ -63,7 +56,7 @@ class Import_Fixture : public TDatabase_Test {
   /// Every row of every table.
   static std::string Dump() {
     std::string dump;
-    for (const Kt_data_01::TTable_Def& table : Kt_data_01::Schema()) {
+    for (const TTable_Def& table : Schema()) {
       const std::string name(table.Name);
       const std::string columns = Query_Text(
           "SELECT group_concat('quote(\"' || name || '\")', ', ') FROM "
@@ -73,15 +66,15 @@ class Import_Fixture : public TDatabase_Test {
     }
     return dump;
   }
-  static bool Is_Sound() { return Kt_data_01::Check_Store().empty(); }
+  static bool Is_Sound() { return Check_Store().empty(); }
 
-  static std::string Remarks(const std::vector<Plexidex::TImport_Remark>& remarks) {
+  static std::string Remarks(const std::vector<TImport_Remark>& remarks) {
     std::string text;
     for (const auto& remark : remarks) text += remark.What + ": " + remark.Why + "\n";
     return text;
   }
   /// What a report counts, but for zeros: "read 2, sets 1, events 1, tasks 1, occurrences 9".
-  static std::string Told(const Plexidex::TImport_Report& report) {
+  static std::string Told(const TImport_Report& report) {
     std::string told;
     for (const auto& [name, count] : {std::pair<const char*, std::int64_t>("read ", report.Read),
                                       {"sets ", report.Sets},
@@ -96,7 +89,5 @@ class Import_Fixture : public TDatabase_Test {
   }
 
   TTemporary_Folder folder;
-  Plexidex::TImport_Options options;
+  TImport_Options options;
 };
-
-}  // namespace Kt_test

@@ -2,11 +2,7 @@
 
 namespace {
 
-using namespace Kt_util_01;
-using namespace Plexidex;
-
-class Importing : public Kt_test::Import_Fixture {
- protected:
+struct Importing : Import_Fixture {
   // Everything that the report tells.
   std::string Import_Data(const std::string& name) const {
     const auto report = Import_Text(Data(name));
@@ -36,7 +32,7 @@ TEST_F(Importing, The_Book_Is_The_Named_One) {
   const std::string text = Event("UID:a|DTSTART:20240105T101530|SUMMARY:A");
   options.Book = "Nowhere";
   EXPECT_THROW(Import(text), EImport_Error);
-  In_Update([] { Kt_data_01::Create_Book("Other"); });
+  In_Update([] { Create_Book("Other"); });
   options.Book = "Other";
   Import(text);
   EXPECT_EQ(Query_Rows("BookName", "KT_Books b JOIN KT_Events_Data d ON d.Book = b.Key"), "Other");

@@ -7,10 +7,7 @@
 
 namespace {
 
-using namespace Kt_util_01;
-
-class Rule_Translation : public Kt_test::Import_Fixture {
- protected:
+struct Rule_Translation : Import_Fixture {
   /// A row has the start, the rule, the frequency that was stored, the numbers of masters and of dates, the
   /// first dates and the last one.
   void Check(const std::string& row) const {
@@ -129,11 +126,11 @@ TEST_F(Rule_Translation, Stored_Dates_Are_The_Rules_Dates) {
     sets += static_cast<int>(
         Import(Event("UID:random|SUMMARY:Random|DTSTART;TZID=" + zone + ":" + start + "|RRULE:" + rule))
             .Sets);
-    Plexidex::TFile_Time from;
-    from.Wall = Plexidex::Read_Wall_Time(icaltime_from_string(start.c_str())).value();
-    from.Zone = Plexidex::TZone::Named(zone);
+    TFile_Time from;
+    from.Wall = Read_Wall_Time(icaltime_from_string(start.c_str())).value();
+    from.Zone = TZone::Named(zone);
     std::string expected;
-    Plexidex::TRule_Dates dates(rule, from, 0);
+    TRule_Dates dates(rule, from, 0);
     while (const auto date = dates.Next()) expected += (expected.empty() ? "" : " ") + As_In_File(*date);
     ASSERT_EQ(Dates_Of("Random"), expected.empty() ? As_In_File(from.Local()) : expected);
     ASSERT_TRUE(Is_Sound());

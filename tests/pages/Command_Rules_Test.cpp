@@ -6,8 +6,7 @@ using namespace KTReminds;
 
 namespace {
 
-class Command_Rules : public TDatabase_Test {
- protected:
+struct Command_Rules : TDatabase_Test {
   TList_Item Item(TEntry_Type type, bool done = false, bool hidden = false) const {
     TList_Item item;
     item.Data = std::make_unique<TEventKey>();

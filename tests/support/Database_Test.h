@@ -9,10 +9,9 @@
 using namespace Kt_data_01;
 
 /// On a new database, at noon of Monday, 15 January 2024.
-class TDatabase_Test : public testing::Test {
- protected:
+struct TDatabase_Test : testing::Test {
   static constexpr double Monday = 45306;
 
-  Kt_test::TTest_Seams seams;
+  TTest_Seams seams;
   TTemporary_Database database;
 };

@@ -10,8 +10,7 @@
 #include "Rights.h"
 
 /// A folder of its own for one test, removed with everything in it.
-class TTemporary_Folder {
- public:
+struct TTemporary_Folder {
   TTemporary_Folder();
   ~TTemporary_Folder();
   TTemporary_Folder(const TTemporary_Folder&) = delete;
@@ -26,8 +25,7 @@ class TTemporary_Folder {
 std::string File_Content(const std::string& path);
 
 /// The shared database on a new file, with one book.
-class TTemporary_Database {
- public:
+struct TTemporary_Database {
   TTemporary_Database();
   ~TTemporary_Database();
   TTemporary_Database(const TTemporary_Database&) = delete;

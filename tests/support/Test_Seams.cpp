@@ -1,19 +1,15 @@
 #include "Test_Seams.h"
 
-namespace Kt_test {
-
-using namespace Kt_util_01;
-
 void TPrompt_Queue::Expect_Error(const std::string& caption, const std::string& text) {
-  m_Expected.push_back({"error", caption, text, 0});
+  Expected.push_back({"error", caption, text, 0});
 }
 
 void TPrompt_Queue::Expect_Info(const std::string& caption, const std::string& text) {
-  m_Expected.push_back({"information", caption, text, 0});
+  Expected.push_back({"information", caption, text, 0});
 }
 
 void TPrompt_Queue::Expect_Question(const std::string& caption, const std::string& text, int answer) {
-  m_Expected.push_back({"question", caption, text, answer});
+  Expected.push_back({"question", caption, text, answer});
 }
 
 void TPrompt_Queue::Expect_Undone(const std::string& why, const std::string& tag) {
@@ -25,8 +21,8 @@ void TPrompt_Queue::Expect_Unread(const std::string& why, const std::string& tag
 }
 
 void TPrompt_Queue::Verify() {
-  for (const TPrompt& prompt : m_Expected) ADD_FAILURE() << "never came: " << Describe(prompt);
-  m_Expected.clear();
+  for (const TPrompt& prompt : Expected) ADD_FAILURE() << "never came: " << Describe(prompt);
+  Expected.clear();
 }
 
 void TPrompt_Queue::Error(const std::string& caption, const std::string& text) {
@@ -50,12 +46,12 @@ int TPrompt_Queue::Meet(const TPrompt& prompt) {
     Said.push_back(Describe(prompt));
     return *Answer_All;
   }
-  if (m_Expected.empty()) {
+  if (Expected.empty()) {
     ADD_FAILURE() << "unexpected prompt: " << Describe(prompt);
     return Answer_No;
   }
-  const TPrompt expected = m_Expected.front();
-  m_Expected.pop_front();
+  const TPrompt expected = Expected.front();
+  Expected.pop_front();
   if (Describe(expected) != Describe(prompt)) {
     ADD_FAILURE() << "unexpected prompt: " << Describe(prompt) << "\nexpected: " << Describe(expected);
     return Answer_No;
@@ -94,5 +90,3 @@ TTest_Seams::~TTest_Seams() {
   Set_User_Key("");
   CurrentDate = 0;
 }
-
-}  // namespace Kt_test

@@ -17,10 +17,7 @@
 // Tests write the names that they are about without their namespace.
 using namespace Kt_util_01;
 
-namespace Kt_test {
-
-class TFixed_Clock : public TClock {
- public:
+struct TFixed_Clock : TClock {
   explicit TFixed_Clock(TDateTime value) : Value(value) {}
   TDateTime Now() override { return Value; }
 
@@ -30,8 +27,7 @@ class TFixed_Clock : public TClock {
 /// Prompts must come as expected and in that order. One that differs or was not expected fails the running
 /// test at once and answers No; one that never came fails it when the queue dies or is verified. A test may
 /// have them kept instead.
-class TPrompt_Queue : public TPrompts {
- public:
+struct TPrompt_Queue : TPrompts {
   ~TPrompt_Queue() override { Verify(); }
 
   void Expect_Error(const std::string& caption, const std::string& text);
@@ -62,18 +58,16 @@ class TPrompt_Queue : public TPrompts {
   static std::string Describe(const TPrompt& prompt);
   int Meet(const TPrompt& prompt);
 
-  std::deque<TPrompt> m_Expected;
+  std::deque<TPrompt> Expected;
 };
 
-class TRecorded_Sounds : public TSounds {
- public:
+struct TRecorded_Sounds : TSounds {
   void Play(int number) override { Played.push_back(number); }
 
   std::vector<int> Played;
 };
 
-class TMemory_Settings : public TSettings_Store {
- public:
+struct TMemory_Settings : TSettings_Store {
   bool Read(const std::string& section, const std::string& name, std::string& value) override;
   void Write(const std::string& section, const std::string& name, const std::string& value) override;
 
@@ -81,8 +75,7 @@ class TMemory_Settings : public TSettings_Store {
 };
 
 /// Installs all of these, and restores the defaults when it dies. A member of a fixture or a local of a test.
-class TTest_Seams {
- public:
+struct TTest_Seams {
   explicit TTest_Seams(const std::string& locale = "en_US", const std::string& zone = "Europe/Berlin");
   ~TTest_Seams();
   TTest_Seams(const TTest_Seams&) = delete;
@@ -95,9 +88,6 @@ class TTest_Seams {
   TMemory_Settings Settings;
 };
 
-class TSeams_Test : public testing::Test {
- protected:
+struct TSeams_Test : testing::Test {
   TTest_Seams seams;
 };
-
-}  // namespace Kt_test

@@ -5,7 +5,7 @@
 
 namespace {
 
-using Clock_And_Zone = Kt_test::TSeams_Test;
+using Clock_And_Zone = TSeams_Test;
 
 TDateTime At(const char* iso) {
   TDateTime value = 0;

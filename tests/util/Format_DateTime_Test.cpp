@@ -4,9 +4,8 @@
 
 namespace {
 
-class Format_DateTime : public Kt_test::TSeams_Test {
- protected:
-  const TDateTime m_Moment = Encode_Date(2024, 3, 5) + Encode_Time(9, 7, 3, 45);
+struct Format_DateTime : TSeams_Test {
+  const TDateTime moment = Encode_Date(2024, 3, 5) + Encode_Time(9, 7, 3, 45);
 };
 
 TEST_F(Format_DateTime, Every_Field) {
@@ -30,7 +29,7 @@ TEST_F(Format_DateTime, Every_Field) {
       {"d \"", "5 "},
       {"\"\"", ""},
       {"", ""}};
-  for (const auto& test : cases) EXPECT_EQ(FormatDateTime(test[0], m_Moment), test[1]) << test[0];
+  for (const auto& test : cases) EXPECT_EQ(FormatDateTime(test[0], moment), test[1]) << test[0];
 }
 
 TEST_F(Format_DateTime, Hours_Of_Twelve) {
@@ -73,7 +72,7 @@ TEST_F(Format_DateTime, Formats_That_Name_Themselves_End) {
   TFormat_Settings settings;
   settings.ShortDateFormat = std::string("d ddddd c");
   settings.ShortTimeFormat = std::string("t");
-  EXPECT_EQ(FormatDateTime("ddddd|t", m_Moment, settings), "5   |");
+  EXPECT_EQ(FormatDateTime("ddddd|t", moment, settings), "5   |");
 }
 
 }  // namespace

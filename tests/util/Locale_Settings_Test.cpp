@@ -64,7 +64,7 @@ TEST(Locale_Settings, The_First_Variable_That_Says_Something_Counts) {
 }
 
 TEST(Locale_Settings, What_Is_Written_Is_Read_Back) {
-  const Kt_test::TTest_Seams seams;
+  const TTest_Seams seams;
   for (const char* locale :
        {"C",     "en_US", "en_GB", "en_CA", "de_DE", "de_CH", "fr_FR", "fr_CA", "es_ES", "es_MX",
         "it_IT", "nl_NL", "da_DK", "sv_SE", "fi_FI", "pl_PL", "cs_CZ", "hu_HU", "hr_HR", "lt_LT",

@@ -10,7 +10,7 @@
 
 namespace {
 
-using Parse_Input = Kt_test::TSeams_Test;
+using Parse_Input = TSeams_Test;
 
 // A text as one of the readers understands it, in a form that is the same everywhere; "" when it is refused.
 template <class TReader>

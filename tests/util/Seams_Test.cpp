@@ -3,7 +3,7 @@
 namespace {
 
 TEST(Seams, Prompts_Reach_Who_Is_Installed) {
-  Kt_test::TTest_Seams seams;
+  TTest_Seams seams;
   seams.Prompts.Expect_Error("Error", "No subject.");
   seams.Prompts.Expect_Question("Delete", "Really?", Answer_Yes);
   seams.Prompts.Expect_Info("Done", "All of it.");
@@ -38,7 +38,7 @@ TEST(Seams_DeathTest, No_Prompt_Inside_An_Open_Bracket) {
 #endif
 
 TEST(Seams, Settings_Keep_Their_Types_And_Fall_Back_On_Rubbish) {
-  Kt_test::TTest_Seams seams;
+  TTest_Seams seams;
   EXPECT_EQ(Read_String("Sounds", "Default", "<Standard Beep>"), "<Standard Beep>");
   Write_String("Sounds", "Default", "");
   Write_Integer("General", "Calendar View", -13);

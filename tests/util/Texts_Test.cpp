@@ -8,7 +8,7 @@
 
 namespace {
 
-using Texts = Kt_test::TSeams_Test;
+using Texts = TSeams_Test;
 
 std::size_t Code_Points(const std::string& text) {
   return static_cast<std::size_t>(std::count_if(
