@@ -4,6 +4,7 @@
 #include <exception>
 #include <filesystem>
 
+#include "Database_Files.h"
 #include "Kt_util_01.h"
 
 namespace Kt_data_01 {
@@ -13,6 +14,8 @@ namespace {
 std::string Describe_Current_Exception() {
   try {
     throw;
+  } catch (const EData_Error& e) {
+    return e.Reason;  // the tag names the tables
   } catch (const std::exception& e) {
     return e.what();
   } catch (...) {
@@ -40,12 +43,10 @@ EData_Error::EData_Error(std::string operation, std::string table, std::string r
 
 void TDatabase::Open(const std::string& file, TMode mode, const TSqlite_Options& options) {
   Close();
-  std::error_code ignored;
-  const bool exists = std::filesystem::exists(file, ignored);
-  if (!exists && (mode == TMode::Must_Exist || options.Read_Only)) {
-    throw EOpen_Error("There is no database \"" + file + "\".");
-  }
   try {
+    const bool exists = Is_Database_Path(file);
+    if (!exists && (mode == TMode::Must_Exist || options.Read_Only))
+      throw EOpen_Error("There is no database \"" + file + "\".");
     if (!exists) {
       const auto folder = std::filesystem::path(file).parent_path();
       if (!folder.empty()) std::filesystem::create_directories(folder);
@@ -56,6 +57,8 @@ void TDatabase::Open(const std::string& file, TMode mode, const TSqlite_Options&
     path = file;
   } catch (const EOpen_Error&) {
     throw;
+  } catch (const std::filesystem::filesystem_error& e) {
+    throw EOpen_Error("\"" + file + "\" cannot be opened as a database: " + e.code().message() + ".");
   } catch (const std::exception& e) {
     throw EOpen_Error("\"" + file + "\" cannot be opened as a database: " + e.what() + ".");
   }
@@ -152,6 +155,9 @@ void TDatabase::EndUpdate() {
       brackets.pop_back();
       Show_Reports();
       return;
+    } catch (const EUncertain_Error& e) {
+      uncertain = true;
+      Operation_Failed(e.what());
     } catch (const std::exception& e) {
       Operation_Failed(e.what());
     }
@@ -170,9 +176,13 @@ void TDatabase::FailUpdate(std::string_view tag) noexcept {
     if (!closed_as_failed && !brackets.empty()) Undo_Bracket();
     closed_as_failed = false;
     if (!reported) {
-      reports.emplace_back("Update Failed", "The change could not be saved and has been undone: " + reason +
-                                                "\n\n" + std::string(tag));
+      const char* const outcome =
+          uncertain
+              ? "The change does not seem to be saved, but may be there when the database is opened anew: "
+              : "The change could not be saved and has been undone: ";
+      reports.emplace_back("Update Failed", outcome + reason + "\n\n" + std::string(tag));
     }
+    uncertain = false;
   } catch (...) {
     // Out of memory while composing the report: the update is undone all the same.
   }

@@ -94,6 +94,7 @@ class TDatabase {
   std::unordered_map<std::string, std::unique_ptr<TStatement>> statements;
   std::vector<TBracket> brackets;
   bool closed_as_failed = false;  // the last bracket was undone by EndUpdate and awaits its FailUpdate
+  bool uncertain = false;         // its commit failed in the middle
   int snapshots = 0;
   bool reading = false;
   std::int64_t external_changes = 0;

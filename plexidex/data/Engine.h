@@ -20,6 +20,12 @@ class EEngine_Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// A commit of which nobody can say whether it will hold.
+class EUncertain_Error : public EEngine_Error {
+ public:
+  using EEngine_Error::EEngine_Error;
+};
+
 enum class TColumn_Type { Text, Integer, Boolean, DateTime, Blob };
 
 /// A prepared statement. Columns and parameters count from 0. Everything but Reset may throw EEngine_Error.
@@ -87,6 +93,7 @@ class TEngine {
   /// transaction is open, and the reason is returned as a text for the user.
   virtual std::optional<std::string> Begin_Write() = 0;
   virtual void Begin_Read() = 0;
+  /// Throws EUncertain_Error when the disk failed in the middle of it.
   virtual void Commit() = 0;
   virtual void Rollback() noexcept = 0;
   /// A part of the open transaction that can be rolled back by itself. The outermost part has level 1, a part

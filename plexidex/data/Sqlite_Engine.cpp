@@ -2,14 +2,51 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <random>
 #include <sstream>
+#include <thread>
 
 namespace Kt_data_01 {
 
 namespace {
 
+bool Is_Full(sqlite3* connection) {
+  const int error = sqlite3_errcode(connection) & 0xff;
+  const int cause = sqlite3_system_errno(connection);
+#ifdef EDQUOT
+  if (error == SQLITE_IOERR && cause == EDQUOT) return true;
+#endif
+  return error == SQLITE_FULL || (error == SQLITE_IOERR && cause == ENOSPC);
+}
+
+// What went wrong, for people.
+std::string Reason(sqlite3* connection) {
+  if (Is_Full(connection)) return "the disk is full";
+  const int cause = sqlite3_system_errno(connection);
+  switch (sqlite3_errcode(connection) & 0xff) {
+    case SQLITE_BUSY:
+      return "another program is writing to it; try again in a moment";
+    case SQLITE_CORRUPT:
+      return "the file is damaged";
+    case SQLITE_NOTADB:
+      return "it is not a database";
+    case SQLITE_READONLY:
+      return "it is read-only";
+    case SQLITE_IOERR:
+      return cause == EFBIG ? "the file would become larger than allowed"
+                            : std::string("the disk could not be read or written") +
+                                  (cause != 0 ? std::string(" (") + std::strerror(cause) + ")" : "");
+    default:
+      return sqlite3_errmsg(connection);
+  }
+}
+
 [[noreturn]] void Fail(sqlite3* connection) {
-  throw EEngine_Error(sqlite3_errmsg(connection));
+  throw EEngine_Error(Reason(connection));
 }
 
 class TSqlite_Statement final : public TStatement {
@@ -47,7 +84,7 @@ class TSqlite_Statement final : public TStatement {
       case SQLITE_DONE:
         return false;
       default: {
-        const std::string reason = sqlite3_errmsg(connection);
+        const std::string reason = Reason(connection);
         sqlite3_reset(statement);
         throw EEngine_Error(reason);
       }
@@ -80,19 +117,17 @@ class TSqlite_Statement final : public TStatement {
 
 class TSqlite_Engine final : public TEngine {
  public:
-  TSqlite_Engine(const std::string& path, const TSqlite_Options& options) {
-    const int access = options.Read_Only ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
-    const int result = sqlite3_open_v2(path.c_str(), &connection, access | SQLITE_OPEN_NOMUTEX, nullptr);
-    if (result != SQLITE_OK) {
-      const std::string reason = connection ? sqlite3_errmsg(connection) : sqlite3_errstr(result);
-      sqlite3_close(connection);
-      throw EEngine_Error(reason);
-    }
+  TSqlite_Engine(const std::string& path, const TSqlite_Options& options) : options(options) {
     try {
-      sqlite3_busy_timeout(connection, options.Busy_Msecs);
-      sqlite3_extended_result_codes(connection, 1);
-      // A file that is not a database must be noticed before anything is done to it.
-      Read_Header();
+      Connect(path);
+      if (!Read_Header()) {
+        // The index of the write-ahead log, which connections share in a file, can also lie in the memory of
+        // one that has the database to itself.
+        sqlite3_close(connection);
+        Connect(path);
+        Execute("PRAGMA locking_mode = EXCLUSIVE");
+        if (!Read_Header()) Fail(connection);
+      }
       Execute("PRAGMA foreign_keys = ON");
       Execute("PRAGMA synchronous = FULL");
       // The journals of statements and savepoints need not survive a crash.
@@ -147,21 +182,16 @@ class TSqlite_Engine final : public TEngine {
   }
 
   std::optional<std::string> Begin_Write() override {
+    beginning = true;
     const int result = sqlite3_exec(connection, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    beginning = false;
     if (result == SQLITE_OK) {
       // A read-only connection may begin, and fails only at its first write.
       if (!sqlite3_db_readonly(connection, "main")) return {};
       Rollback();
       return "it is read-only";
     }
-    switch (result & 0xff) {
-      case SQLITE_READONLY:
-        return "it is read-only";
-      case SQLITE_BUSY:
-        return "another program is writing to it";
-      default:
-        return sqlite3_errmsg(connection);
-    }
+    return Reason(connection);
   }
   void Begin_Read() override {
     Execute("BEGIN");
@@ -172,7 +202,13 @@ class TSqlite_Engine final : public TEngine {
       throw;
     }
   }
-  void Commit() override { Execute("COMMIT"); }
+  void Commit() override {
+    if (sqlite3_exec(connection, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK) return;
+    // What was written before the disk failed may be found again when the log is read anew.
+    if ((sqlite3_errcode(connection) & 0xff) == SQLITE_IOERR && !Is_Full(connection))
+      throw EUncertain_Error(Reason(connection));
+    Fail(connection);
+  }
   void Rollback() noexcept override {
     if (!sqlite3_get_autocommit(connection)) sqlite3_exec(connection, "ROLLBACK", nullptr, nullptr, nullptr);
   }
@@ -218,8 +254,25 @@ class TSqlite_Engine final : public TEngine {
     return statement->Step() ? statement->Integer(0) : 0;
   }
 
-  void Read_Header() {
-    if (sqlite3_exec(connection, "PRAGMA schema_version", nullptr, nullptr, nullptr) == SQLITE_OK) return;
+  void Connect(const std::string& path) {
+    const int access = options.Read_Only ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    const int result = sqlite3_open_v2(path.c_str(), &connection, access | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (result != SQLITE_OK) throw EEngine_Error(connection ? Reason(connection) : sqlite3_errstr(result));
+    sqlite3_extended_result_codes(connection, 1);
+    sqlite3_busy_handler(connection, &TSqlite_Engine::Is_Busy, this);
+    sqlite3_wal_hook(connection, &TSqlite_Engine::Committed, this);
+    // A file may come from anywhere: what its schema says is done only as far as it can do no harm.
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    Execute("PRAGMA cell_size_check = ON");
+  }
+
+  // A file that is not a database must be noticed before anything is done to it. False when the full disk has
+  // no room for the files that connections share.
+  bool Read_Header() {
+    if (sqlite3_exec(connection, "PRAGMA schema_version", nullptr, nullptr, nullptr) == SQLITE_OK)
+      return true;
+    if (Is_Full(connection)) return false;
     // Readers share the write-ahead log, whose files lie beside the database.
     const int error = sqlite3_errcode(connection) & 0xff;
     if (error == SQLITE_READONLY || error == SQLITE_CANTOPEN)
@@ -227,6 +280,33 @@ class TSqlite_Engine final : public TEngine {
     Fail(connection);
   }
 
+  // Waits for another writer; 0 gives up. Who has waited for long looks more often than a newcomer, and so
+  // comes first.
+  static int Is_Busy(void* engine, int tries) {
+    using namespace std::chrono;
+    auto& self = *static_cast<TSqlite_Engine*>(engine);
+    if (tries == 0) self.busy_since = steady_clock::now();
+    const auto waited = duration_cast<milliseconds>(steady_clock::now() - self.busy_since);
+    const bool asked = self.beginning && self.options.Go_On_Waiting;
+    if (asked ? !self.options.Go_On_Waiting(waited) : waited >= self.options.Busy_Time) return 0;
+    const std::int64_t longest = std::max<std::int64_t>(3, 40 - waited.count() / 100);
+    std::this_thread::sleep_for(
+        milliseconds(std::uniform_int_distribution<std::int64_t>(1, longest)(self.random)));
+    return 1;
+  }
+
+  // The change is kept now, whatever becomes of moving the log's pages to their places.
+  static int Committed(void* /*engine*/, sqlite3* connection, const char* name, int log_pages) {
+    constexpr int many = 1000;
+    if (log_pages >= many)
+      sqlite3_wal_checkpoint_v2(connection, name, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    return SQLITE_OK;
+  }
+
+  const TSqlite_Options options;
+  bool beginning = false;  // a write transaction
+  std::chrono::steady_clock::time_point busy_since;
+  std::minstd_rand random{std::random_device{}()};
   sqlite3* connection = nullptr;
   std::unique_ptr<TStatement> data_version;
 };

@@ -22,11 +22,11 @@ struct TTable_Context {
     try {
       return body();
     } catch (const EData_Error& e) {
-      Database.Operation_Failed(e.what());
+      Database.Operation_Failed(e.Reason);
       throw;
     } catch (const std::exception& e) {
       const EData_Error error = Error(operation, e.what());
-      if (Database.Is_Open()) Database.Operation_Failed(error.what());
+      if (Database.Is_Open()) Database.Operation_Failed(error.Reason);
       throw error;
     }
   }

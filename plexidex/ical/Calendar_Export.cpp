@@ -1,10 +1,6 @@
 #include "Calendar_Export.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <optional>
 #include <unordered_set>
 
@@ -12,6 +8,7 @@
 #include "Component_Writer.h"
 #include "File_Times.h"
 #include "Kt_util_01.h"
+#include "Output_File.h"
 
 namespace Plexidex {
 
@@ -131,63 +128,20 @@ TBook Choose_Book(const std::string& name) {
   return books.front();
 }
 
-// A new file beside another one, gone with this unless it took that one's place. What is there and no file,
-// such as a device or a pipe, is written to itself: a file in its place would be another thing.
-class TReplacement {
- public:
-  explicit TReplacement(const std::string& of)
-      : in_place(std::filesystem::exists(of) && !std::filesystem::is_regular_file(of)),
-        target(in_place ? of : std::filesystem::weakly_canonical(of).string()),
-        path(in_place ? of : target + ".new-" + Get_GUID()) {}
-  ~TReplacement() {
-    std::error_code ignored;
-    if (!in_place && !path.empty()) std::filesystem::remove(path, ignored);
-  }
-  TReplacement(const TReplacement&) = delete;
-  TReplacement& operator=(const TReplacement&) = delete;
-
-  const std::string& Path() const { return path; }
-  void Take_Place() {
-    if (in_place) return;
-    // Who may read the file stays as it was.
-    std::error_code ignored;
-    if (const auto status = std::filesystem::status(target, ignored); std::filesystem::exists(status))
-      std::filesystem::permissions(path, status.permissions(), ignored);
-    std::filesystem::rename(path, target);
-    path.clear();
-  }
-
- private:
-  const bool in_place;
-  const std::string target;
-  std::string path;
-};
-
 }  // namespace
 
 TExport_Report Export_Calendar(const std::string& file, const std::string& book_name,
                                TProgress_Bar* progress) {
   TExport_Report report;
-  const auto fail = [&file](const std::string& why) -> EExport_Error {
-    return EExport_Error("\"" + file + "\" cannot be written: " + why + ".");
-  };
-  std::error_code ignored;
-  if (std::filesystem::is_directory(file, ignored)) throw fail("it is a folder");
   try {
     const TBook book = Choose_Book(book_name);
-    TReplacement replacement(file);
-    std::ofstream stream(replacement.Path(), std::ios::binary);
-    if (!stream) throw fail(std::strerror(errno));
-    Write_Book(book, stream, report, progress);
-    stream.close();
-    if (!stream) throw fail("the disk takes no more");
-    replacement.Take_Place();
-  } catch (const EExport_Error&) {
-    throw;
-  } catch (const std::filesystem::filesystem_error& e) {
-    throw fail(e.code().message());
-  } catch (const std::exception& e) {
-    throw fail(std::string("the data could not be read (") + e.what() + ")");
+    TOutput_File output(file);
+    Write_Book(book, output.Stream(), report, progress);
+    output.Keep();
+  } catch (const EOutput_Error& e) {
+    throw EExport_Error(e.what());
+  } catch (const EData_Error& e) {
+    throw EExport_Error("\"" + file + "\" cannot be written: the data could not be read (" + e.Reason + ").");
   }
   return report;
 }

@@ -66,7 +66,7 @@ TImport_Report Import_Calendar(const std::string& file, const TImport_Options& o
     return Plan_And_Write(file, options);
   } catch (const EData_Error& e) {
     throw EImport_Error("Nothing was imported from \"" + file + "\": the data could not be read (" +
-                        e.what() + ").");
+                        e.Reason + ").");
   }
 }
 

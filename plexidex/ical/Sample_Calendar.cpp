@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 
 #include "Books.h"
 #include "Calendar_Import.h"
@@ -11,6 +9,7 @@
 #include "Event_Creation.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Output_File.h"
 
 namespace Plexidex {
 
@@ -99,9 +98,9 @@ std::string Sample_Calendar(Kt_util_01::TDateTime today) {
 }
 
 void Write_Sample_Calendar(const std::string& file, Kt_util_01::TDateTime today) {
-  std::ofstream out(file, std::ios::binary);
-  if (!(out << Sample_Calendar(today) << std::flush))
-    throw std::runtime_error("The file \"" + file + "\" cannot be written.");
+  Kt_data_01::TOutput_File output(file);
+  output.Stream() << Sample_Calendar(today);
+  output.Keep();
 }
 
 }  // namespace Plexidex

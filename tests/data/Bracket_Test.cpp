@@ -39,7 +39,7 @@ TEST_F(Bracket, A_Part_That_Failed_Makes_The_Whole_Fail_With_One_Report) {
 
 TEST_F(Bracket, A_Failed_Operation_Fails_The_Bracket_Even_If_Its_Exception_Is_Swallowed) {
   Plant("INSERT ON KT_Log WHEN new.Title = 'bad'");
-  seams.Prompts.Expect_Undone("EndUpdate: write KT_Log: planted fault", "swallowed:tag");
+  seams.Prompts.Expect_Undone("planted fault", "swallowed:tag");
   EXPECT_FALSE(Update("swallowed:tag", [] {
     Add("good");
     EXPECT_THROW(Add("bad"), EData_Error);
@@ -73,7 +73,7 @@ TEST_F(Bracket, Ending_It_While_An_Exception_Passes_Undoes_It_And_The_Report_Fol
 }
 
 TEST_F(Bracket, A_Commit_That_Fails_Throws_And_Leaves_Nothing) {
-  seams.Prompts.Expect_Undone("EndUpdate: FOREIGN KEY constraint failed", "commit:tag");
+  seams.Prompts.Expect_Undone("FOREIGN KEY constraint failed", "commit:tag");
   EXPECT_FALSE(Update("commit:tag", [] {
     Add("lost");
     Run_Sql("PRAGMA defer_foreign_keys = ON; INSERT INTO KT_Alarms (Key) VALUES ('of nothing')");
@@ -85,7 +85,7 @@ TEST_F(Bracket, A_Commit_That_Fails_Throws_And_Leaves_Nothing) {
 
 TEST_F(Bracket, A_Full_Disk_Undoes_All_Of_It) {
   database.Reopen({.Max_Pages = Query_Number("PRAGMA page_count") + 3});
-  seams.Prompts.Expect_Undone("write KT_Log: database or disk is full", "full:tag");
+  seams.Prompts.Expect_Undone("the disk is full", "full:tag");
   EXPECT_FALSE(Update("full:tag", [] {
     for (int i = 0; i < 1000; ++i) Add(std::string(1000, 'x'));
   }));
@@ -97,7 +97,7 @@ TEST_F(Bracket, A_Refusal_Says_Why_Once_And_Writes_Nothing) {
   const auto add = [] { return static_cast<bool>(Update("tag", [] { Add("x"); })); };
   database.Reopen_Read_Only();
   EXPECT_FALSE(add() || add());
-  database.Reopen({.Busy_Msecs = 20});
+  database.Reopen({.Busy_Time = std::chrono::milliseconds(20)});
   TDatabase writer;
   writer.Open(database.Path(), TDatabase::TMode::Must_Exist);
   ASSERT_TRUE(writer.Start_Update());
@@ -109,7 +109,8 @@ TEST_F(Bracket, A_Refusal_Says_Why_Once_And_Writes_Nothing) {
   EXPECT_FALSE(Start_Update());
   const std::string start = "The database cannot be changed now: ";
   EXPECT_EQ(seams.Prompts.Notices,
-            (std::vector<std::string>{start + "it is read-only.", start + "another program is writing to it.",
+            (std::vector<std::string>{start + "it is read-only.",
+                                      start + "another program is writing to it; try again in a moment.",
                                       start + "none is open."}));
 }
 

@@ -32,13 +32,13 @@ TEST_F(Open, What_Is_Not_Ours_Is_Refused_And_Left_As_It_Is) {
   EXPECT_EQ(Refusal(TDatabase::TMode::Must_Exist), "There is no database \"" + file + "\".");
   EXPECT_FALSE(std::filesystem::exists(file));
   std::ofstream(file) << std::string(5000, 'x');
-  Expect_Refused("cannot be opened as a database: file is not a database");
+  Expect_Refused("cannot be opened as a database: it is not a database");
   std::filesystem::remove(file);
   Open_Sqlite(file, {})->Execute("CREATE TABLE theirs (a)");
   Expect_Refused("is a database of another program");
   std::filesystem::remove(file);
   std::filesystem::create_directory(file);
-  Expect_Refused("cannot be opened as a database: unable to open database file");
+  Expect_Refused("cannot be opened as a database: it is a folder");
   std::filesystem::remove(file);
   EXPECT_EQ(Refusal(), "opened");
   Open_Sqlite(file, {})->Execute("PRAGMA user_version = 99");

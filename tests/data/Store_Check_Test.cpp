@@ -1,6 +1,7 @@
 #include "Store_Check.h"
 
 #include <gmock/gmock.h>
+#include <sqlite3.h>
 
 #include "Database_Test.h"
 
@@ -35,10 +36,14 @@ TEST_F(Store_Check, What_Does_Not_Belong_Together_Is_Named) {
 }
 
 TEST_F(Store_Check, Damage_Of_The_File) {
-  // The index loses what the table has.
-  Run_Sql(
-      "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = sql || ' WHERE Title <> ''Watering''' "
-      "WHERE name = 'KT_Events_EventType'");
+  // The index loses what the table has, by a connection without defences.
+  sqlite3* connection = nullptr;
+  sqlite3_open(database.Path().c_str(), &connection);
+  sqlite3_exec(connection,
+               "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = sql || ' WHERE Title <> "
+               "''Watering''' WHERE name = 'KT_Events_EventType'",
+               nullptr, nullptr, nullptr);
+  sqlite3_close(connection);
   database.Reopen();
   EXPECT_THAT(Check_Store(), Contains(AllOf(HasSubstr("In the file: "), HasSubstr("KT_Events_EventType"))));
 }

@@ -198,19 +198,18 @@ TEST_F(Reminder_Rules, A_Failure_Reports_Once_With_Its_Tag_And_Changes_Nothing) 
   rules.Pages.Daily_Number = "2";
   const std::string before = Dates();
   Plant("INSERT ON KT_Events_Data");
-  seams.Prompts.Expect_Undone("write KT_Events_Data: planted fault", saving);
+  seams.Prompts.Expect_Undone("planted fault", saving);
   EXPECT_EQ(Save(rules), "failed");
   EXPECT_EQ(Dates(), before);
   Plant("DELETE ON KT_Alarms");
-  seams.Prompts.Expect_Undone("delete KT_Alarms: planted fault",
-                              "fm_Reminder:Clear_Out:1 [KT_Events_Data/KT_Alarms]");
+  seams.Prompts.Expect_Undone("planted fault", "fm_Reminder:Clear_Out:1 [KT_Events_Data/KT_Alarms]");
   EXPECT_EQ(Save(rules), "failed");
   EXPECT_EQ(Dates(), before);
   Unplant();
   EXPECT_EQ(Save(rules), "rewritten") << "the same record can be saved once the fault is gone";
 
   ASSERT_TRUE(homeless.Open({}, {"removed by another program", database.Book().Calendar}, "Lunch", false));
-  seams.Prompts.Expect_Undone("edit KT_Books: the book has been removed meanwhile", saving);
+  seams.Prompts.Expect_Undone("the book has been removed meanwhile", saving);
   EXPECT_EQ(Save(homeless), "failed");
   homeless.Discard();
   EXPECT_EQ(Counts(), "1 3 3");

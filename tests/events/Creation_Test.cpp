@@ -126,7 +126,7 @@ TEST_F(Creation, A_Failure_Or_Refusal_Undoes_All_And_A_Failure_Keeps_The_Key) {
   TNew_Event event = Daily(Monday + 16, Monday + 2000);  // 31 January
   event.Alarm.On = true;
   Plant("INSERT ON KT_Alarms WHEN (SELECT count(*) FROM KT_Alarms) = 3");
-  seams.Prompts.Expect_Undone("write KT_Alarms: planted fault", Tag);
+  seams.Prompts.Expect_Undone("planted fault", Tag);
   EXPECT_EQ(Create_Event(event, key), "");
   EXPECT_EQ(key.size(), 36u);
   event.Record.Pattern.Freq = TFrequency::Yearly;

@@ -18,7 +18,7 @@ constexpr int Sets_Per_Bracket = 2;
 // Writes brackets of two sets each until `brackets` are done, telling of each that was closed. For a child
 // process, which opens a database of its own.
 [[noreturn]] void Write_Brackets(const std::string& path, int brackets, int busy_msecs, int tell) {
-  Open_Database(path, TDatabase::TMode::Must_Exist, {.Busy_Msecs = busy_msecs});
+  Open_Database(path, TDatabase::TMode::Must_Exist, {.Busy_Time = std::chrono::milliseconds(busy_msecs)});
   TNew_Event event = New_Event("", 45292.5, Set_Length);
   event.Alarm.On = true;
   const std::string process = std::to_string(getpid());

@@ -220,7 +220,7 @@ TEST_F(Lists, A_Failed_Read_Is_Reported_And_Leaves_The_List_Empty) {
   EXPECT_EQ(Day_View(), "x10");
   Run_Sql("ALTER TABLE KT_Alarms RENAME TO KT_Elsewhere");
   database.Reopen();
-  const std::string why = "read KT_Events_Data: no such table: KT_Alarms";
+  const std::string why = "no such table: KT_Alarms";
   seams.Prompts.Expect_Unread(why,
                               "Reminder_Utils:Build_Reminder_DayView [KT_Events/KT_Events_Data/KT_Alarms]");
   EXPECT_EQ(Day_View(), "");

@@ -71,7 +71,7 @@ TEST_F(Marking, The_Item_Changes_Although_The_Update_Was_Refused) {
 TEST_F(Marking, A_Failure_Changes_Neither_Rows_Nor_Item_And_A_Missing_Occurrence_Does_Nothing) {
   Make(3, 18);
   Plant("INSERT ON KT_Log");
-  seams.Prompts.Expect_Undone("write KT_Log: planted fault",
+  seams.Prompts.Expect_Undone("planted fault",
                               "Reminder_Utils:Set_Event_As_Actioned [KT_Events/KT_Events_Data/KT_Alarms]");
   Mark(true);
   EXPECT_EQ(State(), "00|0|0|0; open 16 Not Started");

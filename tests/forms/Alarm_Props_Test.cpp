@@ -142,8 +142,7 @@ TEST_F(Alarm_Dialog, A_Stored_Alarm_Is_Changed_Or_Deleted_On_OK_Alone) {
   };
   EXPECT_EQ(after(Cancel), "no 30");
   EXPECT_EQ(after(Confirm_With("Alarmbox=2 h")), "yes 120<Default Sound>");
-  Plant("DELETE ON KT_Alarms", "delete KT_Alarms",
-        "fm_Alarm_Props:Set_Alarm_Properties [KT_Events_Data/KT_Alarms]");
+  Plant("DELETE ON KT_Alarms", "fm_Alarm_Props:Set_Alarm_Properties [KT_Events_Data/KT_Alarms]");
   EXPECT_EQ(after(Confirm_With("AlarmCheck")), "no 120<Default Sound>");
   Unplant();
   EXPECT_EQ(after(Confirm_With("AlarmCheck")), "yes ");

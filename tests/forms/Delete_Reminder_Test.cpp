@@ -66,8 +66,7 @@ TEST_F(Delete_Dialog, Asks_What_To_Open) {
 
 TEST_F(Delete_Dialog, Closes_With_OK_After_A_Failure) {
   const std::string key = Make(1);
-  Plant("DELETE ON KT_Events_Data", "delete KT_Events_Data",
-        "fm_Delete_Reminder:Button2Click [KT_EVENTS/KT_EVENTS_DATA/KT_ALARMS]");
+  Plant("DELETE ON KT_Events_Data", "fm_Delete_Reminder:Button2Click [KT_EVENTS/KT_EVENTS_DATA/KT_ALARMS]");
   EXPECT_TRUE(Delete(key, Confirm));
   EXPECT_EQ(Counts(), "1 1 0");
 }

@@ -37,10 +37,10 @@ struct TEditor_Fixture : TDatabase_Test {
     const QString page = tabs ? tabs->tabText(tabs->currentIndex()) + QLatin1Char('/') : QString();
     return (page + (form->focusWidget() ? form->focusWidget()->objectName() : QString())).toStdString();
   }
-  /// What writes so fails from now on; the error that the user will see.
-  void Plant(const std::string& when, const std::string& doing, const std::string& tag) {
+  /// What writes so fails from now on; the tag of the report.
+  void Plant(const std::string& when, const std::string& tag) {
     ::Plant(when);
-    seams.Prompts.Expect_Undone(doing + ": planted fault", tag);
+    seams.Prompts.Expect_Undone("planted fault", tag);
   }
   /// The user may do in the book what these rights say, and no more.
   void Sign_In(const TRights& rights) const {
@@ -69,8 +69,7 @@ struct TOf_An_Editor : TEditor_Fixture {
   /// A new title that cannot be saved: the user learns why, once, and what was typed stays.
   void Fail_To_Save(const std::string& key, const std::string& unit) {
     Edit(key);
-    Plant("UPDATE ON KT_Events", "write KT_Events",
-          unit + ":Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
+    Plant("UPDATE ON KT_Events", unit + ":Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
     EXPECT_EQ(Seen_After("Edit1=New|OKBtn", form.get(), "Edit1"), "New");
     EXPECT_EQ(Query_Text("SELECT Title FROM KT_Events"), "Old");
     Unplant();

@@ -166,7 +166,7 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
   const std::string path = database.Path(), bad = path + ".txt", other = path + ".other";
   std::ofstream(bad) << std::string(4000, 'x');
   seams.Prompts.Expect_Error("User Preferences",
-                             "\"" + bad + "\" cannot be opened as a database: file is not a database.");
+                             "\"" + bad + "\" cannot be opened as a database: it is not a database.");
   Choose("&User Preferences", [&](QWidget* form) {
     std::filesystem::rename(path, path + ".moved");  // could not be opened again
     Confirm_With("Navigation_Bars|Completed_Style|Database=" + bad)(form);
@@ -239,7 +239,7 @@ TEST_F(Main_Window, Books_That_Cannot_Be_Read_Are_Not_Said_To_Be_Missing) {
   Open();
   Run_Sql("ALTER TABLE KT_Books RENAME TO Elsewhere");
   seams.Prompts.Expect_Error("Read Failed",
-                             "The data could not be read: read KT_Books: no such table: KT_Books\n\n"
+                             "The data could not be read: no such table: KT_Books\n\n"
                              "Navigation_Tree:Reload [KT_Books/KT_Contacts]");
   Choose("&Refresh");
   EXPECT_EQ(window->Page_Name() + Seen(&*window, "No_Page").substr(0, 16), "The books cannot");

@@ -1,7 +1,3 @@
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <random>
 
@@ -181,29 +177,6 @@ TEST_F(Exporting, A_Failed_Export_Leaves_The_Old_File) {
   // The imported file, and the old one.
   const std::filesystem::directory_iterator files(folder.File("."));
   EXPECT_EQ(std::distance(begin(files), end(files)), 2);
-}
-
-TEST_F(Exporting, Links_Devices_And_The_Rights_Of_A_File_Stay) {
-  namespace fs = std::filesystem;
-  Import(Event("UID:a|DTSTART:20240105T100000"));
-  std::ofstream(Out()) << "old";
-  fs::permissions(Out(), fs::perms::owner_read | fs::perms::owner_write);
-  fs::create_symlink("out.ics", folder.File("link.ics"));
-  Export_Calendar(folder.File("link.ics"), "");
-  EXPECT_TRUE(fs::is_symlink(folder.File("link.ics")));
-  EXPECT_GT(fs::file_size(Out()), 100u);
-  EXPECT_EQ(fs::status(Out()).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-
-  // Stands for a device: neither a file nor a folder.
-  const std::string pipe = folder.File("pipe");
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
-  Export_Calendar(pipe, "");
-  EXPECT_TRUE(fs::is_fifo(pipe));
-  char begin[15] = {};
-  EXPECT_EQ(read(reader, begin, sizeof begin), 15);
-  EXPECT_EQ(std::string(begin, sizeof begin), "BEGIN:VCALENDAR");
-  close(reader);
 }
 
 }  // namespace

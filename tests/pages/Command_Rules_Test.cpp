@@ -48,8 +48,7 @@ TEST_F(Command_Rules, Commands_Follow_The_Rights_On_The_Owner) {
   EXPECT_EQ(with({.Delete = true}), "OD");
   In_Update([] { Set_User_Key(Create_User("Bob", false)); });
   Run_Sql("DROP TABLE KT_Rights");
-  seams.Prompts.Expect_Unread("find KT_Rights: no such table: KT_Rights",
-                              "Command_Rules:May [KT_Rights/KT_Users]");
+  seams.Prompts.Expect_Unread("no such table: KT_Rights", "Command_Rules:May [KT_Rights/KT_Users]");
   EXPECT_EQ(Offered(Item(TEntry_Type::Event)), "O") << "a failed look refuses";
 }
 
