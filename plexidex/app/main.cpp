@@ -12,6 +12,7 @@
 #include "Window_Program.h"
 
 #if defined(__unix__) || defined(__APPLE__)
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -54,9 +55,12 @@ bool Wants_Window(const std::vector<std::string>& args, Plexidex::TWindow_Option
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
-#ifdef SIGPIPE
-  // An import goes on when the reader of its report has left.
+#if defined(__unix__) || defined(__APPLE__)
+  // An import goes on when the reader of its report has left; a file that grows too large is an error.
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+  // What the program makes, from the database to its settings, is for the user alone.
+  umask(S_IRWXG | S_IRWXO);
 #endif
   Kt_util_01::Install_Locale("");
   const std::vector<std::string> args(argv + 1, argv + argc);

@@ -64,24 +64,6 @@ std::string Json_Text(const TText& text) {
   return Valid_UTF8(text.View());
 }
 
-// What JSON lets stand in a text but a terminal may obey: U+007F .. U+009F.
-std::string Without_Raw_Controls(const std::string& json) {
-  static constexpr const char* digits = "0123456789abcdef";
-  std::string safe;
-  safe.reserve(json.size());
-  for (std::size_t i = 0; i < json.size(); ++i) {
-    auto byte = static_cast<unsigned char>(json[i]);
-    const bool is_c1 = byte == 0xC2 && i + 1 < json.size() && static_cast<unsigned char>(json[i + 1]) < 0xA0;
-    if (is_c1) byte = static_cast<unsigned char>(json[++i]);
-    if (is_c1 || byte == 0x7F) {
-      safe += std::string("\\u00") + digits[byte >> 4] + digits[byte & 0xF];
-    } else {
-      safe += json[i];
-    }
-  }
-  return safe;
-}
-
 }  // namespace
 
 void Write_Agenda_Text(std::ostream& out, const TAgenda_Range& range,
@@ -116,6 +98,8 @@ void Write_Agenda_Text(std::ostream& out, const TAgenda_Range& range,
 }
 
 void Write_Agenda_Json(std::ostream& out, const std::vector<TAgenda_Entry>& entries) {
+  // A terminal may obey what JSON lets stand in a text.
+  constexpr bool ascii_only = true;
   out << '[';
   for (const TAgenda_Entry& entry : entries) {
     if (!out) return;
@@ -132,7 +116,7 @@ void Write_Agenda_Json(std::ostream& out, const std::vector<TAgenda_Entry>& entr
                                            {"allday", data.Timeless},
                                            {"priority", data.Priority},
                                            {"freq", static_cast<int>(entry.Freq)}};
-    out << (&entry == &entries.front() ? "\n" : ",\n") << Without_Raw_Controls(object.dump());
+    out << (&entry == &entries.front() ? "\n" : ",\n") << object.dump(-1, ' ', ascii_only);
   }
   out << (entries.empty() ? "]\n" : "\n]\n");
 }

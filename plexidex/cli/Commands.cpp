@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <chrono>
 #include <functional>
 
 #include "Commands_Run.h"
@@ -34,6 +35,9 @@ class TCommand_Line {
     app.set_version_flag("--version", std::string("plexidex ") + Version(), "Says which version this is");
     app.add_option("--database", database, "The database file, by default one in your data folder")
         ->type_name("FILE");
+    app.add_option("--wait", wait,
+                   "How long to wait while another program is writing, by default 5, to bring files in 60")
+        ->type_name("SECONDS");
     Add_Import();
     Add_Agenda();
     Add_Mark("done", true, "Marks an entry as done");
@@ -68,7 +72,8 @@ class TCommand_Line {
     if (!new_book.empty()) mode = TDatabase::TMode::Create_If_Missing;
     if (sample.empty()) {
       Kt_data_01::Open_Database(named ? database : Kt_data_01::Default_Database(),
-                                named ? mode : TDatabase::TMode::Create_If_Missing);
+                                named ? mode : TDatabase::TMode::Create_If_Missing,
+                                {.Busy_Time = Waiting_Time()});
     }
     return run(console);
   }
@@ -84,6 +89,17 @@ class TCommand_Line {
       mode = database_mode;
     });
     return command;
+  }
+
+  std::chrono::seconds Waiting_Time() const {
+    constexpr std::int64_t usual = 5, of_import = 60, longest = 24 * 60 * 60;
+    std::int64_t seconds = mode == TDatabase::TMode::Create_If_Missing ? of_import : usual;
+    if (app.count("--wait") > 0 &&
+        (!Kt_util_01::Str2Int(wait, seconds) || seconds < 0 || seconds > longest)) {
+      throw ECommand_Error("--wait: \"" + wait + "\" is not a number of seconds from 0 to " +
+                           std::to_string(longest) + ".");
+    }
+    return std::chrono::seconds(seconds);
   }
 
   void Add_Import() {
@@ -185,7 +201,7 @@ class TCommand_Line {
   }
 
   CLI::App app{"Calendar, reminders and tasks", "plexidex"};
-  std::string database, key, new_book, sample;
+  std::string database, wait, key, new_book, sample;
   TImport_Command import;
   TAgenda_Command agenda;
   TExport_Command exported;
@@ -210,6 +226,9 @@ int Run_Program(const std::vector<std::string>& args, std::ostream& out, std::os
     if (!line.Parse(args, out)) return 0;
     const int status = line.Run({out, err, prompts, progress});
     return prompts.Failed() ? 1 : status;
+  } catch (const Kt_data_01::EData_Error& e) {
+    err << Sentence("The data could not be read: " + e.Reason) << '\n';
+    return 1;
   } catch (const std::exception& e) {
     err << Sentence(e.what()) << '\n';
     return 1;

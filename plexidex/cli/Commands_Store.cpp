@@ -91,7 +91,9 @@ int Run_Agenda(const TConsole& console, const TAgenda_Command& command) {
   } else {
     range.Books = {Known_Book(command.Book)};
   }
+  range.To = std::min(range.To, Encode_Date(Max_Year, 12, 31));
   const auto entries = Build_Agenda(range);
+  if (console.Prompts.Failed()) return 1;
   if (as_json) {
     Write_Agenda_Json(console.Out, entries);
   } else {
@@ -123,22 +125,30 @@ int Run_Mark(const TConsole& console, const std::string& typed, bool done) {
 }
 
 void Add_Book(const std::string& name) {
-  if (Find_Book(name)) throw ECommand_Error("There is a book \"" + name + "\" already.");
-  Update("Commands:Add_Book [KT_Books/KT_Contacts]", [&] { Create_Book(name); });
+  bool taken = false;
+  Update("Commands:Add_Book [KT_Books/KT_Contacts]", [&] {
+    taken = Find_Book(name).has_value();
+    if (!taken) Create_Book(name);
+  });
+  if (taken) throw ECommand_Error("There is a book \"" + name + "\" already.");
 }
 
 int Run_Books(const TConsole& console, bool with_keys) {
   const TSnapshot snapshot;
   const std::vector<TBook> books = List_Books();
-  if (books.empty()) console.Out << "There are no books yet.\n";
-  int width = 0;
-  for (const TBook& book : books) width = std::max(width, Display_Width(Printable(book.Name)));
   TTable occurrences(Events_Data, "BookandDate", {"Key"});
+  std::vector<std::int64_t> counts;
+  int width = 0;
   for (const TBook& book : books) {
     occurrences.SetRange({book.Key}, {book.Key});
-    console.Out << Padded(Printable(book.Name), width) << "  ";
-    if (with_keys) console.Out << book.Key << "  ";
-    console.Out << Counted(occurrences.Record_Count(), "entry", "entries") << '\n';
+    counts.push_back(occurrences.Record_Count());
+    width = std::max(width, Display_Width(Printable(book.Name)));
+  }
+  if (books.empty()) console.Out << "There are no books yet.\n";
+  for (std::size_t i = 0; i < books.size(); ++i) {
+    console.Out << Padded(Printable(books[i].Name), width) << "  ";
+    if (with_keys) console.Out << books[i].Key << "  ";
+    console.Out << Counted(counts[i], "entry", "entries") << '\n';
   }
   return 0;
 }
@@ -147,9 +157,11 @@ int Run_Check(const TConsole& console) {
   const std::vector<std::string> findings = Check_Store();
   for (const std::string& finding : findings) console.Out << Printable(finding) << '\n';
   if (!findings.empty()) return 1;
-  console.Out << "The database is sound: " << Counted(Row_Count("KT_Events"), "event", "events") << ", "
-              << Counted(Row_Count("KT_Events_Data"), "occurrence", "occurrences") << ", "
-              << Counted(Row_Count("KT_Alarms"), "alarm", "alarms") << ".\n";
+  const std::int64_t events = Row_Count("KT_Events"), occurrences = Row_Count("KT_Events_Data"),
+                     alarms = Row_Count("KT_Alarms");
+  console.Out << "The database is sound: " << Counted(events, "event", "events") << ", "
+              << Counted(occurrences, "occurrence", "occurrences") << ", "
+              << Counted(alarms, "alarm", "alarms") << ".\n";
   return 0;
 }
 

@@ -8,7 +8,8 @@ namespace Plexidex {
 
 void TConsole_Prompts::Error(const std::string& caption, const std::string& text) {
   failed = true;
-  stream << Printable(caption + ": " + text) << std::endl;
+  // The second paragraph says where in the program it was.
+  stream << Printable(caption + ": " + text.substr(0, text.find("\n\n"))) << std::endl;
 }
 
 void TConsole_Prompts::Info(const std::string& caption, const std::string& text) {

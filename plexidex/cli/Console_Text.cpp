@@ -6,24 +6,26 @@ namespace Plexidex {
 
 namespace {
 
-// How many bytes the control character at the beginning of a valid text takes, 0 when there is none; `shown`
-// receives what stands in for it.
-std::size_t Control_Length(std::string_view text, char& shown) {
-  const auto byte = [text](std::size_t i) {
-    return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
-  };
-  shown = '?';
-  if (byte(0) < 0x20 || byte(0) == 0x7F) {
-    if (byte(0) == '\t' || byte(0) == '\n' || byte(0) == '\r') shown = ' ';
-    return 1;
+// A range of code points that must not reach a terminal as they are, and what is shown instead; 0: nothing.
+struct TUnshown {
+  char32_t First, Last;
+  char Shown;
+};
+constexpr TUnshown Unshown[] = {
+    {0x9, 0xA, ' '},       {0xD, 0xD, ' '},       {0x0, 0x1F, '?'},
+    {0x7F, 0x9F, '?'},     {0x2028, 0x2029, ' '},                       // line and paragraph separator
+    {0x61C, 0x61C, '?'},   {0x200E, 0x200F, '?'},                       // direction marks
+    {0x202A, 0x202E, '?'}, {0x2066, 0x2069, '?'},                       // turn the direction
+    {0xAD, 0xAD, 0},       {0x180E, 0x180E, 0},   {0x200B, 0x200D, 0},  // of no width
+    {0x2060, 0x2064, 0},   {0x206A, 0x206F, 0},   {0xFEFF, 0xFEFF, 0},
+    {0xFFF9, 0xFFFB, 0},   {0xE0000, 0xE007F, 0},
+};
+
+const TUnshown* Find_Unshown(char32_t character) {
+  for (const TUnshown& range : Unshown) {
+    if (character >= range.First && character <= range.Last) return &range;
   }
-  if (byte(0) == 0xC2 && byte(1) < 0xA0) return 2;  // U+0080 .. U+009F
-  if (byte(0) == 0xE2 && byte(1) == 0x80 && byte(2) >= 0xA8 && byte(2) <= 0xAE) {
-    if (byte(2) <= 0xA9) shown = ' ';  // line and paragraph separator; the rest turns the direction
-    return 3;
-  }
-  if (byte(0) == 0xE2 && byte(1) == 0x81 && byte(2) >= 0xA6 && byte(2) <= 0xA9) return 3;
-  return 0;
+  return nullptr;
 }
 
 }  // namespace
@@ -33,13 +35,15 @@ std::string Printable(std::string_view text) {
   std::string line;
   line.reserve(valid.size());
   for (std::size_t i = 0; i < valid.size();) {
-    char shown = 0;
-    if (const std::size_t length = Control_Length(std::string_view(valid).substr(i), shown)) {
-      line += shown;
-      i += length;
-    } else {
-      line += valid[i++];
-    }
+    const auto first = static_cast<unsigned char>(valid[i]);
+    const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+    char32_t character = length == 1 ? first : first & (0x7FU >> length);
+    for (std::size_t j = 1; j < length; ++j)
+      character = character << 6 | (static_cast<unsigned char>(valid[i + j]) & 0x3FU);
+    const TUnshown* const unshown = Find_Unshown(character);
+    if (!unshown) line.append(valid, i, length);
+    if (unshown && unshown->Shown) line += unshown->Shown;
+    i += length;
   }
   return line;
 }

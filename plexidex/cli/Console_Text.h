@@ -6,9 +6,9 @@
 
 namespace Plexidex {
 
-/// The text as it may go to a terminal: one line of valid UTF-8 without control characters, which could move
-/// the cursor, turn the writing direction or do worse. Line breaks and tabs become blanks, other control
-/// characters "?".
+/// The text as it may go to a terminal: one line of valid UTF-8 without characters that could move the
+/// cursor, turn the writing direction or hide. Line breaks and tabs become blanks, characters of no width are
+/// left out, and the others become "?".
 std::string Printable(std::string_view text);
 
 /// The text followed by blanks up to a width in terminal columns; a wider text stays whole.

@@ -24,7 +24,19 @@ std::optional<TBook> Find_Book(std::string_view name) {
   return {};
 }
 
+namespace {
+
+// Inside a bracket nobody else can make another book meanwhile.
+void Check_Name(std::string_view name, std::string_view own) {
+  const auto same = Find_Book(name);
+  if (same && same->Key != own)
+    throw EData_Error("name", "KT_Books", "there is a book \"" + std::string(name) + "\" already");
+}
+
+}  // namespace
+
 TBook Create_Book(std::string_view name) {
+  Check_Name(name, {});
   TBook book{Kt_util_01::Get_GUID(), std::string(name), {}};
   TTable cursor(Books_Table);
   cursor.Insert();
@@ -37,6 +49,7 @@ TBook Create_Book(std::string_view name) {
 bool Rename_Book(std::string_view book, std::string_view name) {
   TTable books(Books_Table, "Key");
   if (!books.FindKey({book})) return false;
+  Check_Name(name, book);
   books.Edit();
   books.Set(books.Field("BookName"), name);
   PostUpdate(books);

@@ -108,13 +108,17 @@ bool TDatabase::Start_Update() {
     Refuse("none is open");
     return false;
   }
+  if (beginning) return false;
   try {
     if (brackets.empty()) {
       if (reading) {
         reading = false;
         engine->Commit();
       }
-      if (const auto refusal = engine->Begin_Write()) {
+      beginning = true;
+      const auto refusal = engine->Begin_Write();
+      beginning = false;
+      if (refusal) {
         Refuse(*refusal);
         return false;
       }

@@ -93,6 +93,7 @@ class TDatabase {
   std::uint64_t opening = 0;
   std::unordered_map<std::string, std::unique_ptr<TStatement>> statements;
   std::vector<TBracket> brackets;
+  bool beginning = false;         // the outermost one, and may be waiting for another program
   bool closed_as_failed = false;  // the last bracket was undone by EndUpdate and awaits its FailUpdate
   bool uncertain = false;         // its commit failed in the middle
   int snapshots = 0;

@@ -14,9 +14,15 @@ namespace Kt_data_01 {
 
 namespace {
 
+// What the system said; not every failure reaches the connection. Whoever asks has cleared errno before.
+int Cause(sqlite3* connection) {
+  const int cause = sqlite3_system_errno(connection);
+  return cause != 0 ? cause : errno;
+}
+
 bool Is_Full(sqlite3* connection) {
   const int error = sqlite3_errcode(connection) & 0xff;
-  const int cause = sqlite3_system_errno(connection);
+  const int cause = Cause(connection);
 #ifdef EDQUOT
   if (error == SQLITE_IOERR && cause == EDQUOT) return true;
 #endif
@@ -25,8 +31,8 @@ bool Is_Full(sqlite3* connection) {
 
 // What went wrong, for people.
 std::string Reason(sqlite3* connection) {
+  const int cause = Cause(connection);
   if (Is_Full(connection)) return "the disk is full";
-  const int cause = sqlite3_system_errno(connection);
   switch (sqlite3_errcode(connection) & 0xff) {
     case SQLITE_BUSY:
       return "another program is writing to it; try again in a moment";
@@ -78,6 +84,7 @@ class TSqlite_Statement final : public TStatement {
   }
 
   bool Step() override {
+    errno = 0;
     switch (sqlite3_step(statement)) {
       case SQLITE_ROW:
         return true;
@@ -178,20 +185,24 @@ class TSqlite_Engine final : public TEngine {
   }
 
   void Execute(const std::string& sql) override {
-    if (sqlite3_exec(connection, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) Fail(connection);
+    if (Run(sql.c_str()) != SQLITE_OK) Fail(connection);
   }
 
   std::optional<std::string> Begin_Write() override {
-    beginning = true;
-    const int result = sqlite3_exec(connection, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
-    beginning = false;
-    if (result == SQLITE_OK) {
-      // A read-only connection may begin, and fails only at its first write.
-      if (!sqlite3_db_readonly(connection, "main")) return {};
-      Rollback();
-      return "it is read-only";
+    const auto since = std::chrono::steady_clock::now();
+    for (;;) {
+      beginning = true;
+      const int result = Run("BEGIN IMMEDIATE");
+      beginning = false;
+      if (result == SQLITE_OK) break;
+      const std::string reason = Reason(connection);
+      // Who waits here may use the connection, which the engine's own way of waiting forbids.
+      if ((result & 0xff) != SQLITE_BUSY || !Wait(since, options.Go_On_Waiting)) return reason;
     }
-    return Reason(connection);
+    // A read-only connection may begin, and fails only at its first write.
+    if (!sqlite3_db_readonly(connection, "main")) return {};
+    Rollback();
+    return "it is read-only";
   }
   void Begin_Read() override {
     Execute("BEGIN");
@@ -203,9 +214,9 @@ class TSqlite_Engine final : public TEngine {
     }
   }
   void Commit() override {
-    if (sqlite3_exec(connection, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK) return;
-    // What was written before the disk failed may be found again when the log is read anew.
-    if ((sqlite3_errcode(connection) & 0xff) == SQLITE_IOERR && !Is_Full(connection))
+    if (Run("COMMIT") == SQLITE_OK) return;
+    // All of it was written, and may be found when the log is read anew.
+    if (sqlite3_extended_errcode(connection) == SQLITE_IOERR_FSYNC)
       throw EUncertain_Error(Reason(connection));
     Fail(connection);
   }
@@ -249,6 +260,11 @@ class TSqlite_Engine final : public TEngine {
  private:
   static std::string Part_Name(int level) { return "kt_part_" + std::to_string(level); }
 
+  int Run(const char* sql) {
+    errno = 0;
+    return sqlite3_exec(connection, sql, nullptr, nullptr, nullptr);
+  }
+
   std::int64_t Read_Number(std::string_view sql) {
     const auto statement = Prepare(sql);
     return statement->Step() ? statement->Integer(0) : 0;
@@ -270,8 +286,7 @@ class TSqlite_Engine final : public TEngine {
   // A file that is not a database must be noticed before anything is done to it. False when the full disk has
   // no room for the files that connections share.
   bool Read_Header() {
-    if (sqlite3_exec(connection, "PRAGMA schema_version", nullptr, nullptr, nullptr) == SQLITE_OK)
-      return true;
+    if (Run("PRAGMA schema_version") == SQLITE_OK) return true;
     if (Is_Full(connection)) return false;
     // Readers share the write-ahead log, whose files lie beside the database.
     const int error = sqlite3_errcode(connection) & 0xff;
@@ -280,19 +295,25 @@ class TSqlite_Engine final : public TEngine {
     Fail(connection);
   }
 
-  // Waits for another writer; 0 gives up. Who has waited for long looks more often than a newcomer, and so
-  // comes first.
-  static int Is_Busy(void* engine, int tries) {
+  // Lets some time pass; false when it is time to give up. Who has waited for long looks more often than a
+  // newcomer, and so comes first.
+  bool Wait(std::chrono::steady_clock::time_point since,
+            const decltype(TSqlite_Options::Go_On_Waiting)& ask) {
     using namespace std::chrono;
-    auto& self = *static_cast<TSqlite_Engine*>(engine);
-    if (tries == 0) self.busy_since = steady_clock::now();
-    const auto waited = duration_cast<milliseconds>(steady_clock::now() - self.busy_since);
-    const bool asked = self.beginning && self.options.Go_On_Waiting;
-    if (asked ? !self.options.Go_On_Waiting(waited) : waited >= self.options.Busy_Time) return 0;
+    const auto waited = duration_cast<milliseconds>(steady_clock::now() - since);
+    if (ask ? !ask(waited) : waited >= options.Busy_Time) return false;
     const std::int64_t longest = std::max<std::int64_t>(3, 40 - waited.count() / 100);
     std::this_thread::sleep_for(
-        milliseconds(std::uniform_int_distribution<std::int64_t>(1, longest)(self.random)));
-    return 1;
+        milliseconds(std::uniform_int_distribution(std::int64_t{1}, longest)(random)));
+    return true;
+  }
+
+  // When a statement finds the database locked; 0 gives up.
+  static int Is_Busy(void* engine, int tries) {
+    auto& self = *static_cast<TSqlite_Engine*>(engine);
+    if (self.beginning) return 0;
+    if (tries == 0) self.busy_since = std::chrono::steady_clock::now();
+    return self.Wait(self.busy_since, {}) ? 1 : 0;
   }
 
   // The change is kept now, whatever becomes of moving the log's pages to their places.

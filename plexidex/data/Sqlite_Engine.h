@@ -12,8 +12,8 @@ namespace Kt_data_01 {
 struct TSqlite_Options {
   bool Read_Only = false;
   std::chrono::milliseconds Busy_Time{5000};  // how long a writer waits for another
-  /// Asked between two tries to begin a write transaction, with the time waited so far; false gives up. When
-  /// there is one, the busy time does not end that waiting.
+  /// Asked between two tries to begin a write transaction, with the time waited so far; false gives up. Then
+  /// the busy time does not end that waiting. It may read, but not begin another.
   std::function<bool(std::chrono::milliseconds)> Go_On_Waiting = {};
   std::int64_t Cache_Bytes = 64 << 20;
   std::int64_t Max_Pages = 0;  // 0: no limit

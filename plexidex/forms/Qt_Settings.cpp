@@ -41,6 +41,12 @@ bool TQt_Settings::Read(const std::string& section, const std::string& name, std
 void TQt_Settings::Write(const std::string& section, const std::string& name, const std::string& value) {
   settings.setValue(Key(section, name), To_Qt(value));
   settings.sync();
+  const bool failed = settings.status() != QSettings::NoError;
+  if (failed && !told) {
+    Kt_util_01::Raise_Notice("The settings cannot be written to \"" + From_Qt(settings.fileName()) +
+                             "\"; they last until the program ends.");
+  }
+  told = failed;
 }
 
 }  // namespace Kt_forms

@@ -15,10 +15,12 @@ class TQt_Settings : public Kt_util_01::TSettings_Store {
   explicit TQt_Settings(const QString& file);
 
   bool Read(const std::string& section, const std::string& name, std::string& value) override;
+  /// Tells the user once when the settings cannot be written.
   void Write(const std::string& section, const std::string& name, const std::string& value) override;
 
  private:
   QSettings settings;
+  bool told = false;  // that the settings cannot be written
 };
 
 }  // namespace Kt_forms

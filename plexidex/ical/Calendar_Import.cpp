@@ -51,7 +51,7 @@ TImport_Report Plan_And_Write(const std::string& file, const TImport_Options& op
   });
   if (objects.empty()) return report;
 
-  Write_Import(file, "Calendar_Import:Import_Calendar [KT_Events/KT_Events_Data/KT_Alarms]", [&] {
+  Write_Import(file, [&] {
     if (book.Key.empty()) book = Create_Book(book.Name);
     TObject_Writer writer(book, report);
     for (TPlanned_Object& object : objects) writer.Write(object);

@@ -57,7 +57,7 @@ THoliday_Report Import_Holidays(const std::string& file, const std::string& coun
   report.Read = planned.Read;
   report.Unused = std::move(planned.Unused);
   if (holidays.empty()) return report;
-  Write_Import(file, "Holiday_Import:Import_Holidays [KT_Holidays]", [&] {
+  Write_Import(file, [&] {
     TTable table("KT_Holidays", "CountryandDate");
     for (const auto& [day, name] : holidays) {
       const auto date = static_cast<TDateTime>(day);

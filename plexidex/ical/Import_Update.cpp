@@ -24,9 +24,9 @@ TDateTime Import_Until(const TImport_Options& options) {
       Day_From_Date(year, today.Month, std::min(today.Day, Days_In_Month(year, today.Month))));
 }
 
-void Write_Import(const std::string& file, const char* tag, const std::function<void()>& write) {
+void Write_Import(const std::string& file, const std::function<void()>& write) {
   const std::string nothing = "Nothing was imported from \"" + file + "\": ";
-  const TUpdate_Result result = Update(tag, write);
+  const TUpdate_Result result = Update_Unreported(write);
   if (result.End == TUpdate_Result::TEnd::Refused)
     throw EImport_Error(nothing + "the database cannot be changed now.");
   if (!result) throw EImport_Error(nothing + result.Reason + ".");

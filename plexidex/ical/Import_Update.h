@@ -24,7 +24,7 @@ struct TImport_Options {
 TDateTime Import_Until(const TImport_Options& options);
 
 /// Runs `write` in one update bracket. Throws EImport_Error, with nothing written, when the bracket cannot be
-/// opened or fails, and reports a failure with the tag.
-void Write_Import(const std::string& file, const char* tag, const std::function<void()>& write);
+/// opened or fails.
+void Write_Import(const std::string& file, const std::function<void()>& write);
 
 }  // namespace Plexidex

@@ -68,26 +68,16 @@ class TBook_Dialog : public THost_Dialog {
  protected:
   bool Save() override {
     const std::string text = From_Qt(name->text().trimmed());
-    bool taken = false;
-    if (!Read("Book_Dialogs:Save [KT_Books/KT_Contacts]", [&] {
-          const auto same = Find_Book(text);
-          taken = same && same->Key != Key;
-        }))
-      return false;
-    if (text.empty() || taken) {
-      Kt_util_01::Raise_Error(From_Qt(windowTitle()), text.empty() ? "A book needs a name."
-                                                                   : "There is a book \"" + text +
-                                                                         "\" already; choose another name.");
-      name->setFocus();
-      name->selectAll();
-      return false;
-    }
+    if (text.empty()) return Name_Again("A book needs a name.");
     TOther_Texts texts;
     for (std::size_t i = 0; i < Other_Fields; ++i) texts[i] = From_Qt(labels[i]->text().trimmed());
     std::string written = Key;
-    // Another program may have removed the book.
-    bool is_there = true;
+    // Another program may have removed the book, or used the name.
+    bool is_there = true, taken = false;
     const bool saved = Update_Host("Book_Dialogs:Save [KT_Books/KT_Fields]", [&] {
+      const auto same = Find_Book(text);
+      taken = same && same->Key != Key;
+      if (taken) return;
       if (written.empty()) {
         written = Create_Book(text).Key;
       } else {
@@ -95,6 +85,7 @@ class TBook_Dialog : public THost_Dialog {
       }
       if (is_there) Set_Other_Labels(written, texts);
     });
+    if (taken) return Name_Again("There is a book \"" + text + "\" already; choose another name.");
     if (saved && !is_there) Say_Removed(From_Qt(windowTitle()));
     if (!saved || !is_there) return false;
     Key = written;
@@ -102,6 +93,13 @@ class TBook_Dialog : public THost_Dialog {
   }
 
  private:
+  bool Name_Again(const std::string& why) {
+    Kt_util_01::Raise_Error(From_Qt(windowTitle()), why);
+    name->setFocus();
+    name->selectAll();
+    return false;
+  }
+
   QLineEdit* name;
   std::array<QLineEdit*, Other_Fields> labels{};
 };

@@ -10,6 +10,7 @@
 #include "Navigation_Tree.h"
 #include "Preferences.h"
 #include "Version.h"
+#include "Waiting.h"
 
 namespace Plexidex {
 
@@ -109,14 +110,14 @@ bool TMain_Window::Switch_Database(const std::string& file) {
       trial.Open(file, Kt_data_01::TDatabase::TMode::Create_If_Missing);
     }
     if (TForm* shown = page.Get(); shown && !shown->Close_Form()) return false;
-    Kt_data_01::Open_Database(file, Kt_data_01::TDatabase::TMode::Must_Exist);
+    Kt_data_01::Open_Database(file, Kt_data_01::TDatabase::TMode::Must_Exist, Window_Options());
     return true;
   } catch (const std::exception& e) {
     Kt_util_01::Raise_Error("User Preferences", e.what());
   }
   if (Kt_data_01::Shared_Database().Path() == before) return false;
   try {
-    Kt_data_01::Open_Database(before, Kt_data_01::TDatabase::TMode::Must_Exist);
+    Kt_data_01::Open_Database(before, Kt_data_01::TDatabase::TMode::Must_Exist, Window_Options());
   } catch (const std::exception& e) {
     Kt_util_01::Raise_Error("User Preferences", e.what());
   }

@@ -19,6 +19,7 @@
 #include "Qt_Settings.h"
 #include "Sample_Calendar.h"
 #include "Transfer.h"
+#include "Waiting.h"
 #include "Welcome.h"
 #include "Window_Pictures.h"
 
@@ -57,8 +58,10 @@ std::string Chosen_Database(const TWindow_Options& options) {
 // There is always a book to write into at the start.
 void Make_First_Book(const std::string& name) {
   if (!Kt_data_01::List_Books().empty()) return;
-  Update_Host("Window_Program:Make_First_Book [KT_Books/KT_Contacts]",
-              [&] { Kt_data_01::Create_Book(name); });
+  Update_Host("Window_Program:Make_First_Book [KT_Books/KT_Contacts]", [&] {
+    // Another program may have been faster.
+    if (Kt_data_01::List_Books().empty()) Kt_data_01::Create_Book(name);
+  });
 }
 
 // Brings in what the user wants to begin with. The window is shown already, so that it is clear what for.
@@ -81,7 +84,7 @@ int Show_Windows(const TWindow_Options& options) {
     if (!chosen) return 0;
     first = *chosen;
   }
-  Kt_data_01::Open_Database(database, Kt_data_01::TDatabase::TMode::Create_If_Missing);
+  Kt_data_01::Open_Database(database, Kt_data_01::TDatabase::TMode::Create_If_Missing, Window_Options());
   Make_First_Book(first.Name);
   KTReminds::Remove_Abandoned_Events();
   TMain_Window window;

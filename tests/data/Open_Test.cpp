@@ -1,3 +1,4 @@
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -40,6 +41,15 @@ TEST_F(Open, What_Is_Not_Ours_Is_Refused_And_Left_As_It_Is) {
   std::filesystem::create_directory(file);
   Expect_Refused("cannot be opened as a database: it is a folder");
   std::filesystem::remove(file);
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  EXPECT_EQ(Refusal(), "\"" + file + "\" cannot be opened as a database: it is not a regular file.");
+  std::filesystem::remove(file);
+  for (const auto& [path, why] : {std::pair(std::string(":memory:"), "a database must be a file"),
+                                  {folder.File(std::string(300, 'x')), "File name too long"}}) {
+    TDatabase database;
+    EXPECT_THROW(database.Open(path, TDatabase::TMode::Create_If_Missing), EOpen_Error) << why;
+    EXPECT_FALSE(std::filesystem::exists(":memory:"));
+  }
   EXPECT_EQ(Refusal(), "opened");
   Open_Sqlite(file, {})->Execute("PRAGMA user_version = 99");
   Expect_Refused("was written by a newer version of this program (its schema is 99, this program knows 1)");

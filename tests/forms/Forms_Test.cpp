@@ -109,6 +109,10 @@ TEST_F(Forms, Settings_Outlive_Their_Store_And_Keep_Every_Text) {
   std::string read;
   EXPECT_TRUE(TQt_Settings(file).Read("General", "Text", read) && read == text) << read;
   EXPECT_FALSE(TQt_Settings(file).Read("Options", "Nothing", read));
+  TQt_Settings nowhere(file + QStringLiteral("/x.ini"));
+  nowhere.Write("General", "Text", text);
+  nowhere.Write("General", "Text", text + text);
+  EXPECT_EQ(seams.Prompts.Notices.size(), 1u) << "that it cannot be written";
 }
 
 TEST_F(Forms, Prompts_Are_Message_Boxes_With_Plain_Texts) {
