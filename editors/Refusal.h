@@ -11,7 +11,8 @@ struct TRefusal {
   bool Empty() const { return Text.empty(); }
 };
 
-/// Refuses an invalid time of day; names the user's short format, with "mm" for the minutes.
+/// Refuse an invalid time of day, or date; they name the user's short format.
 TRefusal Refuse_Time(const std::string& caption, const std::string& control);
+TRefusal Refuse_Date(const std::string& control);
 
 }  // namespace KTReminds

@@ -76,13 +76,18 @@ const TFormat_Settings& Format_Settings();
 std::string FormatDateTime(std::string_view format, TDateTime value,
                            const TFormat_Settings& settings = Format_Settings());
 
-/// Reads a date in the user's short date order: any separators, month names in the user's language, and
-/// yyyy-mm-dd whatever the locale; also the user's long date. Two-digit years lie within 50 years before and
-/// 49 after the current one; no year means the current one. False leaves `value` unchanged. Never throws;
-/// nothing may follow but blanks, and a dot where dots separate.
+/// A pattern as users know it from their platform, as in dd/MM/yyyy, HH:mm or h:mm AP, with the user's
+/// separators and years of four digits; letters that stand for themselves are in single quotes.
+std::string Shown_Format(std::string_view pattern, const TFormat_Settings& settings = Format_Settings());
+
+/// Reads a date in the user's short date order: any separators or, with two digits for day and month, none,
+/// month names in the user's language, and yyyy-mm-dd whatever the locale; also the user's long date.
+/// Two-digit years lie within 50 years before and 49 after the current one; no year means the current one.
+/// False leaves `value` unchanged. Never throws; nothing may follow but blanks, and a dot where dots
+/// separate.
 bool Str2Date(std::string_view text, TDateTime& value, const TFormat_Settings& settings = Format_Settings());
 /// Reads a time of day: h, h:mm, h:mm:ss, with the user's separator, ":" or ".", and AM or PM in the user's
-/// or the English form, before or after it. False leaves `value` unchanged.
+/// or the English form, before or after it; also hmm and hhmm. False leaves `value` unchanged.
 bool Str2Time(std::string_view text, TDateTime& value, const TFormat_Settings& settings = Format_Settings());
 /// A date, optionally followed by a blank or "T" and a time.
 bool Str2DateTime(std::string_view text, TDateTime& value,

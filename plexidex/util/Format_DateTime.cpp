@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "Date_Patterns.h"
 #include "Kt_util_01.h"
 
@@ -20,6 +22,16 @@ void Append_Number(std::string& out, int number, int digits) {
   char* first = end;
   for (; number > 0 || end - first < digits; number /= 10) *--first = static_cast<char>('0' + number % 10);
   out.append(first, end);
+}
+
+std::string With_Letters_Quoted(std::string_view literal) {
+  const auto is_letter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  std::string quoted(literal);
+  const auto first = std::find_if(quoted.begin(), quoted.end(), is_letter);
+  if (first == quoted.end()) return quoted;
+  const auto last = std::find_if(quoted.rbegin(), quoted.rend(), is_letter).base();
+  return std::string(quoted.begin(), first) + "'" + std::string(first, last) + "'" +
+         std::string(last, quoted.end());
 }
 
 class TRenderer {
@@ -152,6 +164,57 @@ std::string FormatDateTime(std::string_view format, TDateTime value, const TForm
   const TMoment moment{Date_From_Day(day), Decode_Time(value), Day_Of_Week(day)};
   TRenderer(out, moment, settings).Render(format, 0);
   return out;
+}
+
+std::string Shown_Format(std::string_view pattern, const TFormat_Settings& settings) {
+  const bool half_days = Has_AmPm(pattern);
+  std::string shown;
+  TPattern_Scanner scanner(pattern);
+  for (TPattern_Token token{}; scanner.Next(token);) {
+    const auto letters = [&token](char letter) {
+      return std::string(static_cast<std::size_t>(token.Count), letter);
+    };
+    switch (token.Field) {
+      case TField::Literal:
+        shown += With_Letters_Quoted(token.Text);
+        break;
+      case TField::Date_Separator:
+        shown += With_Letters_Quoted(settings.DateSeparator);
+        break;
+      case TField::Time_Separator:
+        shown += With_Letters_Quoted(settings.TimeSeparator);
+        break;
+      case TField::Day:
+        shown += letters('d');
+        break;
+      case TField::Month:
+        shown += letters('M');
+        break;
+      case TField::Year:
+        shown += "yyyy";
+        break;
+      case TField::Hour:
+        shown += letters(half_days ? 'h' : 'H');
+        break;
+      case TField::Minute:
+        shown += letters('m');
+        break;
+      case TField::Second:
+        shown += letters('s');
+        break;
+      case TField::AmPm_Letters:
+      case TField::A_P_Letters:
+      case TField::AmPm_Names:
+        shown += "AP";
+        break;
+      case TField::Msec:
+      case TField::Time:
+      case TField::Date_And_Time:
+        shown += token.Text;
+        break;
+    }
+  }
+  return shown;
 }
 
 std::string ISO_DateTime(TDateTime value) {

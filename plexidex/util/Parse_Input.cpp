@@ -1,10 +1,7 @@
-#include <algorithm>
 #include <array>
-#include <charconv>
 
 #include "Date_Patterns.h"
-#include "ICU_Texts.h"
-#include "Kt_util_01.h"
+#include "Text_Reader.h"
 
 namespace Kt_util_01 {
 
@@ -12,96 +9,6 @@ namespace {
 
 /// No date is longer; what is would only cost time.
 constexpr std::size_t Max_Input = 200;
-
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-bool Is_Digit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-/// Made comparable whatever the case, code point by code point.
-std::string Fold(std::string_view text) {
-  const bool is_ASCII =
-      std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-  if (is_ASCII) return Simple_UpperCase(Trimmed(text));
-  icu::UnicodeString source = To_ICU(text);
-  // The Turkish capital of i has no small letter of one code point that would fold to the same.
-  source.findAndReplace(icu::UnicodeString(u'\u0130'), icu::UnicodeString(u'I'));
-  return std::string(Trimmed(Simple_UpperCase(Plain_Text(source))));
-}
-
-/// A folded text that is taken from the front piece by piece.
-class TReader {
- public:
-  explicit TReader(std::string_view folded) : m_Rest(folded) {}
-
-  bool At_End() const { return m_Rest.empty(); }
-  bool At_Digit() const { return !m_Rest.empty() && Is_Digit(m_Rest[0]); }
-  std::string_view Rest() const { return m_Rest; }
-
-  /// Whether there were any.
-  bool Skip_Blanks() {
-    const std::size_t before = m_Rest.size();
-    while (!m_Rest.empty() && (m_Rest[0] == ' ' || m_Rest[0] == '\t')) m_Rest.remove_prefix(1);
-    return m_Rest.size() != before;
-  }
-
-  bool Take(std::string_view folded) {
-    if (folded.empty() || !m_Rest.starts_with(folded)) return false;
-    m_Rest.remove_prefix(folded.size());
-    return true;
-  }
-
-  bool Take_One_Of(std::string_view characters) {
-    if (m_Rest.empty() || characters.find(m_Rest[0]) == std::string_view::npos) return false;
-    m_Rest.remove_prefix(1);
-    return true;
-  }
-
-  /// Takes all digits that follow; false, and nothing taken, when there is none or more than `most`.
-  bool Take_Number(int most, int& value, int& digits) {
-    int length = 0;
-    int number = 0;
-    while (static_cast<std::size_t>(length) < m_Rest.size() &&
-           Is_Digit(m_Rest[static_cast<std::size_t>(length)])) {
-      if (length == most) return false;
-      number = number * 10 + (m_Rest[static_cast<std::size_t>(length++)] - '0');
-    }
-    if (length == 0) return false;
-    m_Rest.remove_prefix(static_cast<std::size_t>(length));
-    value = number;
-    digits = length;
-    return true;
-  }
-
-  /// Takes the longest of the names that follows, also without its dot; its number from 1, or 0.
-  template <std::size_t Size>
-  int Take_Name(const std::array<std::string, Size>& long_names,
-                const std::array<std::string, Size>& short_names) {
-    std::size_t longest = 0;
-    int found = 0;
-    for (const auto* names : {&long_names, &short_names}) {
-      for (std::size_t i = 0; i < Size; ++i) {
-        const std::string folded = Fold((*names)[i]);
-        std::string_view name = folded;
-        if (!m_Rest.starts_with(name) && name.ends_with('.')) name.remove_suffix(1);
-        if (name.size() > longest && m_Rest.starts_with(name)) {
-          longest = name.size();
-          found = static_cast<int>(i) + 1;
-        }
-      }
-    }
-    m_Rest.remove_prefix(longest);
-    return found;
-  }
-
- private:
-  std::string_view m_Rest;
-};
 
 struct TNumber {
   int Value = 0;
@@ -323,6 +230,21 @@ bool Take_Apart(TReader reader, const TFormat_Settings& settings, TDate_Pieces& 
   return false;
 }
 
+/// "24112026" or "241126", in the user's order.
+bool Read_Run_Of_Digits(std::string_view folded, const TFormat_Settings& settings, TDateTime& value) {
+  if (folded.size() != 6 && folded.size() != 8) return false;
+  const std::size_t year_digits = folded.size() - 4;
+  TDate_Input date;
+  for (const char field : Date_Order(settings)) {
+    TNumber& number = field == 'y' ? date.Year : field == 'm' ? date.Month : date.Day;
+    const std::size_t digits = field == 'y' ? year_digits : 2;
+    if (!TReader(folded.substr(0, digits)).Take_Number(4, number.Value, number.Digits)) return false;
+    if (static_cast<std::size_t>(number.Digits) != digits) return false;
+    folded.remove_prefix(digits);
+  }
+  return Complete_Date(date, value);
+}
+
 bool Read_Loose_Date(std::string_view folded, const TFormat_Settings& settings, TDateTime& value) {
   TDate_Pieces pieces;
   if (!Take_Apart(TReader(folded), settings, pieces)) return false;
@@ -363,6 +285,18 @@ bool Read_Loose_Time(std::string_view folded, const TFormat_Settings& settings, 
   return reader.At_End() && Complete_Time(time, value);
 }
 
+/// "930" or "0930", with AM or PM behind it.
+bool Read_Time_Without_Separator(std::string_view folded, const TFormat_Settings& settings,
+                                 TDateTime& value) {
+  TReader reader(folded);
+  TNumber both;
+  if (!reader.Take_Number(4, both.Value, both.Digits) || both.Digits < 3) return false;
+  reader.Skip_Blanks();
+  const TTime_Input time = {
+      {both.Value / 100, both.Digits - 2}, {both.Value % 100, 2}, {}, Take_Half(reader, settings)};
+  return reader.At_End() && Complete_Time(time, value);
+}
+
 bool Read_Date(std::string_view folded, const TFormat_Settings& settings, TDateTime& value) {
   return Read_Loose_Date(folded, settings, value) ||
          Read_Date_By_Pattern(folded, settings.ShortDateFormat, settings, value) ||
@@ -378,11 +312,15 @@ bool Read_Time(std::string_view folded, const TFormat_Settings& settings, TDateT
 }  // namespace
 
 bool Str2Date(std::string_view text, TDateTime& value, const TFormat_Settings& settings) {
-  return text.size() <= Max_Input && Read_Date(Fold(text), settings, value);
+  if (text.size() > Max_Input) return false;
+  const std::string folded = Fold(text);
+  return Read_Date(folded, settings, value) || Read_Run_Of_Digits(folded, settings, value);
 }
 
 bool Str2Time(std::string_view text, TDateTime& value, const TFormat_Settings& settings) {
-  return text.size() <= Max_Input && Read_Time(Fold(text), settings, value);
+  if (text.size() > Max_Input) return false;
+  const std::string folded = Fold(text);
+  return Read_Time(folded, settings, value) || Read_Time_Without_Separator(folded, settings, value);
 }
 
 bool Str2DateTime(std::string_view text, TDateTime& value, const TFormat_Settings& settings) {
@@ -402,46 +340,6 @@ bool Str2DateTime(std::string_view text, TDateTime& value, const TFormat_Setting
     }
   }
   return false;
-}
-
-bool Str2Int(std::string_view text, std::int64_t& value) {
-  std::string_view digits = Trimmed(text);
-  if (digits.starts_with('+')) {
-    digits.remove_prefix(1);
-    if (digits.starts_with('-')) return false;
-  }
-  std::int64_t number = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  if (error != std::errc{} || end != digits.data() + digits.size()) return false;
-  value = number;
-  return true;
-}
-
-bool Str2Float(std::string_view text, double& value, const TFormat_Settings& settings) {
-  std::string_view rest = Trimmed(text);
-  std::string number;
-  if (rest.starts_with('-')) number = "-";
-  if (rest.starts_with('-') || rest.starts_with('+')) rest.remove_prefix(1);
-  bool has_separator = false;
-  while (!rest.empty()) {
-    if (Is_Digit(rest[0])) {
-      number += rest[0];
-      rest.remove_prefix(1);
-    } else if (!has_separator && !settings.DecimalSeparator.empty() &&
-               rest.starts_with(settings.DecimalSeparator)) {
-      number += '.';
-      rest.remove_prefix(settings.DecimalSeparator.size());
-      has_separator = true;
-    } else {
-      return false;
-    }
-  }
-  double result = 0;
-  const auto [end, error] =
-      std::from_chars(number.data(), number.data() + number.size(), result, std::chars_format::fixed);
-  if (error != std::errc{} || end != number.data() + number.size()) return false;
-  value = result;
-  return true;
 }
 
 }  // namespace Kt_util_01

@@ -32,6 +32,21 @@ TEST_F(Format_DateTime, Every_Field) {
   for (const auto& test : cases) EXPECT_EQ(FormatDateTime(test[0], moment), test[1]) << test[0];
 }
 
+TEST_F(Format_DateTime, Formats_Are_Shown_As_The_Platform_Writes_Them) {
+  const auto shown = [](const char* locale) {
+    const TFormat_Settings settings = Settings_From_Locale(locale);
+    return Shown_Format(settings.ShortDateFormat, settings) + " " +
+           Shown_Format(settings.ShortTimeFormat, settings);
+  };
+  EXPECT_EQ(shown("en_GB"), "dd/MM/yyyy HH:mm");
+  EXPECT_EQ(shown("en_US"), "M/d/yyyy h:mm AP");
+  EXPECT_EQ(shown("de_DE"), "dd.MM.yyyy HH:mm");
+  EXPECT_EQ(shown("da_DK"), "dd.MM.yyyy HH.mm");
+  EXPECT_EQ(shown("fr_CA"), "yyyy-MM-dd HH 'h' mm");
+  EXPECT_EQ(shown("hu_HU"), "yyyy. MM. dd. H:mm");
+  EXPECT_EQ(Shown_Format("d 'de' mmm yy"), "d 'de' MMM yyyy");
+}
+
 TEST_F(Format_DateTime, Hours_Of_Twelve) {
   std::string hours;
   for (const int hour : {0, 11, 12, 15, 23})
