@@ -1,9 +1,7 @@
 #include "Form_Controls.h"
 
 #include <QAbstractButton>
-#include <QCalendarWidget>
 #include <QComboBox>
-#include <QEvent>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QStyle>
@@ -11,6 +9,7 @@
 #include <QTabBar>
 #include <algorithm>
 
+#include "Date_Edit.h"
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
 
@@ -21,85 +20,42 @@ using namespace Kt_forms;
 namespace {
 constexpr int Most_Percent = 100;
 const auto Widest_Number = QStringLiteral("0000000");
-
-// Making its calendar takes a picker longer than all the rest of it, and few are opened: so it gets its first
-// day of the week when the user comes to the picker.
-class TFirst_Day : public QObject {
- public:
-  TFirst_Day(QDateEdit* for_picker, Qt::DayOfWeek first)
-      : QObject(for_picker), picker(for_picker), day(first) {
-    picker->installEventFilter(this);
-  }
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    const QEvent::Type type = event->type();
-    if (watched == picker &&
-        (type == QEvent::MouseButtonPress || type == QEvent::KeyPress || type == QEvent::FocusIn)) {
-      picker->removeEventFilter(this);
-      picker->calendarWidget()->setFirstDayOfWeek(day);
-    }
-    return false;
-  }
-
- private:
-  QDateEdit* const picker;
-  const Qt::DayOfWeek day;
-};
-
 }  // namespace
-
-QDate To_QDate(TDateTime value) {
-  const Kt_util_01::TDate_Parts parts = Kt_util_01::Decode_Date(value);
-  return {parts.Year, parts.Month, parts.Day};
-}
-
-TDateTime From_QDate(const QDate& date) {
-  return Kt_util_01::Encode_Date(date.year(), date.month(), date.day());
-}
-
-QString Qt_Date_Format(const std::string& short_date_format, const std::string& separator) {
-  const QString pattern = To_Qt(short_date_format);
-  QString format, literal;
-  const auto flush = [&format, &literal] {
-    if (literal.isEmpty()) return;
-    format += QLatin1Char('\'') + literal.replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'');
-    literal.clear();
-  };
-  for (qsizetype at = 0; at < pattern.size();) {
-    const QChar letter = pattern[at];
-    if (letter == QLatin1Char('\'') || letter == QLatin1Char('"')) {
-      const qsizetype end = std::max(pattern.indexOf(letter, at + 1), at + 1);
-      literal += pattern.mid(at + 1, end - at - 1);
-      at = end + 1;
-      continue;
-    }
-    qsizetype end = at;
-    while (end < pattern.size() && pattern[end].toLower() == letter.toLower()) ++end;
-    const auto count = static_cast<int>(end - at);
-    const char16_t kind = letter.toLower().unicode();
-    if (kind == 'd' || kind == 'm' || kind == 'y') {
-      flush();
-      format += kind == 'y' ? QStringLiteral("yyyy") : QString(count, QLatin1Char(kind == 'd' ? 'd' : 'M'));
-    } else {
-      literal += kind == '/' ? To_Qt(separator).repeated(count) : pattern.mid(at, count);
-    }
-    at = end;
-  }
-  flush();
-  return format;
-}
-
-void Set_Up_Date(QDateEdit* picker) {
-  const Kt_util_01::TFormat_Settings& settings = Kt_util_01::Format_Settings();
-  picker->setCalendarPopup(true);
-  picker->setDateRange(QDate(100, 1, 1), QDate(Kt_util_01::Max_Year, 12, 31));
-  picker->setDisplayFormat(Qt_Date_Format(settings.ShortDateFormat, settings.DateSeparator));
-  new TFirst_Day(picker, static_cast<Qt::DayOfWeek>((settings.FirstDayOfWeek + 5) % 7 + 1));
-}
 
 bool Show_Refusal(QWidget* form, const TRefusal& refusal) {
   if (refusal.Empty()) return false;
   if (!refusal.Control.empty()) Focus_Control(form, refusal.Control);
   Kt_util_01::Raise_Error(refusal.Caption, refusal.Text);
+  return true;
+}
+
+bool Refuse_Dates(QWidget* form) {
+  for (const TDate_Edit* field : form->findChildren<TDate_Edit*>()) {
+    if (!field->isHidden() && !field->Is_Valid())
+      return Show_Refusal(form, Refuse_Date(From_Qt(field->objectName())));
+  }
+  return false;
+}
+
+bool Confirm_Dates(QWidget* form) {
+  constexpr int far_years = 100;
+  const QDate today = To_QDate(Kt_util_01::Today());
+  const QPointer<QWidget> alive = form;
+  for (const TDate_Edit* field : form->findChildren<TDate_Edit*>()) {
+    const QDate day = To_QDate(field->Day());
+    if (field->isHidden() || !field->Was_Moved() ||
+        (day >= today.addYears(-far_years) && day <= today.addYears(far_years)))
+      continue;
+    const std::string name = From_Qt(field->objectName());
+    const int answer = Kt_util_01::Raise_Question(
+        "Distant Date",
+        "The date " + Kt_util_01::FormatDateTime("ddddd", field->Day()) +
+            " is more than a hundred years from today.\r\n\r\nPlease confirm that it is right");
+    if (!alive) return false;
+    if (answer == Kt_util_01::Answer_Yes) continue;
+    Focus_Control(form, name);
+    return false;
+  }
   return true;
 }
 

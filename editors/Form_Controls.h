@@ -3,28 +3,21 @@
 // What the editors' windows do to their controls alike.
 
 #include <QAbstractSpinBox>
-#include <QDateEdit>
 #include <QLineEdit>
 #include <initializer_list>
 
-#include "Kt_dates.h"
 #include "Refusal.h"
 
 namespace KTReminds {
 
-using Kt_util_01::TDateTime;
-
-/// The day of a date; and back, midnight.
-QDate To_QDate(TDateTime value);
-TDateTime From_QDate(const QDate& date);
-
-/// A Qt format for the short dates of the user's, always with four digits for the year.
-QString Qt_Date_Format(const std::string& short_date_format, const std::string& separator);
-/// Gives a date picker the user's format and first day of the week, and all dates there are.
-void Set_Up_Date(QDateEdit* picker);
-
 /// Focuses the control that a refusal names and shows its message. False when there is none to show.
 bool Show_Refusal(QWidget* form, const TRefusal& refusal);
+
+/// Refuses the first date field that is shown and holds no date. False when there is none.
+bool Refuse_Dates(QWidget* form);
+/// Asks about each date that the user has put more than a century from today. False, with its field focused,
+/// when one is not meant, and when the form did not outlive the question.
+bool Confirm_Dates(QWidget* form);
 
 /// The sound of a check box that the user clicks.
 void Sound_Click(bool checked);

@@ -37,7 +37,6 @@ TAlarm_Props_Frm::TAlarm_Props_Frm(TDateTime date, const TAlarm& given, bool for
   ui->Alarmbox->installEventFilter(this);
   ui->Label6->installEventFilter(this);
   ui->Image1->installEventFilter(this);
-  Set_Up_Date(ui->AlarmDate);
   Initialise_Form(this);
 
   connect(ui->AlarmCheck, &QCheckBox::clicked, this, &TAlarm_Props_Frm::AlarmCheckClick);
@@ -63,7 +62,7 @@ void TAlarm_Props_Frm::Load() {
     TDateTime day = 0;
     std::string time;
     Show_Alarm_Moment(event_date, alarm, day, time);
-    ui->AlarmDate->setDate(To_QDate(day));
+    ui->AlarmDate->Set_Day(day);
     ui->AlarmTime->setText(To_Qt(time));
   } else {
     ui->Alarmbox->setCurrentText(
@@ -167,18 +166,19 @@ void TAlarm_Props_Frm::Preview() {
 }
 
 void TAlarm_Props_Frm::OKBtnClick() {
+  if (Refuse_Dates(this)) return;
   TAlarm_Input input;
   input.Task_Mode = task_mode;
   input.EventDate = event_date;
   input.On = Is_On();
   input.Offset_Text = From_Qt(ui->Alarmbox->currentText());
-  input.Day = From_QDate(ui->AlarmDate->date());
+  input.Day = ui->AlarmDate->Day();
   input.Time_Text = From_Qt(ui->AlarmTime->text());
   input.Sounds = sounds;
   TAlarm validated = alarm;
   const TRefusal refusal = Validate_Alarm(input, validated);
   if (!task_mode) ui->Alarmbox->setCurrentText(To_Qt(input.Offset_Text));
-  if (Show_Refusal(this, refusal)) return;
+  if (Show_Refusal(this, refusal) || !Confirm_Dates(this)) return;
   alarm = validated;
   accept();
 }

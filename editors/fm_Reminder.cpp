@@ -57,8 +57,6 @@ void Fill_Kinds(QComboBox* instance, QComboBox* pattern) {
 TReminder_Frm::TReminder_Frm(TReminder_Rules& rules, QWidget* parent)
     : TEditor_Form(rules, parent), rules(rules), ui(std::make_unique<Ui::Reminder_Frm>()) {
   ui->setupUi(this);
-  Set_Up_Date(ui->EventDate);
-  Set_Up_Date(ui->EndDate);
   for (const std::string& item : Alarm_Offset_Items()) ui->AlarmBox->addItem(To_Qt(item));
   ui->AlarmBox->setCompleter(nullptr);
   ui->AlarmBox->installEventFilter(this);
@@ -109,7 +107,7 @@ void TReminder_Frm::Load() {
       break;
   }
   ui->RecurBtn->setVisible(rules.Is_New());
-  ui->EventDate->setDate(To_QDate(rules.Day));
+  ui->EventDate->Set_Day(rules.Day);
   ui->SetTimeBox->setText(To_Qt(rules.Time_Text));
   ui->TimeBox->setChecked(rules.No_Time);
   Show_In_Place(ui->TimePanel, !rules.No_Time);
@@ -137,7 +135,7 @@ bool TReminder_Frm::eventFilter(QObject* watched, QEvent* event) {
 void TReminder_Frm::Set_Freqs() {
   const TRecurrence_Pages& pages = rules.Pages;
   freq_buttons[static_cast<std::size_t>(pages.Freq) - 1]->setChecked(true);
-  ui->EndDate->setDate(To_QDate(pages.Until));
+  ui->EndDate->Set_Day(pages.Until);
   (pages.Daily_Every ? ui->DailyEvery : ui->DailyOn)->setChecked(true);
   ui->DailyNumber->setText(To_Qt(pages.Daily_Number));
   Check_Days(daily_days, pages.Daily_Days);
@@ -171,7 +169,7 @@ int TReminder_Frm::Chosen_Freq() const {
 void TReminder_Frm::Store_Pages() {
   TRecurrence_Pages& pages = rules.Pages;
   pages.Freq = static_cast<TFrequency>(Chosen_Freq());
-  pages.Until = From_QDate(ui->EndDate->date());
+  pages.Until = ui->EndDate->Day();
   pages.Daily_Every = ui->DailyEvery->isChecked();
   pages.Daily_Number = From_Qt(ui->DailyNumber->text());
   pages.Daily_Days = Checked_Days(daily_days);
@@ -234,7 +232,7 @@ void TReminder_Frm::RecurBtnClick() {
 
 void TReminder_Frm::Store() {
   TEditor_Form::Store();
-  rules.Day = From_QDate(ui->EventDate->date());
+  rules.Day = ui->EventDate->Day();
   rules.Time_Text = From_Qt(ui->SetTimeBox->text());
   rules.No_Time = ui->TimeBox->isChecked();
   rules.Alarm_Text = From_Qt(ui->AlarmBox->currentText());

@@ -13,8 +13,6 @@ using namespace Kt_forms;
 TTask_Frm::TTask_Frm(TTask_Rules& rules, QWidget* parent)
     : TEditor_Form(rules, parent), rules(rules), ui(std::make_unique<Ui::Task_Frm>()) {
   ui->setupUi(this);
-  for (QDateEdit* picker : {ui->EventDate, ui->StartDate, ui->DateStarted, ui->DateCompleted, ui->AlarmDate})
-    Set_Up_Date(picker);
   for (QLineEdit* amount : {ui->BudgetBox, ui->WorkedBox}) Narrow(amount);
   // What stands in a picker's place is as high, so that nothing moves.
   for (QLabel* instead : {ui->NotStarted, ui->NotCompleted})
@@ -37,11 +35,11 @@ TTask_Frm::~TTask_Frm() = default;
 
 void TTask_Frm::Load() {
   setWindowTitle(rules.Is_New() ? tr("Create New Task") : tr("Edit Task"));
-  ui->EventDate->setDate(To_QDate(rules.Day));
-  ui->StartDate->setDate(To_QDate(rules.Start_Day));
+  ui->EventDate->Set_Day(rules.Day);
+  ui->StartDate->Set_Day(rules.Start_Day);
   ui->BudgetBox->setText(To_Qt(rules.Budget_Text));
   ui->WorkedBox->setText(To_Qt(rules.Worked_Text));
-  ui->AlarmDate->setDate(To_QDate(rules.Alarm_Day));
+  ui->AlarmDate->Set_Day(rules.Alarm_Day);
   ui->AlarmTime->setText(To_Qt(rules.Alarm_Time_Text));
   Show_State();
 }
@@ -61,8 +59,8 @@ void TTask_Frm::Show_State() {
   ui->PercentBox->Set_Text(To_Qt(rules.Percentage_Text));
   ui->PercentBox->setEnabled(rules.Percentage_Enabled());
   ui->RemainingBox->setText(To_Qt(rules.Remaining_Text()));
-  if (rules.Started > 0) ui->DateStarted->setDate(To_QDate(rules.Started));
-  if (rules.Completed > 0) ui->DateCompleted->setDate(To_QDate(rules.Completed));
+  if (rules.Started > 0) ui->DateStarted->Set_Day(rules.Started);
+  if (rules.Completed > 0) ui->DateCompleted->Set_Day(rules.Completed);
   ui->DateStarted->setVisible(rules.Started_Visible());
   ui->NotStarted->setVisible(!rules.Started_Visible());
   ui->DateCompleted->setVisible(rules.Completed_Visible());
@@ -95,16 +93,16 @@ void TTask_Frm::BudgetChange() {
 
 void TTask_Frm::Store() {
   TEditor_Form::Store();
-  rules.Day = From_QDate(ui->EventDate->date());
-  rules.Start_Day = From_QDate(ui->StartDate->date());
+  rules.Day = ui->EventDate->Day();
+  rules.Start_Day = ui->StartDate->Day();
   rules.Status = static_cast<TTask_Status>(ui->StatusBox->currentIndex());
   rules.Percentage_Text = From_Qt(ui->PercentBox->text());
   rules.Budget_Text = From_Qt(ui->BudgetBox->text());
   rules.Worked_Text = From_Qt(ui->WorkedBox->text());
   // A picker that is hidden stands for no date.
-  if (rules.Started_Visible()) rules.Started = From_QDate(ui->DateStarted->date());
-  if (rules.Completed_Visible()) rules.Completed = From_QDate(ui->DateCompleted->date());
-  rules.Alarm_Day = From_QDate(ui->AlarmDate->date());
+  if (rules.Started_Visible()) rules.Started = ui->DateStarted->Day();
+  if (rules.Completed_Visible()) rules.Completed = ui->DateCompleted->Day();
+  rules.Alarm_Day = ui->AlarmDate->Day();
   rules.Alarm_Time_Text = From_Qt(ui->AlarmTime->text());
 }
 
@@ -121,7 +119,7 @@ bool TTask_Frm::Configure_Alarm(TAlarm& alarm) {
 
 void TTask_Frm::Show_Alarm() {
   rules.Show_Alarm();
-  ui->AlarmDate->setDate(To_QDate(rules.Alarm_Day));
+  ui->AlarmDate->Set_Day(rules.Alarm_Day);
   ui->AlarmTime->setText(To_Qt(rules.Alarm_Time_Text));
 }
 

@@ -7,28 +7,20 @@
 #include <QTextCharFormat>
 #include <QVBoxLayout>
 
+#include "Date_Edit.h"
 #include "Kt_util_01.h"
 
 namespace KTReminds {
 
 using namespace Kt_forms;
 
-namespace {
-
-QDate Date_Of(Kt_util_01::TDateTime value) {
-  const Kt_util_01::TDate_Parts parts = Kt_util_01::Decode_Date(value);
-  return {parts.Year, parts.Month, parts.Day};
-}
-
-}  // namespace
-
 TCalendarFrm::TCalendarFrm(QWidget* told, QWidget* parent)
     : TForm(parent), notify(told), cal(new QCalendarWidget(this)) {
   setObjectName(QStringLiteral("CalendarFrm"));
   cal->setObjectName(QStringLiteral("Cal"));
   cal->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-  cal->setFirstDayOfWeek(
-      static_cast<Qt::DayOfWeek>((Kt_util_01::Format_Settings().FirstDayOfWeek + 5) % 7 + 1));
+  cal->setFirstDayOfWeek(First_Day_Of_Week());
+  cal->setDateEditEnabled(false);
   cal->setAccessibleName(tr("Calendar"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -44,16 +36,27 @@ TCalendarFrm::TCalendarFrm(QWidget* told, QWidget* parent)
   });
   connect(cal, &QCalendarWidget::activated, this, [this](const QDate& date) {
     // A double click has been told by its first click; Enter on a day that is not the current one has not.
-    if (date != Date_Of(Kt_util_01::CurrentDate)) Date_Picked(date);
+    if (date != To_QDate(Kt_util_01::CurrentDate)) Date_Picked(date);
   });
-  for (QAbstractItemView* days : cal->findChildren<QAbstractItemView*>()) days->installEventFilter(this);
+  for (QAbstractItemView* days : cal->findChildren<QAbstractItemView*>()) {
+    days->installEventFilter(this);
+    days->viewport()->installEventFilter(this);
+  }
 }
 
 bool TCalendarFrm::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::KeyPress) {
-    key_pressed = true;
-  } else if (event->type() == QEvent::KeyRelease || event->type() == QEvent::FocusOut) {
-    key_pressed = false;
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      key_pressed = true;
+      break;
+    case QEvent::KeyRelease:
+    case QEvent::FocusOut:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+      key_pressed = false;
+      break;
+    default:
+      break;
   }
   return TForm::eventFilter(watched, event);
 }
@@ -78,11 +81,11 @@ void TCalendarFrm::changeEvent(QEvent* event) {
 
 void TCalendarFrm::Show_Current_Date() {
   const QSignalBlocker silent(cal);
-  cal->setSelectedDate(Date_Of(Kt_util_01::CurrentDate));
+  cal->setSelectedDate(To_QDate(Kt_util_01::CurrentDate));
 }
 
 void TCalendarFrm::Date_Picked(const QDate& date) {
-  Kt_util_01::CurrentDate = Kt_util_01::Encode_Date(date.year(), date.month(), date.day());
+  Kt_util_01::CurrentDate = From_QDate(date);
   Send_Message(notify, umDateChanged, 0, 0);
 }
 

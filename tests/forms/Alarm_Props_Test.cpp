@@ -149,10 +149,4 @@ TEST_F(Alarm_Dialog, A_Stored_Alarm_Is_Changed_Or_Deleted_On_OK_Alone) {
   EXPECT_FALSE(Set_Alarm_Properties(key, database.Book().Calendar, false)) << "it has no alarm any more";
 }
 
-TEST(Date_Format, Is_The_Users_In_Qts_Letters_With_Whole_Years) {
-  EXPECT_EQ(Qt_Date_Format("dd/mm/yy", "."), QStringLiteral("dd'.'MM'.'yyyy"));
-  EXPECT_EQ(Qt_Date_Format("yyyy. MM. dd.", "-"), QStringLiteral("yyyy'. 'MM'. 'dd'.'"));
-  EXPECT_EQ(Qt_Date_Format("d 'de' mmm y", "/"), QStringLiteral("d' de 'MMM' 'yyyy"));
-}
-
 }  // namespace

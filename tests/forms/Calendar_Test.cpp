@@ -40,6 +40,17 @@ TEST_F(Date_Picker, A_Click_Or_Key_Sets_The_Date_And_Tells_Once_Also_On_The_Same
   EXPECT_EQ(After(Qt::Key_Return), std::pair(Monday + 40, 4));
 }
 
+TEST_F(Date_Picker, A_Held_Key_Does_Not_Tell_Twice_And_Turning_The_Month_Or_Typing_Not_At_All) {
+  QTest::keyPress(days, Qt::Key_Control);
+  EXPECT_EQ(After(), std::pair(Monday + 8, 1));
+  QTest::keyRelease(days, Qt::Key_Control);
+  QTest::mouseClick(Control<QWidget>(cal, "qt_calendar_nextmonth"), Qt::LeftButton);
+  QTest::keyClicks(days, QStringLiteral("24/11/2026"));
+  EXPECT_EQ(cal->monthShown(), 2);
+  EXPECT_FALSE(cal->findChild<QDateEdit*>() && cal->findChild<QDateEdit*>()->isVisible());
+  EXPECT_EQ(std::pair(Kt_util_01::CurrentDate, view.Told), std::pair(Monday + 8, 1));
+}
+
 TEST_F(Date_Picker, A_Date_Set_Elsewhere_Moves_It_Without_An_Echo) {
   CurrentDate = 45400;
   Send_Message(picker, umDateChanged, 0, 0);

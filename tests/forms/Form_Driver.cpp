@@ -67,15 +67,15 @@ void Act(QWidget* form, const std::string& inputs) {
     auto* control = Control<QWidget>(form, name.toLatin1().constData());
     if (auto* box = qobject_cast<QComboBox*>(control)) {
       box->isEditable() ? box->setEditText(value) : box->setCurrentIndex(box->findText(value));
-    } else if (auto* date = qobject_cast<QDateEdit*>(control)) {
-      date->setDate(QDate::fromString(value, Qt::ISODate));
     } else if (auto* tabs = qobject_cast<QTabWidget*>(control)) {
       tabs->setCurrentIndex(value.toInt());
     } else if (qobject_cast<QLineEdit*>(control) || qobject_cast<QPlainTextEdit*>(control) ||
                qobject_cast<QAbstractSpinBox*>(control)) {
+      if (qobject_cast<QDateEdit*>(control)) control->setFocus();
       QMetaObject::invokeMethod(control, "selectAll");
       QTest::keyClick(control, Qt::Key_Delete);
       QTest::keyClicks(control, value);
+      if (qobject_cast<QDateEdit*>(control)) QTest::keyClick(control, Qt::Key_Tab);
     } else {
       // A check box takes clicks on what it shows, not on the room beside it.
       QTest::mouseClick(control, Qt::LeftButton, {}, QPoint(8, control->height() / 2));

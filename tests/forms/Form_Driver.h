@@ -33,9 +33,9 @@ T* Control(QWidget* form, const char* name) {
   return found;
 }
 
-/// Acts on controls in turn as a hand does: "Edit1=Lunch|EventDate=2024-01-15|OKBtn" types over a text,
-/// chooses an item ("" for none), a date or a tab (by its number), clicks all else, and gives the commands of
-/// menus.
+/// Acts on controls in turn as a hand does: "Edit1=Lunch|EventDate=2024-01-15|OKBtn" types over a text
+/// or a date, which it leaves then, chooses an item ("" for none) or a tab (by its number), clicks all else,
+/// and gives the commands of menus.
 void Act(QWidget* form, const std::string& inputs);
 void Confirm(QWidget* dialog);
 void Cancel(QWidget* dialog);

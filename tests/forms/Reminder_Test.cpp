@@ -57,6 +57,25 @@ TEST_F(Reminder_Form, What_Is_Refused_Is_Shown_As_It_Was_Read_And_Focused_On_Its
   EXPECT_TRUE(editor->isVisible());
 }
 
+TEST_F(Reminder_Form, A_Typed_Date_That_Is_None_Is_Refused_And_A_Distant_One_Asked_About) {
+  QWidget* editor = Edit("", "Lunch");
+  seams.Prompts.Expect_Error(
+      "Invalid Date", "The Date entered is invalid. Please specify a valid date in the format M/d/yyyy");
+  Act(editor, "TimeBox|EventDate=2/30/2024|OKBtn");
+  EXPECT_EQ(Where(editor) + Seen(editor, "EventDate"), "Notes/EventDate2/30/2024");
+  for (const int answer : {Answer_No, Answer_Yes}) {
+    seams.Prompts.Expect_Question("Distant Date",
+                                  "The date 2/3/1124 is more than a hundred years from today.\r\n\r\nPlease "
+                                  "confirm that it is right",
+                                  answer);
+    Act(editor, "EventDate=2/3/1124|OKBtn");
+    EXPECT_EQ(editor->isVisible(), answer == Answer_No);
+  }
+  Edit(Query_Text("SELECT Key FROM KT_Events_Data"));
+  Act(form.get(), "Edit2=Here|OKBtn");
+  EXPECT_FALSE(form->isVisible()) << "it was so before";
+}
+
 TEST_F(Reminder_Form, A_New_Set_Of_Each_Frequency_Has_Its_Dates) {
   const std::pair<const char*, const char*> cases[] = {
       {"DailyBtn|DailyNumber=9", "0.0 9.0 18.0 27.0"},
