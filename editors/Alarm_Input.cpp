@@ -83,8 +83,10 @@ std::optional<TStored_Alarm> Read_Stored_Alarm(const std::string& occurrence) {
 }
 
 bool Write_Stored_Alarm(const std::string& occurrence, const TAlarm& alarm) {
-  bool found = false;
-  const TUpdate_Result result = Update("fm_Alarm_Props:Set_Alarm_Properties [KT_Events_Data/KT_Alarms]", [&] {
+  constexpr auto tag = "fm_Alarm_Props:Set_Alarm_Properties [KT_Events_Data/KT_Alarms]";
+  bool found = Read(tag, [&] { return Read_Stored_Alarm(occurrence).has_value(); }).value_or(false);
+  if (!found) return false;
+  const TUpdate_Result result = Update(tag, [&] {
     auto rows = Find_Occurrence(occurrence);
     found = rows && rows->Has_Alarm;
     if (!found) return;

@@ -124,6 +124,12 @@ TRefusal TEditor_Rules::Check_Right() const {
           {}};
 }
 
+void TEditor_Rules::Clear_Alarm() {
+  const TAlarm off;
+  Alarm.Offset = off.Offset;
+  Alarm.WAVFile = off.WAVFile;
+}
+
 TRefusal TEditor_Rules::Validate_Subject() const {
   if (!Trimmed(Subject).empty()) return {};
   return {"Validation Failed", std::string(words.Subject_Missing), "Edit1"};
@@ -133,7 +139,8 @@ TRefusal TEditor_Rules::Validate_Access() const {
   if (Owner.empty()) {
     return {"User's Name Required", "A User's Name must be specified before continuing", "UserBox"};
   }
-  if (Access_Allowed(owner.Contact, Access_Update, Owner)) return {};
+  // What the user needs for an entry of one's own has been asked for already.
+  if (Owner == User_Key() || Access_Allowed(owner.Contact, Access_Update, Owner)) return {};
   const std::string noun(words.Noun);
   return {"Access Permission Error",
           "In order to assign an " + noun +

@@ -88,6 +88,8 @@ class TEditor_Rules {
   /// Runs last inside the update.
   virtual void Finish_Update(const std::string& /*contact*/) {}
 
+  /// One that is off has the offset and the sound of a new one.
+  void Clear_Alarm();
   TRefusal Validate_Subject() const;
   TRefusal Validate_Access() const;
 

@@ -25,7 +25,11 @@ const auto Widest_Number = QStringLiteral("0000000");
 bool Show_Refusal(QWidget* form, const TRefusal& refusal) {
   if (refusal.Empty()) return false;
   if (!refusal.Control.empty()) Focus_Control(form, refusal.Control);
-  Kt_util_01::Raise_Error(refusal.Caption, refusal.Text);
+  if (refusal.Beep) {
+    Message_Beep();
+  } else {
+    Kt_util_01::Raise_Error(refusal.Caption, refusal.Text);
+  }
   return true;
 }
 

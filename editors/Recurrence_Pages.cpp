@@ -173,7 +173,7 @@ TRefusal Pattern_From_Pages(const TRecurrence_Pages& pages, const TRecurrence_Pa
       }
       break;
     default:
-      return {"Invalid Period", "The frequency of the set is unknown", {}};
+      return {.Beep = true};  // no page that the user could see has another frequency
   }
   if (refusal.Empty()) pattern = made;
   return refusal;

@@ -12,7 +12,6 @@ namespace {
 
 constexpr TEditor_Words Words = {"fm_Reminder", "fm_Reminders", "A subject for this event is required.",
                                  "Event"};
-constexpr auto Proposed_Offset = 15;
 
 bool Same_Dates(const TRecurrence_Pattern& a, const TRecurrence_Pattern& b) {
   return a.Freq == b.Freq && a.Period == b.Period && a.PeriodDefault == b.PeriodDefault && a.P == b.P &&
@@ -75,7 +74,7 @@ TDateTime TReminder_Rules::Shown_Moment() const {
 }
 
 void TReminder_Rules::Show_Alarm() {
-  Alarm_Text = Convert_Offset_to_ItemText(Alarm.On ? Alarm.Offset : Proposed_Offset);
+  Alarm_Text = Convert_Offset_to_ItemText(Alarm.On ? Alarm.Offset : TAlarm().Offset);
 }
 
 TAlarm TReminder_Rules::Shown_Alarm() const {
@@ -96,8 +95,7 @@ TRefusal TReminder_Rules::Validate_Date() {
 
 TRefusal TReminder_Rules::Validate_Alarm_Input() {
   if (!Alarm.On) {
-    Alarm.Offset = Proposed_Offset;
-    Alarm.WAVFile.clear();
+    Clear_Alarm();
     return {};
   }
   TRefusal refusal = Validate_Alarm_Offset(Alarm_Text, Alarm.Offset);

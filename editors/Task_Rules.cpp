@@ -156,6 +156,8 @@ TRefusal TTask_Rules::Validate() {
   if (Alarm.On) {
     refusal = Validate_Alarm_Moment(Day, Alarm_Day, Alarm_Time_Text, Alarm.Offset, "AlarmTime", "AlarmDate");
     if (!refusal.Empty()) return refusal;
+  } else {
+    Clear_Alarm();
   }
   refusal = Validate_Access();
   return refusal.Empty() ? Validate_Numbers() : refusal;

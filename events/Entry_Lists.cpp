@@ -60,7 +60,7 @@ void Rebuild(const std::vector<TItem_List*>& lists, const char* routine, TFill f
 }
 
 void Add_Day(TItem_List& list, const TOwner& owner, bool by_book, TDateTime day, bool include_completed) {
-  TEntry_Walk walk(Days_Of(owner, by_book, day, day), TAlarm_Key::Occurrence, TReading::Window);
+  TEntry_Walk walk(Day_Of(owner, by_book, day), TAlarm_Key::Occurrence, TReading::Window);
   while (auto entry = walk.Next()) {
     if (!entry->Done || include_completed) Add_Item(list, std::move(entry));
   }
@@ -90,37 +90,42 @@ std::string Task_Status_Text(TTask_Status status, int percentage) {
   return "Unknown";
 }
 
-bool Locate_Event(const std::string& Contact, const std::string& Book, TDateTime Date, TDateTime& Found,
-                  bool Backward, bool ByBook) {
-  Found = 0;
-  const bool read = Read("Reminder_Utils:Locate_Event [KT_Events_Data]", [&] {
-    const TDateTime day = Day_Start(Date);
+std::optional<TDateTime> Nearest_Entry_Day(const TOwner& of_owner, bool by_book, TDateTime from,
+                                           bool backward) {
+  return Read("Reminder_Utils:Locate_Event [KT_Events_Data]", [&] {
+    TDateTime found = 0;
+    const TDateTime day = Day_Start(from);
     TSnapshot snapshot;
-    TTable occurrences(Events_Data, ByBook ? "BookandDate" : "ContactandDate", {"Contact", "EventDate"});
+    TTable occurrences(Events_Data, by_book ? "BookandDate" : "ContactandDate", {"Contact", "EventDate"});
     TTable contacts(Contacts_Table, "Key", {"Deleted"});
     const TField contact = Occurrence_Columns().Contact, date = Occurrence_Columns().EventDate,
                  deleted = contacts.Field("Deleted");
     Set_Cache(contacts);
-    const std::string& owner = ByBook ? Book : Contact;
+    const std::string& owner = by_book ? of_owner.Book : of_owner.Contact;
     const auto is_visible = [&] {
       return contacts.FindKey({occurrences.Text(contact)}) && !contacts.Boolean(deleted) &&
              Access_Allowed(occurrences.Text(contact), Access_See);
     };
-    if (Backward) {
+    if (backward) {
       occurrences.SetRange({owner, 0.0}, {owner, day});
-      for (occurrences.Last(); !occurrences.Bof() && Found == 0; occurrences.Prior()) {
+      for (occurrences.Last(); !occurrences.Bof() && found == 0; occurrences.Prior()) {
         const TDateTime at = Day_Start(occurrences.DateTime(date));
-        if (at < day && is_visible()) Found = at;
+        if (at < day && is_visible()) found = at;
       }
     } else {
       occurrences.SetRange({owner, day}, {owner, Last_Day_Looked_At});
-      for (occurrences.First(); !occurrences.Eof() && Found == 0; occurrences.Next()) {
+      for (occurrences.First(); !occurrences.Eof() && found == 0; occurrences.Next()) {
         const TDateTime at = Day_Start(occurrences.DateTime(date));
-        if (at > day && is_visible()) Found = at;
+        if (at > day && is_visible()) found = at;
       }
     }
+    return found;
   });
-  if (!read) Found = 0;
+}
+
+bool Locate_Event(const std::string& Contact, const std::string& Book, TDateTime Date, TDateTime& Found,
+                  bool Backward, bool ByBook) {
+  Found = Nearest_Entry_Day({Book, Contact}, ByBook, Date, Backward).value_or(0);
   return Found > 0;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,10 @@ std::string Task_Status_Text(TTask_Status status, int percentage);
 /// contacts. Found receives the day, 0 without one; the result says whether there is one.
 bool Locate_Event(const std::string& Contact, const std::string& Book, TDateTime Date, TDateTime& Found,
                   bool Backward, bool ByBook);
+
+/// The day that Locate_Event finds, 0 without one; nothing after a failed read, which is reported.
+std::optional<TDateTime> Nearest_Entry_Day(const TOwner& of_owner, bool by_book, TDateTime from,
+                                           bool backward);
 
 /// Clears the list and fills it with the entries from the day of FromDate to the end of the day of ToDate, in
 /// order of time. The alarm flag comes from an alarm under the key of the set, not of the occurrence. After a

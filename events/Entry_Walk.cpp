@@ -22,17 +22,21 @@ const TContact_Columns& Contact_Columns() {
   return columns;
 }
 
-// The last second of a day, and the half millisecond behind it that still rounds to it: the dates of a set
+// So many milliseconds before the end of a day, and what behind them still rounds to them: the dates of a set
 // that began long ago are off by less.
-TDateTime Day_End(TDateTime date) {
-  constexpr double half_msec = 0.5 / static_cast<double>(Msecs_Per_Day);
-  return From_Msecs((Whole_Day(date) + 1) * Msecs_Per_Day - 1000) + half_msec;
+TDateTime Before_Day_End(TDateTime date, std::int64_t msecs) {
+  constexpr double rounded_down = 0.49 / static_cast<double>(Msecs_Per_Day);
+  return From_Msecs((Whole_Day(date) + 1) * Msecs_Per_Day - msecs) + rounded_down;
 }
 
 }  // namespace
 
 TWalk_Range Days_Of(const TOwner& owner, bool by_book, TDateTime first_day, TDateTime last_day) {
-  return {owner, by_book, static_cast<TDateTime>(Whole_Day(first_day)), Day_End(last_day)};
+  return {owner, by_book, static_cast<TDateTime>(Whole_Day(first_day)), Before_Day_End(last_day, 1000)};
+}
+
+TWalk_Range Day_Of(const TOwner& owner, bool by_book, TDateTime day) {
+  return {owner, by_book, static_cast<TDateTime>(Whole_Day(day)), Before_Day_End(day, 1)};
 }
 
 TWalk_Range All_Of(const TOwner& owner, bool by_book) {

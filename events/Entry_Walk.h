@@ -23,6 +23,8 @@ struct TWalk_Range {
 
 /// The range from the beginning of one day to the end of another.
 TWalk_Range Days_Of(const TOwner& owner, bool by_book, TDateTime first_day, TDateTime last_day);
+/// The whole of a day, where the other range ends with the last second.
+TWalk_Range Day_Of(const TOwner& owner, bool by_book, TDateTime day);
 /// All that there is.
 TWalk_Range All_Of(const TOwner& owner, bool by_book);
 

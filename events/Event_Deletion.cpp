@@ -30,7 +30,10 @@ std::optional<TDeletion_Question> Ask_About_Deletion(const std::string& Occurren
 }
 
 void Delete_Occurrence(const std::string& OccurrenceKey, bool WholeSet) {
-  Update("fm_Delete_Reminder:Button2Click [KT_EVENTS/KT_EVENTS_DATA/KT_ALARMS]", [&] {
+  constexpr auto tag = "fm_Delete_Reminder:Button2Click [KT_EVENTS/KT_EVENTS_DATA/KT_ALARMS]";
+  // What is gone needs no update, which a database might refuse.
+  if (!Read(tag, [&] { return Find_Occurrence(OccurrenceKey).has_value(); }).value_or(false)) return;
+  Update(tag, [&] {
     auto rows = Find_Occurrence(OccurrenceKey);
     if (!rows) return;
     if (WholeSet && rows->Event.Integer(Event_Columns().Freq) != 0) {

@@ -213,11 +213,14 @@ class TSnapshot {
   TSnapshot& operator=(const TSnapshot&) = delete;
 };
 
+/// A number that moves with every change of the database, by whomever. Throws EData_Error.
+std::uint64_t Change_Number();
+
 // ---- the update bracket --------------------------------------------------------------------------------
 
 /// Opens a bracket; brackets nest, an inner one can be undone by itself. False, with no bracket opened, when
 /// the database is read-only, or remains locked by another writer beyond the busy time, or is not open; the
-/// host then tells the user why, once.
+/// host then tells the user why, each time.
 bool Start_Update();
 /// Writes the table's pending insert or edit; does nothing without one.
 void PostUpdate(TTable& table);

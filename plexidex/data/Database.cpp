@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <filesystem>
+#include <numeric>
 
 #include "Database_Files.h"
 #include "Kt_util_01.h"
@@ -80,7 +81,6 @@ void TDatabase::Close() noexcept {
   statements.clear();
   engine.reset();
   path.clear();
-  last_refusal.clear();
   ++opening;
   for (TTable_Link* link : links) link->After_Failure();
 }
@@ -97,8 +97,6 @@ TStatement& TDatabase::Statement(const std::string& sql) {
 }
 
 void TDatabase::Refuse(const std::string& reason) {
-  if (reason == last_refusal) return;
-  last_refusal = reason;
   Kt_util_01::Raise_Notice("The database cannot be changed now: " + reason + ".");
 }
 
@@ -128,7 +126,6 @@ bool TDatabase::Start_Update() {
         engine->Rollback();
         throw;
       }
-      last_refusal.clear();
     } else {
       if (!engine->In_Transaction()) return false;
       engine->Begin_Part(Bracket_Depth());
@@ -236,6 +233,10 @@ void TDatabase::All_Changed() noexcept {
   for (auto& serial : serials) ++serial;
 }
 
+std::uint64_t TDatabase::Change_Number() const {
+  return std::accumulate(serials.begin(), serials.end(), opening);
+}
+
 void TDatabase::Notice_External_Changes() {
   const std::int64_t now = engine->External_Changes();
   if (now != external_changes) All_Changed();
@@ -303,6 +304,11 @@ void FailRead(std::string_view tag) {
 }
 bool Update_Is_Open() {
   return Shared_Database().Bracket_Depth() > 0;
+}
+
+std::uint64_t Change_Number() {
+  const TSnapshot newest;
+  return Shared_Database().Change_Number();
 }
 
 TSnapshot::TSnapshot() {

@@ -71,6 +71,8 @@ class TDatabase {
   /// snapshot or a bracket begins.
   std::uint64_t Table_Serial(std::size_t table) const { return serials[table]; }
   void Table_Changed(std::size_t table) { ++serials[table]; }
+  /// Moves with every change of any table, and when the database is opened or closed.
+  std::uint64_t Change_Number() const;
 
   void Attach(TTable_Link* link) { links.push_back(link); }
   void Detach(TTable_Link* link) noexcept;
@@ -86,7 +88,7 @@ class TDatabase {
   void All_Changed() noexcept;
   void Notice_External_Changes();
   void Show_Reports() noexcept;
-  void Refuse(const std::string& reason);
+  static void Refuse(const std::string& reason);
 
   std::unique_ptr<TEngine> engine;
   std::string path;
@@ -102,7 +104,6 @@ class TDatabase {
   std::vector<std::uint64_t> serials = std::vector<std::uint64_t>(Schema().size(), 1);
   std::vector<TTable_Link*> links;
   std::vector<std::pair<std::string, std::string>> reports;  // caption, text
-  std::string last_refusal;
 };
 
 /// Keeps a prepared statement at hand; prepares it at first use, and again after the database was reopened.

@@ -93,7 +93,7 @@ TEST_F(Bracket, A_Full_Disk_Undoes_All_Of_It) {
   EXPECT_TRUE(Update("full:tag", [] { Add("small"); })) << "the database stays usable";
 }
 
-TEST_F(Bracket, A_Refusal_Says_Why_Once_And_Writes_Nothing) {
+TEST_F(Bracket, A_Refusal_Says_Why_Each_Time_And_Writes_Nothing) {
   const auto add = [] { return static_cast<bool>(Update("tag", [] { Add("x"); })); };
   database.Reopen_Read_Only();
   EXPECT_FALSE(add() || add());
@@ -109,7 +109,7 @@ TEST_F(Bracket, A_Refusal_Says_Why_Once_And_Writes_Nothing) {
   EXPECT_FALSE(Start_Update());
   const std::string start = "The database cannot be changed now: ";
   EXPECT_EQ(seams.Prompts.Notices,
-            (std::vector<std::string>{start + "it is read-only.",
+            (std::vector<std::string>{start + "it is read-only.", start + "it is read-only.",
                                       start + "another program is writing to it; try again in a moment.",
                                       start + "none is open."}));
 }

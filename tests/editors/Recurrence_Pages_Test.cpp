@@ -102,6 +102,7 @@ TEST(Recurrence_Pages, Refusals) {
             "Invalid Period/MonthlyKindNumber");
   EXPECT_EQ(refusal(4, [](TPages pages) { pages.Yearly_Number = "99999999999"; }),
             "Invalid Period/YearlyNumber");
+  EXPECT_EQ(refusal(9, [](TPages) {}), "/") << "no such page: only heard";
 }
 
 }  // namespace

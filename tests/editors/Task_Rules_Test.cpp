@@ -89,6 +89,9 @@ TEST_F(Task_Rules, Is_Saved_And_Loaded_Again) {
   EXPECT_EQ(again.Budget_Text + " " + again.Worked_Text + " " + again.Alarm_Time_Text, "12.25 3 9:30 AM");
   EXPECT_EQ(again.Alarm_Day, 45309);
   EXPECT_EQ(again.Start_Day, 45305);
+  again.Alarm.On = false;
+  again.Alarm.WAVFile = "<Standard Beep>";
+  EXPECT_TRUE(again.Validate().Empty() && again.Alarm.Offset == 15 && again.Alarm.WAVFile.empty());
 }
 
 TEST_F(Task_Rules, Completing_One_Marks_It_Done_And_Writes_The_Journal_Once) {

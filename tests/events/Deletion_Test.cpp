@@ -49,11 +49,11 @@ TEST_F(Deletion, What_Fails_Is_Refused_Or_Is_Gone_Changes_Nothing) {
   Events_Data.First();
   EXPECT_FALSE(Events_Data.Eof());
   EXPECT_FALSE(Ask_About_Deletion("unknown"));
-  Delete_Occurrence("unknown", true);
   database.Reopen_Read_Only();
+  Delete_Occurrence("unknown", true);
   Delete_Occurrence(key, true);
   EXPECT_EQ(Counts(), "1 10 10");
-  EXPECT_EQ(seams.Prompts.Notices.size(), 1u);
+  EXPECT_EQ(seams.Prompts.Notices.size(), 1u) << "nothing is updated for what is gone";
 }
 
 }  // namespace

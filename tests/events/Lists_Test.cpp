@@ -145,9 +145,11 @@ TEST_F(Lists, A_Day_Has_Images_By_Kind_And_State_And_Its_Holidays) {
   const std::pair<const char*, int> kinds[] = {{"a", 0}, {"b", 3}, {"c", 1}, {"d", 0}, {"e", 3}};
   for (double time = 0.1; const auto& [title, kind] : kinds) Add({Monday + (time += 0.1), title, kind});
   Add({Monday + 1, "tomorrow"});
+  Add({Monday - 0.001 / 86400, "last"});
   Run_Sql("UPDATE KT_Events_Data SET Actioned = 1 WHERE EventDate > 45306.45 AND EventDate < 45307");
   Run_Sql("INSERT INTO KT_Holidays (HolidayDate, Name) VALUES (45306, 'King'), (45307, 'Queen')");
   EXPECT_EQ(Day_View(Monday + 0.9), "King15 a10 b16 c-1 d18 e17");
+  EXPECT_EQ(Day_View(Monday - 1), "last10") << "to its last millisecond";
   EXPECT_EQ(Day_View(Monday, false), "King15 a10 b16 c-1");
   struct TBar : TProgress_Bar {
     std::int64_t Max = 0, Position = 0;
@@ -160,10 +162,10 @@ TEST_F(Lists, A_Day_Has_Images_By_Kind_And_State_And_Its_Holidays) {
   } bar;
   bar.Meanwhile = [&] { Day_View(Monday + 1); };
   Build_Reminder_AllView("", database.Book().Key, list, true, true, &bar);
-  EXPECT_EQ(Shown(), "a10 b16 c-1 d18 e17 tomorrow10")
+  EXPECT_EQ(Shown(), "last10 a10 b16 c-1 d18 e17 tomorrow10")
       << "no holidays here; the list is not built from inside its own building";
-  EXPECT_EQ(bar.Max, 6);
-  EXPECT_EQ(bar.Position, 6);
+  EXPECT_EQ(bar.Max, 7);
+  EXPECT_EQ(bar.Position, 7);
 }
 
 TEST_F(Lists, Locate_The_Nearest_Day_Before_And_After_But_Not_The_Day_Itself) {
