@@ -162,14 +162,7 @@ class TCommand_Line {
   void Add_Sample() {
     auto* command = Add(
         "sample", "Fills the first book with entries and contacts to try things out on",
-        [this](const TConsole& /*console*/) {
-          if (sample.empty()) {
-            Fill_With_Sample({}, Kt_util_01::Today());
-          } else {
-            Write_Sample_Calendar(sample, Kt_util_01::Today());
-          }
-          return 0;
-        },
+        [this](const TConsole& console) { return Run_Sample(console, sample); },
         TDatabase::TMode::Create_If_Missing);
     command->add_option("--file", sample, "Writes the entries to a calendar file instead")
         ->type_name("FILE.ics");

@@ -48,6 +48,8 @@ int Run_Agenda(const TConsole& console, const TAgenda_Command& command);
 int Run_Mark(const TConsole& console, const std::string& key, bool done);
 /// Throws ECommand_Error when there is one of this name already; says nothing when the update is refused.
 void Add_Book(const std::string& name);
+/// Fills the first book, or writes to the file if one is named.
+int Run_Sample(const TConsole& console, const std::string& file);
 int Run_Books(const TConsole& console, bool with_keys);
 int Run_Check(const TConsole& console);
 

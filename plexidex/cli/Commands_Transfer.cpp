@@ -6,6 +6,7 @@
 #include "Console_Text.h"
 #include "Holiday_Import.h"
 #include "Kt_util_01.h"
+#include "Sample_Calendar.h"
 
 namespace Plexidex {
 
@@ -88,6 +89,24 @@ int Run_Import(const TConsole& console, const TImport_Command& command) {
     }
   }
   return status;
+}
+
+int Run_Sample(const TConsole& console, const std::string& file) {
+  if (!file.empty()) {
+    console.Out << Printable(file) << ": "
+                << Counted(Write_Sample_Calendar(file, Kt_util_01::Today()), "entry", "entries")
+                << " written\n";
+    return 0;
+  }
+  const TSample_Report sample = Fill_With_Sample({}, Kt_util_01::Today());
+  const TImport_Report& calendar = sample.Calendar;
+  console.Out << "Written into the book \"" << Printable(sample.Book)
+              << "\": " << Counted(calendar.Sets, "recurring set", "recurring sets") << ", "
+              << Counted(calendar.Events + sample.Entries, "single event", "single events") << ", "
+              << Counted(calendar.Tasks, "task", "tasks") << " and "
+              << Counted(sample.Contacts, "contact", "contacts") << "; " << calendar.Unchanged
+              << " unchanged\n";
+  return 0;
 }
 
 int Run_Export(const TConsole& console, const TExport_Command& command) {

@@ -43,6 +43,7 @@ TBook Create_Book(std::string_view name) {
   cursor.SetFields({book.Key, book.Name});
   PostUpdate(cursor);
   book.Calendar = Create_Contact(book.Key, name, {}, Contact_Type_Calendar);
+  Set_Other_Labels(book.Key, New_Book_Labels());
   return book;
 }
 

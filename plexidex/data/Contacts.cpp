@@ -107,6 +107,13 @@ bool Write_Contact(std::string_view contact, std::string_view name, const TConta
   return true;
 }
 
+TOther_Texts New_Book_Labels() {
+  TOther_Texts labels = Other_Labels({});
+  labels[0] = "Phone";
+  labels[1] = "E-mail";
+  return labels;
+}
+
 TOther_Texts Other_Labels(std::string_view book) {
   TOther_Texts labels;
   for (std::size_t i = 0; i < Other_Fields; ++i) labels[i] = "Other " + std::to_string(i + 1);

@@ -43,6 +43,8 @@ TContact_Details Read_Contact_Details(std::string_view contact);
 /// Name and details. False, with nothing written, when there is no such contact.
 bool Write_Contact(std::string_view contact, std::string_view name, const TContact_Details& details);
 
+/// Those of a new book: Phone and E-mail, and those that a book without its own has.
+TOther_Texts New_Book_Labels();
 /// The labels of a book's "Other" fields; "Other 1" to "Other 8" where the book has none of its own.
 TOther_Texts Other_Labels(std::string_view book);
 void Set_Other_Labels(std::string_view book, const TOther_Texts& labels);

@@ -45,7 +45,7 @@ constexpr TSample_Contact Contacts[] = {
 };
 
 void Write_Contacts(const Kt_data_01::TBook& book, Kt_util_01::TDateTime today) {
-  Kt_data_01::Set_Other_Labels(book.Key, {"Phone", "E-mail"});
+  Kt_data_01::Set_Other_Labels(book.Key, Kt_data_01::New_Book_Labels());
   for (const TSample_Contact& contact : Contacts) {
     KTReminds::TNew_Event event;
     event.Owner = {book.Key, Kt_data_01::Create_Contact(book.Key, contact.Name)};
@@ -71,17 +71,21 @@ struct TTemporary_File {
 
 }  // namespace
 
-void Fill_With_Sample(const std::string& book_name, Kt_util_01::TDateTime today) {
+TSample_Report Fill_With_Sample(const std::string& book_name, Kt_util_01::TDateTime today) {
   const TTemporary_File file;
   Write_Sample_Calendar(file.Path, today);
   TImport_Options options;
   options.Book = book_name;
-  Import_Calendar(file.Path, options);
+  TSample_Report report;
+  report.Calendar = Import_Calendar(file.Path, options);
   const auto named = book_name.empty() ? std::nullopt : Kt_data_01::Find_Book(book_name);
   const Kt_data_01::TBook book = named ? *named : Kt_data_01::List_Books().front();
-  if (!Kt_data_01::List_Contacts(book.Key, false).empty()) return;
-  Kt_data_01::Update("Sample_Calendar:Fill_With_Sample [KT_Contacts/KT_Contacts_Data/KT_Events]",
-                     [&] { Write_Contacts(book, today); });
+  report.Book = book.Name;
+  if (!Kt_data_01::List_Contacts(book.Key, false).empty()) return report;
+  if (Kt_data_01::Update("Sample_Calendar:Fill_With_Sample [KT_Contacts/KT_Contacts_Data/KT_Events]",
+                         [&] { Write_Contacts(book, today); }))
+    report.Contacts = report.Entries = std::size(Contacts);
+  return report;
 }
 
 std::string Sample_Calendar(Kt_util_01::TDateTime today) {
@@ -97,10 +101,17 @@ std::string Sample_Calendar(Kt_util_01::TDateTime today) {
   return filled.append(text, at, std::string::npos);
 }
 
-void Write_Sample_Calendar(const std::string& file, Kt_util_01::TDateTime today) {
+std::int64_t Write_Sample_Calendar(const std::string& file, Kt_util_01::TDateTime today) {
+  const std::string text = Sample_Calendar(today);
   Kt_data_01::TOutput_File output(file);
-  output.Stream() << Sample_Calendar(today);
+  output.Stream() << text;
   output.Keep();
+  std::int64_t components = 0;
+  for (const char* begin : {"BEGIN:VEVENT", "BEGIN:VTODO"}) {
+    for (std::size_t at = text.find(begin); at != std::string::npos; at = text.find(begin, at + 1))
+      ++components;
+  }
+  return components;
 }
 
 }  // namespace Plexidex

@@ -17,8 +17,11 @@ TEST_F(Sample, Lies_Around_The_Day_It_Is_Made_On) {
 
 TEST_F(Sample, Fills_A_Book_Once) {
   for (int times = 0; times < 2; ++times) {
-    Plexidex::Fill_With_Sample(database.Book().Name, Monday);
-    EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events"), 11);
+    const auto report = Plexidex::Fill_With_Sample({}, Monday);
+    EXPECT_EQ(report.Book + " " + std::to_string(report.Contacts), times == 0 ? "Home 2" : "Home 0");
+    EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data WHERE EventDate BETWEEN 45306 AND 45306.99"),
+              6);
+    EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events"), 15);
     EXPECT_EQ(Query_Rows("c.DisplayName, e.Title",
                          "KT_Contacts c JOIN KT_Events_Data d ON d.Contact = c.Key "
                          "JOIN KT_Events e ON e.Key = d.Event WHERE c.Type = 0"),
