@@ -1,8 +1,8 @@
 #include "Calendar_View.h"
 
 #include <QAction>
-#include <QLabel>
 
+#include "Kt_labels.h"
 #include "Kt_util_01.h"
 #include "Reminder_Utils.h"
 #include "View_Rules.h"
@@ -76,23 +76,28 @@ void TCalendar_View::Handle_Message(const TMessage& message) {
   if (message.Number() == umGetFormName) Copy_Form_Name(*this, message);
 }
 
+void TCalendar_View::Rows_Changed() {
+  commands->Keep_Selection([this] { DoRefresh(); });
+}
+
 void TCalendar_View::Tell_Picker() {
   Send_Message(picker, umDateChanged, 0, 0);
 }
 
 void TCalendar_View::Go_To_Entry(bool backwards) {
-  Kt_util_01::TDateTime found = 0;
-  bool is_there = false;
+  std::optional<Kt_util_01::TDateTime> found;
   // The keys are copied: when the look fails, the view may be gone before that is reported.
-  if (!Outlives(this, [&, node = NodeKey, owner = OwnerKey, whole = WholeCalendar] {
-        is_there = Locate_Event(owner, node, CurrentDate, found, backwards, whole);
-      }))
+  if (!Outlives(this,
+                [&, owner = TOwner{NodeKey, OwnerKey}, whole = WholeCalendar] {
+                  found = Nearest_Entry_Day(owner, whole, CurrentDate, backwards);
+                }) ||
+      !found)
     return;
-  if (!is_there) {
-    const TNotice notice = No_Entry_Notice(backwards, From_Qt(controls.Title->text()));
+  if (*found == 0) {
+    const TNotice notice = No_Entry_Notice(backwards, From_Qt(controls.Title->Whole()));
     return Kt_util_01::Raise_Info(notice.Caption, notice.Text);
   }
-  CurrentDate = found;
+  CurrentDate = *found;
   Tell_Picker();
   DoRefresh();
 }

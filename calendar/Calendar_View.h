@@ -6,7 +6,9 @@
 #include "Entry_Commands.h"
 #include "Kt_util_01.h"
 
-class QLabel;
+namespace Kt_forms {
+class TTitle_Label;
+}
 
 namespace KTReminds {
 
@@ -23,7 +25,7 @@ class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
   /// `owner_key` is whose entries are shown, and who gets new ones; with `whole_calendar` those of the whole
   /// book are shown.
   void Set_Keys(const std::string& node_key, const std::string& owner_key, bool whole_calendar);
-  /// Builds anew what is shown. Nothing is selected then.
+  /// Builds anew what is shown, and says so by Rows_Are_Shown. Nothing is selected then.
   virtual void DoRefresh() = 0;
   /// Whether the enclosing page can show the view of that index; all are until it says otherwise.
   void Set_View_Available(int page_index, bool available);
@@ -31,10 +33,10 @@ class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
  protected:
   /// Which controls give the commands on the date; what is missing, the view has not.
   struct TDate_Controls {
-    QLabel* Title = nullptr;            // says what is shown
-    QWidget* Calendar_Panel = nullptr;  // gets the date picker, and is hidden at first
-    TCommand Calendar = {};             // shows and hides the panel
-    TCommand Previous = {}, Next = {};  // entry
+    Kt_forms::TTitle_Label* Title = nullptr;  // says what is shown
+    QWidget* Calendar_Panel = nullptr;        // gets the date picker, and is hidden at first
+    TCommand Calendar = {};                   // shows and hides the panel
+    TCommand Previous = {}, Next = {};        // entry
     TCommand Today = {};
     QList<QAction*> Views = {};  // each asks for the view that is its "Tag"
   };
@@ -53,6 +55,7 @@ class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
   TOwner Owner_Of_New(TEntry_Type type) const override;
   void Refresh_After(const TEntry_Change& change) override;
   void Handle_Message(const Kt_forms::TMessage& message) override;
+  void Rows_Changed() override;
 
   const int page;
   std::string NodeKey, OwnerKey;

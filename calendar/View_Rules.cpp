@@ -4,8 +4,11 @@
 
 namespace KTReminds {
 
-std::string Day_Title(Kt_util_01::TDateTime date) {
-  return Kt_util_01::FormatDateTime(" dddd, dd mmmm yyyy", date);
+std::vector<std::string> Day_Titles(Kt_util_01::TDateTime date) {
+  std::vector<std::string> titles;
+  for (const char* format : {" dddd, dd mmmm yyyy", " ddd, dd mmm yyyy", " ddd ddddd", " ddddd"})
+    titles.push_back(Kt_util_01::FormatDateTime(format, date));
+  return titles;
 }
 
 TNotice No_Entry_Notice(bool backwards, std::string_view title) {

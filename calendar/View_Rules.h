@@ -4,13 +4,15 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Kt_dates.h"
 
 namespace KTReminds {
 
-/// The day as a view's title, with a blank before it that sets it off from the text it is appended to.
-std::string Day_Title(Kt_util_01::TDateTime date);
+/// The day as a view's title, with a blank before it that sets it off from the text it is appended to; and in
+/// shorter forms.
+std::vector<std::string> Day_Titles(Kt_util_01::TDateTime date);
 
 struct TNotice {
   std::string Caption, Text;

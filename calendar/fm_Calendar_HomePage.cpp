@@ -103,8 +103,7 @@ void TCalendar_HomePage_Frm::Handle_Message(const TMessage& message) {
       Post_Message(Get_ParentForm(this), umAddContact, 0, message.LParam);
       break;
     case umRefreshDisplay:
-      DoRefresh();
-      show();
+      if (Outlives(this, [this] { DoRefresh(); })) show();
       break;
     case umSelectNode:
       DoRefresh();

@@ -35,7 +35,10 @@ TContacts_Page3b_Frm::TContacts_Page3b_Frm()
 TContacts_Page3b_Frm::~TContacts_Page3b_Frm() = default;
 
 void TContacts_Page3b_Frm::DoRefresh() {
-  ui->Label1->setText(To_Qt(Day_Title(CurrentDate)));
+  Rows_Are_Shown();
+  QStringList titles;
+  for (const std::string& title : Day_Titles(CurrentDate)) titles << To_Qt(title);
+  ui->Label1->Set_Texts(titles);
   if (Outlives(this, [this] {
         Build_Reminder_DayView(OwnerKey, NodeKey, ui->ListView1->Items(), CurrentDate, true, WholeCalendar);
       }))

@@ -89,7 +89,7 @@ void TEditor_Form::Connect_Editor() {
   connect(controls.Configure, &QPushButton::clicked, this, &TEditor_Form::ConfigureClick);
   connect(controls.Open_Contact, &QPushButton::clicked, this, [this] { Open_Contact(rules.Host_Key()); });
   connect(controls.OK, &QPushButton::clicked, this, &TEditor_Form::OKBtnClick);
-  connect(controls.Cancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(controls.Cancel, &QPushButton::clicked, this, &TEditor_Form::Cancel_Form);
 }
 
 void TEditor_Form::Finish_Editor() {
@@ -102,6 +102,7 @@ void TEditor_Form::Finish_Editor() {
 void TEditor_Form::FormShow() {
   Kt_util_01::Sound(2);
   controls.Subject->setFocus();
+  Guard_Inputs();
 }
 
 void TEditor_Form::Show_Private(bool restricted) {
@@ -124,6 +125,7 @@ void TEditor_Form::ConfigureClick() {
       !changed)
     return;
   rules.Alarm = alarm;
+  Note_Change();
   controls.Alarm->setChecked(alarm.On);
   Show_Alarm_Dependents(alarm.On);
   Show_Alarm();

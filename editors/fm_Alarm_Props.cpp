@@ -47,7 +47,7 @@ TAlarm_Props_Frm::TAlarm_Props_Frm(TDateTime date, const TAlarm& given, bool for
   connect(ui->Button4, &QPushButton::clicked, this, &TAlarm_Props_Frm::MakeDefaultClick);
   connect(ui->SpeedButton2, &QToolButton::clicked, this, &TAlarm_Props_Frm::Preview);
   connect(ui->OKBtn, &QPushButton::clicked, this, &TAlarm_Props_Frm::OKBtnClick);
-  connect(ui->Cancelbtn, &QPushButton::clicked, this, &QDialog::reject);
+  connect(ui->Cancelbtn, &QPushButton::clicked, this, &TAlarm_Props_Frm::Cancel_Form);
   Load();
 }
 
@@ -81,6 +81,7 @@ void TAlarm_Props_Frm::FormShow() {
    : task_mode ? ui->AlarmCheck2
                : ui->AlarmCheck)
       ->setFocus();
+  Guard_Inputs();
 }
 
 bool TAlarm_Props_Frm::eventFilter(QObject* watched, QEvent* event) {

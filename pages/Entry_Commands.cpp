@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <algorithm>
 
 #include "Entry_List.h"
 #include "Reminder_Utils.h"
@@ -111,8 +112,33 @@ void TEntry_Commands::Show_Popup(const QPoint& place) {
 }
 
 void TEntry_Commands::Run(const std::function<bool()>& dialog, const TEntry_Change& change) {
+  using TKind = TEntry_Change::TKind;
+  const auto selected =
+      std::find_if(lists.begin(), lists.end(), [](auto* list) { return list->Selected_Row() >= 0; });
+  TEntry_List* list = selected == lists.end() ? nullptr : *selected;
   bool confirmed = false;
-  if (Outlives(&form, [&] { confirmed = dialog(); }) && confirmed) page.Refresh_After(change);
+  if (!Outlives(&form, [&] { confirmed = dialog(); })) return;
+  // Also an editor that was cancelled may have written.
+  if (!confirmed) return form.Look_At_Rows();
+  if (!Outlives(&form, [&] { page.Refresh_After(change); })) return;
+  if (change.Kind == TKind::Opened) Select_Key(change.Key);
+  if (change.Kind == TKind::Deleted)
+    list->Select_Row(std::min(change.Row, static_cast<int>(list->Items().Count()) - 1));
+}
+
+void TEntry_Commands::Keep_Selection(const std::function<void()>& build) {
+  const TList_Item* item = Selected();
+  const std::string key = item ? item->Data->Key.Str() : std::string();
+  if (Outlives(&form, build)) Select_Key(key);
+}
+
+void TEntry_Commands::Select_Key(const std::string& key) {
+  for (TEntry_List* list : lists) {
+    for (std::size_t row = 0; !key.empty() && row < list->Items().Count(); ++row) {
+      const auto& entry = list->Items()[row].Data;
+      if (entry && entry->Key == key) return list->Select_Row(static_cast<int>(row));
+    }
+  }
 }
 
 // The keys are copied: the page that holds them may be gone before the editor is.

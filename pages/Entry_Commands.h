@@ -73,6 +73,8 @@ class TEntry_Commands : public QObject {
   Kt_data_01::TList_Item* Selected() const;
   /// Has the commands follow the selected entry. False when the page did not outlive it.
   bool Set_Btns();
+  /// Runs what builds the lists anew, and selects the same entry again, if it is still there.
+  void Keep_Selection(const std::function<void()>& build);
   /// Opens the popup menu at a place of the screen.
   void Show_Popup(const QPoint& place);
 
@@ -86,7 +88,9 @@ class TEntry_Commands : public QObject {
   void Toggle(Kt_data_01::TList_Item* item);
   void Add_Usual();
   int Selected_Row() const;
-  /// Runs a dialog, which says whether the user confirmed it, and has the page show what it did.
+  void Select_Key(const std::string& key);
+  /// Runs a dialog, which says whether the user confirmed it, and has the page show what it did; an entry
+  /// that was opened is selected again, or the one behind an entry that was deleted.
   void Run(const std::function<bool()>& dialog, const TEntry_Change& change);
   void Clear_Others(const TEntry_List* list);
   void Sort();

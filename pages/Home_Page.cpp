@@ -116,13 +116,10 @@ void THome_Page::Make_Menu() {
   QMenu* administration = sub_menu("Administration1", tr("&Administration"),
                                    tr("Provides access to various Database Administration menus"));
   Administration1 = administration->menuAction();
-  QAction* security =
-      add(administration, "DatabseSecurity1", tr("&Database Security"),
-          tr("Allows the Database Security scheme to be configured"), host_command(Settings_Security));
-  QAction* users = add(administration, "UserManager1", tr("&User Manager"),
-                       tr("Allows the Database User Accounts to be managed"), host_command(Settings_Users));
-  for (QAction* action : {security, users})
-    action->setEnabled(Kt_data_01::DB_Permissions || Kt_data_01::DB_Secure);
+  add(administration, "DatabseSecurity1", tr("&Database Security"),
+      tr("Allows the Database Security scheme to be configured"), host_command(Settings_Security));
+  add(administration, "UserManager1", tr("&User Manager"),
+      tr("Allows the Database User Accounts to be managed"), host_command(Settings_Users));
   separator(Tools1, "N1");
   QAction* permissions = add(Tools1, "CalendarPermissions1", texts.Permissions, texts.Permissions_Hint,
                              [this] { Show_Page(Page_Permissions); });

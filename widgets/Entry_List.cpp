@@ -119,6 +119,9 @@ void TEntry_List::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Delete:
       emit Delete_Pressed();
       break;
+    case Qt::Key_Space:
+      if (const int row = Selected_Row(); row >= 0) emit State_Clicked(row);
+      break;
     default:
       QListView::keyPressEvent(event);
   }
@@ -126,6 +129,10 @@ void TEntry_List::keyPressEvent(QKeyEvent* event) {
 
 void TEntry_List::focusInEvent(QFocusEvent* event) {
   QListView::focusInEvent(event);
+  const QPointer<TEntry_List> alive = this;
+  const bool tabbed_into = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+  if (tabbed_into && Selected_Row() < 0) Select_Row(0);
+  if (!alive) return;
   // A window or menu that closes brings the keyboard back, not to another list.
   if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
     emit Entered();

@@ -11,8 +11,8 @@ namespace KTReminds {
 class TEntry_Model;
 
 /// A list of events and tasks, one to a row, of which one can be selected. It says what the user does; its
-/// owner decides what that means. After a signal about a click or a key the list does not touch itself, so
-/// the handler may free it.
+/// owner decides what that means. Coming to it by Tab selects the first row if none is selected. After a
+/// signal about a click or a key the list does not touch itself, so the handler may free it.
 class TEntry_List : public QListView {
   Q_OBJECT
 
@@ -39,7 +39,7 @@ class TEntry_List : public QListView {
   void Selection_Changed();
   /// The mouse went down in the list, or the keyboard came to it from another control.
   void Entered();
-  /// A row, which is selected by now, was clicked on its state image.
+  /// A row, which is selected by now, was clicked on its state image, or the space bar was pressed on it.
   void State_Clicked(int row);
   /// A double click, also beside the rows, or Enter.
   void Opened();

@@ -20,7 +20,7 @@ class TSort_Header : public QFrame {
   explicit TSort_Header(QWidget* parent = nullptr);
 
   /// Follows the columns of a list from now on, and is shown while it has rows. The panel around the header
-  /// gets the height of a heading.
+  /// gets the height of a heading. A label that reaches into the next one is cut.
   void Stand_Over(TEntry_List* new_list);
 
  signals:
@@ -31,7 +31,11 @@ class TSort_Header : public QFrame {
   void Place_Labels();
 
   TEntry_List* list = nullptr;
-  QList<Kt_forms::TWebLabel*> labels;
+  struct TLabel {
+    Kt_forms::TWebLabel* Label;
+    QString Text;  // the whole of it
+  };
+  QList<TLabel> labels;
 };
 
 }  // namespace KTReminds

@@ -66,9 +66,13 @@ void TCalendarFrm::Set_Colours() {
   weekdays.setForeground(palette().windowText());
   for (int day = 1; day <= 7; ++day) cal->setWeekdayTextFormat(static_cast<Qt::DayOfWeek>(day), weekdays);
   if (auto* bar = cal->findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"))) {
-    QPalette title = bar->palette();
-    title.setColor(QPalette::Highlight, QColor(0xC0, 0xC0, 0xC0));
-    title.setColor(QPalette::HighlightedText, Qt::black);
+    constexpr int dark = 128;
+    const bool on_dark = palette().color(QPalette::Window).lightness() < dark;
+    QPalette title = palette();
+    title.setColor(QPalette::Highlight,
+                   on_dark ? palette().color(QPalette::Button) : QColor(0xC0, 0xC0, 0xC0));
+    title.setColor(QPalette::HighlightedText,
+                   on_dark ? palette().color(QPalette::ButtonText) : QColor(Qt::black));
     for (QWidget* part : bar->findChildren<QWidget*>()) part->setPalette(title);
     bar->setPalette(title);
   }

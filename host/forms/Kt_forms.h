@@ -7,7 +7,9 @@
 #include <QList>
 #include <QPointer>
 #include <QWidget>
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -69,8 +71,15 @@ class TForm : public QWidget {
   bool Is_Closed() const { return closed; }
   /// Asks FormCloseQuery alone, upon which a page saves what it holds.
   bool Ask_Close() { return FormCloseQuery(); }
+  /// Has a page that shows rows build them anew when the database has changed since they were shown, by
+  /// whomever. Happens by itself when the page's window becomes active.
+  void Look_At_Rows();
 
  protected:
+  /// To be called before rows of the database are read to be shown.
+  void Rows_Are_Shown();
+  /// Builds them anew and keeps what is selected.
+  virtual void Rows_Changed() {}
   virtual bool FormCloseQuery() { return true; }
   virtual void FormClose() {}
   /// The page becomes, or ceases to be, the one shown.
@@ -86,6 +95,7 @@ class TForm : public QWidget {
 
  private:
   bool closed = false, active = false;
+  std::optional<std::uint64_t> shown_rows;  // of which change number
 };
 
 /// A caller's reference to the page it owns; empty as soon as the page is closed, whoever closed it.
@@ -130,8 +140,8 @@ class TModal_Scope {
 /// it is still there and, if it is a page, open.
 bool Outlives(QWidget* form, const std::function<void()>& call);
 
-/// An editor: modal, made for one call of its entry function. Enter presses its default button, Escape its
-/// cancel button.
+/// An editor: modal, made for one call of its entry function. Enter presses its default button, Escape
+/// leaves it.
 class TDialog_Form : public QDialog {
   Q_OBJECT
 
@@ -140,8 +150,18 @@ class TDialog_Form : public QDialog {
   /// Whether it has been shown: handlers that make a sound stay silent before.
   bool Was_Shown() const { return shown; }
   int exec() override;
+  /// Escape and the window's close: ask first when guarded inputs were changed.
+  void reject() override;
 
  protected:
+  /// Guards what the inputs hold now.
+  void Guard_Inputs();
+  /// Something else was changed, which no input shows.
+  void Note_Change() {
+    if (guarded) guarded = QString();
+  }
+  /// The cancel button: asks nothing.
+  void Cancel_Form() { QDialog::reject(); }
   /// Runs once, when the dialog is shown for the first time.
   virtual void FormShow() {}
   virtual void Handle_Message(const TMessage& /*message*/) {}
@@ -150,6 +170,7 @@ class TDialog_Form : public QDialog {
 
  private:
   bool shown = false;
+  std::optional<QString> guarded;
 };
 
 /// What all forms have in common: plain texts, accessible names taken from labels and captions where a

@@ -38,6 +38,24 @@ class TFileLabel : public QLabel {
   QString file;
 };
 
+/// A title that is written shorter where there is no room for the whole of it.
+class TTitle_Label : public QLabel {
+  Q_OBJECT
+
+ public:
+  explicit TTitle_Label(QWidget* parent = nullptr);
+  /// The whole title, and shorter ones.
+  void Set_Texts(const QStringList& longest_first);
+  QString Whole() const { return texts.value(0); }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void Choose_Text();
+  QStringList texts;
+};
+
 /// A link-like label: clicked by the mouse, or by Enter or the space bar while it has the focus. Its colour
 /// is that of links, made lighter where the ground is too dark for it.
 class TWebLabel : public QLabel {

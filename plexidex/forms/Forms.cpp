@@ -6,6 +6,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QScreen>
 #include <QShowEvent>
 #include <QStackedWidget>
@@ -16,6 +17,7 @@
 
 #include "Kt_data_01.h"
 #include "Kt_forms.h"
+#include "Kt_util_01.h"
 
 namespace Kt_forms {
 
@@ -56,6 +58,29 @@ void Split_Hint(QWidget* control) {
   control->setToolTip(hint.Short);
 }
 
+int Modal_Depth = 0;
+
+// Pages that wait for the end of the last modal form.
+QList<QPointer<TForm>>& Closed_Forms() {
+  static QList<QPointer<TForm>> forms;
+  return forms;
+}
+
+// What the user has put into a form, of which only changes matter.
+QString Inputs_Of(const QWidget* form) {
+  QStringList inputs;
+  for (const QWidget* control : form->findChildren<QWidget*>()) {
+    if (control->window() != form) continue;
+    if (const auto* line = qobject_cast<const QLineEdit*>(control)) inputs << line->text();
+    if (const auto* memo = qobject_cast<const QPlainTextEdit*>(control)) inputs << memo->toPlainText();
+    if (const auto* box = qobject_cast<const QComboBox*>(control))
+      inputs << QString::number(box->currentIndex());
+    if (const auto* button = qobject_cast<const QAbstractButton*>(control))
+      inputs << QString::number(button->isChecked() ? 1 : 0);
+  }
+  return inputs.join(QChar(0));
+}
+
 bool Is_Input(const QWidget* control) {
   return qobject_cast<const QLineEdit*>(control) || qobject_cast<const QComboBox*>(control) ||
          qobject_cast<const QAbstractSpinBox*>(control);
@@ -76,18 +101,6 @@ void Send_Message(QWidget* form, int number, qintptr w_param, qintptr l_param) {
   TMessage message(number, w_param, l_param);
   QCoreApplication::sendEvent(form, &message);
 }
-
-namespace {
-
-int Modal_Depth = 0;
-
-// Pages that wait for the end of the last modal form.
-QList<QPointer<TForm>>& Closed_Forms() {
-  static QList<QPointer<TForm>> forms;
-  return forms;
-}
-
-}  // namespace
 
 TModal_Scope::TModal_Scope() {
   ++Modal_Depth;
@@ -130,7 +143,26 @@ bool TForm::Close_Form() {
   return true;
 }
 
+void TForm::Rows_Are_Shown() {
+  try {
+    shown_rows = Kt_data_01::Change_Number();
+  } catch (...) {
+    // Whoever reads the rows will report it.
+    shown_rows.reset();
+  }
+}
+
+void TForm::Look_At_Rows() {
+  if (closed || !shown_rows || Modal_Depth > 0 || !isVisible()) return;
+  const std::uint64_t before = *shown_rows;
+  Rows_Are_Shown();
+  if (shown_rows != before) Report_Failures([this] { Rows_Changed(); });
+}
+
 bool TForm::event(QEvent* event) {
+  // Not before what closed the other window has run to its end.
+  if (event->type() == QEvent::WindowActivate)
+    QMetaObject::invokeMethod(this, &TForm::Look_At_Rows, Qt::QueuedConnection);
   if (!Is_Message(event)) return QWidget::event(event);
   if (!closed) Report_Failures([&] { Handle_Message(*static_cast<TMessage*>(event)); });
   return true;
@@ -158,6 +190,21 @@ bool TDialog_Form::event(QEvent* event) {
   if (!Is_Message(event)) return QDialog::event(event);
   Report_Failures([&] { Handle_Message(*static_cast<TMessage*>(event)); });
   return true;
+}
+
+void TDialog_Form::Guard_Inputs() {
+  guarded = Inputs_Of(this);
+}
+
+void TDialog_Form::reject() {
+  if (guarded && guarded != Inputs_Of(this)) {
+    const QPointer<TDialog_Form> alive = this;
+    const int answer =
+        Kt_util_01::Raise_Question("Discard changes?", "The changes in \"" + From_Qt(windowTitle()) +
+                                                           "\" have not been saved.\r\n\r\nDiscard them?");
+    if (!alive || answer != Kt_util_01::Answer_Yes) return;
+  }
+  Cancel_Form();
 }
 
 int TDialog_Form::exec() {

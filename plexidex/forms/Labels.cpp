@@ -56,6 +56,31 @@ void TFileLabel::Shorten() {
   setText(fontMetrics().elidedText(shown, Qt::ElideMiddle, width()));
 }
 
+TTitle_Label::TTitle_Label(QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+}
+
+void TTitle_Label::Set_Texts(const QStringList& longest_first) {
+  texts = longest_first;
+  setAccessibleName(Whole().trimmed());
+  Choose_Text();
+}
+
+void TTitle_Label::resizeEvent(QResizeEvent* event) {
+  QLabel::resizeEvent(event);
+  Choose_Text();
+}
+
+void TTitle_Label::Choose_Text() {
+  const int room = contentsRect().width();
+  for (const QString& one : texts) {
+    setText(one);
+    if (fontMetrics().horizontalAdvance(one) <= room) break;
+  }
+  setText(fontMetrics().elidedText(text(), Qt::ElideRight, room));
+  setToolTip(text() == Whole() ? QString() : Whole().trimmed());
+}
+
 TWebLabel::TWebLabel(QWidget* parent) : QLabel(parent) {
   Look_Like_A_Link();
 }

@@ -60,7 +60,7 @@ class TBook_Dialog : public THost_Dialog {
     Form()->addRow(group);
     setMinimumWidth(fontMetrics().averageCharWidth() * 55);
     Finish();
-    name->setFocus();
+    Guard_Inputs();
   }
 
   std::string Key;

@@ -47,7 +47,7 @@ class TContact_Dialog : public THost_Dialog {
     if (!Key.empty() && !Access_Allowed(Key, Access_Update)) Make_Read_Only();
     setMinimumWidth(fontMetrics().averageCharWidth() * 60);
     Finish();
-    name->setFocus();
+    Guard_Inputs();
   }
 
   std::string Key;

@@ -65,7 +65,9 @@ TContacts_Page::TContacts_Page()
 }
 
 void TContacts_Page::Reload() {
+  Rows_Are_Shown();
   const QString selected = Selected();
+  const int row = list->currentRow();
   list->clear();
   Read("Contacts_Page:Reload [KT_Contacts]", [&] {
     for (const TContact& contact : List_Contacts(Book(), deleted->isChecked())) {
@@ -74,7 +76,7 @@ void TContacts_Page::Reload() {
       if (To_Qt(contact.Key) == selected) list->setCurrentItem(item);
     }
   });
-  if (!list->currentItem()) list->setCurrentRow(0);
+  if (!list->currentItem()) list->setCurrentRow(qMax(0, qMin(row, list->count() - 1)));
   Set_Buttons();
 }
 

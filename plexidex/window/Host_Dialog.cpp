@@ -17,13 +17,14 @@ THost_Dialog::THost_Dialog(const QString& title, QWidget* parent)
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(form);
   layout->addStretch();
-  layout->addWidget(buttons);
   form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
   connect(buttons, &QDialogButtonBox::accepted, this, &THost_Dialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &THost_Dialog::reject);
+  connect(buttons, &QDialogButtonBox::rejected, this, &THost_Dialog::Cancel_Form);
 }
 
 void THost_Dialog::Finish() {
+  // Last, so that Tab comes to them behind the fields.
+  layout()->addWidget(buttons);
   Initialise_Form(this);
   CentreForm(this);
 }

@@ -104,11 +104,6 @@ void TMain_Window::Preferences() {
 bool TMain_Window::Switch_Database(const std::string& file) {
   const std::string before = Kt_data_01::Shared_Database().Path();
   try {
-    {
-      // The one in use stays open until it is known that the other can be: it may not open a second time.
-      Kt_data_01::TDatabase trial;
-      trial.Open(file, Kt_data_01::TDatabase::TMode::Create_If_Missing);
-    }
     if (TForm* shown = page.Get(); shown && !shown->Close_Form()) return false;
     Kt_data_01::Open_Database(file, Kt_data_01::TDatabase::TMode::Must_Exist, Window_Options());
     return true;

@@ -4,14 +4,17 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QToolBar>
 
 #include "Book_Dialogs.h"
 #include "Contact_Dialog.h"
 #include "Contact_Page.h"
 #include "Contacts_Page.h"
 #include "Database.h"
+#include "Image_List.h"
 #include "KTReminds.h"
 #include "Kt_util_01.h"
 #include "Navigation_Tree.h"
@@ -22,6 +25,24 @@
 namespace Plexidex {
 
 using namespace Kt_forms;
+
+namespace {
+
+// Of a row of tools, so that nothing moves when a page brings some.
+int Height_Of_Tools() {
+  QToolBar bar;
+  bar.setIconSize({KTReminds::TImage_List::Size, KTReminds::TImage_List::Size});
+  bar.addAction(QIcon(QPixmap(bar.iconSize())), QString());
+  return bar.sizeHint().height();
+}
+
+// Leaves room for the frame that the desktop puts around.
+QSize First_Size(const QScreen* screen) {
+  constexpr int wide = 1000, high = 660, frame = 40;
+  return QSize(wide, high).boundedTo(screen->availableSize() - QSize(frame, frame));
+}
+
+}  // namespace
 
 TMain_Window::TMain_Window()
     : splitter(new QSplitter),
@@ -35,8 +56,7 @@ TMain_Window::TMain_Window()
   auto* tools = new QHBoxLayout(tool_area);
   tools->setContentsMargins(2, 0, 2, 0);
   tools->addStretch();
-  // As high as a row of tools, so that nothing moves when a page brings some.
-  tool_area->setMinimumHeight(fontMetrics().height() + 12);
+  tool_area->setFixedHeight(Height_Of_Tools());
   no_page->setObjectName(QStringLiteral("No_Page"));
   no_page->setAlignment(Qt::AlignCenter);
   no_page->setWordWrap(true);
@@ -58,7 +78,7 @@ TMain_Window::TMain_Window()
   Install_Main_Form(this);
   Make_Menus();
   Make_Tree_Menu();
-  resize(1000, 660);
+  resize(First_Size(screen()));
   Restore_Place();
   connect(tree, &TNavigation_Tree::Node_Selected, this, &TMain_Window::Node_Selected);
   connect(tree, &TNavigation_Tree::Node_Clicked_Again, this, [this] { Send_To_Page(umSelectNode, 0); });
@@ -160,8 +180,11 @@ std::string TMain_Window::Page_Name() const {
 }
 
 void TMain_Window::Display_Host_Page(int index) {
-  if (index == KTReminds::Page_Calendar_Search)
-    statusBar()->showMessage(tr("Searching the calendar is not possible in this version yet."), 15'000);
+  if (index == KTReminds::Page_Calendar_Search) Say_Not_Yet(tr("Searching the calendar"));
+}
+
+void TMain_Window::Say_Not_Yet(const QString& what) {
+  statusBar()->showMessage(tr("%1 is not possible in this version yet.").arg(what), 15'000);
 }
 
 void TMain_Window::Add_Contact() {
@@ -225,6 +248,12 @@ bool TMain_Window::event(QEvent* event) {
       break;
     case Settings_Book:
       Set_Up_Selected_Book();
+      break;
+    case Settings_Security:
+      Say_Not_Yet(tr("Securing the database"));
+      break;
+    case Settings_Users:
+      Say_Not_Yet(tr("Managing users"));
       break;
     default:
       break;

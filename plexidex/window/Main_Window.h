@@ -47,6 +47,7 @@ class TMain_Window : public QMainWindow {
   void Show_Contact(const std::string& contact);
   void Send_To_Page(int message, qintptr l_param);
   void Display_Host_Page(int index);
+  void Say_Not_Yet(const QString& what);
 
   void Add_Contact();
   void Edit_Selected_Contact();

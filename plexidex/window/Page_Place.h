@@ -37,6 +37,7 @@ class TBook_Page : public Kt_forms::TForm {
 
  protected:
   void Handle_Message(const Kt_forms::TMessage& message) override;
+  void Rows_Changed() override { Reload(); }
 
  private:
   void New_Entry(bool task);

@@ -10,6 +10,7 @@
 #include <QPushButton>
 
 #include "Alarm_Sounds.h"
+#include "Database.h"
 #include "Host_Dialog.h"
 #include "Kt_util_01.h"
 
@@ -34,7 +35,8 @@ class TPreferences : public THost_Dialog {
         completed(new QCheckBox(tr("&Strike through what is completed"))),
         interface_sounds(new QCheckBox(tr("&Interface sounds"))),
         default_sound(new QComboBox),
-        file(new QLineEdit(QDir::toNativeSeparators(To_Qt(database)))) {
+        file(new QLineEdit(QDir::toNativeSeparators(To_Qt(database)))),
+        current(database) {
     setObjectName(QStringLiteral("Preferences"));
     bars->setObjectName(QStringLiteral("Navigation_Bars"));
     completed->setObjectName(QStringLiteral("Completed_Style"));
@@ -82,6 +84,7 @@ class TPreferences : public THost_Dialog {
       file->setFocus();
       return false;
     }
+    if (Database() != Whole_Path(To_Qt(current)) && !Can_Be_Opened()) return false;
     Write_Bool("General", "Navigation Bars", bars->isChecked());
     Write_Bool("General", "Completed Style", completed->isChecked());
     Write_Bool("Sounds", "Interface", interface_sounds->isChecked());
@@ -91,9 +94,22 @@ class TPreferences : public THost_Dialog {
   }
 
  private:
+  // The one in use stays open until it is known that the other can be: it may not open a second time.
+  bool Can_Be_Opened() {
+    try {
+      Kt_data_01::TDatabase().Open(Database(), Kt_data_01::TDatabase::TMode::Create_If_Missing);
+      return true;
+    } catch (const std::exception& e) {
+      Kt_util_01::Raise_Error("User Preferences", e.what());
+      file->setFocus();
+      return false;
+    }
+  }
+
   QCheckBox *bars, *completed, *interface_sounds;
   QComboBox* default_sound;
   QLineEdit* file;
+  const std::string current;
   KTReminds::TSound_List sounds;
 };
 

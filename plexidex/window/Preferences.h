@@ -7,7 +7,7 @@
 namespace Plexidex {
 
 /// Lets the user change the preferences. When they were saved, the database file that the user wants to work
-/// with, which is not opened here; `database` is the one in use.
+/// with, which can be opened but is not opened here; `database` is the one in use.
 std::optional<std::string> Edit_Preferences(QWidget* window, const std::string& database);
 
 }  // namespace Plexidex

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "Entry_Rows.h"
 #include "KTReminds.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
@@ -24,8 +25,13 @@ constexpr int Days_Shown = 28;
 enum TColumn { Time_Column, Text_Column, State_Column };
 constexpr int Entry_Role = Qt::UserRole;  // position among the entries
 
+bool Is_Overdue(const TEventKey& entry) {
+  return KTReminds::State_Of(entry, Now()) == KTReminds::TEntry_State::Overdue;
+}
+
 QString State_Of(const TEventKey& entry) {
   if (entry.Is_Holiday()) return QObject::tr("holiday");
+  if (entry.Is_Task() && Is_Overdue(entry)) return QObject::tr("%1, overdue").arg(To_Qt(entry.FirstText));
   if (entry.Is_Task()) return To_Qt(entry.FirstText);
   return entry.Done ? QObject::tr("done") : QString();
 }
@@ -57,22 +63,33 @@ TUpcoming_Page::TUpcoming_Page() : heading(new QLabel), list(new QTreeWidget) {
     action->setShortcutContext(Qt::WidgetShortcut);
     connect(action, &QAction::triggered, this, run);
     list->addAction(action);
+    return action;
   };
   list->setContextMenuPolicy(Qt::ActionsContextMenu);
   add_action(tr("&Open..."), Qt::Key_Return, [this] { Open(list->currentItem()); });
-  add_action(tr("&Mark Complete or Outstanding"), Qt::CTRL | Qt::Key_D, [this] { Toggle_Done(); });
+  add_action(tr("&Mark Complete or Outstanding"), Qt::CTRL | Qt::Key_D, [this] {
+    Toggle_Done();
+  })->setShortcuts({Qt::CTRL | Qt::Key_D, Qt::Key_Space});
   add_action(tr("&Delete Item..."), Qt::Key_Delete, [this] { Delete(); });
   connect(list, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item) { Open(item); });
 }
 
 void TUpcoming_Page::Reload() {
+  Rows_Are_Shown();
+  const TEventKey* selected = Entry_Of(list->currentItem());
+  const std::string key = selected ? selected->Key.Str() : std::string();
+  const int position = selected ? list->currentItem()->data(Time_Column, Entry_Role).toInt() : 0;
   list->clear();
   const TDateTime first = Today(), last = first + Days_Shown - 1;
-  heading->setText((tasks_only ? tr("Tasks due from %1 to %2") : tr("From %1 to %2"))
+  heading->setText((tasks_only ? tr("Tasks that are open, or due from %1 to %2") : tr("From %1 to %2"))
                        .arg(To_Qt(FormatDateTime("ddddd", first)), To_Qt(FormatDateTime("ddddd", last))));
-  KTReminds::Build_Events_Data(Owner(), Book(), entries, first, last, true);
+  const TDateTime from = tasks_only ? Encode_Date(Min_Year, 1, 1) : first,
+                  to = tasks_only ? Encode_Date(Max_Year, 12, 31) : last;
+  KTReminds::Build_Events_Data(Owner(), Book(), entries, from, to, true);
   if (tasks_only) {
-    std::erase_if(entries, [](const auto& entry) { return !entry->Is_Task(); });
+    std::erase_if(entries, [&](const auto& entry) {
+      return !entry->Is_Task() || (entry->Done && (entry->EventDate < first || entry->EventDate > last));
+    });
   } else {
     Read("Upcoming_Page:Reload [KT_Holidays]", [&] {
       TEventKey_List holidays;
@@ -83,7 +100,7 @@ void TUpcoming_Page::Reload() {
   std::stable_sort(entries.begin(), entries.end(),
                    [](const auto& a, const auto& b) { return CompareDates(a->EventDate, b->EventDate) < 0; });
 
-  QTreeWidgetItem* day = nullptr;
+  QTreeWidgetItem *day = nullptr, *same = nullptr, *in_its_place = nullptr;
   std::int64_t shown_day = -1;
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const auto& entry = entries[i];
@@ -104,9 +121,13 @@ void TUpcoming_Page::Reload() {
                                       .toHtmlEscaped()
                                       .replace(QLatin1Char('\n'), QLatin1String("<br>")));
     item->setData(Time_Column, Entry_Role, static_cast<int>(i));
+    // The same as before, or what stands in its place now.
+    if (!key.empty() && entry->Key == key) same = item;
+    if (static_cast<int>(i) <= position) in_its_place = item;
   }
   list->expandAll();
   for (int i = 0; i < list->topLevelItemCount(); ++i) list->topLevelItem(i)->setFirstColumnSpanned(true);
+  list->setCurrentItem(same ? same : in_its_place);
 }
 
 const TEventKey* TUpcoming_Page::Entry_Of(const QTreeWidgetItem* item) const {
@@ -135,7 +156,8 @@ void TUpcoming_Page::Open(const QTreeWidgetItem* item) {
   if (Outlives(this, [&, key = entry->Key.Str(), contact = entry->Contact.Str(), book = Book(),
                       hidden = entry->Private] { changed = edit(key, contact, book, {}, hidden); }) &&
       changed)
-    Reload();
+    return Reload();
+  Look_At_Rows();
 }
 
 void TUpcoming_Page::Delete() {

@@ -1,6 +1,7 @@
 #include "Editor_Fixture.h"
 #include "KTAccess.h"
 #include "Kt_labels.h"
+#include "Message_Prompts.h"
 #include "Page_Numbers.h"
 #include "fm_Calendar_HomePage.h"
 
@@ -110,14 +111,13 @@ TEST_F(Calendar_HomePage, Its_Menu_And_Tools_Are_The_Hosts_While_It_Is_Shown) {
 TEST_F(Calendar_HomePage, The_Menu_Offers_What_The_Host_Has) {
   auto* page = Display();
   EXPECT_FALSE(Offers("ChangePassword1") || Offers("CalendarPermissions1"));
-  EXPECT_FALSE(Control<QAction>(page, "DatabseSecurity1")->isEnabled());
-  Act(page, "UserPreferences1|BookSetup1|Search1");
+  Act(page, "UserPreferences1|BookSetup1|DatabseSecurity1|UserManager1|Search1");
   EXPECT_EQ(host.Received, "") << "posted, not sent";
   Act(host.Tools, "ToolButton5");
   Act(page, "SearchCalendar");
   Send_Message(page, umAddContact, 3, 4);
   Settle();
-  EXPECT_EQ(host.Received, "6/0/6 6/0/7 10/51/0 10/51/0 10/51/0 0/0/4 ");
+  EXPECT_EQ(host.Received, "6/0/6 6/0/7 6/0/8 6/0/9 10/51/0 10/51/0 10/51/0 0/0/4 ");
   page->Close_Form();
   DB_Permissions = DB_Secure = true;
   page = Display();
@@ -138,6 +138,22 @@ TEST_F(Calendar_HomePage, A_Reader_May_Make_Tasks_But_No_Events) {
     Cancel(editor);
   };
   With_Dialog(look, [page] { Send_Message(page, umAddContactEvent, 0, 1); });
+}
+
+TEST_F(Calendar_HomePage, Closed_While_It_Reads_It_Is_Not_Shown_Again) {
+  const QPointer<TCalendar_HomePage_Frm> page = Display();
+  Run_Sql("ALTER TABLE KT_Events_Data RENAME TO Elsewhere");
+  TMessage_Prompts prompts;
+  Install_Prompts(&prompts);
+  With_Dialog(
+      [&](QWidget* failure) {
+        EXPECT_TRUE(page->Close_Form());
+        Confirm(failure);
+      },
+      [&] { Send_Message(page, umRefreshDisplay, 0, 0); });
+  EXPECT_FALSE(page && page->isVisible());
+  Install_Prompts(&seams.Prompts);
+  Run_Sql("ALTER TABLE Elsewhere RENAME TO KT_Events_Data");
 }
 
 TEST_F(Calendar_HomePage, Closed_While_Its_Editor_Is_Open_It_Is_Freed_Afterwards) {

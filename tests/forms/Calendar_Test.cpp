@@ -63,6 +63,9 @@ TEST_F(Date_Picker, Follows_Another_Palette) {
   Settle();
   EXPECT_EQ(cal->weekdayTextFormat(Qt::Monday).foreground().color(),
             QApplication::palette().color(QPalette::WindowText));
+  const QPalette header = Control<QWidget>(cal, "qt_calendar_navigationbar")->palette();
+  EXPECT_LT(header.color(QPalette::Highlight).lightness(), 128);
+  EXPECT_GT(header.color(QPalette::HighlightedText).lightness(), 128);
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "Kt_labels.h"
 #include "View_Fixture.h"
 #include "fm_Contacts_Page3b.h"
 
@@ -64,6 +65,27 @@ TEST_F(Day_View, Steps_Days_And_Finds_Entries_To_Both_Sides) {
   EXPECT_EQ(Shown(), "before");
   Act(view, "ToolButton7");
   EXPECT_EQ(CurrentDate, Monday + 0.5) << "with the time of day";
+  Run_Sql("ALTER TABLE KT_Contacts RENAME TO Elsewhere");
+  seams.Prompts.Expect_Unread("find KT_Contacts: no such table: KT_Contacts",
+                              "Reminder_Utils:Locate_Event [KT_Events_Data]");
+  Act(view, "Nextbtn");
+  Run_Sql("ALTER TABLE Elsewhere RENAME TO KT_Contacts");
+}
+
+TEST_F(Day_View, Shortens_Its_Title_And_Headings_Where_There_Is_No_Room) {
+  Add("a", 0.5);
+  Display();
+  const auto title = [this](const char* room_for) {
+    auto* label = Control<TTitle_Label>(view, "Label1");
+    label->resize(label->fontMetrics().horizontalAdvance(QString::fromLatin1(room_for)) + 2, 20);
+    return label->text().toStdString() + (label->Whole() == label->text() ? "" : " shortened");
+  };
+  EXPECT_EQ(title(" Monday, 15 January 2024"), " Monday, 15 January 2024");
+  EXPECT_EQ(title(" Mon, 15 Jan 2024"), " Mon, 15 Jan 2024 shortened");
+  EXPECT_EQ(title(" 1/15/2024"), " 1/15/2024 shortened");
+  list->resize(120, 100);
+  EXPECT_LT(Control<QWidget>(view, "SortDescLabel")->geometry().right(),
+            Control<QWidget>(view, "SortPrtyLabel")->x());
 }
 
 TEST_F(Day_View, New_Entries_Belong_To_The_Owner_But_Tasks_Of_The_Whole_Calendar) {

@@ -58,7 +58,7 @@ TEST_F(Entry_Commands_On_A_Page, Mark_In_Place_By_Tool_And_By_A_Click_On_The_Ima
   EXPECT_EQ(click(0, 60), 0) << "beside the image";
   EXPECT_EQ(click(0, 10), 1);
   EXPECT_TRUE(list->Selected() == item && item->Image == Image_Done_Event) << "not built again";
-  Act(view, "Ackmenu");
+  QTest::keyClick(list, Qt::Key_Space);
   EXPECT_EQ(click(1, 10), 0) << "private";
   Sign_In({.Delete = true, .See = true});
   EXPECT_EQ(click(0, 10), 0) << "not allowed";
@@ -95,8 +95,7 @@ TEST_F(Entry_Commands_On_A_Page, Add_Open_And_Delete_By_Keys_And_Tools) {
   EXPECT_EQ(Shown(), "added");
   list->Select_Row(0);
   Answer(Confirm_With("Edit1=edited"), Qt::Key_Return);
-  EXPECT_EQ(Shown(), "edited");
-  list->Select_Row(0);
+  EXPECT_EQ(Shown() + std::to_string(list->Selected_Row()), "edited0") << "still selected";
   Answer(Cancel, Qt::Key_Delete);
   EXPECT_EQ(list->Selected_Row(), 0) << "nothing was refreshed";
   Answer(Confirm, Qt::Key_Delete);
@@ -118,6 +117,34 @@ TEST_F(Entry_Commands_On_A_Page, Add_Open_And_Delete_By_Keys_And_Tools) {
   QTest::keyClick(list, Qt::Key_Delete);  // not allowed
   Answer(look, "PropsBtn");
   EXPECT_EQ(looks, QStringLiteral("Task_Frm Reminder_Frm read "));
+}
+
+TEST_F(Entry_Commands_On_A_Page, Select_The_Next_After_A_Deletion_And_Keep_Up_With_The_Database) {
+  for (const auto& [title, time] : {std::pair("a", 0.1), {"b", 0.2}, {"c", 0.3}, {"d", 0.4}})
+    Add(title, time);
+  Display(true, 1);
+  const auto seen = [this] { return Shown() + std::to_string(list->Selected_Row()); };
+  Answer(Confirm, Qt::Key_Delete);
+  EXPECT_EQ(seen(), "a c d1");
+  list->Select_Row(2);
+  Answer(Confirm, Qt::Key_Delete);
+  EXPECT_EQ(seen(), "a c1") << "the last one's place is taken by the one before";
+  // An editor that wrote before it was cancelled.
+  Answer(
+      [this](QWidget* editor) {
+        In_Update([] { Run_Sql("UPDATE KT_Events SET Title = 'e' WHERE Title = 'a'"); });
+        Write(New_Event("first", Monday));
+        Cancel(editor);
+      },
+      Qt::Key_Return);
+  EXPECT_EQ(seen(), "first e c2");
+  TDatabase another;
+  another.Open(database.Path(), TDatabase::TMode::Must_Exist);
+  another.Engine().Execute("UPDATE KT_Events SET Title = 'changed' WHERE Title = 'c'");
+  QWidget other_window;
+  Show(other_window);
+  home.activateWindow();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return seen() == "first e changed2"; })) << seen();
 }
 
 TEST_F(Entry_Commands_On_A_Page, Let_The_Page_Be_Closed_Or_Freed_While_Their_Dialogs_Are_Open) {
@@ -202,10 +229,11 @@ TEST_F(Entry_Commands, Of_Several_Lists_Have_One_Selection_And_Say_What_They_Did
   page.activateWindow();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&page));
   QTest::keyClick(page.Lists[1], Qt::Key_Backtab);
-  EXPECT_TRUE(page.Lists[0]->hasFocus() && !page.Mark.isEnabled());
+  EXPECT_TRUE(page.Lists[0]->hasFocus());
+  EXPECT_EQ(page.Lists[0]->Selected_Row(), 0) << "selected by coming to it";
   EXPECT_EQ(page.Lists[1]->Selected_Row(), -1) << "Delete in one list must not reach another one's entry";
   page.Lists[1]->Select_Row(0);
-  QTest::mouseClick(page.Lists[0]->viewport(), Qt::LeftButton);
+  QTest::mouseClick(page.Lists[0]->viewport(), Qt::LeftButton, {}, page.Lists[0]->rect().bottomLeft());
   EXPECT_EQ(page.Commands.Selected(), nullptr);
   EXPECT_EQ(told(Confirm_With("Edit1=x"), [&] { QTest::keyClick(page.Lists[0], Qt::Key_Insert); }),
             "before 1-1")

@@ -14,6 +14,8 @@ constexpr int Look_Again_Msecs = 5;
 void Fail(const char* why) {
   ADD_FAILURE() << why;
   while (QWidget* modal = QApplication::activeModalWidget()) {
+    // Without being asked about its inputs.
+    if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->done(QDialog::Rejected);
     modal->close();
     if (modal->isVisible()) break;
   }

@@ -61,6 +61,36 @@ TEST_F(Forms, Messages_Are_Posted_Or_Sent_And_Their_Failures_Reported) {
   Send_Message(&page, umDateChanged, 0, 0);
 }
 
+TEST_F(Forms, A_Dialog_Asks_Before_It_Discards_What_Was_Put_In) {
+  struct TEditor : TDialog_Form {
+    QLineEdit* Text = new QLineEdit(this);
+    QCheckBox* Box = new QCheckBox(this);
+    void FormShow() override { Guard_Inputs(); }
+    using TDialog_Form::Cancel_Form;
+  };
+  const std::function<void(TEditor&)> ways[] = {[](TEditor& editor) { Cancel(&editor); },
+                                                [](TEditor& editor) { editor.close(); }};
+  for (const auto& leave : ways) {
+    TEditor editor;
+    editor.setWindowTitle(QStringLiteral("Notes"));
+    Show(editor);
+    leave(editor);
+    EXPECT_FALSE(editor.isVisible()) << "nothing was changed";
+    editor.show();
+    editor.Box->setChecked(true);
+    for (const int answer : {Answer_No, Answer_Yes}) {
+      seams.Prompts.Expect_Question(
+          "Discard changes?", "The changes in \"Notes\" have not been saved.\r\n\r\nDiscard them?", answer);
+      leave(editor);
+      EXPECT_EQ(editor.isVisible(), answer == Answer_No);
+    }
+    editor.show();
+    editor.Text->setText(QStringLiteral("more"));
+    editor.Cancel_Form();
+    EXPECT_FALSE(editor.isVisible());
+  }
+}
+
 TEST_F(Forms, Hints_Are_Split_And_Controls_Named_For_Screen_Readers) {
   QWidget form;
   QLabel label(QStringLiteral("&Subject:"), &form);

@@ -5,6 +5,7 @@
 
 #include "Editor_Fixture.h"
 #include "Entry_List.h"
+#include "Marking.h"
 #include "Navigation_Tree.h"
 
 using Plexidex::TNode_Kind;
@@ -25,6 +26,9 @@ struct Main_Window : TEditor_Fixture {
       Settle();
     };
     act ? With_Dialog(act, choose) : choose();
+  }
+  static void Press_Cancel(QWidget* dialog) {
+    dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel)->click();
   }
   // The entries of the coming weeks, each with its time.
   std::string Shown() {
@@ -71,6 +75,14 @@ TEST_F(Main_Window, Shows_The_Coming_Weeks_And_Again_When_Its_Node_Is_Clicked) {
   EXPECT_EQ(Shown(), "6:00 AM Breakfast |12:00 PM Private |12:00 PM In four weeks ");
   ASSERT_TRUE(tree.Select(TNode_Kind::Tasks, book));
   EXPECT_EQ(Shown(), "");
+  for (const auto& [title, day] : {std::pair("Long ago", -400), {"Done", -40}, {"Now", 3}, {"Later", 400}}) {
+    TNew_Event task = New_Event(title, Monday + day);
+    task.Record.EventType = TEntry_Type::Task;
+    task.Record.AllDay = true;
+    KTReminds::Mark_Occurrence(Write(task), title == std::string("Done"));
+  }
+  Choose("&Refresh");
+  EXPECT_EQ(Shown(), " Long ago Not Started, overdue| Now Not Started| Later Not Started");
 }
 
 TEST_F(Main_Window, Shows_The_Page_Of_The_Selected_Node_And_Its_Menu_Once) {
@@ -79,19 +91,29 @@ TEST_F(Main_Window, Shows_The_Page_Of_The_Selected_Node_And_Its_Menu_Once) {
   const std::string calendar = "Contacts_Page3b_Frm0 &File &Book &View &Tools &Help";
   EXPECT_EQ(Page(), calendar) << "it begins with the first book's calendar";
   EXPECT_EQ(Below(tree.topLevelItem(1)), "Calendar|Tasks|Contacts");
+  const int top = tree.mapTo(&*window, QPoint()).y();
+  EXPECT_TRUE(window->screen()->availableGeometry().size().boundedTo(window->frameSize()) ==
+              window->frameSize())
+      << "fits the screen";
   const std::string second = List_Books().at(1).Key, without = "0 &File &Book &View &Help";
   for (const auto& [kind, page] : {std::pair(TNode_Kind::Book, "Upcoming_Page" + without),
                                    {TNode_Kind::Contacts, "Contacts_Page" + without},
                                    {TNode_Kind::Calendar, calendar}}) {
     ASSERT_TRUE(tree.Select(kind, second));
-    EXPECT_EQ(Page(), page);
+    Settle();
+    EXPECT_EQ(Page() + " " + std::to_string(tree.mapTo(&*window, QPoint()).y()),
+              page + " " + std::to_string(top));
   }
   window->Refresh();
   EXPECT_EQ(Page(), calendar);
   Show(*window);
   QTest::keyClick(&*window, Qt::Key_F3);
-  Settle();
-  EXPECT_NE(window->statusBar()->currentMessage(), QString()) << "a page that is not there is said to be so";
+  std::string said;
+  for (const char* command : {"", "&Database Security", "&User Manager"}) {
+    Choose(command);
+    said += window->statusBar()->currentMessage().section(QLatin1Char(' '), 0, 1).toStdString() + " ";
+  }
+  EXPECT_EQ(said, "Searching the Securing the Managing users ") << "what is not there is said to be so";
 }
 
 TEST_F(Main_Window, Contacts_Are_Added_Edited_Deleted_And_Restored) {
@@ -165,11 +187,14 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
   Open();
   const std::string path = database.Path(), bad = path + ".txt", other = path + ".other";
   std::ofstream(bad) << std::string(4000, 'x');
-  seams.Prompts.Expect_Error("User Preferences",
-                             "\"" + bad + "\" cannot be opened as a database: it is not a database.");
   Choose("&User Preferences", [&](QWidget* form) {
+    EXPECT_EQ(Where(form), "Navigation_Bars") << "begins with its first field";
     std::filesystem::rename(path, path + ".moved");  // could not be opened again
+    seams.Prompts.Expect_Error("User Preferences",
+                               "\"" + bad + "\" cannot be opened as a database: it is not a database.");
     Confirm_With("Navigation_Bars|Completed_Style|Database=" + bad)(form);
+    EXPECT_EQ(Where(form), "Database") << "still open";
+    Confirm_With("Database=" + path)(form);
   });
   std::filesystem::rename(path + ".moved", path);
   const auto seen = [this] {
@@ -206,7 +231,7 @@ TEST_F(Main_Window, What_Another_Program_Has_Removed_Is_Neither_Shown_Nor_Writte
       In_Update([&] { Delete_Book(club.Key); });
       seams.Prompts.Expect_Error(one.Caption, one.Text);
       Confirm_With("Name=Choir")(form);
-      Cancel(form);
+      Press_Cancel(form);
     });
     EXPECT_EQ(State(), "Home/Home - Plexidex/Contacts_Page3b_Frm0")
         << one.Item << " of the book that is left";
@@ -231,7 +256,7 @@ TEST_F(Main_Window, What_A_Database_Refuses_Is_Said_And_Stays_Typed) {
   Choose("Book &Set-up...", [](QWidget* form) {
     Confirm_With("Name=Club")(form);
     EXPECT_TRUE(form->isVisible());
-    Cancel(form);
+    Press_Cancel(form);
   });
 }
 
