@@ -1,6 +1,9 @@
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -39,16 +42,38 @@ bool Output_Is_Complete() {
   return false;
 }
 
+bool Is_Calendar_File(std::string name) {
+  std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
+  return name.ends_with(".ics") && name.front() != '-';
+}
+
 // Without a command the program opens its window. False when the arguments are those of the command line.
 bool Wants_Window(const std::vector<std::string>& args, Plexidex::TWindow_Options& options) {
-  for (std::size_t i = 0; i < args.size(); i += 2) {
+  for (std::size_t i = 0; i < args.size(); ++i) {
     std::string* value = args[i] == "--database"      ? &options.Database
                          : args[i] == "--screenshots" ? &options.Screenshots
                                                       : nullptr;
-    if (!value || i + 1 == args.size()) return false;
-    *value = args[i + 1];
+    if (value && i + 1 < args.size()) {
+      *value = args[++i];
+    } else if (Is_Calendar_File(args[i])) {
+      options.Calendar_Files.push_back(args[i]);
+    } else {
+      return false;
+    }
   }
   return true;
+}
+
+// Beside the program, as where it is built, or where it is installed; "" when there is none.
+std::string Sounds_Of(const char* program) {
+  std::error_code error;
+  std::filesystem::path file = std::filesystem::read_symlink("/proc/self/exe", error);
+  if (error) file = std::filesystem::weakly_canonical(program, error);
+  for (const char* place : {"sounds", "../share/plexidex/sounds"}) {
+    const std::filesystem::path folder = std::filesystem::weakly_canonical(file.parent_path() / place, error);
+    if (std::filesystem::is_directory(folder, error)) return folder.string();
+  }
+  return {};
 }
 
 }  // namespace
@@ -63,6 +88,7 @@ int main(int argc, char** argv) {
   umask(S_IRWXG | S_IRWXO);
 #endif
   Kt_util_01::Install_Locale("");
+  Kt_util_01::Install_Sound_Folder(argc > 0 ? Sounds_Of(argv[0]) : "");
   const std::vector<std::string> args(argv + 1, argv + argc);
   if (Plexidex::TWindow_Options window; Wants_Window(args, window)) {
     if (Plexidex::Has_Display() || !window.Screenshots.empty())

@@ -1,12 +1,16 @@
 #include "Transfer.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
 #include <QPointer>
 #include <QProgressDialog>
 
+#include "Books.h"
 #include "Calendar_Export.h"
 #include "Calendar_Import.h"
 #include "Kt_forms.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 
 namespace Plexidex {
@@ -81,6 +85,21 @@ bool Import_With_Progress(QWidget* window, const std::string& book, QString file
     Kt_util_01::Raise_Error("Import", e.what());
   }
   return false;
+}
+
+bool Import_Into_Chosen_Book(QWidget* window, const QString& file) {
+  QStringList books;
+  if (!Kt_data_01::Read("Transfer:Import_Into_Chosen_Book [KT_Books]", [&books] {
+        for (const Kt_data_01::TBook& book : Kt_data_01::List_Books()) books << To_Qt(book.Name);
+      }))
+    return false;
+  bool chosen = false;
+  const TModal_Scope modal;
+  const QString book = QInputDialog::getItem(
+      window, QObject::tr("Import a Calendar"),
+      QObject::tr("Import the entries of \"%1\" into the book:").arg(QFileInfo(file).fileName()), books, 0,
+      false, &chosen);
+  return chosen && Import_With_Progress(window, From_Qt(book), file);
 }
 
 void Export_With_Progress(QWidget* window, const std::string& book) {

@@ -1,8 +1,8 @@
 #include "Window_Program.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFile>
+#include <QIcon>
 #include <iostream>
 
 #include "Books.h"
@@ -42,12 +42,6 @@ class TApplication : public QApplication {
     }
   }
 };
-
-// Beside the program where it is installed, otherwise in the folder it was built from.
-QString Sounds_Beside_Program() {
-  const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/sounds");
-  return QDir(beside).exists() ? beside : QStringLiteral(KT_SOUNDS_FOLDER);
-}
 
 std::string Chosen_Database(const TWindow_Options& options) {
   if (!options.Database.empty()) return options.Database;
@@ -91,6 +85,9 @@ int Show_Windows(const TWindow_Options& options) {
   if (!options.Screenshots.empty()) return Write_Pictures(window, options.Screenshots);
   window.show();
   Fill_First_Book(window, first);
+  for (const std::string& file : options.Calendar_Files) {
+    if (Import_Into_Chosen_Book(&window, To_Qt(file))) window.Refresh();
+  }
   return QApplication::exec();
 }
 
@@ -108,6 +105,8 @@ int Run_Window(int argc, char** argv, const TWindow_Options& options) {
   if (!options.Screenshots.empty() && !Has_Display()) qputenv("QT_QPA_PLATFORM", "offscreen");
   TApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Plexidex"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("plexidex"));
+  QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/plexidex.svg")));
   Reserve_Messages();
   TMessage_Prompts prompts;
   TQt_Settings settings;
@@ -115,7 +114,6 @@ int Run_Window(int argc, char** argv, const TWindow_Options& options) {
   Kt_util_01::Install_Prompts(&prompts);
   Kt_util_01::Install_Settings(&settings);
   if (options.Screenshots.empty()) Kt_util_01::Install_Sounds(&sounds);
-  Kt_util_01::Install_Sound_Folder(From_Qt(Sounds_Beside_Program()));
   Kt_util_01::CurrentDate = Kt_util_01::Today();
   KTReminds::Load_Package();
   int status = 1;

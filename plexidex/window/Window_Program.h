@@ -1,13 +1,15 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace Plexidex {
 
 struct TWindow_Options {
-  std::string Database;  // "" is the user's own
-  std::string
-      Screenshots;  // a folder to write pictures of the windows into, instead of showing them; "" for none
+  std::string Database;                     // "" is the user's own
+  std::vector<std::string> Calendar_Files;  // to be imported, after asking
+  /// A folder to write pictures of the windows into, instead of showing them; "" for none.
+  std::string Screenshots;
 };
 
 /// Whether windows can be shown here.
