@@ -14,6 +14,8 @@ namespace Plexidex {
 namespace {
 
 constexpr std::uintmax_t Most_Bytes = 256U << 20;
+// How deep components may lie in each other. Alarms lie three deep; libical calls itself for each level.
+constexpr std::size_t Most_Open = 32;
 constexpr std::string_view Byte_Order_Mark = "\xEF\xBB\xBF";
 
 std::string Read_File(const std::string& file) {
@@ -120,7 +122,7 @@ std::size_t Count_Components(icalcomponent* component) {
 
 }  // namespace
 
-std::size_t Check_Structure(const std::string& name, const std::string& text) {
+std::size_t Check_Structure(const std::string& name, const std::string& text, const TImport_Budget& budget) {
   const auto damage = [&name](const char* what, const std::string& where) {
     return EImport_Error(name + " is " + what + ": " + where + ".");
   };
@@ -138,6 +140,7 @@ std::size_t Check_Structure(const std::string& name, const std::string& text) {
   std::vector<TOpen> open;
   const auto innermost = [&] { return open.back().Name + " of " + at(open.back().Line); };
   std::size_t begun = 0;
+  std::int64_t entries = 0;
   std::string line, frame;
   std::size_t number = 0;
   for (TContent_Lines lines(text); lines.Next(line, number);) {
@@ -148,6 +151,14 @@ std::size_t Check_Structure(const std::string& name, const std::string& text) {
       // An end that was lost would otherwise hide what follows.
       if (!open.empty() && Stands_By_Itself(frame) && (open.size() > 1 || frame == "VCALENDAR")) {
         throw damage("damaged", at(number) + " begins a " + frame + " inside the " + innermost());
+      }
+      if (open.size() == Most_Open) {
+        throw damage("damaged", at(number) + " begins a " + frame + " inside of " +
+                                    std::to_string(Most_Open) + " other components");
+      }
+      if (open.size() == 1 && ++entries > budget.Most_Entries()) {
+        throw EImport_Error(name + " holds more than " + std::to_string(budget.Most_Entries()) +
+                            " entries; " + budget.How_To_Raise + ".");
       }
       open.push_back({frame, number});
       ++begun;
@@ -169,10 +180,10 @@ std::size_t Check_Structure(const std::string& name, const std::string& text) {
   return begun;
 }
 
-TCalendar_File::TCalendar_File(const std::string& file) {
+TCalendar_File::TCalendar_File(const std::string& file, const TImport_Budget& budget) {
   const std::string name = '"' + file + '"';
   const std::string text = Read_File(file);
-  const std::size_t begun = Check_Structure(name, text);
+  const std::size_t begun = Check_Structure(name, text, budget);
   icalerror_set_errors_are_fatal(0);
   root.reset(icalparser_parse_string(Folded(text).c_str()));
   if (!root) throw EImport_Error(name + " is no calendar: nothing in it could be read.");

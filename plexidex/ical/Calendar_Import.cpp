@@ -27,7 +27,8 @@ TBook Choose_Book(const std::string& name) {
 
 TImport_Report Plan_And_Write(const std::string& file, const TImport_Options& options) {
   TImport_Report report;
-  const TCalendar_File calendar(file);
+  TImport_Budget budget = Import_Budget(options);
+  const TCalendar_File calendar(file, budget);
   TBook book = Choose_Book(options.Book);
   if (!book.Key.empty() && !Access_Allowed(book.Calendar, Access_Create)) {
     throw EImport_Error("You may not make entries in the book \"" + book.Name + "\"; nothing was imported.");
@@ -42,7 +43,7 @@ TImport_Report Plan_And_Write(const std::string& file, const TImport_Options& op
     return !book.Key.empty() && imports.FindKey({book.Key, uid}) &&
            imports.Text(imports.Field("Digest")) == digest;
   };
-  std::vector<TPlanned_Object> objects = Plan_File(calendar, plan, report);
+  std::vector<TPlanned_Object> objects = Plan_File(calendar, plan, budget, report);
   // What has no dates and was never here leaves nothing to write.
   TTable occurrences(Events_Data, "Event", {"Book"});
   std::erase_if(objects, [&](const TPlanned_Object& object) {

@@ -67,20 +67,25 @@ std::string Group_Digest(const TGroup& group, const TPlan_Options& options) {
 }  // namespace
 
 std::vector<TPlanned_Object> Plan_File(const TCalendar_File& file, const TPlan_Options& options,
-                                       TImport_Report& report) {
+                                       TImport_Budget& budget, TImport_Report& report) {
   std::vector<TGroup> groups = Group(file, report);
   TZones zones(file.Zones());
   if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(groups.size()));
   std::vector<TPlanned_Object> objects;
   std::int64_t passed = 0;
+  if (options.Progress) budget.Pulse = [&] { options.Progress->Set_Position(passed); };
   for (TGroup& group : groups) {
     TPlanned_Object object;
     object.UID = group.UID;
     object.Digest = Group_Digest(group, options);
-    if (options.Is_Unchanged && options.Is_Unchanged(object.UID, object.Digest)) {
+    // What was cut counts as changed as soon as more is allowed.
+    const std::string cut = Digest_Of(object.Digest + std::to_string(budget.Most_Entries()));
+    if (options.Is_Unchanged &&
+        (options.Is_Unchanged(object.UID, object.Digest) || options.Is_Unchanged(object.UID, cut))) {
       report.Unchanged += static_cast<std::int64_t>(group.Components.size());
     } else {
-      Plan_Object(group.Components, zones, options.Until, object, report);
+      Plan_Object(group.Components, zones, options.Until, budget, object, report);
+      if (object.Cut) object.Digest = cut;
       if (!object.Events.empty() || object.Withdrawn) objects.push_back(std::move(object));
     }
     // What was read of the components is not needed any more.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Calendar_File.h"
+#include "Import_Budget.h"
 #include "Kt_lists.h"
 #include "Planned.h"
 #include "Report.h"
@@ -21,9 +22,9 @@ struct TPlan_Options {
   std::function<bool(const std::string& uid, const std::string& digest)> Is_Unchanged;
 };
 
-/// Leaves out what is unchanged and what cannot be used; the report says so, and its counts of what was read
-/// and is unchanged are filled in.
+/// The budget's pulse moves the progress on. Leaves out what is unchanged and what cannot be used; the report
+/// says so, and its counts of what was read and is unchanged are filled in.
 std::vector<TPlanned_Object> Plan_File(const TCalendar_File& file, const TPlan_Options& options,
-                                       TImport_Report& report);
+                                       TImport_Budget& budget, TImport_Report& report);
 
 }  // namespace Plexidex

@@ -37,13 +37,14 @@ void Add_Days(const TPlanned_Event& event, THolidays& holidays) {
 THoliday_Report Import_Holidays(const std::string& file, const std::string& country,
                                 const TImport_Options& options) {
   if (country.empty()) throw EImport_Error("Holidays need the name of their country; nothing was imported.");
-  const TCalendar_File calendar(file);
+  TImport_Budget budget = Import_Budget(options);
+  const TCalendar_File calendar(file, budget);
   TPlan_Options plan;
   plan.Until = Import_Until(options);
   plan.Progress = options.Progress;
   TImport_Report planned;
   THolidays holidays;
-  for (const TPlanned_Object& object : Plan_File(calendar, plan, planned)) {
+  for (const TPlanned_Object& object : Plan_File(calendar, plan, budget, planned)) {
     for (const TPlanned_Event& event : object.Events) {
       if (event.Is_Task()) {
         planned.Unused.push_back({object.UID, "is a task, not a holiday"});

@@ -19,8 +19,9 @@ bool Says_The_Same(const TPlanned_Content& one, const TPlanned_Content& other) {
 
 class TObject_Planner {
  public:
-  TObject_Planner(TZones& zones, TDateTime until, TPlanned_Object& object, TImport_Report& report)
-      : zones(zones), until(until), object(object), report(report) {}
+  TObject_Planner(TZones& zones, TDateTime until, TImport_Budget& budget, TPlanned_Object& object,
+                  TImport_Report& report)
+      : zones(zones), until(until), budget(budget), object(object), report(report) {}
 
   void Plan(std::vector<TComponent>& components) {
     for (TComponent& component : components) {
@@ -57,6 +58,13 @@ class TObject_Planner {
     report.Unused.push_back({component.What, why});
   }
   void Remark(const std::string& why) { report.Left_Out.push_back({master->What, why}); }
+  // Only the first day of what would have been too much is left.
+  void Cut(TPlanned_Event& event, const std::string& why) {
+    event.Days = 1;
+    object.Cut = true;
+    report.Left_Out.push_back(
+        {event.Record.Title, why + "; only its first date was written; " + budget.How_To_Raise});
+  }
 
   bool Has_Date(const TComponent& component) {
     if (component.Is_Task() ? component.Has_Due : component.Has_Start) return true;
@@ -89,10 +97,13 @@ class TObject_Planner {
     if (component.Cancelled)
       return Unused(component, "cancels a date of an entry that the file does not hold");
     if (!Has_Date(component)) return;
-    if (component.Content.Days > Most_Dates)
-      return Unused(component, "covers more than " + std::to_string(Most_Dates) + " days");
     TPlanned_Event event = Event_Of(component);
     event.Dates = {Shown_On(component, component.Start.Local())};
+    try {
+      budget.Take_Entries(event.Days);
+    } catch (const ELimit_Error& e) {
+      Cut(event, e.what());
+    }
     object.Events.push_back(std::move(event));
   }
 
@@ -104,7 +115,7 @@ class TObject_Planner {
     asked = excluded;
     for (const auto& [moment, component] : overrides) asked.insert(moment);
     try {
-      series = Read_Series(*master, until, asked);
+      series = Read_Series(*master, until, asked, budget);
     } catch (const ERule_Error& e) {
       Unused(*master, std::string(master->Rules.empty() ? "its time " : "its rule ") + e.what());
       return false;
@@ -116,6 +127,7 @@ class TObject_Planner {
     }
     excluded.insert(series.Excluded.begin(), series.Excluded.end());
     event = Event_Of(*master);
+    if (!series.Cut.empty()) Cut(event, series.Cut);
     for (const auto& [moment, component] : overrides) Apply(*component, moment);
     if (series.Is_Set) {
       Plan_Set();
@@ -202,6 +214,7 @@ class TObject_Planner {
 
   TZones& zones;
   const TDateTime until;
+  TImport_Budget& budget;
   TPlanned_Object& object;
   TImport_Report& report;
   TComponent* master = nullptr;
@@ -213,9 +226,9 @@ class TObject_Planner {
 
 }  // namespace
 
-void Plan_Object(std::vector<TComponent>& components, TZones& zones, TDateTime until, TPlanned_Object& object,
-                 TImport_Report& report) {
-  TObject_Planner(zones, until, object, report).Plan(components);
+void Plan_Object(std::vector<TComponent>& components, TZones& zones, TDateTime until, TImport_Budget& budget,
+                 TPlanned_Object& object, TImport_Report& report) {
+  TObject_Planner(zones, until, budget, object, report).Plan(components);
 }
 
 }  // namespace Plexidex

@@ -42,6 +42,7 @@ struct TPlanned_Event : TPlanned_Content {
 /// A calendar object: all components of one UID.
 struct TPlanned_Object {
   std::string UID, Digest;
+  bool Cut = false;        // some of it was more than the budget of the import allows
   bool Withdrawn = false;  // has no dates any more; what an earlier import brought goes
   std::vector<TPlanned_Event> Events;
   std::set<std::int64_t> Done;  // moments, in milliseconds, that the file calls dealt with
