@@ -32,12 +32,12 @@ struct Exporting : Import_Fixture {
     return Import_Calendar(Out(), options);
   }
 
-  static std::string Create(const std::string& title, const char* first, const TRecurrence_Pattern& pattern,
-                            int offset = -1) {
+  std::string Create(const std::string& title, const char* first, const TRecurrence_Pattern& pattern,
+                     int offset = -1) {
     TNew_Event event = New_Event(title, 0);
     EXPECT_TRUE(Str2DateTime(first, event.Record.FirstDate));
     event.Record.Pattern = pattern;
-    event.Alarm = {offset >= 0, offset, "C:\\Sounds; and\\ding.wav", 0};
+    event.Alarm = {offset >= 0, offset, Sound_File("ding; and, ü.wav"), 0};
     std::string key;
     EXPECT_NE(Create_Event(event, key), "");
     return key;
