@@ -37,9 +37,11 @@ bool Is_System_Zone(const std::string& name) {
   return Zone_To_Local(name, static_cast<TDateTime>(Unix_Epoch_Day), ignored);
 }
 
-// Programs put their own prefix before the name: "/example.org/20240101_1/Europe/Berlin".
+// Programs put their own prefix before the name: "/example.org/20240101_1/Europe/Berlin". No name has more
+// than three parts or is long.
 std::string System_Zone_In(const std::string& tzid) {
-  for (std::size_t start = 0; start < tzid.size();) {
+  constexpr std::size_t longest = 100;
+  for (std::size_t start = tzid.size() - std::min(tzid.size(), longest); start < tzid.size();) {
     std::string name = tzid.substr(start);
     if (!name.starts_with('/') && Is_System_Zone(name)) return name;
     const auto slash = tzid.find('/', start);

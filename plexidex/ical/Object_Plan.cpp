@@ -62,8 +62,8 @@ class TObject_Planner {
   void Cut(TPlanned_Event& event, const std::string& why) {
     event.Days = 1;
     object.Cut = true;
-    report.Left_Out.push_back(
-        {event.Record.Title, why + "; only its first date was written; " + budget.How_To_Raise});
+    report.Left_Out.push_back({Beginning_Of(event.Record.Title, 200),
+                               why + "; only its first date was written; " + budget.How_To_Raise});
   }
 
   bool Has_Date(const TComponent& component) {
@@ -190,10 +190,18 @@ class TObject_Planner {
   }
 
   void Plan_Dates() {
+    bool beyond = false;
+    const auto add = [&](TDateTime date) {
+      const TDateTime shown = Shown_On(*master, date);
+      const bool within = In_Date_Range(shown + static_cast<TDateTime>(event.Days - 1));
+      if (within) event.Dates.push_back(shown);
+      beyond = beyond || !within;
+    };
     for (const TDateTime date : series.Dates) {
-      if (!excluded.contains(To_Msecs(date))) event.Dates.push_back(Shown_On(*master, date));
+      if (!excluded.contains(To_Msecs(date))) add(date);
     }
-    for (const TDateTime date : Extra_Left()) event.Dates.push_back(Shown_On(*master, date));
+    for (const TDateTime date : Extra_Left()) add(date);
+    if (beyond) Remark("what it has after the year 9999 was left out");
     if (event.Dates.empty()) return;
     if (event.Dates.size() > 1 && !event.Is_Task() && event.Days == 1) {
       Remark((master->Rules.empty() ? "its dates follow no rule"

@@ -142,6 +142,33 @@ TEST_F(Importing, Tasks) {
   EXPECT_EQ(Query_Rows("Offset, Actioned", "KT_Alarms ORDER BY Offset"), "-990|0, 60|1");
 }
 
+TEST_F(Importing, Nothing_Lies_After_The_Last_Year) {
+  const auto report =
+      Import(Task("UID:t|SUMMARY:T|DTSTART:99981230T090000|DUE:99990105T090000|RRULE:FREQ=YEARLY;COUNT=2") +
+             Event("UID:e|SUMMARY:E|DTSTART;VALUE=DATE:99991015|DTEND;VALUE=DATE:99991114|"
+                   "RRULE:FREQ=MONTHLY;COUNT=3"));
+  EXPECT_EQ(
+      Remarks(report.Left_Out),
+      "t: what it has after the year 9999 was left out\ne: what it has after the year 9999 was left out\n");
+  EXPECT_EQ(Told(report), "read 2, sets 2, tasks 1, occurrences 61");
+  EXPECT_TRUE(Is_Sound());
+}
+
+TEST_F(Importing, A_Sound_Is_One_Of_The_Programs) {
+  const std::string bell = Sound_File("Bell.wav");
+  for (const auto& [named, taken] : {std::pair("/elsewhere/Bell.wav", bell),
+                                     {"C:\\\\Sounds\\\\Bell.wav", bell},
+                                     {"<Standard Beep>", std::string("<Standard Beep>")},
+                                     {"/dev/zero", "<Default Sound>"},
+                                     {"in.ics", "<Default Sound>"}}) {
+    const auto report =
+        Import(Event("UID:a|SUMMARY:A|DTSTART:20240105T100000|BEGIN:VALARM|TRIGGER:-PT5M|X-PLEXIDEX-SOUND:" +
+                     std::string(named) + "|END:VALARM"));
+    EXPECT_EQ(Query_Rows("WAVFile", "KT_Alarms"), taken) << named;
+    EXPECT_EQ(report.Left_Out.size(), taken == "<Default Sound>" ? 1u : 0u);
+  }
+}
+
 TEST_F(Importing, What_Cannot_Be_Used_Is_Named) {
   const auto report = Import(Event("UID:a|SUMMARY:A|DTSTART:20240101T090000|STATUS:CANCELLED") +
                              Component("VJOURNAL", "UID:b") + Component("VFREEBUSY", "SUMMARY:no uid") +
