@@ -219,7 +219,7 @@ std::optional<TDateTime> TRule_Dates::Next() {
     if (!In_Date_Range(local)) throw ERule_Error("leaves the years 1 to 9999");
     // Two times of the hour that the clock skips are one.
     if (given > 0 && CompareDates(local, last) <= 0) continue;
-    budget.Check_Entries(++given);
+    ++given;
     last = local;
     return local;
   }
@@ -240,7 +240,8 @@ TTranslated_Rule Translate_Rule(const std::string& text, const TFile_Time& start
   while (const auto next = dates.Next()) {
     const TDateTime date = result.Last = *next;
     if (on_date) on_date(date);
-    if (++result.Count == 1) {
+    budget.Check_Entries(++result.Count);
+    if (result.Count == 1) {
       result.First = date;
       const icalrecurrencetype rule = Parse_Rule(text);
       const TCandidates candidates(rule, start.Wall, start.Local());

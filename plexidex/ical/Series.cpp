@@ -10,14 +10,16 @@ using namespace Kt_util_01;
 
 namespace {
 
-// All dates of several rules together, in order.
+// All dates of several rules together, in order. Each is an entry, or excludes one.
 std::vector<TDateTime> Collect_Dates(const TComponent& component, const std::vector<std::string>& rules,
-                                     TDateTime until, TImport_Budget& budget) {
+                                     TDateTime until, TImport_Budget& budget, bool are_entries) {
   std::vector<TDateTime> dates;
   for (const std::string& rule : rules) {
     TRule_Dates of_rule(rule, component.Start, until, budget);
-    while (const auto date = of_rule.Next()) dates.push_back(*date);
-    budget.Check_Entries(static_cast<std::int64_t>(dates.size()));
+    while (const auto date = of_rule.Next()) {
+      dates.push_back(*date);
+      if (are_entries) budget.Check_Entries(std::ssize(dates));
+    }
   }
   std::sort(dates.begin(), dates.end());
   dates.erase(std::unique(dates.begin(), dates.end()), dates.end());
@@ -83,7 +85,7 @@ TSeries Read_All(const TComponent& component, TDateTime until, const std::set<TM
   }
   if (!series.Is_Set) {
     series.Pattern = {};
-    series.Dates = Collect_Dates(component, component.Rules, until, budget);
+    series.Dates = Collect_Dates(component, component.Rules, until, budget, true);
     series.Starts_Only = !component.Rules.empty() && series.Dates.empty() && further.empty();
     if (component.Rules.empty() || series.Starts_Only) series.Dates = {component.Start.Local()};
     series.Count = static_cast<std::int64_t>(series.Dates.size());
@@ -95,7 +97,7 @@ TSeries Read_All(const TComponent& component, TDateTime until, const std::set<TM
   }
   if (!series.Extra.empty()) last = std::max(last, series.Extra.back());
   budget.Check_Entries(Weight(component, series));
-  for (const TDateTime date : Collect_Dates(component, component.Exclusion_Rules, last, budget))
+  for (const TDateTime date : Collect_Dates(component, component.Exclusion_Rules, last, budget, false))
     series.Excluded.insert(To_Msecs(date));
   budget.Take_Entries(Weight(component, series));
   return series;
