@@ -5,7 +5,7 @@ namespace Plexidex {
 namespace {
 
 // For each entry that a file may bring.
-constexpr std::int64_t Rule_Steps = 8, File_Steps = 200;
+constexpr std::int64_t Rule_Steps = 8, File_Steps = 80;
 constexpr std::int64_t Pulse_Steps = 1 << 16;
 
 }  // namespace

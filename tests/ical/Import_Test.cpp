@@ -40,10 +40,11 @@ TEST_F(Importing, The_Book_Is_The_Named_One) {
 
 TEST_F(Importing, Times_Become_Local) {
   EXPECT_EQ(Import_Data("times"),
-            "read 10, events 10, occurrences 10\n"
+            "read 11, events 11, occurrences 11\n"
             "8: the time zone \"Mad\" is not known; its times were taken as local\n"
-            "9: the time zone \"Atlantis\" is not known; its times were taken as local\n")
-      << "the clock of one would change every second";
+            "9: the time zone \"Atlantis\" is not known; its times were taken as local\n"
+            "10: the time zone \"Never\" is not known; its times were taken as local\n")
+      << "the clock of one would change every second, that of another never";
   // Each title says what its event's time is here.
   EXPECT_EQ(Query_Rows("Title, EventDate",
                        "KT_Events e JOIN KT_Events_Data d ON d.Event = e.Key WHERE Title <> "
