@@ -43,6 +43,12 @@ std::string One_Line(std::string text) {
   return text;
 }
 
+// Of control characters, which the format does not allow, only those that part lines and words.
+std::string Without_Controls(std::string text) {
+  std::erase_if(text, [](unsigned char c) { return c < ' ' && c != '\n' && c != '\t'; });
+  return text;
+}
+
 std::int64_t X_Number(icalcomponent* component, const char* name, std::int64_t fallback) {
   icalproperty* const property = Find_X_Property(component, name);
   std::int64_t value = 0;
@@ -93,7 +99,8 @@ void Read_Content(TComponent& read, std::vector<TImport_Remark>& remarks) {
   if (content.Title.empty()) content.Title = "(no title)";
   content.Location =
       bounded(One_Line(First_Text(read.Ical, ICAL_LOCATION_PROPERTY)), Most_Of_Line, "location");
-  content.Notes = bounded(First_Text(read.Ical, ICAL_DESCRIPTION_PROPERTY), Most_Of_Notes, "description");
+  content.Notes = bounded(Without_Controls(First_Text(read.Ical, ICAL_DESCRIPTION_PROPERTY)), Most_Of_Notes,
+                          "description");
   if (icalproperty* const priority = First(read.Ical, ICAL_PRIORITY_PROPERTY)) {
     const int value = icalproperty_get_priority(priority);
     content.Priority = value >= 1 && value <= 9 ? value : Default_Priority;
