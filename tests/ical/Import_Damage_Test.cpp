@@ -106,7 +106,8 @@ TEST_F(Import_Damage, A_File_Cut_Short_Anywhere_Is_Refused_Whole) {
 TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
   std::istringstream pieces(
       "BEGIN:VEVENT\r\n|END:VEVENT\r\n|RRULE:FREQ=DAILY\r\n|DTSTART:|;|:|\r\n|9999|-|\xFF\xC3|COUNT=0;|"
-      "INTERVAL=32767;|20240229|T250000Z|PT|TZID=Office|\\|\"");
+      "INTERVAL=32767;|BYMONTHDAY=-31;|BYSETPOS=2;|FREQ=SECONDLY;|BYYEARDAY=366;|X-PLEXIDEX-SOUND:x|20240229|"
+      "T250000Z|PT|TZID=Office|\\|\"");
   std::vector<std::string> inserted;
   for (std::string piece; std::getline(pieces, piece, '|');) inserted.push_back(piece);
   const int rounds = std::getenv("KT_LONG_TESTS") != nullptr ? 15'000 : 300;
