@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <memory>
 
 #include "Kt_util_01.h"
 
@@ -158,6 +157,11 @@ void Read_End(TComponent& read, TZones& zones, std::vector<TImport_Remark>& rema
     if (!In_Date_Range(end->Local())) end.reset();
   }
   if (read.Is_Task()) {
+    if (!end && !read.Has_Start) {
+      end = TFile_Time{Today(), true, TZone()};
+      remarks.push_back({read.What, "has no date; it was made due on the day of the import"});
+      read.Undated = true;
+    }
     if (end) {
       read.Has_Due = true;
       read.Due = *end;
@@ -191,11 +195,6 @@ void Remark_Errors(icalcomponent* component, const std::string& what, std::vecto
   }
 }
 
-std::uint64_t Hash(const std::string& text, std::uint64_t state) {
-  for (const char c : text) state = (state ^ static_cast<unsigned char>(c)) * 0x100000001B3;
-  return state;
-}
-
 }  // namespace
 
 std::string Text_Of(icalproperty* property) {
@@ -222,39 +221,18 @@ icalproperty* Find_X_Property(icalcomponent* component, const char* name) {
   return found;
 }
 
-std::string Normalised_Text(icalcomponent* component) {
-  const std::unique_ptr<icalcomponent, decltype(&icalcomponent_free)> copy(icalcomponent_new_clone(component),
-                                                                           &icalcomponent_free);
-  while (icalproperty* const stamp = First(copy.get(), ICAL_DTSTAMP_PROPERTY)) {
-    icalcomponent_remove_property(copy.get(), stamp);
-    icalproperty_free(stamp);
-  }
-  char* const text = icalcomponent_as_ical_string_r(copy.get());
-  std::string normalised = text ? text : "";
-  icalmemory_free_buffer(text);
-  return normalised;
-}
-
-std::string Digest_Of(const std::string& text) {
-  constexpr char digits[] = "0123456789abcdef";
-  std::string digest;
-  for (std::uint64_t part : {Hash(text, 0xCBF29CE484222325), Hash(text + "2", 0x6C62272E07BB0142)}) {
-    for (int i = 0; i < 16; ++i, part >>= 4) digest += digits[part & 15];
-  }
-  return digest;
-}
-
-TComponent Identify(icalcomponent* component) {
+TComponent Identify(icalcomponent* component, const std::string& uid) {
   TComponent identified;
   identified.Ical = component;
   if (icalcomponent_isa(component) == ICAL_VTODO_COMPONENT)
     identified.Content.Record.EventType = Kt_data_01::TEntry_Type::Task;
-  identified.UID = One_Line(First_Text(component, ICAL_UID_PROPERTY));
-  identified.What = identified.UID;
-  if (identified.UID.empty()) {
-    identified.UID = "content-" + Digest_Of(Normalised_Text(component));
-    identified.What = One_Line(First_Text(component, ICAL_SUMMARY_PROPERTY));
-    if (identified.What.empty()) identified.What = "(no UID, no title)";
+  identified.UID = uid;
+  identified.What = One_Line(First_Text(component, ICAL_SUMMARY_PROPERTY));
+  const bool has_uid = !First_Text(component, ICAL_UID_PROPERTY).empty();
+  if (identified.What.empty()) {
+    identified.What = has_uid ? uid : "(no UID, no title)";
+  } else if (has_uid) {
+    identified.What += " (" + uid + ")";
   }
   if (icalproperty* const sequence = First(component, ICAL_SEQUENCE_PROPERTY)) {
     identified.Sequence = icalproperty_get_sequence(sequence);

@@ -1,7 +1,6 @@
 #include "File_Plan.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "Component.h"
 #include "Kt_util_01.h"
@@ -9,85 +8,67 @@
 
 namespace Plexidex {
 
-namespace {
+using namespace Kt_util_01;
 
-struct TGroup {
-  std::string UID;
-  std::vector<TComponent> Components;
-};
+TFile_Plan::TFile_Plan(const TCalendar_File& file, const TPlan_Options& options, TImport_Report& report)
+    : file(file), options(options), report(report) {}
 
-bool Is_Event_Or_Task(icalcomponent* component) {
-  const icalcomponent_kind kind = icalcomponent_isa(component);
-  return kind == ICAL_VEVENT_COMPONENT || kind == ICAL_VTODO_COMPONENT;
+std::string TFile_Plan::Digest(const std::vector<const TIndexed_Component*>& components) const {
+  std::vector<std::string> texts;
+  bool is_endless = false, depends_on_zone = false;
+  for (const TIndexed_Component* component : components) {
+    texts.push_back(component->Content.Text());
+    is_endless = is_endless || component->Is_Endless;
+    depends_on_zone = depends_on_zone || component->Depends_On_Zone;
+  }
+  std::sort(texts.begin(), texts.end());
+  TDigest digest;
+  for (const std::string& text : texts) digest.Add(text);
+  if (is_endless && options.Until_Was_Given) digest.Add(std::to_string(Whole_Day(options.Until)));
+  if (depends_on_zone) digest.Add(Time_Zone());
+  return digest.Text();
 }
 
-// Components by UID, in the order of the file.
-std::vector<TGroup> Group(const TCalendar_File& file, TImport_Report& report) {
-  std::vector<TGroup> groups;
-  std::unordered_map<std::string, std::size_t> places;
-  for (icalcomponent* const component : file.Components()) {
-    ++report.Read;
-    TComponent identified = Identify(component);
-    if (!Is_Event_Or_Task(component)) {
-      const char* const kind = icalcomponent_kind_to_string(icalcomponent_isa(component));
-      report.Unused.push_back(
-          {identified.What, std::string("is neither an event nor a task, but ") +
-                                (kind && *kind && *kind != 'X' ? kind : "something unknown")});
+bool TFile_Plan::Is_Unchanged(const TIs_Unchanged& is_unchanged) const {
+  for (std::size_t i = 0; i < file.Object_Count(); ++i) {
+    const auto components = file.Object(i);
+    if (components.front()->Is_Used && !is_unchanged(file.UID_Of(*components.front()), Digest(components)))
+      return false;
+  }
+  return true;
+}
+
+void TFile_Plan::Run(const TIs_Unchanged& is_unchanged, const std::function<void(TPlanned_Object&)>& take) {
+  const std::vector<TRead_Component> definitions = file.Zones();
+  TZones zones(definitions);
+  if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(file.Object_Count()));
+  for (std::size_t i = 0; i < file.Object_Count(); ++i) {
+    if (options.Progress) options.Progress->Set_Position(static_cast<std::int64_t>(i) + 1);
+    const auto indexed = file.Object(i);
+    report.Read += static_cast<std::int64_t>(indexed.size());
+    TPlanned_Object object;
+    object.UID = file.UID_Of(*indexed.front());
+    object.Digest = Digest(indexed);
+    if (indexed.front()->Is_Used && is_unchanged && is_unchanged(object.UID, object.Digest)) {
+      report.Unchanged += static_cast<std::int64_t>(indexed.size());
       continue;
     }
-    const auto [place, is_new] = places.try_emplace(identified.UID, groups.size());
-    if (is_new) groups.push_back({identified.UID, {}});
-    groups[place->second].Components.push_back(std::move(identified));
-  }
-  return groups;
-}
-
-// Whether the option that ends such rules has a say in what the component becomes.
-bool Has_Endless_Rule(std::string_view text) {
-  constexpr std::string_view name = "RRULE";
-  for (std::size_t at = text.find(name); at != std::string_view::npos; at = text.find(name, at + 1)) {
-    const std::string_view line = text.substr(at, text.find('\n', at) - at);
-    if (line.find("COUNT=") == std::string_view::npos && line.find("UNTIL=") == std::string_view::npos)
-      return true;
-  }
-  return false;
-}
-
-std::string Group_Digest(const TGroup& group, const TPlan_Options& options) {
-  std::vector<std::string> texts;
-  for (const TComponent& component : group.Components) texts.push_back(Normalised_Text(component.Ical));
-  std::sort(texts.begin(), texts.end());
-  std::string all;
-  for (const std::string& text : texts) all += text;
-  if (options.Until_Was_Given && Has_Endless_Rule(all))
-    all += std::to_string(Kt_util_01::Whole_Day(options.Until));
-  return Digest_Of(all);
-}
-
-}  // namespace
-
-std::vector<TPlanned_Object> Plan_File(const TCalendar_File& file, const TPlan_Options& options,
-                                       TImport_Report& report) {
-  std::vector<TGroup> groups = Group(file, report);
-  TZones zones(file.Zones());
-  if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(groups.size()));
-  std::vector<TPlanned_Object> objects;
-  std::int64_t passed = 0;
-  for (TGroup& group : groups) {
-    TPlanned_Object object;
-    object.UID = group.UID;
-    object.Digest = Group_Digest(group, options);
-    if (options.Is_Unchanged && options.Is_Unchanged(object.UID, object.Digest)) {
-      report.Unchanged += static_cast<std::int64_t>(group.Components.size());
-    } else {
-      Plan_Object(group.Components, zones, options.Until, object, report);
-      if (!object.Events.empty() || object.Withdrawn) objects.push_back(std::move(object));
+    std::vector<TRead_Component> read;
+    std::vector<TComponent> components;
+    for (const TIndexed_Component* component : indexed) {
+      read.push_back(file.Read(*component));
+      components.push_back(Identify(read.back().Component, object.UID));
     }
-    // What was read of the components is not needed any more.
-    group.Components = {};
-    if (options.Progress) options.Progress->Set_Position(++passed);
+    if (!indexed.front()->Is_Used) {
+      const char* const kind = icalcomponent_kind_to_string(icalcomponent_isa(read.front().Component));
+      report.Unused.push_back(
+          {components.front().What, std::string("is neither an event nor a task, but ") +
+                                        (kind && *kind && *kind != 'X' ? kind : "something unknown")});
+      continue;
+    }
+    Plan_Object(components, zones, options.Until, object, report);
+    if (!object.Events.empty() || object.Withdrawn) take(object);
   }
-  return objects;
 }
 
 }  // namespace Plexidex

@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "Calendar_File.h"
 #include "Kt_lists.h"
@@ -17,13 +16,34 @@ struct TPlan_Options {
   TDateTime Until = 0;
   bool Until_Was_Given = false;
   Kt_data_01::TProgress_Bar* Progress = nullptr;
-  /// Whether an earlier import has brought this very content; null for never.
-  std::function<bool(const std::string& uid, const std::string& digest)> Is_Unchanged;
 };
 
-/// Leaves out what is unchanged and what cannot be used; the report says so, and its counts of what was read
-/// and is unchanged are filled in.
-std::vector<TPlanned_Object> Plan_File(const TCalendar_File& file, const TPlan_Options& options,
-                                       TImport_Report& report);
+/// The UID of a calendar object, and a digest of all that its import depends on.
+struct TObject_Identity {
+  std::string UID, Digest;
+};
+
+/// Plans the objects of a file one by one.
+class TFile_Plan {
+ public:
+  /// File and report must outlive the plan. What cannot be used goes to the report, which also counts what
+  /// was read and what is unchanged.
+  TFile_Plan(const TCalendar_File& file, const TPlan_Options& options, TImport_Report& report);
+
+  using TIs_Unchanged = std::function<bool(const std::string& uid, const std::string& digest)>;
+
+  /// Whether an earlier import has brought all of the file as it is. Reads nothing but what says so.
+  bool Is_Unchanged(const TIs_Unchanged& is_unchanged) const;
+  /// Gives each object that is not unchanged, and that has something to write or to withdraw, to `take`.
+  /// Throws EImport_Error for a component that cannot be read.
+  void Run(const TIs_Unchanged& is_unchanged, const std::function<void(TPlanned_Object&)>& take);
+
+ private:
+  std::string Digest(const std::vector<const TIndexed_Component*>& components) const;
+
+  const TCalendar_File& file;
+  const TPlan_Options options;
+  TImport_Report& report;
+};
 
 }  // namespace Plexidex

@@ -115,10 +115,10 @@ TDateTime TZone::To_Local(TDateTime wall) const {
   return wall;
 }
 
-TZones::TZones(const std::vector<icalcomponent*>& components) {
-  for (icalcomponent* const component : components) {
-    const std::string tzid = Property_Text(component, ICAL_TZID_PROPERTY, nullptr);
-    if (!tzid.empty()) definitions.emplace(tzid, component);
+TZones::TZones(const std::vector<TRead_Component>& components) {
+  for (const TRead_Component& read : components) {
+    const std::string tzid = Property_Text(read.Component, ICAL_TZID_PROPERTY, nullptr);
+    if (!tzid.empty()) definitions.emplace(tzid, read.Component);
   }
 }
 

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "Calendar_File.h"
 #include "Kt_dates.h"
 
 namespace Plexidex {
@@ -53,7 +54,8 @@ struct TFile_Time {
 /// The zones that a file's moments can name.
 class TZones {
  public:
-  explicit TZones(const std::vector<icalcomponent*>& definitions);
+  /// The definitions must outlive this.
+  explicit TZones(const std::vector<TRead_Component>& definitions);
 
   /// Null for a name that neither the file nor the system defines.
   const TZone* Find(const std::string& tzid);

@@ -37,21 +37,21 @@ void Add_Days(const TPlanned_Event& event, THolidays& holidays) {
 THoliday_Report Import_Holidays(const std::string& file, const std::string& country,
                                 const TImport_Options& options) {
   if (country.empty()) throw EImport_Error("Holidays need the name of their country; nothing was imported.");
-  const TCalendar_File calendar(file);
+  const TCalendar_File calendar(file, options.Progress);
   TPlan_Options plan;
   plan.Until = Import_Until(options);
   plan.Progress = options.Progress;
   TImport_Report planned;
   THolidays holidays;
-  for (const TPlanned_Object& object : Plan_File(calendar, plan, planned)) {
+  TFile_Plan(calendar, plan, planned).Run(nullptr, [&](const TPlanned_Object& object) {
     for (const TPlanned_Event& event : object.Events) {
       if (event.Is_Task()) {
-        planned.Unused.push_back({object.UID, "is a task, not a holiday"});
+        planned.Unused.push_back({event.Record.Title + " (" + object.UID + ")", "is a task, not a holiday"});
       } else {
         Add_Days(event, holidays);
       }
     }
-  }
+  });
 
   THoliday_Report report;
   report.Read = planned.Read;

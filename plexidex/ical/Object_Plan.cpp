@@ -59,8 +59,8 @@ class TObject_Planner {
   void Remark(const std::string& why) { report.Left_Out.push_back({master->What, why}); }
 
   bool Has_Date(const TComponent& component) {
-    if (component.Is_Task() ? component.Has_Due : component.Has_Start) return true;
-    Unused(component, component.Is_Task() ? "has no date" : "has no start");
+    if (component.Is_Task() || component.Has_Start) return true;
+    Unused(component, "has no start");
     return false;
   }
 

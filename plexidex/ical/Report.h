@@ -17,7 +17,7 @@ class EImport_Error : public std::runtime_error {
 };
 
 struct TImport_Remark {
-  std::string What;  // UID, or the title where there is none
+  std::string What;  // the title and the UID, as far as there are any
   std::string Why;
 };
 

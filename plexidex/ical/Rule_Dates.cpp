@@ -229,9 +229,9 @@ std::optional<TDateTime> TRule_Dates::Next() {
       return std::nullopt;
     }
     if (!In_Date_Range(local)) throw ERule_Error("leaves the years 1 to 9999");
-    if (given > 0 && CompareDates(local, last) <= 0) continue;
+    if (given > 0 && CompareDates(date.Wall, last) <= 0) continue;
     if (++given > Most_Dates) throw ERule_Error("gives more than " + std::to_string(Most_Dates) + " dates");
-    last = local;
+    last = date.Wall;
     return local;
   }
   throw ERule_Error("names one date over and over");

@@ -24,8 +24,9 @@ class ERule_Error : public std::runtime_error {
 /// Entries of more dates than this are refused.
 inline constexpr std::int64_t Most_Dates = 100'000;
 
-/// The dates of one rule in the user's local time, ascending, without those excluded elsewhere. A start that
-/// does not meet the rule is not among them.
+/// The dates of one rule in the user's local time, in the order of their moments, without those excluded
+/// elsewhere. Where a clock was changed, two moments may have one local time. A start that does not meet the
+/// rule is not among them.
 class TRule_Dates {
  public:
   /// `rule` is the text of the property. A rule without an end of its own ends with the day of `until`, but
@@ -48,7 +49,7 @@ class TRule_Dates {
   icaltimetype rule_until;
   std::unique_ptr<icalrecur_iterator, TFree> iterator;
   std::int64_t given = 0;
-  TDateTime last = 0;
+  TDateTime last = 0;  // in the rule's own zone
 };
 
 struct TTranslated_Rule {

@@ -10,19 +10,22 @@ using namespace Kt_util_01;
 
 namespace {
 
-// All dates of several rules together, in order.
+// All dates of several rules together, in order. A rule may give one local time twice, where a clock was
+// changed; two rules that give the same time mean one date.
 std::vector<TDateTime> Collect_Dates(const TComponent& component, const std::vector<std::string>& rules,
                                      TDateTime until) {
   std::vector<TDateTime> dates;
   for (const std::string& rule : rules) {
     TRule_Dates of_rule(rule, component.Start, until);
-    while (const auto date = of_rule.Next()) dates.push_back(*date);
+    std::vector<TDateTime> others = std::move(dates), own;
+    while (const auto date = of_rule.Next()) own.push_back(*date);
+    std::sort(own.begin(), own.end());
+    dates = {};
+    std::set_union(others.begin(), others.end(), own.begin(), own.end(), std::back_inserter(dates));
     if (static_cast<std::int64_t>(dates.size()) > Most_Dates) {
       throw ERule_Error("gives more than " + std::to_string(Most_Dates) + " dates");
     }
   }
-  std::sort(dates.begin(), dates.end());
-  dates.erase(std::unique(dates.begin(), dates.end()), dates.end());
   return dates;
 }
 

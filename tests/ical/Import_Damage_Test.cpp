@@ -37,10 +37,10 @@ TEST_F(Import_Damage, What_Is_No_Calendar_Is_Refused_With_Its_Place) {
        "\" is damaged: line 3 ends a VCALENDAR that never began."},
       {"BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nBEGIN:VEVENT\r\nEND:VEVENT\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n",
        "\" is damaged: line 3 begins a VEVENT inside the VEVENT of line 2."},
-      // An end that only libical takes for one: the second event would be outside of the calendar.
-      {"BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nEND:VEVENT\r\nEND :VEVENT\r\nBEGIN:VEVENT\r\nEND:VEVENT\r\n"
-       "END:VCALENDAR\r\n",
-       "\" is damaged: 3 components begin in it, but 2 could be read."},
+      // An end that only libical takes for one: the start would be outside of the event.
+      {"BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nEND "
+       ":VEVENT\r\nDTSTART:20240101\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n",
+       "\" is damaged: the component of line 2 cannot be read as it stands."},
       {"BEGIN:VCALENDAR\r\nEND:VCALENDAR\r\nrest", "\" is damaged: line 3 follows the end of the calendar."},
   };
   for (const auto& test : cases) EXPECT_EQ(Try(test.Text), '"' + folder.File("in.ics") + test.Why);
