@@ -32,6 +32,7 @@ class TImporter {
  public:
   TImporter(const TImport_Options& options, TImport_Report& report)
       : name(options.Book),
+        until(Import_Until(options)),
         imports("KT_Imports", "BookandUID"),
         occurrences(Events_Data, "Event", {"Book"}),
         report(report) {}
@@ -54,12 +55,13 @@ class TImporter {
         !occurrences.FindKey({object.UID}))
       return;
     if (book.Key.empty()) book = Create_Book(book.Name);
-    if (!writer) writer.emplace(book, report);
+    if (!writer) writer.emplace(book, until, report);
     writer->Write(object);
   }
 
  private:
   const std::string name;
+  const TDateTime until;
   TBook book;
   TTable imports, occurrences;
   std::optional<TObject_Writer> writer;

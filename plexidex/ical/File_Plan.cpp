@@ -3,12 +3,49 @@
 #include <algorithm>
 
 #include "Component.h"
+#include "Kept_Text.h"
 #include "Kt_util_01.h"
 #include "Object_Plan.h"
 
 namespace Plexidex {
 
 using namespace Kt_util_01;
+
+namespace {
+
+// The zones that a file defines, as they are kept.
+struct TKept_Zone {
+  std::string Digest, Text;
+};
+using TKept_Zones = std::map<std::string, TKept_Zone>;
+
+TKept_Zones Kept_Zones(const std::vector<TRead_Component>& definitions) {
+  TKept_Zones kept;
+  for (const TRead_Component& definition : definitions) {
+    std::string text = As_Kept(definition.Text);
+    TDigest digest;
+    digest.Add(text);
+    kept.try_emplace(Zone_Name(definition.Component), TKept_Zone{digest.Text(), std::move(text)});
+  }
+  return kept;
+}
+
+void Keep_Text(const std::vector<TRead_Component>& components, const TKept_Zones& zones,
+               TPlanned_Object& object) {
+  std::string text;
+  for (const TRead_Component& read : components) {
+    text += As_Kept(read.Text);
+    if (zones.empty()) continue;
+    for (const std::string& name : TKept_Component(read.Text).Zones()) {
+      if (const auto zone = zones.find(name); zone != zones.end())
+        object.Zones.emplace(zone->second.Digest, zone->second.Text);
+    }
+  }
+  for (const auto& [digest, definition] : object.Zones) object.Text += Zone_Reference(digest);
+  object.Text += text;
+}
+
+}  // namespace
 
 TFile_Plan::TFile_Plan(const TCalendar_File& file, const TPlan_Options& options, TImport_Report& report)
     : file(file), options(options), report(report) {}
@@ -40,6 +77,7 @@ bool TFile_Plan::Is_Unchanged(const TIs_Unchanged& is_unchanged) const {
 
 void TFile_Plan::Run(const TIs_Unchanged& is_unchanged, const std::function<void(TPlanned_Object&)>& take) {
   const std::vector<TRead_Component> definitions = file.Zones();
+  const TKept_Zones kept_zones = Kept_Zones(definitions);
   TZones zones(definitions);
   if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(file.Object_Count()));
   for (std::size_t i = 0; i < file.Object_Count(); ++i) {
@@ -67,6 +105,7 @@ void TFile_Plan::Run(const TIs_Unchanged& is_unchanged, const std::function<void
       continue;
     }
     Plan_Object(components, zones, options.Until, object, report);
+    Keep_Text(read, kept_zones, object);
     if (!object.Events.empty() || object.Withdrawn) take(object);
   }
 }

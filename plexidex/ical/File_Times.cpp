@@ -117,7 +117,7 @@ TDateTime TZone::To_Local(TDateTime wall) const {
 
 TZones::TZones(const std::vector<TRead_Component>& components) {
   for (const TRead_Component& read : components) {
-    const std::string tzid = Property_Text(read.Component, ICAL_TZID_PROPERTY, nullptr);
+    const std::string tzid = Zone_Name(read.Component);
     if (!tzid.empty()) definitions.emplace(tzid, read.Component);
   }
 }
@@ -141,6 +141,10 @@ const TZone* TZones::Find(const std::string& tzid) {
     place = found.emplace(tzid, std::move(zone)).first;
   }
   return place->second ? &*place->second : nullptr;
+}
+
+std::string Zone_Name(icalcomponent* definition) {
+  return Property_Text(definition, ICAL_TZID_PROPERTY, nullptr);
 }
 
 std::optional<TDateTime> Read_Wall_Time(const icaltimetype& time) {

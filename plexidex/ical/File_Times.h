@@ -65,6 +65,9 @@ class TZones {
   std::map<std::string, std::optional<TZone>> found;
 };
 
+/// By which moments refer to a time zone's definition.
+std::string Zone_Name(icalcomponent* definition);
+
 /// Nothing for a date that does not exist, or lies outside the years 1 to 9999.
 std::optional<TDateTime> Read_Wall_Time(const icaltimetype& time);
 icaltimetype Floating_Time(TDateTime wall, bool is_date);

@@ -7,7 +7,6 @@
 #include "Import_Update.h"
 #include "Kt_data_01.h"
 #include "Kt_util_01.h"
-#include "Rule_Dates.h"
 
 namespace Plexidex {
 
@@ -17,20 +16,6 @@ using namespace Kt_util_01;
 namespace {
 
 using THolidays = std::set<std::pair<std::int64_t, std::string>>;  // day and name
-
-void Add_Days(const TPlanned_Event& event, THolidays& holidays) {
-  const auto add = [&](TDateTime date) {
-    for (int i = 0; i < event.Days; ++i) holidays.emplace(Whole_Day(date) + i, event.Record.Title);
-  };
-  for (const TDateTime date : event.Extra) add(date);
-  for (const TDateTime first : event.Dates) {
-    Walk_Pattern(event.Record.Pattern, first, [&](TDateTime date) {
-      const auto change = event.Changes.find(To_Msecs(date));
-      if (change == event.Changes.end()) return add(date);
-      if (!change->second.Deleted) add(change->second.To);
-    });
-  }
-}
 
 }  // namespace
 
@@ -48,7 +33,8 @@ THoliday_Report Import_Holidays(const std::string& file, const std::string& coun
       if (event.Is_Task()) {
         planned.Unused.push_back({event.Record.Title + " (" + object.UID + ")", "is a task, not a holiday"});
       } else {
-        Add_Days(event, holidays);
+        for (const TPlanned_Occurrence& day : event.Occurrences())
+          holidays.emplace(Whole_Day(day.Date), event.Record.Title);
       }
     }
   });

@@ -23,6 +23,7 @@ class TObject_Planner {
       : zones(zones), until(until), object(object), report(report) {}
 
   void Plan(std::vector<TComponent>& components) {
+    first = components.data();
     for (TComponent& component : components) {
       Read_Component(component, zones, report.Left_Out);
       for (const TDateTime done : component.Done) object.Done.insert(To_Msecs(done));
@@ -74,8 +75,11 @@ class TObject_Planner {
     best = &candidate;
   }
 
-  static TPlanned_Event Event_Of(const TComponent& component) {
+  int Part_Of(const TComponent& component) const { return static_cast<int>(&component - first); }
+
+  TPlanned_Event Event_Of(const TComponent& component) const {
     TPlanned_Event event;
+    event.Part = Part_Of(component);
     static_cast<TPlanned_Content&>(event) = component.Content;
     return event;
   }
@@ -93,6 +97,8 @@ class TObject_Planner {
       return Unused(component, "covers more than " + std::to_string(Most_Dates) + " days");
     TPlanned_Event event = Event_Of(component);
     event.Dates = {Shown_On(component, component.Start.Local())};
+    event.Named = {component.Has_Recurrence_Id && master ? Named_Occurrence(*master, component.Recurrence_Id)
+                                                         : component.Start.Local()};
     object.Events.push_back(std::move(event));
   }
 
@@ -145,8 +151,7 @@ class TObject_Planner {
              ", which is none of its dates; the change was written as an entry of its own");
     } else if (series.Is_Set && Says_The_Same(component.Content, master->Content)) {
       excluded.erase(moment);
-      if (To_Msecs(date) == moment && component.Content.Alarm == master->Content.Alarm) return;
-      event.Changes[moment] = {false, date, component.Content.Alarm};
+      event.Changes[moment] = {false, date, component.Content.Alarm, Part_Of(component)};
       return;
     }
     excluded.insert(moment);
@@ -160,7 +165,7 @@ class TObject_Planner {
     for (const TMoment moment : excluded) {
       // An exclusion rule may name dates that the rule does not give.
       if (series.Is_Extra(moment) || event.Changes.contains(moment)) continue;
-      event.Changes[moment] = {true, 0, {}};
+      event.Changes[moment] = {true, 0, {}, -1};
       if (Is_Date_Of_Rule(moment)) --left;
     }
     event.Extra = Extra_Left();
@@ -178,10 +183,14 @@ class TObject_Planner {
   }
 
   void Plan_Dates() {
+    const auto add = [this](TDateTime date) {
+      event.Dates.push_back(Shown_On(*master, date));
+      event.Named.push_back(date);
+    };
     for (const TDateTime date : series.Dates) {
-      if (!excluded.contains(To_Msecs(date))) event.Dates.push_back(Shown_On(*master, date));
+      if (!excluded.contains(To_Msecs(date))) add(date);
     }
-    for (const TDateTime date : Extra_Left()) event.Dates.push_back(Shown_On(*master, date));
+    for (const TDateTime date : Extra_Left()) add(date);
     if (event.Dates.empty()) return;
     if (event.Dates.size() > 1 && !event.Is_Task() && event.Days == 1) {
       Remark((master->Rules.empty() ? "its dates follow no rule"
@@ -204,6 +213,7 @@ class TObject_Planner {
   const TDateTime until;
   TPlanned_Object& object;
   TImport_Report& report;
+  const TComponent* first = nullptr;
   TComponent* master = nullptr;
   std::map<TMoment, TComponent*> overrides;
   std::set<TMoment> excluded, rule_dates;
