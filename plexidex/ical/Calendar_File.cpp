@@ -37,9 +37,27 @@ std::size_t Count_Components(icalcomponent* component) {
 
 }  // namespace
 
+std::optional<TRead_Component> Read_Component_Text(std::string text, bool cancels, std::size_t begun) {
+  icalerror_set_errors_are_fatal(0);
+  TRead_Component read;
+  read.Calendar.reset(
+      icalparser_parse_string((std::string("BEGIN:VCALENDAR\r\n") + (cancels ? "METHOD:CANCEL\r\n" : "") +
+                               Folded(text) + "END:VCALENDAR\r\n")
+                                  .c_str()));
+  icalcomponent* const calendar = read.Calendar.get();
+  if (!calendar || icalcomponent_isa(calendar) != ICAL_VCALENDAR_COMPONENT) return std::nullopt;
+  read.Component = icalcomponent_get_first_component(calendar, ICAL_ANY_COMPONENT);
+  // A line that libical reads in another way than we do could hide what follows it.
+  if (!read.Component || icalcomponent_count_components(calendar, ICAL_ANY_COMPONENT) != 1 ||
+      icalcomponent_count_properties(calendar, ICAL_ANY_PROPERTY) != (cancels ? 1 : 0) ||
+      Count_Components(read.Component) != begun)
+    return std::nullopt;
+  read.Text = std::move(text);
+  return read;
+}
+
 TCalendar_File::TCalendar_File(const std::string& file, Kt_data_01::TProgress_Bar* progress)
     : input(file), index(input.Name()) {
-  icalerror_set_errors_are_fatal(0);
   TContent_Lines lines(input);
   ends_with_return = lines.Ends_With_Return();
   if (progress) progress->Set_Max(static_cast<std::int64_t>(input.Size()));
@@ -84,25 +102,12 @@ std::vector<const TIndexed_Component*> TCalendar_File::Object(std::size_t number
 }
 
 TRead_Component TCalendar_File::Read(const TIndexed_Component& component) const {
-  TRead_Component read;
-  read.Text = input.Read(component.Offset, component.Length);
-  if (ends_with_return) std::replace(read.Text.begin(), read.Text.end(), '\r', '\n');
-  const bool cancels = index.Cancels[component.Calendar];
-  const std::string calendar = std::string("BEGIN:VCALENDAR\r\n") + (cancels ? "METHOD:CANCEL\r\n" : "") +
-                               Folded(read.Text) + "END:VCALENDAR\r\n";
-  read.Calendar.reset(icalparser_parse_string(calendar.c_str()));
-  icalcomponent* const found =
-      read.Calendar ? icalcomponent_get_first_component(read.Calendar.get(), ICAL_ANY_COMPONENT) : nullptr;
-  // A line that libical reads in another way than we do could hide what follows it.
-  if (!found || icalcomponent_isa(read.Calendar.get()) != ICAL_VCALENDAR_COMPONENT ||
-      icalcomponent_count_components(read.Calendar.get(), ICAL_ANY_COMPONENT) != 1 ||
-      icalcomponent_count_properties(read.Calendar.get(), ICAL_ANY_PROPERTY) != (cancels ? 1 : 0) ||
-      Count_Components(found) != component.Begun) {
-    throw EImport_Error(input.Name() + " is damaged: the component of line " +
-                        std::to_string(component.Line) + " cannot be read as it stands.");
-  }
-  read.Component = found;
-  return read;
+  std::string text = input.Read(component.Offset, component.Length);
+  if (ends_with_return) std::replace(text.begin(), text.end(), '\r', '\n');
+  if (auto read = Read_Component_Text(std::move(text), index.Cancels[component.Calendar], component.Begun))
+    return *std::move(read);
+  throw EImport_Error(input.Name() + " is damaged: the component of line " + std::to_string(component.Line) +
+                      " cannot be read as it stands.");
 }
 
 std::vector<TRead_Component> TCalendar_File::Zones() const {

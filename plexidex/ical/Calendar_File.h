@@ -3,6 +3,7 @@
 #include <libical/ical.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,10 @@ struct TRead_Component {
   TComponent_Tree Calendar;            // that holds it alone
   icalcomponent* Component = nullptr;  // of that calendar
 };
+
+/// Reads the text of one component, within a calendar that takes back what it holds or not. Nothing when
+/// libical reads it in another way than its lines say: it must be one component, in which so many begin.
+std::optional<TRead_Component> Read_Component_Text(std::string text, bool cancels, std::size_t begun);
 
 /// A calendar file. One pass notes where its components lie; they are read when they are wanted.
 class TCalendar_File {

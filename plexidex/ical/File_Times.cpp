@@ -32,7 +32,7 @@ std::string Property_Text(icalcomponent* component, icalproperty_kind kind, cons
   return {};
 }
 
-bool Is_System_Zone(const std::string& name) {
+bool Is_Known_Zone(const std::string& name) {
   TDateTime ignored = 0;
   return Zone_To_Local(name, static_cast<TDateTime>(Unix_Epoch_Day), ignored);
 }
@@ -41,7 +41,7 @@ bool Is_System_Zone(const std::string& name) {
 std::string System_Zone_In(const std::string& tzid) {
   for (std::size_t start = 0; start < tzid.size();) {
     std::string name = tzid.substr(start);
-    if (!name.starts_with('/') && Is_System_Zone(name)) return name;
+    if (!name.starts_with('/') && Is_Known_Zone(name)) return name;
     const auto slash = tzid.find('/', start);
     if (slash == std::string::npos) break;
     start = slash + 1;
@@ -141,6 +141,10 @@ const TZone* TZones::Find(const std::string& tzid) {
     place = found.emplace(tzid, std::move(zone)).first;
   }
   return place->second ? &*place->second : nullptr;
+}
+
+bool Is_System_Zone(const std::string& tzid) {
+  return !System_Zone_In(tzid).empty();
 }
 
 std::string Zone_Name(icalcomponent* definition) {

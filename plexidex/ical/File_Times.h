@@ -65,6 +65,8 @@ class TZones {
   std::map<std::string, std::optional<TZone>> found;
 };
 
+/// Whether a name means a zone of the system, whatever a file defines by it.
+bool Is_System_Zone(const std::string& tzid);
 /// By which moments refer to a time zone's definition.
 std::string Zone_Name(icalcomponent* definition);
 

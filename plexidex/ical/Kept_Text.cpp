@@ -1,8 +1,10 @@
 #include "Kept_Text.h"
 
 #include <algorithm>
+#include <sstream>
 
 #include "Kt_util_01.h"
+#include "Line_Writer.h"
 
 namespace Plexidex {
 
@@ -59,6 +61,7 @@ TKept_Component::TKept_Component(std::string_view text) {
       pieces.back().Text += line;
     }
     depth += begins ? 1 : ends ? -1 : 0;
+    if (begins) ++begun;
   }
 }
 
@@ -125,17 +128,16 @@ std::vector<std::string> TKept_Component::Zones() const {
 }
 
 std::string As_Kept(std::string_view text) {
-  std::string kept;
-  kept.reserve(text.size());
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
+  const std::string valid = Kt_util_01::Valid_UTF8(text);
+  std::ostringstream kept;
+  for (std::string_view rest = valid; !rest.empty();) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
     if (line.ends_with('\r')) line.remove_suffix(1);
-    kept += line;
-    kept += "\r\n";
+    Write_Folded(kept, line);
   }
-  return Kt_util_01::Valid_UTF8(kept);
+  return kept.str();
 }
 
 std::vector<TKept_Component> Split_Components(std::string_view text) {

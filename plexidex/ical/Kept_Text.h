@@ -24,6 +24,8 @@ class TKept_Component {
   /// Puts lines where the first property of that name was, or else after all properties.
   void Replace(std::string_view name, std::string_view lines);
   void Add(std::string_view name, std::string_view lines);
+  /// How many components begin in it, itself included.
+  std::size_t Begun() const { return begun; }
   /// The names of the zones that its times are in, each once.
   std::vector<std::string> Zones() const;
 
@@ -31,10 +33,11 @@ class TKept_Component {
   struct TPiece {
     std::string Name, Text;
   };
+  std::size_t begun = 0;
   std::vector<TPiece> pieces;  // the first and the last begin and end it
 };
 
-/// The text with the line ends of the format, in UTF-8.
+/// The text as the format wants it: UTF-8, its line ends, no long and no empty lines.
 std::string As_Kept(std::string_view text);
 /// Components that stand one after the other.
 std::vector<TKept_Component> Split_Components(std::string_view text);

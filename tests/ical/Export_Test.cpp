@@ -136,9 +136,9 @@ TEST_F(Exporting, Coming_Back_Into_The_Same_Book_Replaces) {
   Create("Own", "2024-01-31T09:00:00", Monthly(true, Encode_Date(2024, 4, 5)), 15);
   const std::string held = Held();
   EXPECT_NE(Exported().find("UID:mine\r\n"), std::string::npos);
-  EXPECT_EQ(Import_Calendar(Out(), options).Replaced, 5);
+  EXPECT_EQ(Import_Calendar(Out(), options).Replaced, 1) << "what was imported is as it came";
   EXPECT_EQ(Held(), held);
-  EXPECT_EQ(Import_Calendar(Out(), options).Unchanged, 5);
+  EXPECT_EQ(Import_Calendar(Out(), options).Unchanged, 3);
 }
 
 TEST_F(Exporting, Only_What_The_User_Sees_And_A_File_Can_Hold) {
