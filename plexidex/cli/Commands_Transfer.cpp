@@ -49,6 +49,7 @@ int Report_Calendar(const TConsole& console, const std::string& file, const TImp
               << Counted(report.Tasks, "task", "tasks") << " written, "
               << Counted(report.Occurrences, "entry", "entries") << " in all; " << report.Unchanged
               << " unchanged, " << report.Replaced << " replaced, " << report.Unused.size() << " not used\n";
+  if (const std::string ends = Ends_Remark(report); !ends.empty()) console.Out << "  note: " << ends << '\n';
   TRemark_Lines lines(console.Out, all);
   lines.Write("not used", report.Unused);
   lines.Write("note", report.Left_Out);

@@ -140,18 +140,14 @@ class TKept_Writer {
 
     // Its times mean what they meant when they became local.
     const TOther_Zone then(std::string(imports.Text(imports.Field("Zone"))));
-    std::vector<TRead_Component> definitions;
-    if (!Read_Zones(digests, definitions)) {
-      report.Left_Out = left_out;
-      return false;
-    }
-    TZones known(definitions);
-    const auto exported = Export_Object(object, known, report);
+    TKept_Zones* const known = Find_Zones(digests);
+    const auto exported =
+        known && Can_Define(*known) ? Export_Object(object, known->Zones, report) : std::nullopt;
     if (!exported) {
       report.Left_Out = left_out;
       return false;
     }
-    for (const TRead_Component& definition : definitions) {
+    for (const TRead_Component& definition : known->Definitions) {
       if (defined.try_emplace(Zone_Name(definition.Component), definition.Text).second)
         stream << definition.Text;
     }
@@ -183,17 +179,35 @@ class TKept_Writer {
     return keys;
   }
 
-  // False when a zone of the same name has been written that means something else.
-  bool Read_Zones(const std::vector<std::string>& digests, std::vector<TRead_Component>& definitions) {
+  struct TKept_Zones {
+    explicit TKept_Zones(std::vector<TRead_Component> read)
+        : Definitions(std::move(read)), Zones(Definitions) {}
+    const std::vector<TRead_Component> Definitions;
+    TZones Zones;
+  };
+
+  // Null when one of them is not there.
+  TKept_Zones* Find_Zones(const std::vector<std::string>& digests) {
+    std::string name = Time_Zone();
+    for (const std::string& digest : digests) name += ' ' + digest;
+    if (const auto found = known_zones.find(name); found != known_zones.end()) return &found->second;
+    std::vector<TRead_Component> definitions;
     for (const std::string& digest : digests) {
-      if (!zones.FindKey({book.Key, digest})) return false;
+      if (!zones.FindKey({book.Key, digest})) return nullptr;
       const TKept_Component zone(zones.Blob(zones.Field("Content")));
       auto read = Read_Component_Text(zone.Text(), false, zone.Begun());
-      if (!read) return false;
-      const std::string name = Zone_Name(read->Component);
-      const auto known = defined.find(name);
-      if (known != defined.end() && known->second != read->Text && !Is_System_Zone(name)) return false;
+      if (!read) return nullptr;
       definitions.push_back(*std::move(read));
+    }
+    return &known_zones.try_emplace(name, std::move(definitions)).first->second;
+  }
+
+  // False when a zone of the same name has been written that means something else.
+  bool Can_Define(const TKept_Zones& kept) const {
+    for (const TRead_Component& definition : kept.Definitions) {
+      const std::string name = Zone_Name(definition.Component);
+      const auto known = defined.find(name);
+      if (known != defined.end() && known->second != definition.Text && !Is_System_Zone(name)) return false;
     }
     return true;
   }
@@ -203,7 +217,8 @@ class TKept_Writer {
   std::ostream& stream;
   TExport_Report& report;
   TTable imports, events, siblings, texts, zones;
-  std::map<std::string, std::string> defined;  // zones in the file, by name
+  std::map<std::string, TKept_Zones> known_zones;  // by the user's zone and their digests
+  std::map<std::string, std::string> defined;      // zones in the file, by name
 };
 
 void Write_Book(const TBook& book, std::ostream& stream, TExport_Report& report, TProgress_Bar* progress) {

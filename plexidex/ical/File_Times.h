@@ -28,6 +28,8 @@ class TZone {
   /// As a component of a file defines it; nothing for an invalid definition.
   static std::optional<TZone> Defined(icalcomponent* definition);
 
+  /// Whether it is the user's own.
+  bool Is_Local() const { return kind == TKind::Local; }
   /// The user's local time at a wall time of this zone.
   TDateTime To_Local(TDateTime wall) const;
 

@@ -33,6 +33,9 @@ std::string Unfolded(std::string_view line) {
 }
 
 std::string Name_Of(std::string_view line) {
+  const std::size_t end = line.find_first_of(":;\n");
+  if (end != std::string_view::npos && line[end] != '\n')
+    return Kt_util_01::Simple_UpperCase(line.substr(0, end));
   // A name may be folded too.
   const std::string whole = Unfolded(line.substr(0, 200));
   return Kt_util_01::Simple_UpperCase(whole.substr(0, whole.find_first_of(":;")));

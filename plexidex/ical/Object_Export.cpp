@@ -92,8 +92,7 @@ class TObject_Exporter {
     for (std::size_t i = 0; i < parts.size(); ++i) {
       TPart& part = parts[i];
       if (part.State == TState::Dropped) continue;
-      // A cancelled date, or another version.
-      if (part.State == TState::Unplanned && (is_rewritten || !has_master)) continue;
+      if (part.State == TState::Unplanned && (is_rewritten || !has_master || Is_Outdone(i))) continue;
       if (part.State == TState::Written && !components[i].Has_Recurrence_Id && !is_rewritten)
         part.Kept.Add("EXDATE", Moments("EXDATE", excluded, Form_Of(i)));
       text += Finished(part.Kept, object.Parts[i].Text(), report);
@@ -108,33 +107,60 @@ class TObject_Exporter {
     TKept_Component Kept;
     TState State;
   };
-  enum class TForm { Day, Local, UTC };
+  // How moments are written: as days, in local time, where a zone is named that of the file, or in UTC.
+  struct TForm {
+    enum class TKind { Day, Local, UTC };
+    TKind Kind = TKind::Local;
+    std::string Zone = {};
+  };
 
   static std::size_t Index(int part) { return static_cast<std::size_t>(part); }
 
   // ---- how dates are written -----------------------------------------------------------------------------
 
+  static TForm Days() { return {TForm::TKind::Day}; }
+
+  // That of a time in the line of a property.
+  static TForm Form_Of(const TFile_Time& time, const std::string& line) {
+    if (time.Is_Date) return Days();
+    if (!time.Zone.Is_Local()) return {TForm::TKind::UTC};
+    const std::vector<std::string> zones = TKept_Component(line).Zones();
+    return {TForm::TKind::Local, zones.empty() ? std::string() : zones.front()};
+  }
   TForm Form_Of(std::size_t part) const {
-    if (components[part].Start.Is_Date) return TForm::Day;
-    const std::string start = object.Parts[part].Lines("DTSTART");
-    const bool in_zone = start.find("TZID") != std::string::npos || start.find("Z\r") != std::string::npos;
-    return in_zone ? TForm::UTC : TForm::Local;
+    return Form_Of(components[part].Start, object.Parts[part].Lines("DTSTART"));
   }
   TForm Form_Of(std::size_t part, const TEvent_Record& now) const {
-    if (now.AllDay) return TForm::Day;
-    return components[part].Start.Is_Date ? TForm::Local : Form_Of(part);
+    if (now.AllDay) return Days();
+    return components[part].Start.Is_Date ? TForm() : Form_Of(part);
   }
 
-  static std::string Moments(const char* name, const std::vector<TDateTime>& dates, TForm form) {
+  static std::string Moments(const std::string& name, const std::vector<TDateTime>& dates,
+                             const TForm& form) {
     return Lines_Of([&](TLine_Writer& lines) {
       for (const TDateTime date : dates) {
-        if (form == TForm::UTC) {
-          lines.Raw(name, Moment_Text(Local_To_UTC(date), false) + "Z");
+        const TDateTime utc = Local_To_UTC(date);
+        // A time that the clock skips is none in UTC.
+        if (form.Kind == TForm::TKind::UTC && CompareDates(UTC_To_Local(utc), date) == 0) {
+          lines.Raw(name, Moment_Text(utc, false) + "Z");
         } else {
-          lines.Moment(name, date, form == TForm::Day);
+          lines.Moment(form.Zone.empty() ? name : name + ";TZID=\"" + form.Zone + "\"", date,
+                       form.Kind == TForm::TKind::Day);
         }
       }
     });
+  }
+
+  // Whether an override that counted before this other version of it is gone.
+  bool Is_Outdone(std::size_t part) const {
+    if (!components[part].Has_Recurrence_Id) return false;
+    const std::int64_t moment = To_Msecs(components[part].Recurrence_Id.Local());
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      if (parts[i].State == TState::Dropped && components[i].Has_Recurrence_Id &&
+          To_Msecs(components[i].Recurrence_Id.Local()) == moment)
+        return true;
+    }
+    return false;
   }
 
   // ---- what was changed of a component -------------------------------------------------------------------
@@ -146,10 +172,29 @@ class TObject_Exporter {
     }
   }
 
-  static void Take_Alarm(TKept_Component& kept, const TEvent_Record& now, const TAlarm& then,
-                         const TAlarm& alarm) {
+  void Take_Alarm(TKept_Component& kept, std::size_t part, const TEvent_Record& now, const TAlarm& then,
+                  TAlarm alarm) const {
     if (Tell_The_Same(then, alarm)) return;
+    // Ours hang on the midnight of the day on which a task is due, but a file may give it a time.
+    const TComponent& component = components[part];
+    if (component.Is_Task() && !component.Due.Is_Date)
+      alarm.Offset += static_cast<int>(Msec_Of_Day(component.Due.Local()) / 60'000);
     kept.Replace("VALARM", Lines_Of([&](TLine_Writer& lines) { Write_Alarm(now, alarm, lines); }));
+  }
+
+  // The same where the dates are others than before: an alarm may hang on a moment that is no more.
+  void Take_Alarm_Anew(TKept_Component& kept, std::size_t part, const TEvent_Record& now,
+                       const TAlarm& alarm) const {
+    const TKept_Component own(kept.Text());
+    const auto changed = Read_Component_Text(own.Text(), false, own.Begun());
+    TAlarm then;
+    if (changed) {
+      TComponent component = Identify(changed->Component, object.UID);
+      std::vector<TImport_Remark> ignored;
+      Read_Component(component, zones, ignored);
+      then = component.Content.Alarm;
+    }
+    Take_Alarm(kept, part, now, then, alarm);
   }
 
   void Take_Done(TKept_Component& kept, const std::vector<const TStored_Occurrence*>& occurrences,
@@ -164,42 +209,52 @@ class TObject_Exporter {
   }
 
   // The end keeps its distance from the start.
-  void Take_Start(TKept_Component& kept, std::size_t part, bool all_day, TDateTime start, TForm form,
+  void Take_Start(TKept_Component& kept, std::size_t part, bool all_day, TDateTime start, const TForm& form,
                   int days = 1) const {
     const TComponent& component = components[part];
     kept.Replace("DTSTART", Moments("DTSTART", {start}, form));
-    if (component.Start.Is_Date != all_day) {
+    const bool had_end = kept.Has("DTEND") || kept.Has("DURATION");
+    if (all_day || component.Start.Is_Date) kept.Remove("DURATION");
+    if (all_day) {
+      kept.Replace("DTEND", had_end || days > 1 ? Moments("DTEND", {start + days}, form) : std::string());
+    } else if (component.Start.Is_Date) {
       kept.Remove("DTEND");
-      kept.Remove("DURATION");
+    } else if (kept.Has("DTEND")) {
+      const TDateTime length = component.End - component.Start.Local();
+      kept.Replace("DTEND", Moments("DTEND", {From_Msecs(To_Msecs(start) + To_Msecs(length))}, form));
     }
-    if (!kept.Has("DTEND")) return;
-    const TDateTime length = all_day ? days : component.End - component.Start.Local();
-    kept.Replace("DTEND", Moments("DTEND", {From_Msecs(To_Msecs(start) + To_Msecs(length))}, form));
+  }
+
+  static TDateTime On_Day(TDateTime day, const TFile_Time& time) {
+    return time.Is_Date ? day : From_Msecs(Whole_Day(day) * Msecs_Per_Day + Msec_Of_Day(time.Local()));
   }
 
   void Take_Dates(TKept_Component& kept, std::size_t part, const TStored_Event& now) {
     const TEvent_Record& record = now.Record;
     const TDateTime date = now.Occurrences.front().EventDate;
     if (components[part].Is_Task()) {
-      kept.Replace("DTSTART", Moments("DTSTART", {record.FirstDate}, TForm::Day));
-      kept.Replace("DUE", Moments("DUE", {date}, TForm::Day));
+      const TComponent& task = components[part];
+      const std::string due = object.Parts[part].Lines("DUE");
+      kept.Replace("DUE", Moments("DUE", {On_Day(date, task.Due)}, Form_Of(task.Due, due)));
       kept.Remove("DURATION");
+      if (kept.Has("DTSTART") || Whole_Day(record.FirstDate) != Whole_Day(date))
+        kept.Replace("DTSTART", Moments("DTSTART", {On_Day(record.FirstDate, task.Start)}, Form_Of(part)));
     } else if (const int days = Days_In_A_Row(now); days > 0) {
-      if (days > 1) kept.Remove("DURATION");
       Take_Start(kept, part, record.AllDay, date, Form_Of(part, record), days);
-      if (days > 1 && !kept.Has("DTEND")) kept.Add("DTEND", Moments("DTEND", {date + days}, TForm::Day));
     } else {
       Take_Rule(kept, part, now);
     }
   }
 
-  // How many days an event covers that is nothing but these days; 0 for a recurring one.
+  // How many days an event covers that is nothing but these days, with one alarm at its beginning; 0 for a
+  // recurring one.
   static int Days_In_A_Row(const TStored_Event& event) {
     const auto& dates = event.Occurrences;
     if (dates.size() == 1) return 1;
     if (!event.Record.AllDay || event.Record.Pattern.Freq != KTReminds::TFrequency::Daily) return 0;
     for (std::size_t i = 1; i < dates.size(); ++i) {
-      if (Whole_Day(dates[i].EventDate) != Whole_Day(dates[i - 1].EventDate) + 1) return 0;
+      if (dates[i].Alarm.On || Whole_Day(dates[i].EventDate) != Whole_Day(dates[i - 1].EventDate) + 1)
+        return 0;
     }
     return static_cast<int>(dates.size());
   }
@@ -215,8 +270,7 @@ class TObject_Exporter {
       const auto start =
           Read_Wall_Time(icaltime_from_string(line.substr(value, line.find('\r') - value).c_str()));
       const bool all_day = now.Record.AllDay;
-      Take_Start(to, part, all_day, start.value_or(now.Record.FirstDate),
-                 all_day ? TForm::Day : TForm::Local);
+      Take_Start(to, part, all_day, start.value_or(now.Record.FirstDate), all_day ? Days() : TForm());
       for (const char* name : Rule_Names) to.Replace(name, from.Lines(name));
       to.Replace("X-PLEXIDEX-DONE", from.Lines("X-PLEXIDEX-DONE"));
     };
@@ -252,14 +306,15 @@ class TObject_Exporter {
     const std::size_t index = Index(event.Part);
     TKept_Component& kept = parts[index].Kept;
     Take_Contents(kept, event.Record, now.Record);
-    Take_Alarm(kept, now.Record, event.Alarm,
-               event.Days > 1 ? now.Occurrences.front().Alarm : Usual_Alarm(now));
+    const int days = Days_In_A_Row(now);
+    const TAlarm alarm = days > 1 ? now.Occurrences.front().Alarm : Usual_Alarm(now);
     if (Is_At(event, 0, now)) {
-      if (!event.Is_Task()) Take_Done(kept, All_Of(now), now.Record.AllDay);
+      Take_Alarm(kept, index, now.Record, event.Alarm, alarm);
     } else {
       Take_Dates(kept, index, now);
-      if (!event.Is_Task() && Days_In_A_Row(now) > 0) Take_Done(kept, All_Of(now), now.Record.AllDay);
+      Take_Alarm_Anew(kept, index, now.Record, alarm);
     }
+    if (days > 0 && !event.Is_Task()) Take_Done(kept, All_Of(now), now.Record.AllDay);
     if (!is_rewritten || !components[index].Has_Recurrence_Id) return;
     kept.Remove("RECURRENCE-ID");
     kept.Replace("UID", UID_Lines(now.Record.Key));
@@ -273,7 +328,8 @@ class TObject_Exporter {
 
   // Whether a single event stands where one of the planned dates put it.
   static bool Is_At(const TPlanned_Event& event, std::size_t date, const TStored_Event& now) {
-    if (now.Occurrences.size() != static_cast<std::size_t>(event.Days)) return false;
+    if (now.Occurrences.size() != static_cast<std::size_t>(event.Days) || Days_In_A_Row(now) == 0)
+      return false;
     if (now.Record.AllDay != event.Record.AllDay) return false;
     if (event.Is_Task() && Whole_Day(now.Record.FirstDate) != Whole_Day(event.Dates[date]) - event.Lead_Days)
       return false;
@@ -303,6 +359,7 @@ class TObject_Exporter {
           TStored_Event own = now;
           own.UID = now.Record.Key;
           Take_Dates(other, index, own);
+          Take_Alarm_Anew(other, index, own.Record, Usual_Alarm(own));
           other.Replace("UID", UID_Lines(own.UID));
         }
         further.push_back(std::move(other));
@@ -325,18 +382,20 @@ class TObject_Exporter {
                             const TStored_Occurrence& occurrence) {
     TKept_Component single = object.Parts[part];
     for (const char* name : Rule_Names) single.Remove(name);
-    single.Remove("X-PLEXIDEX-DONE");
     Take_Contents(single, event.Record, now.Record);
-    Take_Alarm(single, now.Record, event.Alarm, occurrence.Alarm);
     if (event.Is_Task()) {
       Take_Dates(single, part, now);
+      Take_Alarm_Anew(single, part, now.Record, occurrence.Alarm);
       return single;
     }
     Take_Start(single, part, now.Record.AllDay, occurrence.EventDate, Form_Of(part, now.Record), event.Days);
-    if (occurrence.Actioned)
-      single.Add("X-PLEXIDEX-DONE", Lines_Of([&](TLine_Writer& lines) {
-                   Write_Done({occurrence.EventDate}, now.Record.AllDay, lines);
-                 }));
+    Take_Alarm_Anew(single, part, now.Record, occurrence.Alarm);
+    std::vector<TDateTime> done;
+    for (const TStored_Occurrence* one : All_Of(now)) {
+      if (one->Actioned && (one == &occurrence || !event.Is_Set())) done.push_back(one->EventDate);
+    }
+    single.Replace("X-PLEXIDEX-DONE",
+                   Lines_Of([&](TLine_Writer& lines) { Write_Done(done, now.Record.AllDay, lines); }));
     return single;
   }
 
@@ -353,16 +412,18 @@ class TObject_Exporter {
     const TAlarm usual = Usual_Alarm(now);
     TKept_Component& kept = parts[index].Kept;
     Take_Contents(kept, event.Record, now.Record);
-    Take_Alarm(kept, now.Record, event.Alarm, usual);
     if (!Same_Pattern(event.Record.Pattern, now.Record.Pattern) || event.Record.AllDay != now.Record.AllDay ||
         To_Msecs(event.Dates.front()) != To_Msecs(now.Record.FirstDate)) {
       is_rewritten = true;
       drop_changes();
       Take_Rule(kept, index, now);
+      Take_Alarm_Anew(kept, index, now.Record, usual);
       return;
     }
+    Take_Alarm(kept, index, now.Record, event.Alarm, usual);
     std::stable_sort(then.begin(), then.end(), [](const auto& a, const auto& b) { return a.Date < b.Date; });
     std::vector<TDateTime> added;
+    std::vector<const TStored_Occurrence*> of_rule;
     auto old = then.begin();
     const auto lose = [&] {
       excluded.push_back(old->Named);
@@ -382,13 +443,15 @@ class TObject_Exporter {
         TKept_Component other = Single_Of(index, event, now, occurrence);
         other.Replace("UID", UID_Lines(occurrence.Key));
         further.push_back(std::move(other));
+        continue;
       } else {
         added.push_back(occurrence.EventDate);
       }
+      of_rule.push_back(&occurrence);
     }
     while (old != then.end()) lose();
     kept.Add("RDATE", Moments("RDATE", added, Form_Of(index)));
-    Take_Done(kept, All_Of(now), now.Record.AllDay);
+    Take_Done(kept, of_rule, now.Record.AllDay);
   }
 
   void Settle_Occurrence(const TPlanned_Event& event, const TStored_Event& now,
@@ -398,7 +461,7 @@ class TObject_Exporter {
       TPart& change = parts[Index(then.Part)];
       change.State = TState::Written;
       Take_Contents(change.Kept, event.Record, now.Record);
-      Take_Alarm(change.Kept, now.Record, then.Alarm, occurrence.Alarm);
+      Take_Alarm(change.Kept, Index(then.Part), now.Record, then.Alarm, occurrence.Alarm);
     } else if (!Tell_The_Same(occurrence.Alarm, usual)) {
       TKept_Component other = Single_Of(Index(event.Part), event, now, occurrence);
       other.Add("RECURRENCE-ID", Moments("RECURRENCE-ID", {then.Named}, Form_Of(Index(event.Part))));

@@ -78,6 +78,8 @@ class TObject_Planner {
   int Part_Of(const TComponent& component) const { return static_cast<int>(&component - first); }
 
   TPlanned_Event Event_Of(const TComponent& component) const {
+    if (!component.Is_Task() && !component.Start.Is_Date && component.End > component.Start.Local())
+      ++report.Ends;
     TPlanned_Event event;
     event.Part = Part_Of(component);
     static_cast<TPlanned_Content&>(event) = component.Content;

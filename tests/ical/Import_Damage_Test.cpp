@@ -129,6 +129,35 @@ TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
   EXPECT_GT(refused, rounds / 10);
 }
 
+TEST_F(Import_Damage, What_The_Progress_Throws_Undoes_All_And_Comes_Through) {
+  struct TCancel : TProgress_Bar {
+    void Set_Max(std::int64_t) override { ++phase; }
+    void Set_Position(std::int64_t position) override {
+      if (phase == 2 && position == 3) throw std::string("cancelled");
+    }
+    int phase = 0;
+  } cancel;
+  const std::string before = Dump();
+  options.Progress = &cancel;
+  EXPECT_THROW(Import_Text(Data("everything")), std::string);
+  EXPECT_EQ(Dump(), before);
+  EXPECT_TRUE(seams.Prompts.Said.empty());
+}
+
+TEST_F(Import_Damage, A_Book_That_Another_Program_Made_Meanwhile_Is_Used) {
+  // The first step comes after the books have been looked at.
+  struct TOther : TProgress_Bar {
+    void Set_Max(std::int64_t) override {
+      if (List_Books().empty()) In_Update([] { Create_Book("Theirs"); });
+    }
+    void Set_Position(std::int64_t) override {}
+  } other;
+  In_Update([&] { Delete_Book(database.Book().Key); });
+  options.Progress = &other;
+  Import(Event("UID:a|DTSTART:20240105T100000"));
+  EXPECT_EQ(Query_Rows("BookName", "KT_Books b JOIN KT_Events_Data d ON d.Book = b.Key"), "Theirs");
+}
+
 TEST_F(Import_Damage, A_Database_That_Refuses_Or_Fails_Keeps_Nothing) {
   seams.Prompts.Answer_All = Answer_No;
   const std::string before = Dump(), refusal = "Nothing was imported from";

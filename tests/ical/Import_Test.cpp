@@ -218,6 +218,15 @@ TEST_F(Importing, A_Second_Import_Changes_Nothing_And_A_Changed_Event_Replaces) 
   EXPECT_TRUE(Is_Sound());
 }
 
+TEST_F(Importing, Another_Local_Zone_Is_A_Change) {
+  const std::string text = Event("UID:a|SUMMARY:A|DTSTART:20240105T090000Z|DTEND:20240105T100000Z") +
+                           Event("UID:b|SUMMARY:B|DTSTART:20240105T090000");
+  EXPECT_EQ(Import(text).Ends, 1);
+  Install_Time_Zone("America/New_York");
+  EXPECT_EQ(Told(Import(text)), "read 2, events 1, occurrences 1, unchanged 1, replaced 1");
+  EXPECT_EQ(Dates_Of("A") + Dates_Of("B"), "20240105T04000020240105T090000");
+}
+
 TEST_F(Importing, Another_Last_Day_Is_A_Change) {
   const std::string text = Event("UID:a|SUMMARY:A|DTSTART:20240101T090000|RRULE:FREQ=YEARLY");
   EXPECT_EQ(Import(text).Occurrences, 11);
