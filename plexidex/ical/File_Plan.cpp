@@ -66,8 +66,18 @@ std::string TFile_Plan::Digest(const std::vector<const TIndexed_Component*>& com
   return digest.Text();
 }
 
+void TFile_Plan::Show_Objects() const {
+  if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(file.Object_Count()));
+}
+
+void TFile_Plan::Show(std::size_t object) const {
+  if (options.Progress) options.Progress->Set_Position(static_cast<std::int64_t>(object) + 1);
+}
+
 bool TFile_Plan::Is_Unchanged(const TIs_Unchanged& is_unchanged) const {
+  Show_Objects();
   for (std::size_t i = 0; i < file.Object_Count(); ++i) {
+    Show(i);
     const auto components = file.Object(i);
     if (components.front()->Is_Used && !is_unchanged(file.UID_Of(*components.front()), Digest(components)))
       return false;
@@ -79,9 +89,9 @@ void TFile_Plan::Run(const TIs_Unchanged& is_unchanged, const std::function<void
   const std::vector<TRead_Component> definitions = file.Zones();
   const TKept_Zones kept_zones = Kept_Zones(definitions);
   TZones zones(definitions);
-  if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(file.Object_Count()));
+  Show_Objects();
   for (std::size_t i = 0; i < file.Object_Count(); ++i) {
-    if (options.Progress) options.Progress->Set_Position(static_cast<std::int64_t>(i) + 1);
+    Show(i);
     const auto indexed = file.Object(i);
     report.Read += static_cast<std::int64_t>(indexed.size());
     TPlanned_Object object;

@@ -18,11 +18,6 @@ struct TPlan_Options {
   Kt_data_01::TProgress_Bar* Progress = nullptr;
 };
 
-/// The UID of a calendar object, and a digest of all that its import depends on.
-struct TObject_Identity {
-  std::string UID, Digest;
-};
-
 /// Plans the objects of a file one by one.
 class TFile_Plan {
  public:
@@ -39,6 +34,8 @@ class TFile_Plan {
   void Run(const TIs_Unchanged& is_unchanged, const std::function<void(TPlanned_Object&)>& take);
 
  private:
+  void Show_Objects() const;
+  void Show(std::size_t object) const;
   std::string Digest(const std::vector<const TIndexed_Component*>& components) const;
 
   const TCalendar_File& file;

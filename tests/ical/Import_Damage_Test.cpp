@@ -133,7 +133,7 @@ TEST_F(Import_Damage, What_The_Progress_Throws_Undoes_All_And_Comes_Through) {
   struct TCancel : TProgress_Bar {
     void Set_Max(std::int64_t) override { ++phase; }
     void Set_Position(std::int64_t position) override {
-      if (phase == 2 && position == 3) throw std::string("cancelled");
+      if (phase == 3 && position == 3) throw std::string("cancelled");
     }
     int phase = 0;
   } cancel;
