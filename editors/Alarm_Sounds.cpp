@@ -64,6 +64,11 @@ TSound_List Build_WAV_List(const std::string& current) {
   return list;
 }
 
+std::string Sound_Named_As(const std::string& file) {
+  const std::string path = With_Separator(Sound_Folder()) + file.substr(file.find_last_of("/\\") + 1);
+  return !Sound_Folder().empty() && Is_Sound(path) ? path : std::string();
+}
+
 std::string Read_Default_Sound() {
   return Read_String("Sounds", "Default", Standard_Beep_Text);
 }

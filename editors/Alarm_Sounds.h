@@ -30,6 +30,9 @@ struct TSound_List {
 /// exists.
 TSound_List Build_WAV_List(const std::string& current);
 
+/// The sound of the system's folder that bears the name of a file; "" when there is none.
+std::string Sound_Named_As(const std::string& file);
+
 /// The user's default sound.
 std::string Read_Default_Sound();
 void Write_Default_Sound(const std::string& value);

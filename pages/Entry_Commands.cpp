@@ -128,7 +128,7 @@ void TEntry_Commands::Run(const std::function<bool()>& dialog, const TEntry_Chan
 
 void TEntry_Commands::Keep_Selection(const std::function<void()>& build) {
   const TList_Item* item = Selected();
-  const std::string key = item ? item->Data->Key.Str() : std::string();
+  const std::string key = item && item->Data ? item->Data->Key.Str() : std::string();
   if (Outlives(&form, build)) Select_Key(key);
 }
 

@@ -9,6 +9,7 @@
 #include "Console_Text.h"
 #include "Data_Folder.h"
 #include "Database.h"
+#include "Import_Budget.h"
 #include "Kt_util_01.h"
 #include "Sample_Calendar.h"
 #include "Version.h"
@@ -115,6 +116,10 @@ class TCommand_Line {
     auto* until =
         command->add_option("--until", import.Until, "Where endless rules end, by default in ten years");
     until->type_name("DATE");
+    command
+        ->add_option("--limit", import.Limit,
+                     "How many entries a file may bring, by default " + std::to_string(Default_Entries))
+        ->type_name("N");
     auto* holidays =
         command->add_flag("--holidays", import.Holidays, "Takes the entries as holidays of a country");
     holidays->excludes(book);

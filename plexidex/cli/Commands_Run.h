@@ -30,7 +30,7 @@ struct TConsole {
 /// Options as they were typed; empty ones were not given.
 struct TImport_Command {
   std::vector<std::string> Files;
-  std::string Book, Until, Country;
+  std::string Book, Until, Limit, Country;
   bool Holidays = false, Verbose = false;
 };
 struct TAgenda_Command {

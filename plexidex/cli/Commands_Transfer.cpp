@@ -17,6 +17,7 @@ namespace {
 constexpr std::size_t Remarks_Shown = 20;
 // All but some entries went through; those were named.
 constexpr int Done_In_Part = 2;
+constexpr std::int64_t Highest_Limit = 100'000'000;
 
 // Writes remarks, the first ones only unless all are asked for. Those of several lists count together.
 class TRemark_Lines {
@@ -74,6 +75,12 @@ int Run_Import(const TConsole& console, const TImport_Command& command) {
   TImport_Options options;
   options.Book = command.Book.empty() ? "" : Known_Book(command.Book).Name;
   options.Progress = console.Progress;
+  if (!command.Limit.empty() && (!Kt_util_01::Str2Int(command.Limit, options.Most_Entries) ||
+                                 options.Most_Entries < 1 || options.Most_Entries > Highest_Limit)) {
+    throw ECommand_Error("--limit: \"" + command.Limit + "\" is not a number of entries from 1 to " +
+                         std::to_string(Highest_Limit) + ".");
+  }
+  options.How_To_Raise = "--limit allows more";
   options.Has_Until = !command.Until.empty();
   if (options.Has_Until) options.Until = Day_From_Text("--until", command.Until);
 

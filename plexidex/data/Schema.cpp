@@ -175,7 +175,8 @@ std::vector<TTable_Def> Make_Schema() {
         {"Digest", Text},
         {"Zone", Text},         // the user's own at that time
         {"Imported", Integer},  // the day
-        {"Until", Integer}},    // the last day of endless rules
+        {"Until", Integer},     // the last day of endless rules
+        {"Cut", Boolean}},      // it was more than the import allowed
        {{"BookandUID", {"Book", "UID"}, true}}},
       // Part: the component of the text that the event was made of, from 0.
       {"KT_Import_Events",
@@ -234,6 +235,7 @@ const std::vector<TMigration>& Migrations() {
         ALTER TABLE "KT_Imports" ADD COLUMN "Zone" TEXT NOT NULL DEFAULT '';
         ALTER TABLE "KT_Imports" ADD COLUMN "Imported" INTEGER NOT NULL DEFAULT 0;
         ALTER TABLE "KT_Imports" ADD COLUMN "Until" INTEGER NOT NULL DEFAULT 0;
+        ALTER TABLE "KT_Imports" ADD COLUMN "Cut" INTEGER NOT NULL DEFAULT 0;
         ALTER TABLE "KT_Import_Events" ADD COLUMN "Part" INTEGER NOT NULL DEFAULT 0;
         CREATE TABLE "KT_Import_Texts" ("Book" TEXT NOT NULL DEFAULT '', "UID" TEXT NOT NULL DEFAULT '',
           "Content" BLOB, row_id INTEGER PRIMARY KEY);

@@ -63,6 +63,12 @@ std::string Row_Condition(const TTable_Def& table) {
   return " WHERE row_id = ? AND " + Name_Of(table, 0) + " = ?";
 }
 
+std::string Select_Of_D(std::initializer_list<std::string_view> columns) {
+  std::string names;
+  for (const std::string_view column : columns) names += (names.empty() ? "d." : ", d.") + Quoted(column);
+  return "SELECT " + names;
+}
+
 std::string Unmatched_Rows(const TTable_Def& table, std::string_view column, const TTable_Def& other,
                            std::string_view other_column) {
   return From(table) + " WHERE NOT EXISTS (SELECT 1 FROM " + Quoted(other.Name) + " o WHERE o." +
@@ -172,9 +178,14 @@ std::string Key_Ending_Sql(const TTable_Def& table) {
 
 std::string Unmatched_Sql(const TTable_Def& table, std::initializer_list<std::string_view> columns,
                           const TTable_Def& other, std::string_view other_column) {
-  std::string names;
-  for (const std::string_view column : columns) names += (names.empty() ? "d." : ", d.") + Quoted(column);
-  return "SELECT " + names + Unmatched_Rows(table, *columns.begin(), other, other_column);
+  return Select_Of_D(columns) + Unmatched_Rows(table, *columns.begin(), other, other_column);
+}
+
+std::string Outside_Sql(const TTable_Def& table, std::initializer_list<std::string_view> columns,
+                        std::int64_t low, std::int64_t end) {
+  const std::string number = "d." + Quoted(*columns.begin());
+  return Select_Of_D(columns) + " FROM " + Quoted(table.Name) + " d WHERE NOT (" + number +
+         " >= " + std::to_string(low) + " AND " + number + " < " + std::to_string(end) + ")";
 }
 
 std::string Unmatched_Count_Sql(const TTable_Def& table, std::string_view column, const TTable_Def& other,

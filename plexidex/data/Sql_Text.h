@@ -86,6 +86,10 @@ std::string Unmatched_Sql(const TTable_Def& table, std::initializer_list<std::st
 std::string Unmatched_Count_Sql(const TTable_Def& table, std::string_view column, const TTable_Def& other,
                                 std::string_view other_column);
 
+/// The columns of the rows in which the first of them is no number, or none from `low` to before `end`.
+std::string Outside_Sql(const TTable_Def& table, std::initializer_list<std::string_view> columns,
+                        std::int64_t low, std::int64_t end);
+
 /// The statements that create the schema.
 std::string Creation_Sql(TEngine& engine);
 

@@ -47,6 +47,12 @@ void Check_Events(std::vector<std::string>& findings) {
              return std::to_string(count) + (count == 1 ? " occurrence belongs" : " occurrences belong") +
                     " to the event " + In_Quotes(row.Text(0)) + ", which is not there.";
            });
+  constexpr std::int64_t first = Kt_util_01::Day_From_Date(Kt_util_01::Min_Year, 1, 1),
+                         last = Kt_util_01::Day_From_Date(Kt_util_01::Max_Year, 12, 31);
+  Add_Rows(findings, Outside_Sql(occurrences, {"EventDate", "Key"}, first, last + 1),
+           "occurrences without a date", [](TStatement& row) {
+             return "The occurrence " + In_Quotes(row.Text(1)) + " has no date of the years 1 to 9999.";
+           });
   Add_Rows(findings, Unmatched_Sql(alarms, {"Key"}, occurrences, "Key"), "alarms without an occurrence",
            [](TStatement& row) {
              return "There is an alarm for the occurrence " + In_Quotes(row.Text(0)) +

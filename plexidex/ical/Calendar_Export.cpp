@@ -135,6 +135,7 @@ class TKept_Writer {
     object.Events.resize(object.Parts.size());
     object.Until = static_cast<TDateTime>(imports.Integer(imports.Field("Until")));
     object.Imported = static_cast<TDateTime>(imports.Integer(imports.Field("Imported")));
+    object.Cut = imports.Boolean(imports.Field("Cut"));
     const std::int64_t left_out = report.Left_Out;
     const std::vector<std::string> keys = Read_Events(object);
 

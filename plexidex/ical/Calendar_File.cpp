@@ -56,8 +56,9 @@ std::optional<TRead_Component> Read_Component_Text(std::string text, bool cancel
   return read;
 }
 
-TCalendar_File::TCalendar_File(const std::string& file, Kt_data_01::TProgress_Bar* progress)
-    : input(file), index(input.Name()) {
+TCalendar_File::TCalendar_File(const std::string& file, const TImport_Budget& budget,
+                               Kt_data_01::TProgress_Bar* progress)
+    : input(file), index(input.Name(), budget) {
   TContent_Lines lines(input);
   ends_with_return = lines.Ends_With_Return();
   if (progress) progress->Set_Max(static_cast<std::int64_t>(input.Size()));

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Calendar_Index.h"
+#include "Import_Budget.h"
 #include "Kt_lists.h"
 #include "Report.h"
 
@@ -33,9 +34,11 @@ std::optional<TRead_Component> Read_Component_Text(std::string text, bool cancel
 /// A calendar file. One pass notes where its components lie; they are read when they are wanted.
 class TCalendar_File {
  public:
-  /// Throws EImport_Error for a file that cannot be read, is too large, is not a calendar, or has a damaged
-  /// structure: a component without an end, or an end without a beginning. Progress may be null.
-  explicit TCalendar_File(const std::string& file, Kt_data_01::TProgress_Bar* progress = nullptr);
+  /// Throws EImport_Error for a file that cannot be read, is too large, is not a calendar, holds more
+  /// components than the budget allows entries, or has a damaged structure: a component without an end, or an
+  /// end without a beginning. Progress may be null.
+  TCalendar_File(const std::string& file, const TImport_Budget& budget,
+                 Kt_data_01::TProgress_Bar* progress = nullptr);
 
   /// Calendar objects, and each component that is none, in the order of the file. Components of one UID
   /// belong together, whichever calendar of the file they are in.

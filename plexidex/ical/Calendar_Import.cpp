@@ -72,12 +72,13 @@ TImport_Report Read_And_Write(const std::string& file, const TImport_Options& op
   TImport_Report report;
   TImporter importer(options, report);
   importer.Choose();
-  const TCalendar_File calendar(file, options.Progress);
+  TImport_Budget budget = Import_Budget(options);
+  const TCalendar_File calendar(file, budget, options.Progress);
   TPlan_Options plan_options;
   plan_options.Until = Import_Until(options);
   plan_options.Until_Was_Given = options.Has_Until;
   plan_options.Progress = options.Progress;
-  TFile_Plan plan(calendar, plan_options, report);
+  TFile_Plan plan(calendar, plan_options, budget, report);
   const auto is_unchanged = [&](const std::string& uid, const std::string& digest) {
     return importer.Is_Unchanged(uid, digest);
   };

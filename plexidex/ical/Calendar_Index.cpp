@@ -12,6 +12,11 @@ using namespace Kt_util_01;
 
 namespace {
 
+// How deep components may lie in each other. Alarms lie three deep; libical calls itself for each level.
+constexpr std::size_t Most_Open = 32;
+// It lies in several tables.
+constexpr std::size_t Most_Of_UID = 1000;
+
 std::string At(std::size_t line) {
   return "line " + std::to_string(line);
 }
@@ -107,6 +112,13 @@ void TCalendar_Index::Begin(const TContent_Line& line, const std::string& frame)
   // An end that was lost would otherwise hide what follows.
   if (!open.empty() && Stands_By_Itself(frame) && (open.size() > 1 || frame == "VCALENDAR"))
     Damage("damaged", At(line.Number) + " begins a " + frame + " inside the " + Innermost());
+  if (open.size() == Most_Open)
+    Damage("damaged", At(line.Number) + " begins a " + frame + " inside of " + std::to_string(Most_Open) +
+                          " other components");
+  if (open.size() == 1 &&
+      static_cast<std::int64_t>(Components.size() + Zones.size()) >= budget.Most_Entries())
+    throw EImport_Error(name + " holds more than " + std::to_string(budget.Most_Entries()) + " entries; " +
+                        budget.How_To_Raise + ".");
   open.push_back({frame, line.Number});
   if (open.size() == 1) {
     any_calendar = true;
@@ -135,6 +147,11 @@ void TCalendar_Index::Close(const TContent_Line& line, std::string frame) {
   if (open.size() != 1) return;
   current.Length = static_cast<std::uint32_t>(line.End - current.Offset);
   current.Is_Used = frame == "VEVENT" || frame == "VTODO";
+  if (uid.size() > Most_Of_UID) {
+    TDigest digest;
+    digest.Add(uid);
+    uid = "uid-" + digest.Text();
+  }
   current.Name = names.size();
   current.Name_Length = static_cast<std::uint32_t>(uid.size());
   names += uid;

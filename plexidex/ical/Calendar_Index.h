@@ -8,6 +8,7 @@
 
 #include "Calendar_Input.h"
 #include "Digest.h"
+#include "Import_Budget.h"
 
 namespace Plexidex {
 
@@ -30,7 +31,8 @@ struct TIndexed_Component {
 class TCalendar_Index {
  public:
   /// `name` is how the file is called in messages.
-  explicit TCalendar_Index(std::string name) : name(std::move(name)) {}
+  /// Refuses more components than the budget allows entries.
+  TCalendar_Index(std::string name, const TImport_Budget& budget) : name(std::move(name)), budget(budget) {}
 
   /// Throws EImport_Error with the line.
   void Take(const TContent_Line& line);
@@ -57,6 +59,7 @@ class TCalendar_Index {
   void Damage(const char* what, const std::string& where) const;
 
   const std::string name;
+  const TImport_Budget budget;
   std::vector<TOpen> open;
   bool any_text = false, any_calendar = false;
   TIndexed_Component current;

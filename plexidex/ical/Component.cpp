@@ -13,6 +13,8 @@ using KTReminds::TTask_Status;
 namespace {
 
 constexpr int Default_Priority = 5;
+// The most that an entry holds, in bytes.
+constexpr std::size_t Most_Of_Line = 64U << 10, Most_Of_Notes = 1U << 20, Most_Of_Name = 200;
 
 template <class TBody>
 void For_Each_Property(icalcomponent* component, icalproperty_kind kind, TBody body) {
@@ -36,6 +38,12 @@ std::string One_Line(std::string text) {
       text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, ' ');
   while (text.ends_with(' ')) text.pop_back();
   text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
+  return text;
+}
+
+// Of control characters, which the format does not allow, only those that part lines and words.
+std::string Without_Controls(std::string text) {
+  std::erase_if(text, [](unsigned char c) { return c < ' ' && c != '\n' && c != '\t'; });
   return text;
 }
 
@@ -76,12 +84,21 @@ std::string Status_Word(icalcomponent* component) {
   return status ? Simple_UpperCase(Raw_Value(status)) : std::string();
 }
 
-void Read_Content(TComponent& read) {
+void Read_Content(TComponent& read, std::vector<TImport_Remark>& remarks) {
+  const auto bounded = [&](const std::string& text, std::size_t most, const char* name) {
+    if (text.size() > most) {
+      remarks.push_back({read.What, std::string("its ") + name + " was cut to " + std::to_string(most >> 10) +
+                                        " KB, the most that an entry holds"});
+    }
+    return Beginning_Of(text, most);
+  };
   KTReminds::TEvent_Record& content = read.Content.Record;
-  content.Title = One_Line(First_Text(read.Ical, ICAL_SUMMARY_PROPERTY));
+  content.Title = bounded(One_Line(First_Text(read.Ical, ICAL_SUMMARY_PROPERTY)), Most_Of_Line, "title");
   if (content.Title.empty()) content.Title = "(no title)";
-  content.Location = One_Line(First_Text(read.Ical, ICAL_LOCATION_PROPERTY));
-  content.Notes = First_Text(read.Ical, ICAL_DESCRIPTION_PROPERTY);
+  content.Location =
+      bounded(One_Line(First_Text(read.Ical, ICAL_LOCATION_PROPERTY)), Most_Of_Line, "location");
+  content.Notes = bounded(Without_Controls(First_Text(read.Ical, ICAL_DESCRIPTION_PROPERTY)), Most_Of_Notes,
+                          "description");
   if (icalproperty* const priority = First(read.Ical, ICAL_PRIORITY_PROPERTY)) {
     const int value = icalproperty_get_priority(priority);
     content.Priority = value >= 1 && value <= 9 ? value : Default_Priority;
@@ -187,7 +204,7 @@ void Remark_Errors(icalcomponent* component, const std::string& what, std::vecto
     const std::string text = One_Line(Text_Of(error));
     // Programs write empty values for everything that they know but do not use.
     if (text.starts_with("No value for")) return;
-    remarks.push_back({what, "a line could not be read: " + text});
+    remarks.push_back({what, "a line could not be read: " + Beginning_Of(text, Most_Of_Name)});
   });
   for (icalcompiter i = icalcomponent_begin_component(component, ICAL_ANY_COMPONENT); icalcompiter_deref(&i);
        icalcompiter_next(&i)) {
@@ -196,6 +213,12 @@ void Remark_Errors(icalcomponent* component, const std::string& what, std::vecto
 }
 
 }  // namespace
+
+std::string Beginning_Of(const std::string& text, std::size_t most) {
+  if (text.size() <= most) return text;
+  while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0U) == 0x80U) --most;
+  return text.substr(0, most);
+}
 
 std::string Text_Of(icalproperty* property) {
   const icalvalue* const value = icalproperty_get_value(property);
@@ -227,12 +250,13 @@ TComponent Identify(icalcomponent* component, const std::string& uid) {
   if (icalcomponent_isa(component) == ICAL_VTODO_COMPONENT)
     identified.Content.Record.EventType = Kt_data_01::TEntry_Type::Task;
   identified.UID = uid;
-  identified.What = One_Line(First_Text(component, ICAL_SUMMARY_PROPERTY));
-  const bool has_uid = !First_Text(component, ICAL_UID_PROPERTY).empty();
+  identified.What = Beginning_Of(One_Line(First_Text(component, ICAL_SUMMARY_PROPERTY)), Most_Of_Name);
+  const std::string named = Beginning_Of(One_Line(First_Text(component, ICAL_UID_PROPERTY)), Most_Of_Name);
   if (identified.What.empty()) {
-    identified.What = has_uid ? uid : "(no UID, no title)";
-  } else if (has_uid) {
-    identified.What += " (" + uid + ")";
+    identified.What = named.empty() ? "(no UID, no title)" : named;
+  } else if (!named.empty()) {
+    constexpr std::size_t half = Most_Of_Name / 2 - 2;
+    identified.What = Beginning_Of(identified.What, half) + " (" + Beginning_Of(named, half) + ")";
   }
   if (icalproperty* const sequence = First(component, ICAL_SEQUENCE_PROPERTY)) {
     identified.Sequence = icalproperty_get_sequence(sequence);
@@ -261,7 +285,7 @@ void Read_Component(TComponent& read, TZones& zones, std::vector<TImport_Remark>
   read.Cancelled =
       (!read.Is_Task() && Status_Word(read.Ical) == "CANCELLED") || Calendar_Method(read.Ical) == "CANCEL";
   read.Has_Start = read_time(First(read.Ical, ICAL_DTSTART_PROPERTY), read.Start);
-  Read_Content(read);
+  Read_Content(read, remarks);
   Read_End(read, zones, remarks);
   if (icalproperty* const id = First(read.Ical, ICAL_RECURRENCEID_PROPERTY)) {
     if (!read_time(id, read.Recurrence_Id)) remarks.push_back({read.What, "its RECURRENCE-ID is no date"});
@@ -316,11 +340,14 @@ std::optional<TFile_Time> Read_Time(icalproperty* property, TZones& zones, const
     if (const TZone* const zone = zones.Find(name)) {
       time.Zone = *zone;
     } else {
-      const std::string why = "the time zone \"" + name + "\" is not known; its times were taken as local";
-      // Once for a component is enough; its remarks are the last ones.
-      auto last = remarks.rbegin();
-      while (last != remarks.rend() && last->What == what && last->Why != why) ++last;
-      if (last == remarks.rend() || last->What != what) remarks.push_back({what, why});
+      const std::string why = "the time zone \"" + Beginning_Of(name, Most_Of_Name) +
+                              "\" is not known; its times were taken as local";
+      // Once for a component is enough; its remarks are the last ones, and few but in files made for it.
+      constexpr std::ptrdiff_t looked_at = 20;
+      const auto end = remarks.rbegin() + std::min<std::ptrdiff_t>(std::ssize(remarks), looked_at);
+      if (std::none_of(remarks.rbegin(), end,
+                       [&](const auto& it) { return it.What == what && it.Why == why; }))
+        remarks.push_back({what, why});
     }
   }
   if (!In_Date_Range(time.Local())) return std::nullopt;

@@ -16,8 +16,8 @@ namespace Plexidex {
 
 struct TComponent {
   icalcomponent* Ical = nullptr;  // not owned
-  std::string UID;                // made from the content where the file gives none
-  std::string What;               // for remarks: the title, and the UID
+  std::string UID;                // made from the content where the file gives none, or a very long one
+  std::string What;               // for remarks: the title, and the UID; not long
   int Sequence = 0;
   bool Cancelled = false;
 
@@ -57,6 +57,8 @@ KTReminds::TAlarm Read_Alarms(const TComponent& component, TZones& zones,
 std::optional<TFile_Time> Read_Time(icalproperty* property, TZones& zones, const std::string& what,
                                     std::vector<TImport_Remark>& remarks);
 
+/// At most so many bytes of a text in UTF-8, and whole characters.
+std::string Beginning_Of(const std::string& text, std::size_t most);
 /// The text of a property as it is meant, in UTF-8.
 std::string Text_Of(icalproperty* property);
 /// The value of a property as it is written.

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "Alarm_Sounds.h"
 #include "Component.h"
 #include "Kt_util_01.h"
 
@@ -93,7 +94,16 @@ KTReminds::TAlarm Read_Alarms(const TComponent& component, TZones& zones,
     earliest.On = true;
     earliest.Offset = static_cast<int>(minutes);
     icalproperty* const sound = Find_X_Property(alarm, "X-PLEXIDEX-SOUND");
-    earliest.WAVFile = sound ? Text_Of(sound) : "<Default Sound>";
+    earliest.WAVFile = sound ? Text_Of(sound) : KTReminds::Default_Sound_Text;
+  }
+  // A file may name any other file of this machine.
+  const std::string named = earliest.WAVFile;
+  if (!named.empty() && named != KTReminds::Default_Sound_Text && named != KTReminds::Standard_Beep_Text) {
+    earliest.WAVFile = KTReminds::Sound_Named_As(named);
+    if (earliest.WAVFile.empty()) {
+      earliest.WAVFile = KTReminds::Default_Sound_Text;
+      remark("an alarm's sound is none of the program's; the default one takes its place");
+    }
   }
   if (further > 0) {
     remark(further == 1 ? "one of two alarms was left out; the earliest counts"

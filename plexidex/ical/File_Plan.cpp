@@ -47,8 +47,9 @@ void Keep_Text(const std::vector<TRead_Component>& components, const TKept_Zones
 
 }  // namespace
 
-TFile_Plan::TFile_Plan(const TCalendar_File& file, const TPlan_Options& options, TImport_Report& report)
-    : file(file), options(options), report(report) {}
+TFile_Plan::TFile_Plan(const TCalendar_File& file, const TPlan_Options& options, TImport_Budget& budget,
+                       TImport_Report& report)
+    : file(file), options(options), budget(budget), report(report) {}
 
 std::string TFile_Plan::Digest(const std::vector<const TIndexed_Component*>& components) const {
   std::vector<std::string> texts;
@@ -66,6 +67,18 @@ std::string TFile_Plan::Digest(const std::vector<const TIndexed_Component*>& com
   return digest.Text();
 }
 
+// What was cut counts as changed as soon as more is allowed.
+std::string TFile_Plan::Digest_Of_Cut(const std::string& digest) const {
+  TDigest cut;
+  cut.Add(digest + std::to_string(budget.Most_Entries()));
+  return cut.Text();
+}
+
+bool TFile_Plan::Is_Unchanged(const std::string& uid, const std::string& digest,
+                              const TIs_Unchanged& is_unchanged) const {
+  return is_unchanged && (is_unchanged(uid, digest) || is_unchanged(uid, Digest_Of_Cut(digest)));
+}
+
 void TFile_Plan::Show_Objects() const {
   if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(file.Object_Count()));
 }
@@ -79,7 +92,8 @@ bool TFile_Plan::Is_Unchanged(const TIs_Unchanged& is_unchanged) const {
   for (std::size_t i = 0; i < file.Object_Count(); ++i) {
     Show(i);
     const auto components = file.Object(i);
-    if (components.front()->Is_Used && !is_unchanged(file.UID_Of(*components.front()), Digest(components)))
+    if (components.front()->Is_Used &&
+        !Is_Unchanged(file.UID_Of(*components.front()), Digest(components), is_unchanged))
       return false;
   }
   return true;
@@ -91,13 +105,14 @@ void TFile_Plan::Run(const TIs_Unchanged& is_unchanged, const std::function<void
   TZones zones(definitions);
   Show_Objects();
   for (std::size_t i = 0; i < file.Object_Count(); ++i) {
+    if (options.Progress) budget.Pulse = [this, i] { Show(i); };
     Show(i);
     const auto indexed = file.Object(i);
     report.Read += static_cast<std::int64_t>(indexed.size());
     TPlanned_Object object;
     object.UID = file.UID_Of(*indexed.front());
     object.Digest = Digest(indexed);
-    if (indexed.front()->Is_Used && is_unchanged && is_unchanged(object.UID, object.Digest)) {
+    if (indexed.front()->Is_Used && Is_Unchanged(object.UID, object.Digest, is_unchanged)) {
       report.Unchanged += static_cast<std::int64_t>(indexed.size());
       continue;
     }
@@ -114,7 +129,8 @@ void TFile_Plan::Run(const TIs_Unchanged& is_unchanged, const std::function<void
                                         (kind && *kind && *kind != 'X' ? kind : "something unknown")});
       continue;
     }
-    Plan_Object(components, zones, options.Until, object, report);
+    Plan_Object(components, zones, options.Until, budget, object, report);
+    if (object.Cut) object.Digest = Digest_Of_Cut(object.Digest);
     Keep_Text(read, kept_zones, object);
     if (!object.Events.empty() || object.Withdrawn) take(object);
   }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Calendar_File.h"
+#include "Import_Budget.h"
 #include "Kt_lists.h"
 #include "Planned.h"
 #include "Report.h"
@@ -21,9 +22,10 @@ struct TPlan_Options {
 /// Plans the objects of a file one by one.
 class TFile_Plan {
  public:
-  /// File and report must outlive the plan. What cannot be used goes to the report, which also counts what
-  /// was read and what is unchanged.
-  TFile_Plan(const TCalendar_File& file, const TPlan_Options& options, TImport_Report& report);
+  /// File, budget and report must outlive the plan. What cannot be used goes to the report, which also counts
+  /// what was read and what is unchanged. The budget's pulse moves the progress on.
+  TFile_Plan(const TCalendar_File& file, const TPlan_Options& options, TImport_Budget& budget,
+             TImport_Report& report);
 
   using TIs_Unchanged = std::function<bool(const std::string& uid, const std::string& digest)>;
 
@@ -34,12 +36,16 @@ class TFile_Plan {
   void Run(const TIs_Unchanged& is_unchanged, const std::function<void(TPlanned_Object&)>& take);
 
  private:
+  std::string Digest_Of_Cut(const std::string& digest) const;
+  bool Is_Unchanged(const std::string& uid, const std::string& digest,
+                    const TIs_Unchanged& is_unchanged) const;
   void Show_Objects() const;
   void Show(std::size_t object) const;
   std::string Digest(const std::vector<const TIndexed_Component*>& components) const;
 
   const TCalendar_File& file;
   const TPlan_Options options;
+  TImport_Budget& budget;
   TImport_Report& report;
 };
 

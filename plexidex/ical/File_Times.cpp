@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Kt_util_01.h"
+#include "Rule_Walk.h"
 
 namespace Plexidex {
 
@@ -13,6 +14,9 @@ namespace {
 // libical follows the rules of a zone no further than 2035. Other years are looked up in one of the same
 // calendar.
 constexpr int Last_Zone_Year = 2034;
+
+// Each takes room for all its changes of the clock.
+constexpr int Most_Defined = 100;
 
 int Year_Of_Same_Calendar(int year) {
   const auto first_day = [](int of) { return Day_Of_Week(Day_From_Date(of, 1, 1)); };
@@ -37,9 +41,11 @@ bool Is_Known_Zone(const std::string& name) {
   return Zone_To_Local(name, static_cast<TDateTime>(Unix_Epoch_Day), ignored);
 }
 
-// Programs put their own prefix before the name: "/example.org/20240101_1/Europe/Berlin".
+// Programs put their own prefix before the name: "/example.org/20240101_1/Europe/Berlin". No name has more
+// than three parts or is long.
 std::string System_Zone_In(const std::string& tzid) {
-  for (std::size_t start = 0; start < tzid.size();) {
+  constexpr std::size_t longest = 100;
+  for (std::size_t start = tzid.size() - std::min(tzid.size(), longest); start < tzid.size();) {
     std::string name = tzid.substr(start);
     if (!name.starts_with('/') && Is_Known_Zone(name)) return name;
     const auto slash = tzid.find('/', start);
@@ -49,13 +55,27 @@ std::string System_Zone_In(const std::string& tzid) {
   return {};
 }
 
-// A zone changes its clock a few times a year. Rules of days or seconds would fill the memory with changes.
+// libical follows the rules of a zone at once from their beginning. Those that never give a date, or many,
+// would take all time and memory. A rule that is followed here changes the clock once a year or less often,
+// but three times in the first ten years.
 bool Is_Bounded(icalcomponent* definition) {
+  constexpr int most_rules = 40;
+  int rules = 0;
   for (icalcompiter i = icalcomponent_begin_component(definition, ICAL_ANY_COMPONENT); icalcompiter_deref(&i);
        icalcompiter_next(&i)) {
-    for (icalproperty* rule = icalcomponent_get_first_property(icalcompiter_deref(&i), ICAL_RRULE_PROPERTY);
-         rule; rule = icalcomponent_get_next_property(icalcompiter_deref(&i), ICAL_RRULE_PROPERTY)) {
-      if (icalproperty_get_rrule(rule).freq < ICAL_MONTHLY_RECURRENCE) return false;
+    const auto start = Read_Wall_Time(icalcomponent_get_dtstart(icalcompiter_deref(&i)));
+    for (icalproperty* property =
+             icalcomponent_get_first_property(icalcompiter_deref(&i), ICAL_RRULE_PROPERTY);
+         property; property = icalcomponent_get_next_property(icalcompiter_deref(&i), ICAL_RRULE_PROPERTY)) {
+      const icalrecurrencetype rule = icalproperty_get_rrule(property);
+      if (rule.freq < ICAL_MONTHLY_RECURRENCE || rule.rscale || !start || ++rules > most_rules) return false;
+      TRule_Walk walk(rule, *start, [] {});
+      TDateTime last = 0;
+      for (int count = 0; count < 3; ++count) {
+        const auto date = walk.Next(Whole_Day(*start) + 3653);
+        if (!date || (count > 0 && *date - last < 300)) return false;
+        last = *date;
+      }
     }
   }
   return true;
@@ -135,7 +155,7 @@ const TZone* TZones::Find(const std::string& tzid) {
     std::optional<TZone> zone;
     if (!system.empty()) {
       zone = TZone::Named(system);
-    } else if (definition != definitions.end()) {
+    } else if (definition != definitions.end() && ++defined <= Most_Defined) {
       zone = TZone::Defined(definition->second);
     }
     place = found.emplace(tzid, std::move(zone)).first;

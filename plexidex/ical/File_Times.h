@@ -64,6 +64,7 @@ class TZones {
 
  private:
   std::map<std::string, icalcomponent*> definitions;
+  int defined = 0;  // that were looked up; those after the first hundred count as not known
   std::map<std::string, std::optional<TZone>> found;
 };
 

@@ -22,13 +22,14 @@ using THolidays = std::set<std::pair<std::int64_t, std::string>>;  // day and na
 THoliday_Report Import_Holidays(const std::string& file, const std::string& country,
                                 const TImport_Options& options) {
   if (country.empty()) throw EImport_Error("Holidays need the name of their country; nothing was imported.");
-  const TCalendar_File calendar(file, options.Progress);
+  TImport_Budget budget = Import_Budget(options);
+  const TCalendar_File calendar(file, budget, options.Progress);
   TPlan_Options plan;
   plan.Until = Import_Until(options);
   plan.Progress = options.Progress;
   TImport_Report planned;
   THolidays holidays;
-  TFile_Plan(calendar, plan, planned).Run(nullptr, [&](const TPlanned_Object& object) {
+  TFile_Plan(calendar, plan, budget, planned).Run(nullptr, [&](const TPlanned_Object& object) {
     for (const TPlanned_Event& event : object.Events) {
       if (event.Is_Task()) {
         planned.Unused.push_back({event.Record.Title + " (" + object.UID + ")", "is a task, not a holiday"});

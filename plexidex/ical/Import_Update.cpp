@@ -16,6 +16,12 @@ constexpr int Default_Years = 10;
 
 }  // namespace
 
+TImport_Budget Import_Budget(const TImport_Options& options) {
+  TImport_Budget budget(options.Most_Entries);
+  if (!options.How_To_Raise.empty()) budget.How_To_Raise = options.How_To_Raise;
+  return budget;
+}
+
 TDateTime Import_Until(const TImport_Options& options) {
   if (options.Has_Until) return options.Until;
   const TDate_Parts today = Decode_Date(Today());

@@ -20,6 +20,7 @@ struct TKept_Object {
   std::string UID;
   TDateTime Until = 0;  // the last day of endless rules, and the day of the import
   TDateTime Imported = 0;
+  bool Cut = false;  // by the budget of the import, so that it had only its first date
   std::vector<TKept_Component> Parts;
   std::vector<std::vector<TStored_Event>> Events;  // by part
 };

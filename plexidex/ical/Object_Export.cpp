@@ -1,6 +1,7 @@
 #include "Object_Export.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 
 #include "Kept_Changes.h"
@@ -34,7 +35,8 @@ class TObject_Exporter {
       parts.push_back({part, TState::Unplanned});
     }
     TImport_Report told_then;
-    Plan_Object(components, zones, object.Until, planned, told_then);
+    TImport_Budget budget(object.Cut ? 0 : std::numeric_limits<std::int32_t>::max());
+    Plan_Object(components, zones, object.Until, budget, planned, told_then);
     for (TPlanned_Event& event : planned.Events) {
       if (components[static_cast<std::size_t>(event.Part)].Undated) event.Dates = {object.Imported};
     }

@@ -19,8 +19,9 @@ bool Says_The_Same(const TPlanned_Content& one, const TPlanned_Content& other) {
 
 class TObject_Planner {
  public:
-  TObject_Planner(TZones& zones, TDateTime until, TPlanned_Object& object, TImport_Report& report)
-      : zones(zones), until(until), object(object), report(report) {}
+  TObject_Planner(TZones& zones, TDateTime until, TImport_Budget& budget, TPlanned_Object& object,
+                  TImport_Report& report)
+      : zones(zones), until(until), budget(budget), object(object), report(report) {}
 
   void Plan(std::vector<TComponent>& components) {
     first = components.data();
@@ -58,6 +59,13 @@ class TObject_Planner {
     report.Unused.push_back({component.What, why});
   }
   void Remark(const std::string& why) { report.Left_Out.push_back({master->What, why}); }
+  // Only the first day of what would have been too much is left.
+  void Cut(TPlanned_Event& event, const std::string& why) {
+    event.Days = 1;
+    object.Cut = true;
+    report.Left_Out.push_back({Beginning_Of(event.Record.Title, 200),
+                               why + "; only its first date was written; " + budget.How_To_Raise});
+  }
 
   bool Has_Date(const TComponent& component) {
     if (component.Is_Task() || component.Has_Start) return true;
@@ -95,12 +103,15 @@ class TObject_Planner {
     if (component.Cancelled)
       return Unused(component, "cancels a date of an entry that the file does not hold");
     if (!Has_Date(component)) return;
-    if (component.Content.Days > Most_Dates)
-      return Unused(component, "covers more than " + std::to_string(Most_Dates) + " days");
     TPlanned_Event event = Event_Of(component);
     event.Dates = {Shown_On(component, component.Start.Local())};
     event.Named = {component.Has_Recurrence_Id && master ? Named_Occurrence(*master, component.Recurrence_Id)
                                                          : component.Start.Local()};
+    try {
+      budget.Take_Entries(event.Days);
+    } catch (const ELimit_Error& e) {
+      Cut(event, e.what());
+    }
     object.Events.push_back(std::move(event));
   }
 
@@ -112,7 +123,7 @@ class TObject_Planner {
     asked = excluded;
     for (const auto& [moment, component] : overrides) asked.insert(moment);
     try {
-      series = Read_Series(*master, until, asked);
+      series = Read_Series(*master, until, asked, budget);
     } catch (const ERule_Error& e) {
       Unused(*master, std::string(master->Rules.empty() ? "its time " : "its rule ") + e.what());
       return false;
@@ -124,6 +135,7 @@ class TObject_Planner {
     }
     excluded.insert(series.Excluded.begin(), series.Excluded.end());
     event = Event_Of(*master);
+    if (!series.Cut.empty()) Cut(event, series.Cut);
     for (const auto& [moment, component] : overrides) Apply(*component, moment);
     if (series.Is_Set) {
       Plan_Set();
@@ -185,14 +197,20 @@ class TObject_Planner {
   }
 
   void Plan_Dates() {
-    const auto add = [this](TDateTime date) {
-      event.Dates.push_back(Shown_On(*master, date));
+    bool beyond = false;
+    const auto add = [&](TDateTime date) {
+      const TDateTime shown = Shown_On(*master, date);
+      const bool within = In_Date_Range(shown + static_cast<TDateTime>(event.Days - 1));
+      beyond = beyond || !within;
+      if (!within) return;
+      event.Dates.push_back(shown);
       event.Named.push_back(date);
     };
     for (const TDateTime date : series.Dates) {
       if (!excluded.contains(To_Msecs(date))) add(date);
     }
     for (const TDateTime date : Extra_Left()) add(date);
+    if (beyond) Remark("what it has after the year 9999 was left out");
     if (event.Dates.empty()) return;
     if (event.Dates.size() > 1 && !event.Is_Task() && event.Days == 1) {
       Remark((master->Rules.empty() ? "its dates follow no rule"
@@ -213,6 +231,7 @@ class TObject_Planner {
 
   TZones& zones;
   const TDateTime until;
+  TImport_Budget& budget;
   TPlanned_Object& object;
   TImport_Report& report;
   const TComponent* first = nullptr;
@@ -225,9 +244,9 @@ class TObject_Planner {
 
 }  // namespace
 
-void Plan_Object(std::vector<TComponent>& components, TZones& zones, TDateTime until, TPlanned_Object& object,
-                 TImport_Report& report) {
-  TObject_Planner(zones, until, object, report).Plan(components);
+void Plan_Object(std::vector<TComponent>& components, TZones& zones, TDateTime until, TImport_Budget& budget,
+                 TPlanned_Object& object, TImport_Report& report) {
+  TObject_Planner(zones, until, budget, object, report).Plan(components);
 }
 
 }  // namespace Plexidex

@@ -37,7 +37,8 @@ void TObject_Writer::Write(TPlanned_Object& object) {
   } else {
     imports.Insert();
   }
-  imports.SetFields({book.Key, object.UID, object.Digest, Time_Zone(), Whole_Day(Today()), Whole_Day(until)});
+  imports.SetFields(
+      {book.Key, object.UID, object.Digest, Time_Zone(), Whole_Day(Today()), Whole_Day(until), object.Cut});
   PostUpdate(imports);
   Keep_Text(object);
 

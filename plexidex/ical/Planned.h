@@ -57,6 +57,7 @@ struct TPlanned_Object {
   std::string UID, Digest;
   std::string Text;                          // its components as they came, after the zones that they name
   std::map<std::string, std::string> Zones;  // those zones by their digests
+  bool Cut = false;                          // some of it was more than the budget of the import allows
   bool Withdrawn = false;                    // has no dates any more; what an earlier import brought goes
   std::vector<TPlanned_Event> Events;
   std::set<std::int64_t> Done;  // moments, in milliseconds, that the file calls dealt with

@@ -16,54 +16,20 @@ using KTReminds::TRecurrence_Pattern;
 namespace {
 
 template <std::size_t Size>
-std::vector<int> Values(const short (&list)[Size]) {
-  std::vector<int> values;
-  for (const short value : list) {
-    if (value == ICAL_RECURRENCE_ARRAY_MAX) break;
-    values.push_back(value);
-  }
-  return values;
-}
-
-template <std::size_t Size>
-void Fill(short (&list)[Size], int count) {
-  for (int i = 0; i < count; ++i) list[i] = static_cast<short>(i);
-  list[count] = ICAL_RECURRENCE_ARRAY_MAX;
-}
-
-template <std::size_t Size>
 bool Is_Given(const short (&list)[Size]) {
   return list[0] != ICAL_RECURRENCE_ARRAY_MAX;
 }
 
-// A rule of hours, minutes or seconds that is narrowed by conditions can step through thousands of years
-// without meeting them. Where its interval is 1 it says the same as a daily rule of these hours, minutes and
-// seconds, which cannot.
-void Make_Bounded(icalrecurrencetype& rule) {
-  if (rule.freq > ICAL_HOURLY_RECURRENCE) return;
-  const bool of_seconds = rule.freq == ICAL_SECONDLY_RECURRENCE,
-             of_minutes = rule.freq == ICAL_MINUTELY_RECURRENCE;
-  const bool narrowed = Is_Given(rule.by_month) || Is_Given(rule.by_month_day) ||
-                        Is_Given(rule.by_year_day) || Is_Given(rule.by_day) || Is_Given(rule.by_hour) ||
-                        Is_Given(rule.by_set_pos) || Is_Given(rule.by_week_no) ||
-                        ((of_seconds || of_minutes) && Is_Given(rule.by_minute)) ||
-                        (of_seconds && Is_Given(rule.by_second));
-  if (!narrowed) return;
-  if (rule.interval != 1 || Is_Given(rule.by_set_pos) || Is_Given(rule.by_year_day) ||
-      Is_Given(rule.by_week_no)) {
-    throw ERule_Error("repeats within the day under conditions that cannot be followed");
-  }
-  if (!Is_Given(rule.by_hour)) Fill(rule.by_hour, 24);
-  if ((of_seconds || of_minutes) && !Is_Given(rule.by_minute)) Fill(rule.by_minute, 60);
-  if (of_seconds && !Is_Given(rule.by_second)) Fill(rule.by_second, 60);
-  rule.freq = ICAL_DAILY_RECURRENCE;
+// Rules of another calendar, and those that move days which a month lacks.
+bool Is_Of_Other_Calendar(const icalrecurrencetype& rule) {
+  return rule.rscale && (Simple_UpperCase(rule.rscale) != "GREGORIAN" || rule.skip != ICAL_SKIP_OMIT);
 }
 
 icalrecurrencetype Parse_Rule(const std::string& text) {
   icalerror_clear_errno();
   const icalrecurrencetype rule = icalrecurrencetype_from_string(text.c_str());
   if (rule.freq == ICAL_NO_RECURRENCE || rule.interval < 1)
-    throw ERule_Error("cannot be read (" + text + ")");
+    throw ERule_Error("cannot be read (" + text.substr(0, 100) + ")");
   return rule;
 }
 
@@ -192,64 +158,89 @@ bool Ends_There(const TRecurrence_Pattern& pattern, TDateTime last) {
 
 }  // namespace
 
-TRule_Dates::TRule_Dates(const std::string& text, const TFile_Time& start, TDateTime until)
-    : start(start), until(until), rule(Parse_Rule(text)), rule_until(rule.until) {
-  rule.until = icaltime_null_time();
+TRule_Dates::TRule_Dates(const std::string& text, const TFile_Time& start, TDateTime until,
+                         TImport_Budget& budget)
+    : start(start), until(until), rule(Parse_Rule(text)), budget(budget) {
   if (start.Is_Date && rule.freq <= ICAL_HOURLY_RECURRENCE) {
     throw ERule_Error("repeats within the day, but the event has no time of day");
   }
-  Make_Bounded(rule);
+  budget.Begin_Rule();
+  if (!Is_Of_Other_Calendar(rule)) {
+    walk.emplace(rule, start.Wall, [&budget] { budget.Step(); });
+    return;
+  }
+  // Only what steps by months is sure to come to an end soon.
+  if (rule.freq < ICAL_MONTHLY_RECURRENCE || Is_Given(rule.by_set_pos)) {
+    throw ERule_Error("is of a calendar in which only plain months and years can be followed");
+  }
+  icalrecurrencetype endless = rule;
+  endless.until = icaltime_null_time();
+  endless.count = 0;
   icalerror_clear_errno();
-  iterator.reset(icalrecur_iterator_new(rule, Floating_Time(start.Wall, start.Is_Date)));
+  iterator.reset(icalrecur_iterator_new(endless, Floating_Time(start.Wall, start.Is_Date)));
+}
+
+// The last day on which a date may lie in the time of the start: a zone moves it by a day at most.
+std::int64_t TRule_Dates::Last_Day() const {
+  if (const auto end = Read_Wall_Time(rule.until)) return Whole_Day(*end) + 1;
+  if (rule.count == 0 && given > 0) return Whole_Day(until) + 1;
+  return Day_From_Date(Max_Year, 12, 31);
 }
 
 bool TRule_Dates::Is_Beyond_End(TDateTime wall, TDateTime local) const {
-  if (!icaltime_is_null_time(rule_until)) {
-    const auto end = Read_Wall_Time(rule_until);
-    if (!end) return false;
-    if (rule_until.is_date || start.Is_Date) return Whole_Day(wall) > Whole_Day(*end);
-    if (icaltime_is_utc(rule_until)) return CompareDates(local, UTC_To_Local(*end)) > 0;
+  if (const auto end = Read_Wall_Time(rule.until)) {
+    if (rule.until.is_date || start.Is_Date) return Whole_Day(wall) > Whole_Day(*end);
+    if (icaltime_is_utc(rule.until)) return CompareDates(local, UTC_To_Local(*end)) > 0;
     return CompareDates(wall, *end) > 0;
   }
   return rule.count == 0 && given > 0 && Whole_Day(local) > Whole_Day(until);
 }
 
+std::optional<TDateTime> TRule_Dates::Next_Wall() {
+  if (rule.count > 0 && walked >= rule.count) return std::nullopt;
+  std::optional<TDateTime> wall;
+  if (walk) {
+    wall = walk->Next(Last_Day());
+  } else if (iterator) {
+    budget.Step();
+    wall = Read_Wall_Time(icalrecur_iterator_next(iterator.get()));
+  }
+  ++walked;
+  return wall;
+}
+
 std::optional<TDateTime> TRule_Dates::Next() {
-  // A rule may name one date several times, but not for ever.
-  for (std::int64_t repeated = 0; repeated <= Most_Dates; ++repeated) {
-    if (!iterator) return std::nullopt;
-    const icaltimetype time = icalrecur_iterator_next(iterator.get());
-    const auto wall = icaltime_is_null_time(time) ? std::nullopt : Read_Wall_Time(time);
-    if (!wall) return std::nullopt;
+  while (const auto wall = Next_Wall()) {
+    budget.Step();
     TFile_Time date = start;
     date.Wall = *wall;
     const TDateTime local = date.Local();
-    if (Is_Beyond_End(date.Wall, local)) {
-      iterator.reset();
-      return std::nullopt;
-    }
+    if (Is_Beyond_End(date.Wall, local)) break;
     if (!In_Date_Range(local)) throw ERule_Error("leaves the years 1 to 9999");
     if (given > 0 && CompareDates(date.Wall, last) <= 0) continue;
-    if (++given > Most_Dates) throw ERule_Error("gives more than " + std::to_string(Most_Dates) + " dates");
+    ++given;
     last = date.Wall;
     return local;
   }
-  throw ERule_Error("names one date over and over");
+  walk.reset();
+  iterator.reset();
+  return std::nullopt;
 }
 
 TTranslated_Rule Translate_Rule(const std::string& text, const TFile_Time& start, TDateTime until,
-                                const std::function<void(TDateTime)>& on_date) {
+                                TImport_Budget& budget, const std::function<void(TDateTime)>& on_date) {
   struct TRun {
     TRecurrence_Pattern Pattern;
     TDateTime Date;
   };
   TTranslated_Rule result;
   std::vector<TRun> runs;
-  TRule_Dates dates(text, start, until);
+  TRule_Dates dates(text, start, until, budget);
   while (const auto next = dates.Next()) {
     const TDateTime date = result.Last = *next;
     if (on_date) on_date(date);
-    if (++result.Count == 1) {
+    budget.Check_Entries(++result.Count);
+    if (result.Count == 1) {
       result.First = date;
       const icalrecurrencetype rule = Parse_Rule(text);
       const TCandidates candidates(rule, start.Wall, start.Local());

@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "File_Times.h"
+#include "Import_Budget.h"
 #include "Recurrence.h"
+#include "Rule_Walk.h"
 
 namespace Plexidex {
 
@@ -21,19 +23,16 @@ class ERule_Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Entries of more dates than this are refused.
-inline constexpr std::int64_t Most_Dates = 100'000;
-
 /// The dates of one rule in the user's local time, in the order of their moments, without those excluded
 /// elsewhere. Where a clock was changed, two moments may have one local time. A start that does not meet the
 /// rule is not among them.
 class TRule_Dates {
  public:
   /// `rule` is the text of the property. A rule without an end of its own ends with the day of `until`, but
-  /// gives its first date in any case. Throws ERule_Error.
-  TRule_Dates(const std::string& rule, const TFile_Time& start, TDateTime until);
+  /// gives its first date in any case. Throws ERule_Error. The budget must outlive this.
+  TRule_Dates(const std::string& rule, const TFile_Time& start, TDateTime until, TImport_Budget& budget);
 
-  /// Nothing at the end. Throws ERule_Error after Most_Dates, or when a date cannot be formed.
+  /// Nothing at the end. Throws ERule_Error when a date cannot be formed, and ELimit_Error.
   std::optional<TDateTime> Next();
 
  private:
@@ -41,14 +40,17 @@ class TRule_Dates {
     void operator()(icalrecur_iterator* iterator) const { icalrecur_iterator_free(iterator); }
   };
 
+  std::optional<TDateTime> Next_Wall();
+  std::int64_t Last_Day() const;
   bool Is_Beyond_End(TDateTime wall, TDateTime local) const;
 
   TFile_Time start;
   TDateTime until;
   icalrecurrencetype rule;
-  icaltimetype rule_until;
-  std::unique_ptr<icalrecur_iterator, TFree> iterator;
-  std::int64_t given = 0;
+  TImport_Budget& budget;
+  std::optional<TRule_Walk> walk;
+  std::unique_ptr<icalrecur_iterator, TFree> iterator;  // of another calendar, instead of the walk
+  std::int64_t walked = 0, given = 0;
   TDateTime last = 0;  // in the rule's own zone
 };
 
@@ -62,7 +64,7 @@ struct TTranslated_Rule {
 /// Looks for a pattern that gives the dates of a rule, and reports each date on the way. Rules of a single
 /// date agree with no pattern. Throws as TRule_Dates does.
 TTranslated_Rule Translate_Rule(const std::string& rule, const TFile_Time& start, TDateTime until,
-                                const std::function<void(TDateTime)>& on_date);
+                                TImport_Budget& budget, const std::function<void(TDateTime)>& on_date);
 
 /// Calls `on_date` for every date that creation writes for a set.
 void Walk_Pattern(const KTReminds::TRecurrence_Pattern& pattern, TDateTime first,

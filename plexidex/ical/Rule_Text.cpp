@@ -70,9 +70,12 @@ std::vector<TDateTime> Dates_Of(const std::string& rule, TDateTime start, bool a
     TFile_Time from;
     from.Wall = start;
     from.Is_Date = are_days;
+    TImport_Budget budget;
     const auto add = [&found](TDateTime date) { found.push_back(date); };
-    if (!Translate_Rule(rule, from, start, add).Agrees) found.clear();
+    if (!Translate_Rule(rule, from, start, budget, add).Agrees) found.clear();
   } catch (const ERule_Error&) {
+    found.clear();
+  } catch (const ELimit_Error&) {
     found.clear();
   }
   return found;

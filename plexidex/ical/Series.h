@@ -22,6 +22,7 @@ struct TSeries {
   std::vector<TDateTime> Extra;  // given one by one, besides a rule; ascending
   std::set<TMoment> Met;         // those of the moments asked for that are among the dates or Extra
   std::set<TMoment> Excluded;    // by a rule of exclusions
+  std::string Cut;               // why only the first date is here, where all were too much; "" otherwise
 
   bool Is_Extra(TMoment moment) const;
 };
@@ -30,7 +31,8 @@ struct TSeries {
 /// for an all-day component a time means its day.
 TDateTime Named_Occurrence(const TComponent& component, const TFile_Time& time);
 
-/// Throws ERule_Error. The dates of a task are those of its start.
-TSeries Read_Series(const TComponent& component, TDateTime until, const std::set<TMoment>& asked);
+/// Throws ERule_Error. The dates of a task are those of its start. What is read is taken from the budget.
+TSeries Read_Series(const TComponent& component, TDateTime until, const std::set<TMoment>& asked,
+                    TImport_Budget& budget);
 
 }  // namespace Plexidex

@@ -8,11 +8,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSpinBox>
 
 #include "Alarm_Sounds.h"
 #include "Database.h"
 #include "Host_Dialog.h"
 #include "Kt_util_01.h"
+#include "Transfer.h"
 
 namespace Plexidex {
 
@@ -35,6 +37,7 @@ class TPreferences : public THost_Dialog {
         completed(new QCheckBox(tr("&Strike through what is completed"))),
         interface_sounds(new QCheckBox(tr("&Interface sounds"))),
         default_sound(new QComboBox),
+        most_entries(new QSpinBox),
         file(new QLineEdit(QDir::toNativeSeparators(To_Qt(database)))),
         current(database) {
     setObjectName(QStringLiteral("Preferences"));
@@ -59,6 +62,12 @@ class TPreferences : public THost_Dialog {
     Form()->addRow(completed);
     Form()->addRow(interface_sounds);
     Form()->addRow(tr("&Default alarm sound:"), default_sound);
+    most_entries->setObjectName(QStringLiteral("Most_Entries"));
+    most_entries->setRange(1000, 100'000'000);
+    most_entries->setSingleStep(50'000);
+    most_entries->setGroupSeparatorShown(true);
+    most_entries->setValue(static_cast<int>(Read_Most_Entries()));
+    Form()->addRow(tr("&Entries of an import at most:"), most_entries);
     Form()->addRow(tr("Database &file:"), row);
     qobject_cast<QLabel*>(Form()->labelForField(row))->setBuddy(file);
     connect(browse, &QPushButton::clicked, this, [this] {
@@ -88,6 +97,7 @@ class TPreferences : public THost_Dialog {
     Write_Bool("General", "Navigation Bars", bars->isChecked());
     Write_Bool("General", "Completed Style", completed->isChecked());
     Write_Bool("Sounds", "Interface", interface_sounds->isChecked());
+    Write_Most_Entries(most_entries->value());
     sounds.Selected = default_sound->currentData().toInt();
     KTReminds::Write_Default_Sound(sounds.Default_Value());
     return true;
@@ -108,6 +118,7 @@ class TPreferences : public THost_Dialog {
 
   QCheckBox *bars, *completed, *interface_sounds;
   QComboBox* default_sound;
+  QSpinBox* most_entries;
   QLineEdit* file;
   const std::string current;
   KTReminds::TSound_List sounds;

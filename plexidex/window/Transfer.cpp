@@ -53,16 +53,26 @@ QString Summary(const TImport_Report& report) {
   if (const std::string ends = Ends_Remark(report); !ends.empty())
     text += QObject::tr("\n\nNote: %1.").arg(To_Qt(ends));
   constexpr std::size_t most = 12;
-  if (!report.Unused.empty()) text += QObject::tr("\n\nNot used:");
-  for (std::size_t i = 0; i < std::min(most, report.Unused.size()); ++i) {
-    text +=
-        QLatin1Char('\n') + To_Qt(report.Unused[i].What) + QStringLiteral(": ") + To_Qt(report.Unused[i].Why);
-  }
-  if (report.Unused.size() > most) text += QObject::tr("\nand %1 more").arg(report.Unused.size() - most);
+  const auto add = [&](const QString& heading, const std::vector<TImport_Remark>& remarks) {
+    if (!remarks.empty()) text += QStringLiteral("\n\n") + heading;
+    for (std::size_t i = 0; i < std::min(most, remarks.size()); ++i)
+      text += QLatin1Char('\n') + To_Qt(remarks[i].What) + QStringLiteral(": ") + To_Qt(remarks[i].Why);
+    if (remarks.size() > most) text += QObject::tr("\nand %1 more").arg(remarks.size() - most);
+  };
+  add(QObject::tr("Not used:"), report.Unused);
+  add(QObject::tr("Notes:"), report.Left_Out);
   return text;
 }
 
 }  // namespace
+
+std::int64_t Read_Most_Entries() {
+  return std::max<std::int64_t>(1, Kt_util_01::Read_Integer("Import", "Most Entries", Default_Entries));
+}
+
+void Write_Most_Entries(std::int64_t entries) {
+  Kt_util_01::Write_Integer("Import", "Most Entries", entries);
+}
 
 bool Import_With_Progress(QWidget* window, const std::string& book, QString file) {
   if (file.isEmpty()) {
@@ -76,6 +86,8 @@ bool Import_With_Progress(QWidget* window, const std::string& book, QString file
       TProgress_Dialog progress(window, QObject::tr("Reading the calendar..."));
       TImport_Options options;
       options.Book = book;
+      options.Most_Entries = Read_Most_Entries();
+      options.How_To_Raise = "the user preferences allow more";
       options.Progress = &progress;
       report = Import_Calendar(From_Qt(file), options);
     }

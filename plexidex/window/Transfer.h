@@ -1,9 +1,14 @@
 #pragma once
 
 #include <QWidget>
+#include <cstdint>
 #include <string>
 
 namespace Plexidex {
+
+/// How many entries one file may bring, as the user set it.
+std::int64_t Read_Most_Entries();
+void Write_Most_Entries(std::int64_t entries);
 
 /// Asks for a calendar file, or takes the one named, and brings it into a book, with a progress dialog that
 /// can be cancelled; says what came of it. True when something may have been written.

@@ -84,6 +84,7 @@ TEST_F(Commands_Test, Mistakes_Give_One_Sentence) {
       {{"import", "x.ics", "--holidays"}, "--holidays requires --country."},
       {{"agenda", "--days", "2", "--to", "2024-01-01"}, "--to excludes --days."},
       {{"agenda", "--days", "-1"}, "--days: \"-1\" is not a number of days from 1 to 3652059."},
+      {{"import", "x.ics", "--limit", "0"}, "--limit: \"0\" is not a number of entries from 1 to 100000000."},
       {{"agenda", "--format", "xml"}, "--format: \"xml\" is neither text nor json."},
       {{"agenda", "--from", "2024-02-30"},
        "--from: \"2024-02-30\" is not a date such as 2024-01-15, 1/15/2024 or today."},

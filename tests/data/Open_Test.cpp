@@ -131,7 +131,8 @@ TEST_F(Open, A_Migrated_Database_Is_Like_A_New_One) {
   Open_Sqlite(file, {})->Execute(
       "DROP TABLE KT_Import_Texts; DROP TABLE KT_Import_Zones; ALTER TABLE KT_Import_Events DROP COLUMN Part;"
       "ALTER TABLE KT_Imports DROP COLUMN Zone; ALTER TABLE KT_Imports DROP COLUMN Imported;"
-      "ALTER TABLE KT_Imports DROP COLUMN Until; PRAGMA user_version = 1");
+      "ALTER TABLE KT_Imports DROP COLUMN Until; ALTER TABLE KT_Imports DROP COLUMN Cut; PRAGMA user_version "
+      "= 1");
   EXPECT_EQ(layout(), made);
 }
 

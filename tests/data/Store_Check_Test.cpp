@@ -35,6 +35,13 @@ TEST_F(Store_Check, What_Does_Not_Belong_Together_Is_Named) {
                                          "1 occurrence belongs to the event \"e1\", which is not there."));
 }
 
+TEST_F(Store_Check, Dates_That_Are_None_Are_Named) {
+  for (const char* date : {"1e300", "-1e300", "'tomorrow'", "2958466"}) {
+    Run_Sql("UPDATE KT_Events_Data SET EventDate = " + std::string(date) + " WHERE Key = 'o2'");
+    EXPECT_THAT(Check_Store(), Contains("The occurrence \"o2\" has no date of the years 1 to 9999.")) << date;
+  }
+}
+
 TEST_F(Store_Check, Damage_Of_The_File) {
   // The index loses what the table has, by a connection without defences.
   sqlite3* connection = nullptr;

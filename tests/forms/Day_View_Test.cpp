@@ -66,8 +66,7 @@ TEST_F(Day_View, Steps_Days_And_Finds_Entries_To_Both_Sides) {
   Act(view, "ToolButton7");
   EXPECT_EQ(CurrentDate, Monday + 0.5) << "with the time of day";
   Run_Sql("ALTER TABLE KT_Contacts RENAME TO Elsewhere");
-  seams.Prompts.Expect_Unread("find KT_Contacts: no such table: KT_Contacts",
-                              "Reminder_Utils:Locate_Event [KT_Events_Data]");
+  seams.Prompts.Expect_Unread("no such table: KT_Contacts", "Reminder_Utils:Locate_Event [KT_Events_Data]");
   Act(view, "Nextbtn");
   Run_Sql("ALTER TABLE Elsewhere RENAME TO KT_Contacts");
 }

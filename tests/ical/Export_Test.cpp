@@ -34,12 +34,12 @@ struct Exporting : Import_Fixture {
     return Import_Calendar(Out(), options);
   }
 
-  static std::string Create(const std::string& title, const char* first, const TRecurrence_Pattern& pattern,
-                            int offset = -1) {
+  std::string Create(const std::string& title, const char* first, const TRecurrence_Pattern& pattern,
+                     int offset = -1) {
     TNew_Event event = New_Event(title, 0);
     EXPECT_TRUE(Str2DateTime(first, event.Record.FirstDate));
     event.Record.Pattern = pattern;
-    event.Alarm = {offset >= 0, offset, "C:\\Sounds; and\\ding.wav", 0};
+    event.Alarm = {offset >= 0, offset, Sound_File("ding; and, ü.wav"), 0};
     std::string key;
     EXPECT_NE(Create_Event(event, key), "");
     return key;
@@ -152,7 +152,7 @@ TEST_F(Exporting, Whatever_Was_Changed_Here_Comes_Out) {
       "EventType = 0)",
       std::string("UPDATE KT_Events SET Status = 2, Percentage = 100, Completed = 45300") + of_set +
           " AND EventType = 3; UPDATE KT_Events_Data SET Actioned = 1 WHERE Key = '%'",
-      "INSERT OR REPLACE INTO KT_Alarms (Key, Offset, WAVFile) VALUES ('%', 25, 's')",
+      "INSERT OR REPLACE INTO KT_Alarms (Key, Offset, WAVFile) VALUES ('%', 25, '<Default Sound>')",
       "DELETE FROM KT_Alarms WHERE Key = '%'",
       std::string("UPDATE KT_Events SET FirstDate = FirstDate + 1") + of_set +
           "; UPDATE KT_Events_Data SET EventDate = EventDate + 1 WHERE Event = (SELECT Event FROM "

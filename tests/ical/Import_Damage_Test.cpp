@@ -16,6 +16,14 @@ struct Import_Damage : Import_Fixture {
       return e.what();
     }
   }
+  static std::string Nested(int depth) {
+    std::string begin, end;
+    for (int i = 0; i < depth; ++i) {
+      begin += "BEGIN:X-IN\r\n";
+      end += "END:X-IN\r\n";
+    }
+    return Calendar(begin + end).erase(17, 13);  // VERSION counts as a line
+  }
 };
 
 TEST_F(Import_Damage, What_Is_No_Calendar_Is_Refused_With_Its_Place) {
@@ -41,6 +49,8 @@ TEST_F(Import_Damage, What_Is_No_Calendar_Is_Refused_With_Its_Place) {
       {"BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nEND "
        ":VEVENT\r\nDTSTART:20240101\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n",
        "\" is damaged: the component of line 2 cannot be read as it stands."},
+      // It would overflow the stack of what reads it.
+      {Nested(35'000), "\" is damaged: line 33 begins a X-IN inside of 32 other components."},
       {"BEGIN:VCALENDAR\r\nEND:VCALENDAR\r\nrest", "\" is damaged: line 3 follows the end of the calendar."},
   };
   for (const auto& test : cases) EXPECT_EQ(Try(test.Text), '"' + folder.File("in.ics") + test.Why);
@@ -58,14 +68,29 @@ TEST_F(Import_Damage, Lines_Of_Any_Length_And_End_Are_Read) {
   const std::string start = "BEGIN:VCALENDAR\nBEGIN:VEVENT\nUID:x\nDTSTART:20240101T090000\nDESCRIPTION:";
   const std::string end = "\nEND:VEVENT\nEND:VCALENDAR\n";
   std::string notes;
-  while (notes.size() < (12U << 20)) notes += "grün " + std::to_string(notes.size());
+  while (notes.size() < 1'000'000) notes += "grün " + std::to_string(notes.size());
   EXPECT_EQ(Try(start + notes + end), "");
-  EXPECT_EQ(Query_Text("SELECT Notes FROM KT_Events"), notes);
+  EXPECT_TRUE(Query_Text("SELECT Notes FROM KT_Events") == notes);
+
+  // Cut between characters; a UID as long is still the same at the next import.
+  for (int i = 0; i < 200'000; ++i) notes += "ü";
+  const std::string too_long = Event("UID:" + notes + "|DTSTART:20240101T090000|SUMMARY:x" + notes +
+                                     "|LOCATION:" + notes + "|DESCRIPTION:" + notes);
+  const std::string rest = " KB, the most that an entry holds";
+  const auto report = Import(too_long);
+  ASSERT_EQ(report.Left_Out.size(), 3u);
+  EXPECT_EQ(report.Left_Out[0].Why, "its title was cut to 64" + rest);
+  EXPECT_EQ(report.Left_Out[2].Why, "its description was cut to 1024" + rest);
+  EXPECT_LT(report.Left_Out[2].What.size(), 201u);
+  EXPECT_EQ(Query_Number("SELECT length(CAST(Notes AS BLOB)) FROM KT_Events WHERE Location <> ''") / 2,
+            1 << 19);
+  EXPECT_TRUE(Is_Sound());
+  EXPECT_EQ(Told(Import(too_long)), "read 1, unchanged 1");
 
   std::string returns = start + "old" + end;
   std::replace(returns.begin(), returns.end(), '\n', '\r');
   EXPECT_EQ(Try(returns), "");
-  EXPECT_EQ(Query_Text("SELECT Notes FROM KT_Events"), "old");
+  EXPECT_EQ(Query_Text("SELECT Notes FROM KT_Events WHERE Location = ''"), "old");
 }
 
 TEST_F(Import_Damage, A_File_Cut_Short_Anywhere_Is_Refused_Whole) {
@@ -81,7 +106,8 @@ TEST_F(Import_Damage, A_File_Cut_Short_Anywhere_Is_Refused_Whole) {
 TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
   std::istringstream pieces(
       "BEGIN:VEVENT\r\n|END:VEVENT\r\n|RRULE:FREQ=DAILY\r\n|DTSTART:|;|:|\r\n|9999|-|\xFF\xC3|COUNT=0;|"
-      "INTERVAL=32767;|20240229|T250000Z|PT|TZID=Office|\\|\"");
+      "INTERVAL=32767;|BYMONTHDAY=-31;|BYSETPOS=2;|FREQ=SECONDLY;|BYYEARDAY=366;|X-PLEXIDEX-SOUND:x|20240229|"
+      "T250000Z|PT|TZID=Office|\\|\"");
   std::vector<std::string> inserted;
   for (std::string piece; std::getline(pieces, piece, '|');) inserted.push_back(piece);
   const int rounds = std::getenv("KT_LONG_TESTS") != nullptr ? 15'000 : 300;

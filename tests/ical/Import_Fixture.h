@@ -31,6 +31,12 @@ struct Import_Fixture : TDatabase_Test {
     return Replaced(File_Content(KT_TEST_DATA "/" + name + ".ics"), "\n", "\r\n");
   }
 
+  /// A sound in the folder of sounds.
+  std::string Sound_File(const std::string& name) const {
+    Kt_util_01::Install_Sound_Folder(folder.File(""));
+    std::ofstream(folder.File(name)) << "RIFF";
+    return folder.File(name);
+  }
   std::string File(const std::string& text) const {
     std::ofstream(folder.File("in.ics"), std::ios::binary) << text;
     return folder.File("in.ics");

@@ -40,10 +40,11 @@ TEST_F(Importing, The_Book_Is_The_Named_One) {
 
 TEST_F(Importing, Times_Become_Local) {
   EXPECT_EQ(Import_Data("times"),
-            "read 10, events 10, occurrences 10\n"
+            "read 11, events 11, occurrences 11\n"
             "20240701T110000 (8): the time zone \"Mad\" is not known; its times were taken as local\n"
-            "20240701T100000 (9): the time zone \"Atlantis\" is not known; its times were taken as local\n")
-      << "the clock of one would change every second";
+            "20240701T100000 (9): the time zone \"Atlantis\" is not known; its times were taken as local\n"
+            "20240701T100000 (10): the time zone \"Never\" is not known; its times were taken as local\n")
+      << "the clock of one would change every second, that of another never";
   // Each title says what its event's time is here.
   EXPECT_EQ(Query_Rows("Title, EventDate",
                        "KT_Events e JOIN KT_Events_Data d ON d.Event = e.Key WHERE Title <> "
@@ -152,6 +153,33 @@ TEST_F(Importing, Tasks) {
       "Sometime|3|1|0|0|0|45306|0|45306.0");
   // Due at five in the afternoon, half an hour before which is 990 minutes after that day's midnight.
   EXPECT_EQ(Query_Rows("Offset, Actioned", "KT_Alarms ORDER BY Offset"), "-990|0, 60|1");
+}
+
+TEST_F(Importing, Nothing_Lies_After_The_Last_Year) {
+  const auto report =
+      Import(Task("UID:t|SUMMARY:T|DTSTART:99981230T090000|DUE:99990105T090000|RRULE:FREQ=YEARLY;COUNT=2") +
+             Event("UID:e|SUMMARY:E|DTSTART;VALUE=DATE:99991015|DTEND;VALUE=DATE:99991114|"
+                   "RRULE:FREQ=MONTHLY;COUNT=3"));
+  EXPECT_EQ(
+      Remarks(report.Left_Out),
+      "T (t): what it has after the year 9999 was left out\nE (e): what it has after the year 9999 was left out\n");
+  EXPECT_EQ(Told(report), "read 2, sets 2, tasks 1, occurrences 61");
+  EXPECT_TRUE(Is_Sound());
+}
+
+TEST_F(Importing, A_Sound_Is_One_Of_The_Programs) {
+  const std::string bell = Sound_File("Bell.wav");
+  for (const auto& [named, taken] : {std::pair("/elsewhere/Bell.wav", bell),
+                                     {"C:\\\\Sounds\\\\Bell.wav", bell},
+                                     {"<Standard Beep>", std::string("<Standard Beep>")},
+                                     {"/dev/zero", "<Default Sound>"},
+                                     {"in.ics", "<Default Sound>"}}) {
+    const auto report =
+        Import(Event("UID:a|SUMMARY:A|DTSTART:20240105T100000|BEGIN:VALARM|TRIGGER:-PT5M|X-PLEXIDEX-SOUND:" +
+                     std::string(named) + "|END:VALARM"));
+    EXPECT_EQ(Query_Rows("WAVFile", "KT_Alarms"), taken) << named;
+    EXPECT_EQ(report.Left_Out.size(), taken == "<Default Sound>" ? 1u : 0u);
+  }
 }
 
 TEST_F(Importing, What_Cannot_Be_Used_Is_Named) {
