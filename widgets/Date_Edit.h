@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateEdit>
+#include <QLineEdit>
 #include <optional>
 
 #include "Kt_dates.h"
