@@ -33,10 +33,13 @@ TKept_Zones Kept_Zones(const std::vector<TRead_Component>& definitions) {
 void Keep_Text(const std::vector<TRead_Component>& components, const TKept_Zones& zones,
                TPlanned_Object& object) {
   std::string text;
-  for (const TRead_Component& read : components) {
-    text += As_Kept(read.Text);
-    if (zones.empty()) continue;
-    for (const std::string& name : TKept_Component(read.Text).Zones()) {
+  for (const TRead_Component& read : components) text += As_Kept(read.Text);
+  const std::vector<TKept_Component> parts = Split_Components(text);
+  // Of a text that cannot be taken apart again nothing is kept.
+  if (parts.size() != components.size()) return;
+  for (const TKept_Component& part : parts) {
+    if (zones.empty()) break;
+    for (const std::string& name : part.Zones()) {
       if (const auto zone = zones.find(name); zone != zones.end())
         object.Zones.emplace(zone->second.Digest, zone->second.Text);
     }

@@ -25,7 +25,7 @@ std::size_t Line_Length(std::string_view text) {
 std::string Unfolded(std::string_view line) {
   std::string whole;
   for (std::size_t at = 0; at < line.size(); ++at) {
-    if (line[at] == '\r' || line[at] == '\n') continue;
+    if (line[at] == '\n' || line.substr(at, 2) == "\r\n") continue;
     if (at > 0 && line[at - 1] == '\n') continue;  // the blank that continues it
     whole += line[at];
   }
@@ -39,6 +39,13 @@ std::string Name_Of(std::string_view line) {
   // A name may be folded too.
   const std::string whole = Unfolded(line.substr(0, 200));
   return Kt_util_01::Simple_UpperCase(whole.substr(0, whole.find_first_of(":;")));
+}
+
+// "BEGIN" or "END" for a line that begins or ends a component, otherwise "".
+std::string Frame_Of(std::string_view line) {
+  const std::string name = Name_Of(line);
+  if (name != "BEGIN" && name != "END") return {};
+  return Unfolded(line.substr(0, 200)).substr(name.size(), 1) == ":" ? name : std::string();
 }
 
 std::string Value_Of(std::string_view line) {
@@ -55,9 +62,9 @@ TKept_Component::TKept_Component(std::string_view text) {
   while (!text.empty()) {
     const std::string_view line = text.substr(0, Line_Length(text));
     text.remove_prefix(line.size());
-    std::string name = Name_Of(line);
-    const bool begins = name == "BEGIN", ends = name == "END";
-    if (begins || ends) name = Value_Of(line);
+    const std::string frame = Frame_Of(line);
+    const bool begins = frame == "BEGIN", ends = frame == "END";
+    std::string name = frame.empty() ? Name_Of(line) : Value_Of(line);
     if (depth < 2 || (begins && depth == 1)) {
       pieces.push_back({std::move(name), std::string(line)});
     } else {
@@ -105,8 +112,8 @@ void TKept_Component::Add(std::string_view name, std::string_view lines) {
   if (lines.empty()) return;
   // Components inside it come after its properties.
   const auto place = std::find_if(pieces.begin() + 1, pieces.end() - 1,
-                                  [](const TPiece& piece) { return Name_Of(piece.Text) == "BEGIN"; });
-  pieces.insert(Name_Of(lines) == "BEGIN" ? pieces.end() - 1 : place,
+                                  [](const TPiece& piece) { return Frame_Of(piece.Text) == "BEGIN"; });
+  pieces.insert(Frame_Of(lines) == "BEGIN" ? pieces.end() - 1 : place,
                 {std::string(name), std::string(lines)});
 }
 
@@ -149,9 +156,9 @@ std::vector<TKept_Component> Split_Components(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
     const std::string_view line = text.substr(at, Line_Length(text.substr(at)));
     at += line.size();
-    const std::string name = Name_Of(line);
-    if (name == "BEGIN") ++depth;
-    if (name != "END" || depth == 0 || --depth > 0) continue;
+    const std::string frame = Frame_Of(line);
+    if (frame == "BEGIN") ++depth;
+    if (frame != "END" || depth == 0 || --depth > 0) continue;
     components.emplace_back(text.substr(begin, at - begin));
     begin = at;
   }

@@ -60,7 +60,7 @@ void TObject_Writer::Write(TPlanned_Object& object) {
 // The text goes with the last event of the object, so without events there is none.
 void TObject_Writer::Keep_Text(const TPlanned_Object& object) {
   if (texts.FindKey({book.Key, object.UID})) texts.Delete();
-  if (object.Events.empty()) return;
+  if (object.Events.empty() || object.Text.empty()) return;
   texts.Insert();
   texts.SetFields({book.Key, object.UID});
   texts.Set_Blob(texts.Field("Content"), object.Text);
