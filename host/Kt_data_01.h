@@ -271,6 +271,10 @@ void LogJournal(int type, std::string_view occurrence, std::string_view contact,
 /// Removes the journal entries of an occurrence; inside a bracket only.
 void RemoveLog(std::string_view occurrence);
 
+/// Forgets from where an event was imported, and with the last event of its calendar object what was kept of
+/// the file's text; inside a bracket only.
+void Forget_Import(std::string_view event);
+
 /// Appends the holidays from the day of `from` to the day of `to`, in order.
 void Build_Holidays_Data(TEventKey_List& list, TDateTime from, TDateTime to);
 

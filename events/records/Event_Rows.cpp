@@ -21,7 +21,9 @@ void Delete_Event(TOccurrence_Rows& rows) {
   if (rows.Has_Alarm) rows.Alarm.Delete();
   rows.Occurrence.Delete();
   TTable others(Events_Data, "Event", {"Event"});
-  if (!others.FindKey({rows.Event.Text(Event_Columns().Key)})) rows.Event.Delete();
+  if (others.FindKey({rows.Event.Text(Event_Columns().Key)})) return;
+  Forget_Import(rows.Event.Text(Event_Columns().Key));
+  rows.Event.Delete();
 }
 
 void Delete_Occurrences(std::string_view event, std::string_view but) {
@@ -45,7 +47,9 @@ void Delete_Occurrences(std::string_view event, std::string_view but) {
 void Delete_Set(std::string_view event) {
   Delete_Occurrences(event);
   TTable events(Events_Table, "Key", {"Key"});
-  if (events.FindKey({event})) events.Delete();
+  if (!events.FindKey({event})) return;
+  Forget_Import(event);
+  events.Delete();
 }
 
 void Write_Alarm_Users(std::string_view event, std::string_view user) {

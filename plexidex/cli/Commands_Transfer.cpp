@@ -15,6 +15,8 @@ using namespace Kt_data_01;
 namespace {
 
 constexpr std::size_t Remarks_Shown = 20;
+// All but some entries went through; those were named.
+constexpr int Done_In_Part = 2;
 constexpr std::int64_t Highest_Limit = 100'000'000;
 
 // Writes remarks, the first ones only unless all are asked for. Those of several lists count together.
@@ -40,28 +42,31 @@ class TRemark_Lines {
   std::size_t count = 0;
 };
 
-void Report_Calendar(const TConsole& console, const std::string& file, const TImport_Report& report,
-                     bool all) {
+int Report_Calendar(const TConsole& console, const std::string& file, const TImport_Report& report,
+                    bool all) {
   console.Out << Printable(file) << ": " << Counted(report.Read, "component", "components") << " read; "
               << Counted(report.Sets, "recurring set", "recurring sets") << ", "
               << Counted(report.Events, "single event", "single events") << " and "
               << Counted(report.Tasks, "task", "tasks") << " written, "
               << Counted(report.Occurrences, "entry", "entries") << " in all; " << report.Unchanged
               << " unchanged, " << report.Replaced << " replaced, " << report.Unused.size() << " not used\n";
+  if (const std::string ends = Ends_Remark(report); !ends.empty()) console.Out << "  note: " << ends << '\n';
   TRemark_Lines lines(console.Out, all);
   lines.Write("not used", report.Unused);
   lines.Write("note", report.Left_Out);
   lines.End();
+  return report.Unused.empty() ? 0 : Done_In_Part;
 }
 
-void Report_Holidays(const TConsole& console, const std::string& file, const THoliday_Report& report,
-                     bool all) {
+int Report_Holidays(const TConsole& console, const std::string& file, const THoliday_Report& report,
+                    bool all) {
   console.Out << Printable(file) << ": " << Counted(report.Read, "component", "components") << " read; "
               << Counted(report.Added, "holiday", "holidays") << " added, " << report.Known
               << " known already, " << report.Unused.size() << " not used\n";
   TRemark_Lines lines(console.Out, all);
   lines.Write("not used", report.Unused);
   lines.End();
+  return report.Unused.empty() ? 0 : Done_In_Part;
 }
 
 }  // namespace
@@ -82,11 +87,11 @@ int Run_Import(const TConsole& console, const TImport_Command& command) {
   int status = 0;
   for (const std::string& file : command.Files) {
     try {
-      if (command.Holidays) {
-        Report_Holidays(console, file, Import_Holidays(file, command.Country, options), command.Verbose);
-      } else {
-        Report_Calendar(console, file, Import_Calendar(file, options), command.Verbose);
-      }
+      const int of_file =
+          command.Holidays ? Report_Holidays(console, file, Import_Holidays(file, command.Country, options),
+                                             command.Verbose)
+                           : Report_Calendar(console, file, Import_Calendar(file, options), command.Verbose);
+      if (status == 0) status = of_file;
       console.Out.flush();
     } catch (const std::exception& e) {
       // One refused file does not keep the others from being imported.
@@ -127,7 +132,7 @@ int Run_Export(const TConsole& console, const TExport_Command& command) {
   console.Err << Counted(report.Left_Out, "entry has a date", "entries have dates")
               << " that a calendar file cannot hold, and so " << (report.Left_Out == 1 ? "was" : "were")
               << " left out.\n";
-  return 1;
+  return Done_In_Part;
 }
 
 }  // namespace Plexidex

@@ -36,6 +36,8 @@ void Delete_Book(std::string_view book) {
       {"KT_Log", "Occurrence", "KT_Events_Data"},
       {"KT_Import_Events", "Book"},
       {"KT_Imports", "Book"},
+      {"KT_Import_Texts", "Book"},
+      {"KT_Import_Zones", "Book"},
       {"KT_Events_Data", "Book"},
   };
   constexpr TStep contacts_then[] = {

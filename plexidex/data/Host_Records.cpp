@@ -38,6 +38,17 @@ std::vector<std::string> Noted_Editors() {
   return events;
 }
 
+void Forget_Import(std::string_view event) {
+  TTable events("KT_Import_Events", "Event");
+  if (!events.FindKey({event})) return;
+  const std::string book(events.Text(events.Field("Book"))), uid(events.Text(events.Field("UID")));
+  events.Delete();
+  events.Set_Index("BookandUID");
+  if (events.FindKey({book, uid})) return;
+  TTable texts("KT_Import_Texts", "BookandUID");
+  if (texts.FindKey({book, uid})) texts.Delete();
+}
+
 void Build_Holidays_Data(TEventKey_List& list, TDateTime from, TDateTime to) {
   TSnapshot snapshot;
   TTable holidays("KT_Holidays", "HolidayDate");

@@ -170,11 +170,26 @@ std::vector<TTable_Def> Make_Schema() {
       // What was imported, so that importing the same file again changes nothing and a changed component
       // replaces the earlier one.
       {"KT_Imports",
-       {{"Book", Text}, {"UID", Text}, {"Digest", Text}},
+       {{"Book", Text},
+        {"UID", Text},
+        {"Digest", Text},
+        {"Zone", Text},         // the user's own at that time
+        {"Imported", Integer},  // the day
+        {"Until", Integer},     // the last day of endless rules
+        {"Cut", Boolean}},      // it was more than the import allowed
        {{"BookandUID", {"Book", "UID"}, true}}},
+      // Part: the component of the text that the event was made of, from 0.
       {"KT_Import_Events",
-       {{"Book", Text}, {"UID", Text}, {"Event", Text}},
+       {{"Book", Text}, {"UID", Text}, {"Event", Text}, {"Part", Integer}},
        {{"BookandUID", {"Book", "UID"}}, {"Event", {"Event"}}}},
+      // The components as they came, for what no other table holds, while one of their events is there; and
+      // the time zones that they name.
+      {"KT_Import_Texts",
+       {{"Book", Text}, {"UID", Text}, {"Content", Blob}},
+       {{"BookandUID", {"Book", "UID"}, true}}},
+      {"KT_Import_Zones",
+       {{"Book", Text}, {"Digest", Text}, {"Content", Blob}},
+       {{"BookandDigest", {"Book", "Digest"}, true}}},
       {"KT_Alerts",
        {{"User", Text}, {"Occurrence", Text}, {"Dismissed", Boolean}, {"CheckedUntil", DateTime}},
        {{"UserandOccurrence", {"User", "Occurrence"}, true}}},
@@ -216,7 +231,18 @@ const std::vector<TTable_Def>& Schema() {
 }
 
 const std::vector<TMigration>& Migrations() {
-  static const std::vector<TMigration> migrations;
+  static const std::vector<TMigration> migrations = {{2, R"(
+        ALTER TABLE "KT_Imports" ADD COLUMN "Zone" TEXT NOT NULL DEFAULT '';
+        ALTER TABLE "KT_Imports" ADD COLUMN "Imported" INTEGER NOT NULL DEFAULT 0;
+        ALTER TABLE "KT_Imports" ADD COLUMN "Until" INTEGER NOT NULL DEFAULT 0;
+        ALTER TABLE "KT_Imports" ADD COLUMN "Cut" INTEGER NOT NULL DEFAULT 0;
+        ALTER TABLE "KT_Import_Events" ADD COLUMN "Part" INTEGER NOT NULL DEFAULT 0;
+        CREATE TABLE "KT_Import_Texts" ("Book" TEXT NOT NULL DEFAULT '', "UID" TEXT NOT NULL DEFAULT '',
+          "Content" BLOB, row_id INTEGER PRIMARY KEY);
+        CREATE UNIQUE INDEX "KT_Import_Texts_BookandUID" ON "KT_Import_Texts" ("Book", "UID");
+        CREATE TABLE "KT_Import_Zones" ("Book" TEXT NOT NULL DEFAULT '', "Digest" TEXT NOT NULL DEFAULT '',
+          "Content" BLOB, row_id INTEGER PRIMARY KEY);
+        CREATE UNIQUE INDEX "KT_Import_Zones_BookandDigest" ON "KT_Import_Zones" ("Book", "Digest");)"}};
   return migrations;
 }
 

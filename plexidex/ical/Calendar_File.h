@@ -3,41 +3,60 @@
 #include <libical/ical.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "Calendar_Index.h"
 #include "Import_Budget.h"
+#include "Kt_lists.h"
 #include "Report.h"
 
 namespace Plexidex {
 
-/// A calendar file as a tree of components, read whole.
+struct TFree_Component {
+  void operator()(icalcomponent* component) const { icalcomponent_free(component); }
+};
+/// Root of a component tree.
+using TComponent_Tree = std::unique_ptr<icalcomponent, TFree_Component>;
+
+/// A component as it stands in a file, and as libical reads it.
+struct TRead_Component {
+  std::string Text;
+  TComponent_Tree Calendar;            // that holds it alone
+  icalcomponent* Component = nullptr;  // of that calendar
+};
+
+/// Reads the text of one component, within a calendar that takes back what it holds or not. Nothing when
+/// libical reads it in another way than its lines say: it must be one component, in which so many begin.
+std::optional<TRead_Component> Read_Component_Text(std::string text, bool cancels, std::size_t begun);
+
+/// A calendar file. One pass notes where its components lie; they are read when they are wanted.
 class TCalendar_File {
  public:
   /// Throws EImport_Error for a file that cannot be read, is too large, is not a calendar, holds more
   /// components than the budget allows entries, or has a damaged structure: a component without an end, or an
-  /// end without a beginning.
-  TCalendar_File(const std::string& file, const TImport_Budget& budget);
+  /// end without a beginning. Progress may be null.
+  TCalendar_File(const std::string& file, const TImport_Budget& budget,
+                 Kt_data_01::TProgress_Bar* progress = nullptr);
 
-  /// Events, tasks and all else but time zones, in the order of the file, whichever calendar of it they are
-  /// in.
-  const std::vector<icalcomponent*>& Components() const { return components; }
-  const std::vector<icalcomponent*>& Zones() const { return zones; }
+  /// Calendar objects, and each component that is none, in the order of the file. Components of one UID
+  /// belong together, whichever calendar of the file they are in.
+  std::size_t Object_Count() const { return objects.size(); }
+  std::vector<const TIndexed_Component*> Object(std::size_t number) const;
+  /// Throws EImport_Error when libical reads it in another way than the structure says.
+  TRead_Component Read(const TIndexed_Component& component) const;
+  std::vector<TRead_Component> Zones() const;
+  std::string UID_Of(const TIndexed_Component& component) const { return index.UID_Of(component); }
 
  private:
-  struct TFree {
-    void operator()(icalcomponent* component) const { icalcomponent_free(component); }
-  };
+  void Group();
 
-  void Add_Calendar(icalcomponent* calendar);
-
-  std::unique_ptr<icalcomponent, TFree> root;
-  std::vector<icalcomponent*> components, zones;
+  TCalendar_Input input;
+  TCalendar_Index index;
+  bool ends_with_return = false;
+  std::vector<std::uint32_t> order;    // components, those of one object together
+  std::vector<std::uint32_t> objects;  // where in the order they begin
 };
-
-/// The structure of a calendar text: every component ends where it should, and nothing stands outside a
-/// calendar or too deep inside of others. Throws EImport_Error with the line; `name` is how the file is
-/// called in the message. Returns how many components begin.
-std::size_t Check_Structure(const std::string& name, const std::string& text, const TImport_Budget& budget);
 
 }  // namespace Plexidex

@@ -1,5 +1,7 @@
 #include "Calendar_Import.h"
 
+#include <optional>
+
 #include "Books.h"
 #include "File_Plan.h"
 #include "Import_Update.h"
@@ -25,37 +27,71 @@ TBook Choose_Book(const std::string& name) {
   throw EImport_Error("There is no book \"" + name + "\"; nothing was imported.");
 }
 
-TImport_Report Plan_And_Write(const std::string& file, const TImport_Options& options) {
-  TImport_Report report;
-  TImport_Budget budget = Import_Budget(options);
-  const TCalendar_File calendar(file, budget);
-  TBook book = Choose_Book(options.Book);
-  if (!book.Key.empty() && !Access_Allowed(book.Calendar, Access_Create)) {
-    throw EImport_Error("You may not make entries in the book \"" + book.Name + "\"; nothing was imported.");
+// Brings a file into a book, object by object, so that no more than one of them is held.
+class TImporter {
+ public:
+  TImporter(const TImport_Options& options, TImport_Report& report)
+      : name(options.Book),
+        until(Import_Until(options)),
+        imports("KT_Imports", "BookandUID"),
+        occurrences(Events_Data, "Event", {"Book"}),
+        report(report) {}
+
+  void Choose() {
+    book = Choose_Book(name);
+    if (!book.Key.empty() && !Access_Allowed(book.Calendar, Access_Create))
+      throw EImport_Error("You may not make entries in the book \"" + book.Name +
+                          "\"; nothing was imported.");
   }
 
-  TPlan_Options plan;
-  plan.Until = Import_Until(options);
-  plan.Until_Was_Given = options.Has_Until;
-  plan.Progress = options.Progress;
-  TTable imports("KT_Imports", "BookandUID");
-  plan.Is_Unchanged = [&](const std::string& uid, const std::string& digest) {
+  bool Is_Unchanged(const std::string& uid, const std::string& digest) {
     return !book.Key.empty() && imports.FindKey({book.Key, uid}) &&
            imports.Text(imports.Field("Digest")) == digest;
-  };
-  std::vector<TPlanned_Object> objects = Plan_File(calendar, plan, budget, report);
-  // What has no dates and was never here leaves nothing to write.
-  TTable occurrences(Events_Data, "Event", {"Book"});
-  std::erase_if(objects, [&](const TPlanned_Object& object) {
-    return object.Events.empty() && !imports.FindKey({book.Key, object.UID}) &&
-           !occurrences.FindKey({object.UID});
-  });
-  if (objects.empty()) return report;
+  }
 
-  Write_Import(file, [&] {
+  void Write(TPlanned_Object& object) {
+    // What has no dates and was never here leaves nothing to write.
+    if (object.Events.empty() && !imports.FindKey({book.Key, object.UID}) &&
+        !occurrences.FindKey({object.UID}))
+      return;
     if (book.Key.empty()) book = Create_Book(book.Name);
-    TObject_Writer writer(book, report);
-    for (TPlanned_Object& object : objects) writer.Write(object);
+    if (!writer) writer.emplace(book, until, report);
+    writer->Write(object);
+  }
+
+ private:
+  const std::string name;
+  const TDateTime until;
+  TBook book;
+  TTable imports, occurrences;
+  std::optional<TObject_Writer> writer;
+  TImport_Report& report;
+};
+
+TImport_Report Read_And_Write(const std::string& file, const TImport_Options& options) {
+  TImport_Report report;
+  TImporter importer(options, report);
+  importer.Choose();
+  TImport_Budget budget = Import_Budget(options);
+  const TCalendar_File calendar(file, budget, options.Progress);
+  TPlan_Options plan_options;
+  plan_options.Until = Import_Until(options);
+  plan_options.Until_Was_Given = options.Has_Until;
+  plan_options.Progress = options.Progress;
+  TFile_Plan plan(calendar, plan_options, budget, report);
+  const auto is_unchanged = [&](const std::string& uid, const std::string& digest) {
+    return importer.Is_Unchanged(uid, digest);
+  };
+  const auto run = [&] { plan.Run(is_unchanged, [&](TPlanned_Object& object) { importer.Write(object); }); };
+  // A database that takes no updates need not be asked for one.
+  if (plan.Is_Unchanged(is_unchanged)) {
+    run();
+    return report;
+  }
+  Write_Import(file, [&] {
+    // Another program may have made the first book meanwhile, and filled it.
+    importer.Choose();
+    run();
   });
   return report;
 }
@@ -64,7 +100,7 @@ TImport_Report Plan_And_Write(const std::string& file, const TImport_Options& op
 
 TImport_Report Import_Calendar(const std::string& file, const TImport_Options& options) {
   try {
-    return Plan_And_Write(file, options);
+    return Read_And_Write(file, options);
   } catch (const EData_Error& e) {
     throw EImport_Error("Nothing was imported from \"" + file + "\": the data could not be read (" +
                         e.Reason + ").");

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <memory>
 
 #include "Kt_util_01.h"
 
@@ -14,9 +13,8 @@ using KTReminds::TTask_Status;
 namespace {
 
 constexpr int Default_Priority = 5;
-// The most that an entry holds, in bytes. A UID lies in two tables, and names a remark.
-constexpr std::size_t Most_Of_Line = 64U << 10, Most_Of_Notes = 1U << 20, Most_Of_UID = 1000,
-                      Most_Of_Name = 200;
+// The most that an entry holds, in bytes.
+constexpr std::size_t Most_Of_Line = 64U << 10, Most_Of_Notes = 1U << 20, Most_Of_Name = 200;
 
 template <class TBody>
 void For_Each_Property(icalcomponent* component, icalproperty_kind kind, TBody body) {
@@ -176,6 +174,11 @@ void Read_End(TComponent& read, TZones& zones, std::vector<TImport_Remark>& rema
     if (!In_Date_Range(end->Local())) end.reset();
   }
   if (read.Is_Task()) {
+    if (!end && !read.Has_Start) {
+      end = TFile_Time{Today(), true, TZone()};
+      remarks.push_back({read.What, "has no date; it was made due on the day of the import"});
+      read.Undated = true;
+    }
     if (end) {
       read.Has_Due = true;
       read.Due = *end;
@@ -207,11 +210,6 @@ void Remark_Errors(icalcomponent* component, const std::string& what, std::vecto
        icalcompiter_next(&i)) {
     Remark_Errors(icalcompiter_deref(&i), what, remarks);
   }
-}
-
-std::uint64_t Hash(const std::string& text, std::uint64_t state) {
-  for (const char c : text) state = (state ^ static_cast<unsigned char>(c)) * 0x100000001B3;
-  return state;
 }
 
 }  // namespace
@@ -246,44 +244,19 @@ icalproperty* Find_X_Property(icalcomponent* component, const char* name) {
   return found;
 }
 
-std::string Normalised_Text(icalcomponent* component) {
-  const std::string name = icalcomponent_kind_to_string(icalcomponent_isa(component));
-  std::string normalised = "BEGIN:" + name + "\r\n";
-  const auto add = [&normalised](char* text) {
-    normalised += text ? text : "";
-    icalmemory_free_buffer(text);
-  };
-  For_Each_Property(component, ICAL_ANY_PROPERTY, [&](icalproperty* property) {
-    if (icalproperty_isa(property) != ICAL_DTSTAMP_PROPERTY) add(icalproperty_as_ical_string_r(property));
-  });
-  for (icalcompiter i = icalcomponent_begin_component(component, ICAL_ANY_COMPONENT); icalcompiter_deref(&i);
-       icalcompiter_next(&i)) {
-    add(icalcomponent_as_ical_string_r(icalcompiter_deref(&i)));
-  }
-  return normalised + "END:" + name + "\r\n";
-}
-
-std::string Digest_Of(const std::string& text) {
-  constexpr char digits[] = "0123456789abcdef";
-  std::string digest;
-  for (std::uint64_t part : {Hash(text, 0xCBF29CE484222325), Hash(text + "2", 0x6C62272E07BB0142)}) {
-    for (int i = 0; i < 16; ++i, part >>= 4) digest += digits[part & 15];
-  }
-  return digest;
-}
-
-TComponent Identify(icalcomponent* component) {
+TComponent Identify(icalcomponent* component, const std::string& uid) {
   TComponent identified;
   identified.Ical = component;
   if (icalcomponent_isa(component) == ICAL_VTODO_COMPONENT)
     identified.Content.Record.EventType = Kt_data_01::TEntry_Type::Task;
-  identified.UID = One_Line(First_Text(component, ICAL_UID_PROPERTY));
-  identified.What = Beginning_Of(identified.UID, Most_Of_Name);
-  if (identified.UID.size() > Most_Of_UID) identified.UID = "uid-" + Digest_Of(identified.UID);
-  if (identified.UID.empty()) {
-    identified.UID = "content-" + Digest_Of(Normalised_Text(component));
-    identified.What = Beginning_Of(One_Line(First_Text(component, ICAL_SUMMARY_PROPERTY)), Most_Of_Name);
-    if (identified.What.empty()) identified.What = "(no UID, no title)";
+  identified.UID = uid;
+  identified.What = Beginning_Of(One_Line(First_Text(component, ICAL_SUMMARY_PROPERTY)), Most_Of_Name);
+  const std::string named = Beginning_Of(One_Line(First_Text(component, ICAL_UID_PROPERTY)), Most_Of_Name);
+  if (identified.What.empty()) {
+    identified.What = named.empty() ? "(no UID, no title)" : named;
+  } else if (!named.empty()) {
+    constexpr std::size_t half = Most_Of_Name / 2 - 2;
+    identified.What = Beginning_Of(identified.What, half) + " (" + Beginning_Of(named, half) + ")";
   }
   if (icalproperty* const sequence = First(component, ICAL_SEQUENCE_PROPERTY)) {
     identified.Sequence = icalproperty_get_sequence(sequence);

@@ -17,7 +17,7 @@ namespace Plexidex {
 struct TComponent {
   icalcomponent* Ical = nullptr;  // not owned
   std::string UID;                // made from the content where the file gives none, or a very long one
-  std::string What;               // for remarks: the UID, or the title where the file gives none; not long
+  std::string What;               // for remarks: the title, and the UID; not long
   int Sequence = 0;
   bool Cancelled = false;
 
@@ -27,7 +27,8 @@ struct TComponent {
   TFile_Time Start;  // DTSTART; for tasks without one the due moment
   bool Has_Due = false;
   TFile_Time Due;
-  TDateTime End = 0;  // in local time
+  bool Undated = false;  // a task that the file gives no date; it is due today
+  TDateTime End = 0;     // in local time
 
   bool Has_Recurrence_Id = false;
   TFile_Time Recurrence_Id;
@@ -40,17 +41,12 @@ struct TComponent {
   TPlanned_Content Content;
 };
 
-/// Only what identifies a component: Ical, its type, UID, What, Sequence and Has_Recurrence_Id.
-TComponent Identify(icalcomponent* component);
+/// Only what identifies a component: Ical, its type, UID, What, Sequence and Has_Recurrence_Id. `uid` is its
+/// UID, or what stands for one.
+TComponent Identify(icalcomponent* component, const std::string& uid);
 
 /// Fills in the rest. What is left out goes to the remarks.
 void Read_Component(TComponent& component, TZones& zones, std::vector<TImport_Remark>& remarks);
-
-/// The text of a component as it counts for noticing change: without the time of its export.
-std::string Normalised_Text(icalcomponent* component);
-
-/// 32 digits that differ, but for chance, for different texts; the same on every machine.
-std::string Digest_Of(const std::string& text);
 
 /// The earliest alarm of a component that goes off no later than the start, or for a task on the due day.
 KTReminds::TAlarm Read_Alarms(const TComponent& component, TZones& zones,

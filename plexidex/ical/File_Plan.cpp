@@ -1,98 +1,142 @@
 #include "File_Plan.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "Component.h"
+#include "Kept_Text.h"
 #include "Kt_util_01.h"
 #include "Object_Plan.h"
 
 namespace Plexidex {
 
+using namespace Kt_util_01;
+
 namespace {
 
-struct TGroup {
-  std::string UID;
-  std::vector<TComponent> Components;
+// The zones that a file defines, as they are kept.
+struct TKept_Zone {
+  std::string Digest, Text;
 };
+using TKept_Zones = std::map<std::string, TKept_Zone>;
 
-bool Is_Event_Or_Task(icalcomponent* component) {
-  const icalcomponent_kind kind = icalcomponent_isa(component);
-  return kind == ICAL_VEVENT_COMPONENT || kind == ICAL_VTODO_COMPONENT;
+TKept_Zones Kept_Zones(const std::vector<TRead_Component>& definitions) {
+  TKept_Zones kept;
+  for (const TRead_Component& definition : definitions) {
+    std::string text = As_Kept(definition.Text);
+    TDigest digest;
+    digest.Add(text);
+    kept.try_emplace(Zone_Name(definition.Component), TKept_Zone{digest.Text(), std::move(text)});
+  }
+  return kept;
 }
 
-// Components by UID, in the order of the file.
-std::vector<TGroup> Group(const TCalendar_File& file, TImport_Report& report) {
-  std::vector<TGroup> groups;
-  std::unordered_map<std::string, std::size_t> places;
-  for (icalcomponent* const component : file.Components()) {
-    ++report.Read;
-    TComponent identified = Identify(component);
-    if (!Is_Event_Or_Task(component)) {
-      const char* const kind = icalcomponent_kind_to_string(icalcomponent_isa(component));
-      report.Unused.push_back(
-          {identified.What, std::string("is neither an event nor a task, but ") +
-                                (kind && *kind && *kind != 'X' ? kind : "something unknown")});
-      continue;
+void Keep_Text(const std::vector<TRead_Component>& components, const TKept_Zones& zones,
+               TPlanned_Object& object) {
+  std::string text;
+  for (const TRead_Component& read : components) text += As_Kept(read.Text);
+  const std::vector<TKept_Component> parts = Split_Components(text);
+  // Of a text that cannot be taken apart again nothing is kept.
+  if (parts.size() != components.size()) return;
+  for (const TKept_Component& part : parts) {
+    if (zones.empty()) break;
+    for (const std::string& name : part.Zones()) {
+      if (const auto zone = zones.find(name); zone != zones.end())
+        object.Zones.emplace(zone->second.Digest, zone->second.Text);
     }
-    const auto [place, is_new] = places.try_emplace(identified.UID, groups.size());
-    if (is_new) groups.push_back({identified.UID, {}});
-    groups[place->second].Components.push_back(std::move(identified));
   }
-  return groups;
-}
-
-// Whether the option that ends such rules has a say in what the component becomes.
-bool Has_Endless_Rule(std::string_view text) {
-  constexpr std::string_view name = "RRULE";
-  for (std::size_t at = text.find(name); at != std::string_view::npos; at = text.find(name, at + 1)) {
-    const std::string_view line = text.substr(at, text.find('\n', at) - at);
-    if (line.find("COUNT=") == std::string_view::npos && line.find("UNTIL=") == std::string_view::npos)
-      return true;
-  }
-  return false;
-}
-
-std::string Group_Digest(const TGroup& group, const TPlan_Options& options) {
-  std::vector<std::string> texts;
-  for (const TComponent& component : group.Components) texts.push_back(Normalised_Text(component.Ical));
-  std::sort(texts.begin(), texts.end());
-  std::string all;
-  for (const std::string& text : texts) all += text;
-  if (options.Until_Was_Given && Has_Endless_Rule(all))
-    all += std::to_string(Kt_util_01::Whole_Day(options.Until));
-  return Digest_Of(all);
+  for (const auto& [digest, definition] : object.Zones) object.Text += Zone_Reference(digest);
+  object.Text += text;
 }
 
 }  // namespace
 
-std::vector<TPlanned_Object> Plan_File(const TCalendar_File& file, const TPlan_Options& options,
-                                       TImport_Budget& budget, TImport_Report& report) {
-  std::vector<TGroup> groups = Group(file, report);
-  TZones zones(file.Zones());
-  if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(groups.size()));
-  std::vector<TPlanned_Object> objects;
-  std::int64_t passed = 0;
-  if (options.Progress) budget.Pulse = [&] { options.Progress->Set_Position(passed); };
-  for (TGroup& group : groups) {
-    TPlanned_Object object;
-    object.UID = group.UID;
-    object.Digest = Group_Digest(group, options);
-    // What was cut counts as changed as soon as more is allowed.
-    const std::string cut = Digest_Of(object.Digest + std::to_string(budget.Most_Entries()));
-    if (options.Is_Unchanged &&
-        (options.Is_Unchanged(object.UID, object.Digest) || options.Is_Unchanged(object.UID, cut))) {
-      report.Unchanged += static_cast<std::int64_t>(group.Components.size());
-    } else {
-      Plan_Object(group.Components, zones, options.Until, budget, object, report);
-      if (object.Cut) object.Digest = cut;
-      if (!object.Events.empty() || object.Withdrawn) objects.push_back(std::move(object));
-    }
-    // What was read of the components is not needed any more.
-    group.Components = {};
-    if (options.Progress) options.Progress->Set_Position(++passed);
+TFile_Plan::TFile_Plan(const TCalendar_File& file, const TPlan_Options& options, TImport_Budget& budget,
+                       TImport_Report& report)
+    : file(file), options(options), budget(budget), report(report) {}
+
+std::string TFile_Plan::Digest(const std::vector<const TIndexed_Component*>& components) const {
+  std::vector<std::string> texts;
+  bool is_endless = false, depends_on_zone = false;
+  for (const TIndexed_Component* component : components) {
+    texts.push_back(component->Content.Text());
+    is_endless = is_endless || component->Is_Endless;
+    depends_on_zone = depends_on_zone || component->Depends_On_Zone;
   }
-  return objects;
+  std::sort(texts.begin(), texts.end());
+  TDigest digest;
+  for (const std::string& text : texts) digest.Add(text);
+  if (is_endless && options.Until_Was_Given) digest.Add(std::to_string(Whole_Day(options.Until)));
+  if (depends_on_zone) digest.Add(Time_Zone());
+  return digest.Text();
+}
+
+// What was cut counts as changed as soon as more is allowed.
+std::string TFile_Plan::Digest_Of_Cut(const std::string& digest) const {
+  TDigest cut;
+  cut.Add(digest + std::to_string(budget.Most_Entries()));
+  return cut.Text();
+}
+
+bool TFile_Plan::Is_Unchanged(const std::string& uid, const std::string& digest,
+                              const TIs_Unchanged& is_unchanged) const {
+  return is_unchanged && (is_unchanged(uid, digest) || is_unchanged(uid, Digest_Of_Cut(digest)));
+}
+
+void TFile_Plan::Show_Objects() const {
+  if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(file.Object_Count()));
+}
+
+void TFile_Plan::Show(std::size_t object) const {
+  if (options.Progress) options.Progress->Set_Position(static_cast<std::int64_t>(object) + 1);
+}
+
+bool TFile_Plan::Is_Unchanged(const TIs_Unchanged& is_unchanged) const {
+  Show_Objects();
+  for (std::size_t i = 0; i < file.Object_Count(); ++i) {
+    Show(i);
+    const auto components = file.Object(i);
+    if (components.front()->Is_Used &&
+        !Is_Unchanged(file.UID_Of(*components.front()), Digest(components), is_unchanged))
+      return false;
+  }
+  return true;
+}
+
+void TFile_Plan::Run(const TIs_Unchanged& is_unchanged, const std::function<void(TPlanned_Object&)>& take) {
+  const std::vector<TRead_Component> definitions = file.Zones();
+  const TKept_Zones kept_zones = Kept_Zones(definitions);
+  TZones zones(definitions);
+  Show_Objects();
+  for (std::size_t i = 0; i < file.Object_Count(); ++i) {
+    if (options.Progress) budget.Pulse = [this, i] { Show(i); };
+    Show(i);
+    const auto indexed = file.Object(i);
+    report.Read += static_cast<std::int64_t>(indexed.size());
+    TPlanned_Object object;
+    object.UID = file.UID_Of(*indexed.front());
+    object.Digest = Digest(indexed);
+    if (indexed.front()->Is_Used && Is_Unchanged(object.UID, object.Digest, is_unchanged)) {
+      report.Unchanged += static_cast<std::int64_t>(indexed.size());
+      continue;
+    }
+    std::vector<TRead_Component> read;
+    std::vector<TComponent> components;
+    for (const TIndexed_Component* component : indexed) {
+      read.push_back(file.Read(*component));
+      components.push_back(Identify(read.back().Component, object.UID));
+    }
+    if (!indexed.front()->Is_Used) {
+      const char* const kind = icalcomponent_kind_to_string(icalcomponent_isa(read.front().Component));
+      report.Unused.push_back(
+          {components.front().What, std::string("is neither an event nor a task, but ") +
+                                        (kind && *kind && *kind != 'X' ? kind : "something unknown")});
+      continue;
+    }
+    Plan_Object(components, zones, options.Until, budget, object, report);
+    if (object.Cut) object.Digest = Digest_Of_Cut(object.Digest);
+    Keep_Text(read, kept_zones, object);
+    if (!object.Events.empty() || object.Withdrawn) take(object);
+  }
 }
 
 }  // namespace Plexidex

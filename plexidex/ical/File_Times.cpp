@@ -36,7 +36,7 @@ std::string Property_Text(icalcomponent* component, icalproperty_kind kind, cons
   return {};
 }
 
-bool Is_System_Zone(const std::string& name) {
+bool Is_Known_Zone(const std::string& name) {
   TDateTime ignored = 0;
   return Zone_To_Local(name, static_cast<TDateTime>(Unix_Epoch_Day), ignored);
 }
@@ -47,7 +47,7 @@ std::string System_Zone_In(const std::string& tzid) {
   constexpr std::size_t longest = 100;
   for (std::size_t start = tzid.size() - std::min(tzid.size(), longest); start < tzid.size();) {
     std::string name = tzid.substr(start);
-    if (!name.starts_with('/') && Is_System_Zone(name)) return name;
+    if (!name.starts_with('/') && Is_Known_Zone(name)) return name;
     const auto slash = tzid.find('/', start);
     if (slash == std::string::npos) break;
     start = slash + 1;
@@ -135,10 +135,10 @@ TDateTime TZone::To_Local(TDateTime wall) const {
   return wall;
 }
 
-TZones::TZones(const std::vector<icalcomponent*>& components) {
-  for (icalcomponent* const component : components) {
-    const std::string tzid = Property_Text(component, ICAL_TZID_PROPERTY, nullptr);
-    if (!tzid.empty()) definitions.emplace(tzid, component);
+TZones::TZones(const std::vector<TRead_Component>& components) {
+  for (const TRead_Component& read : components) {
+    const std::string tzid = Zone_Name(read.Component);
+    if (!tzid.empty()) definitions.emplace(tzid, read.Component);
   }
 }
 
@@ -161,6 +161,14 @@ const TZone* TZones::Find(const std::string& tzid) {
     place = found.emplace(tzid, std::move(zone)).first;
   }
   return place->second ? &*place->second : nullptr;
+}
+
+bool Is_System_Zone(const std::string& tzid) {
+  return !System_Zone_In(tzid).empty();
+}
+
+std::string Zone_Name(icalcomponent* definition) {
+  return Property_Text(definition, ICAL_TZID_PROPERTY, nullptr);
 }
 
 std::optional<TDateTime> Read_Wall_Time(const icaltimetype& time) {

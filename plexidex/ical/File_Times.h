@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "Calendar_File.h"
 #include "Kt_dates.h"
 
 namespace Plexidex {
@@ -27,6 +28,8 @@ class TZone {
   /// As a component of a file defines it; nothing for an invalid definition.
   static std::optional<TZone> Defined(icalcomponent* definition);
 
+  /// Whether it is the user's own.
+  bool Is_Local() const { return kind == TKind::Local; }
   /// The user's local time at a wall time of this zone.
   TDateTime To_Local(TDateTime wall) const;
 
@@ -53,7 +56,8 @@ struct TFile_Time {
 /// The zones that a file's moments can name.
 class TZones {
  public:
-  explicit TZones(const std::vector<icalcomponent*>& definitions);
+  /// The definitions must outlive this.
+  explicit TZones(const std::vector<TRead_Component>& definitions);
 
   /// Null for a name that neither the file nor the system defines.
   const TZone* Find(const std::string& tzid);
@@ -63,6 +67,11 @@ class TZones {
   int defined = 0;  // that were looked up; those after the first hundred count as not known
   std::map<std::string, std::optional<TZone>> found;
 };
+
+/// Whether a name means a zone of the system, whatever a file defines by it.
+bool Is_System_Zone(const std::string& tzid);
+/// By which moments refer to a time zone's definition.
+std::string Zone_Name(icalcomponent* definition);
 
 /// Nothing for a date that does not exist, or lies outside the years 1 to 9999.
 std::optional<TDateTime> Read_Wall_Time(const icaltimetype& time);

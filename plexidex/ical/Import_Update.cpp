@@ -32,7 +32,20 @@ TDateTime Import_Until(const TImport_Options& options) {
 
 void Write_Import(const std::string& file, const std::function<void()>& write) {
   const std::string nothing = "Nothing was imported from \"" + file + "\": ";
-  const TUpdate_Result result = Update_Unreported(write);
+  std::exception_ptr ended;
+  const TUpdate_Result result = Update_Unreported([&] {
+    try {
+      write();
+    } catch (const EData_Error&) {
+      throw;
+    } catch (const EAlready_Reported&) {
+      throw;
+    } catch (...) {
+      ended = std::current_exception();
+      throw;
+    }
+  });
+  if (ended) std::rethrow_exception(ended);
   if (result.End == TUpdate_Result::TEnd::Refused)
     throw EImport_Error(nothing + "the database cannot be changed now.");
   if (!result) throw EImport_Error(nothing + result.Reason + ".");

@@ -36,8 +36,7 @@ bool Continues_Character(char c) {
 
 }  // namespace
 
-void TLine_Writer::Raw(std::string_view name, std::string_view value) {
-  const std::string line = std::string(name) + ":" + std::string(value);
+void Write_Folded(std::ostream& out, std::string_view line) {
   for (std::size_t position = 0; position < line.size();) {
     std::size_t length = Longest_Line;
     if (position > 0) {
@@ -46,9 +45,13 @@ void TLine_Writer::Raw(std::string_view name, std::string_view value) {
     }
     std::size_t end = std::min(line.size(), position + length);
     while (end < line.size() && Continues_Character(line[end])) --end;
-    out << std::string_view(line).substr(position, end - position) << "\r\n";
+    out << line.substr(position, end - position) << "\r\n";
     position = end;
   }
+}
+
+void TLine_Writer::Raw(std::string_view name, std::string_view value) {
+  Write_Folded(out, std::string(name) + ":" + std::string(value));
 }
 
 void TLine_Writer::Text(std::string_view name, std::string_view text) {

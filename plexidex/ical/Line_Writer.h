@@ -30,6 +30,9 @@ class TLine_Writer {
   std::ostream& out;
 };
 
+/// A line, as several where it is too long.
+void Write_Folded(std::ostream& out, std::string_view line);
+
 /// 20240131 or 20240131T235959.
 std::string Moment_Text(Kt_util_01::TDateTime value, bool is_date);
 

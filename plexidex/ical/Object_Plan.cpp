@@ -24,6 +24,7 @@ class TObject_Planner {
       : zones(zones), until(until), budget(budget), object(object), report(report) {}
 
   void Plan(std::vector<TComponent>& components) {
+    first = components.data();
     for (TComponent& component : components) {
       Read_Component(component, zones, report.Left_Out);
       for (const TDateTime done : component.Done) object.Done.insert(To_Msecs(done));
@@ -67,8 +68,8 @@ class TObject_Planner {
   }
 
   bool Has_Date(const TComponent& component) {
-    if (component.Is_Task() ? component.Has_Due : component.Has_Start) return true;
-    Unused(component, component.Is_Task() ? "has no date" : "has no start");
+    if (component.Is_Task() || component.Has_Start) return true;
+    Unused(component, "has no start");
     return false;
   }
 
@@ -82,8 +83,13 @@ class TObject_Planner {
     best = &candidate;
   }
 
-  static TPlanned_Event Event_Of(const TComponent& component) {
+  int Part_Of(const TComponent& component) const { return static_cast<int>(&component - first); }
+
+  TPlanned_Event Event_Of(const TComponent& component) const {
+    if (!component.Is_Task() && !component.Start.Is_Date && component.End > component.Start.Local())
+      ++report.Ends;
     TPlanned_Event event;
+    event.Part = Part_Of(component);
     static_cast<TPlanned_Content&>(event) = component.Content;
     return event;
   }
@@ -99,6 +105,8 @@ class TObject_Planner {
     if (!Has_Date(component)) return;
     TPlanned_Event event = Event_Of(component);
     event.Dates = {Shown_On(component, component.Start.Local())};
+    event.Named = {component.Has_Recurrence_Id && master ? Named_Occurrence(*master, component.Recurrence_Id)
+                                                         : component.Start.Local()};
     try {
       budget.Take_Entries(event.Days);
     } catch (const ELimit_Error& e) {
@@ -157,8 +165,7 @@ class TObject_Planner {
              ", which is none of its dates; the change was written as an entry of its own");
     } else if (series.Is_Set && Says_The_Same(component.Content, master->Content)) {
       excluded.erase(moment);
-      if (To_Msecs(date) == moment && component.Content.Alarm == master->Content.Alarm) return;
-      event.Changes[moment] = {false, date, component.Content.Alarm};
+      event.Changes[moment] = {false, date, component.Content.Alarm, Part_Of(component)};
       return;
     }
     excluded.insert(moment);
@@ -172,7 +179,7 @@ class TObject_Planner {
     for (const TMoment moment : excluded) {
       // An exclusion rule may name dates that the rule does not give.
       if (series.Is_Extra(moment) || event.Changes.contains(moment)) continue;
-      event.Changes[moment] = {true, 0, {}};
+      event.Changes[moment] = {true, 0, {}, -1};
       if (Is_Date_Of_Rule(moment)) --left;
     }
     event.Extra = Extra_Left();
@@ -194,8 +201,10 @@ class TObject_Planner {
     const auto add = [&](TDateTime date) {
       const TDateTime shown = Shown_On(*master, date);
       const bool within = In_Date_Range(shown + static_cast<TDateTime>(event.Days - 1));
-      if (within) event.Dates.push_back(shown);
       beyond = beyond || !within;
+      if (!within) return;
+      event.Dates.push_back(shown);
+      event.Named.push_back(date);
     };
     for (const TDateTime date : series.Dates) {
       if (!excluded.contains(To_Msecs(date))) add(date);
@@ -225,6 +234,7 @@ class TObject_Planner {
   TImport_Budget& budget;
   TPlanned_Object& object;
   TImport_Report& report;
+  const TComponent* first = nullptr;
   TComponent* master = nullptr;
   std::map<TMoment, TComponent*> overrides;
   std::set<TMoment> excluded, rule_dates;

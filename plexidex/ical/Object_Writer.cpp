@@ -11,13 +11,16 @@ using namespace Kt_data_01;
 using namespace Kt_util_01;
 using namespace KTReminds;
 
-TObject_Writer::TObject_Writer(const TBook& book, TImport_Report& report)
+TObject_Writer::TObject_Writer(const TBook& book, TDateTime until, TImport_Report& report)
     : book(book),
+      until(until),
       report(report),
       events(Events_Table, "Key"),
       occurrences(Events_Data, "Event"),
       imports("KT_Imports", "BookandUID"),
-      import_events("KT_Import_Events", "BookandUID") {}
+      import_events("KT_Import_Events", "BookandUID"),
+      texts("KT_Import_Texts", "BookandUID"),
+      zones("KT_Import_Zones", "BookandDigest") {}
 
 void TObject_Writer::Write(TPlanned_Object& object) {
   TReplaced replaced = Remove_Old(object.UID);
@@ -34,8 +37,10 @@ void TObject_Writer::Write(TPlanned_Object& object) {
   } else {
     imports.Insert();
   }
-  imports.SetFields({book.Key, object.UID, object.Digest});
+  imports.SetFields(
+      {book.Key, object.UID, object.Digest, Time_Zone(), Whole_Day(Today()), Whole_Day(until), object.Cut});
   PostUpdate(imports);
+  Keep_Text(object);
 
   for (const TPlanned_Event& event : object.Events) {
     if (event.Is_Set()) {
@@ -49,6 +54,23 @@ void TObject_Writer::Write(TPlanned_Object& object) {
         }
       }
     }
+  }
+}
+
+// The text goes with the last event of the object, so without events there is none.
+void TObject_Writer::Keep_Text(const TPlanned_Object& object) {
+  if (texts.FindKey({book.Key, object.UID})) texts.Delete();
+  if (object.Events.empty() || object.Text.empty()) return;
+  texts.Insert();
+  texts.SetFields({book.Key, object.UID});
+  texts.Set_Blob(texts.Field("Content"), object.Text);
+  PostUpdate(texts);
+  for (const auto& [digest, text] : object.Zones) {
+    if (!known_zones.insert(digest).second || zones.FindKey({book.Key, digest})) continue;
+    zones.Insert();
+    zones.SetFields({book.Key, digest});
+    zones.Set_Blob(zones.Field("Content"), text);
+    PostUpdate(zones);
   }
 }
 
@@ -98,11 +120,11 @@ TNew_Event TObject_Writer::Begin(const TPlanned_Event& planned, TDateTime date) 
   return event;
 }
 
-void TObject_Writer::Create(const TPlanned_Object& object, const TNew_Event& event) {
+void TObject_Writer::Create(const TPlanned_Object& object, int part, const TNew_Event& event) {
   std::string key;
   if (Create_Event(event, key).empty()) throw EAlready_Reported();
   import_events.Insert();
-  import_events.SetFields({book.Key, object.UID, key});
+  import_events.SetFields({book.Key, object.UID, key, part});
   PostUpdate(import_events);
 }
 
@@ -121,7 +143,7 @@ void TObject_Writer::Write_Single(const TPlanned_Object& object, const TPlanned_
     if (day.Date != date) day.Alarm.On = false;
     return true;
   };
-  Create(object, event);
+  Create(object, planned.Part, event);
   report.Occurrences += planned.Days;
   ++(several_days ? report.Sets : report.Events);
 }
@@ -142,7 +164,7 @@ void TObject_Writer::Write_Task(const TPlanned_Object& object, const TPlanned_Ev
     task.Actioned = progress.Status == TTask_Status::Completed;
     return true;
   };
-  Create(object, event);
+  Create(object, planned.Part, event);
   ++report.Occurrences;
   ++report.Tasks;
 }
@@ -162,7 +184,7 @@ void TObject_Writer::Write_Set(const TPlanned_Object& object, const TPlanned_Eve
     ++report.Occurrences;
     return true;
   };
-  Create(object, event);
+  Create(object, planned.Part, event);
   ++report.Sets;
 }
 

@@ -17,8 +17,8 @@ namespace Plexidex {
 /// the same.
 class TObject_Writer {
  public:
-  /// Book and report must outlive the writer.
-  TObject_Writer(const Kt_data_01::TBook& book, TImport_Report& report);
+  /// Book and report must outlive the writer; `until` is the last day of endless rules.
+  TObject_Writer(const Kt_data_01::TBook& book, TDateTime until, TImport_Report& report);
 
   /// Throws EData_Error, or EAlready_Reported when a part of the writing has reported its failure.
   void Write(TPlanned_Object& object);
@@ -29,6 +29,7 @@ class TObject_Writer {
     bool Any = false;
   };
 
+  void Keep_Text(const TPlanned_Object& object);
   TReplaced Remove_Old(const std::string& uid);
   void Remove_Event(const std::string& event, TReplaced& replaced);
   bool Is_Event_Of_Book(const std::string& event);
@@ -37,11 +38,13 @@ class TObject_Writer {
   void Write_Task(const TPlanned_Object& object, const TPlanned_Event& event, TDateTime due,
                   const TReplaced& replaced);
   KTReminds::TNew_Event Begin(const TPlanned_Event& event, TDateTime date) const;
-  void Create(const TPlanned_Object& object, const KTReminds::TNew_Event& event);
+  void Create(const TPlanned_Object& object, int part, const KTReminds::TNew_Event& event);
 
   const Kt_data_01::TBook& book;
+  const TDateTime until;
   TImport_Report& report;
-  Kt_data_01::TTable events, occurrences, imports, import_events;
+  Kt_data_01::TTable events, occurrences, imports, import_events, texts, zones;
+  std::set<std::string> known_zones;
 };
 
 }  // namespace Plexidex

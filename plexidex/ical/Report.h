@@ -17,7 +17,7 @@ class EImport_Error : public std::runtime_error {
 };
 
 struct TImport_Remark {
-  std::string What;  // UID, or the title where there is none
+  std::string What;  // the title and the UID, as far as there are any
   std::string Why;
 };
 
@@ -31,9 +31,13 @@ struct TImport_Report {
   std::int64_t Occurrences = 0;          // dates of all that was written
   std::int64_t Unchanged = 0;            // components that an earlier import has brought as they are
   std::int64_t Replaced = 0;             // UIDs that an earlier import had brought otherwise
+  std::int64_t Ends = 0;                 // events written of which the file gives a time of end
   std::vector<TImport_Remark> Unused;    // components that could not be used
   std::vector<TImport_Remark> Left_Out;  // what was left out of, or understood otherwise in, a used component
 };
+
+/// What is told of end times that were not kept; "" where there are none.
+std::string Ends_Remark(const TImport_Report& report);
 
 struct THoliday_Report {
   std::int64_t Read = 0;   // components in the file

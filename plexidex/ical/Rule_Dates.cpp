@@ -217,10 +217,9 @@ std::optional<TDateTime> TRule_Dates::Next() {
     const TDateTime local = date.Local();
     if (Is_Beyond_End(date.Wall, local)) break;
     if (!In_Date_Range(local)) throw ERule_Error("leaves the years 1 to 9999");
-    // Two times of the hour that the clock skips are one.
-    if (given > 0 && CompareDates(local, last) <= 0) continue;
+    if (given > 0 && CompareDates(date.Wall, last) <= 0) continue;
     ++given;
-    last = local;
+    last = date.Wall;
     return local;
   }
   walk.reset();

@@ -23,8 +23,9 @@ class ERule_Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// The dates of one rule in the user's local time, ascending, without those excluded elsewhere. A start that
-/// does not meet the rule is not among them.
+/// The dates of one rule in the user's local time, in the order of their moments, without those excluded
+/// elsewhere. Where a clock was changed, two moments may have one local time. A start that does not meet the
+/// rule is not among them.
 class TRule_Dates {
  public:
   /// `rule` is the text of the property. A rule without an end of its own ends with the day of `until`, but
@@ -50,7 +51,7 @@ class TRule_Dates {
   std::optional<TRule_Walk> walk;
   std::unique_ptr<icalrecur_iterator, TFree> iterator;  // of another calendar, instead of the walk
   std::int64_t walked = 0, given = 0;
-  TDateTime last = 0;
+  TDateTime last = 0;  // in the rule's own zone
 };
 
 struct TTranslated_Rule {

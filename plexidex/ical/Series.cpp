@@ -10,19 +10,23 @@ using namespace Kt_util_01;
 
 namespace {
 
-// All dates of several rules together, in order. Each is an entry, or excludes one.
+// All dates of several rules together, in order. Each is an entry, or excludes one. A rule may give one local
+// time twice, where a clock was changed; two rules that give the same time mean one date.
 std::vector<TDateTime> Collect_Dates(const TComponent& component, const std::vector<std::string>& rules,
                                      TDateTime until, TImport_Budget& budget, bool are_entries) {
   std::vector<TDateTime> dates;
   for (const std::string& rule : rules) {
     TRule_Dates of_rule(rule, component.Start, until, budget);
+    std::vector<TDateTime> others = std::move(dates), own;
     while (const auto date = of_rule.Next()) {
-      dates.push_back(*date);
-      if (are_entries) budget.Check_Entries(std::ssize(dates));
+      own.push_back(*date);
+      if (are_entries) budget.Check_Entries(std::ssize(own));
     }
+    std::sort(own.begin(), own.end());
+    dates = {};
+    std::set_union(others.begin(), others.end(), own.begin(), own.end(), std::back_inserter(dates));
+    if (are_entries) budget.Check_Entries(std::ssize(dates));
   }
-  std::sort(dates.begin(), dates.end());
-  dates.erase(std::unique(dates.begin(), dates.end()), dates.end());
   return dates;
 }
 

@@ -19,10 +19,10 @@ using namespace Kt_forms;
 
 namespace {
 
-// Ends what is under way; nothing has been written then.
+// Ends what is under way; nothing of it is kept then.
 class ECancelled : public std::exception {};
 
-// A progress dialog that can be cancelled while nothing is being written.
+// A progress dialog that can be cancelled.
 class TProgress_Dialog : public Kt_data_01::TProgress_Bar {
  public:
   TProgress_Dialog(QWidget* parent, const QString& text) : dialog(text, QObject::tr("Cancel"), 0, 0, parent) {
@@ -50,6 +50,8 @@ QString Summary(const TImport_Report& report) {
           .arg(report.Tasks)
           .arg(report.Unchanged)
           .arg(report.Replaced);
+  if (const std::string ends = Ends_Remark(report); !ends.empty())
+    text += QObject::tr("\n\nNote: %1.").arg(To_Qt(ends));
   constexpr std::size_t most = 12;
   const auto add = [&](const QString& heading, const std::vector<TImport_Remark>& remarks) {
     if (!remarks.empty()) text += QStringLiteral("\n\n") + heading;
@@ -92,7 +94,7 @@ bool Import_With_Progress(QWidget* window, const std::string& book, QString file
     Kt_util_01::Raise_Info("Import", From_Qt(Summary(report)));
     return true;
   } catch (const ECancelled&) {
-    Kt_util_01::Raise_Notice("The import was cancelled; nothing was written.");
+    Kt_util_01::Raise_Notice("The import was cancelled; nothing was imported.");
   } catch (const std::exception& e) {
     Kt_util_01::Raise_Error("Import", e.what());
   }

@@ -12,7 +12,7 @@
 
 namespace {
 
-// A meeting on Mondays with a reminder, private days off, a task for the 18th, and one without a date.
+// A meeting on Mondays with a reminder, private days off, a task for the 18th, and a journal entry.
 std::string Calendar() {
   return File_Content(KT_CLI_TEST_DATA "/calendar.ics");
 }
@@ -119,9 +119,10 @@ TEST_F(Commands_Test, Import_Mark_Export_And_Import_Elsewhere) {
   const TResult imported = On("a.db", {"import", Write("a.ics")});
   EXPECT_EQ(
       std::to_string(imported.Status) + imported.Out,
-      "0" + folder.File("a.ics") +
+      "2" + folder.File("a.ics") +
           ": 4 components read; 2 recurring sets, 0 single events and 1 task written, 9 entries in all; "
-          "0 unchanged, 0 replaced, 1 not used\n  not used: someday: has no date\n");
+          "0 unchanged, 0 replaced, 1 not used\n  not used: Learn to fly (someday): is neither an event nor "
+          "a task, but VJOURNAL\n");
 
   auto agenda = Agenda("a.db");
   ASSERT_EQ(agenda.size(), 5U + 3U + 1U);
@@ -161,7 +162,7 @@ TEST_F(Commands_Test, A_Refused_File_Keeps_No_Other_Out) {
 }
 
 TEST_F(Commands_Test, Holidays_Stand_In_The_Agenda) {
-  EXPECT_EQ(On("a.db", {"import", "--holidays", Write("a.ics"), "--country", "Utopia"}).Status, 0);
+  EXPECT_EQ(On("a.db", {"import", "--holidays", Write("a.ics"), "--country", "Utopia"}).Status, 2);
   EXPECT_NE(
       On("a.db", {"agenda", "--from", "2024-01-18", "--days", "1"}).Out.find("  holiday  Trip (Utopia)\n"),
       std::string::npos);

@@ -70,6 +70,8 @@ TEST_F(Contacts, A_Removed_Book_Leaves_Nothing_And_Takes_Nothing_From_Another) {
       INSERT INTO KT_Log (Contact) VALUES ('@');
       INSERT INTO KT_Open_Editors (Event) VALUES ('m%');
       INSERT INTO KT_Imports (Book) VALUES ('%');
+      INSERT INTO KT_Import_Texts (Book) VALUES ('%');
+      INSERT INTO KT_Import_Zones (Book) VALUES ('%');
       INSERT INTO KT_Import_Events (Book, Event) VALUES ('%', 'm%');
       INSERT INTO KT_Filters (BookKey) VALUES ('%');
       INSERT INTO KT_Templates (Key, Book) VALUES ('t%', '%');

@@ -52,7 +52,8 @@ TEST_F(Open, What_Is_Not_Ours_Is_Refused_And_Left_As_It_Is) {
   }
   EXPECT_EQ(Refusal(), "opened");
   Open_Sqlite(file, {})->Execute("PRAGMA user_version = 99");
-  Expect_Refused("was written by a newer version of this program (its schema is 99, this program knows 1)");
+  Expect_Refused("was written by a newer version of this program (its schema is 99, this program knows " +
+                 std::to_string(Schema_Version) + ")");
 }
 
 TEST_F(Open, A_Folder_That_Cannot_Be_Written_Is_Named_As_The_Reason) {
@@ -113,7 +114,26 @@ TEST_F(Open, Migrations_Run_In_Order_From_Where_The_Database_Stands) {
   const auto found = engine->Prepare("SELECT group_concat(a) || user_version FROM t, pragma_user_version");
   ASSERT_TRUE(found->Step());
   EXPECT_EQ(found->Text(0), "two-three3");
-  EXPECT_EQ(Migrations().empty() ? 1 : Migrations().back().Version, Schema_Version);
+  EXPECT_EQ(Migrations().back().Version, Schema_Version);
+}
+
+TEST_F(Open, A_Migrated_Database_Is_Like_A_New_One) {
+  const auto layout = [this] {
+    EXPECT_EQ(Refusal(), "opened");
+    const auto columns = Open_Sqlite(file, {})->Prepare(
+        "SELECT group_concat(c) FROM (SELECT m.name || i.name || i.type || i.\"notnull\" || "
+        "ifnull(i.dflt_value, '') c "
+        "FROM sqlite_schema m, pragma_table_info(m.name) i ORDER BY 1)");
+    EXPECT_TRUE(columns->Step());
+    return std::string(columns->Text(0));
+  };
+  const std::string made = layout();
+  Open_Sqlite(file, {})->Execute(
+      "DROP TABLE KT_Import_Texts; DROP TABLE KT_Import_Zones; ALTER TABLE KT_Import_Events DROP COLUMN Part;"
+      "ALTER TABLE KT_Imports DROP COLUMN Zone; ALTER TABLE KT_Imports DROP COLUMN Imported;"
+      "ALTER TABLE KT_Imports DROP COLUMN Until; ALTER TABLE KT_Imports DROP COLUMN Cut; PRAGMA user_version "
+      "= 1");
+  EXPECT_EQ(layout(), made);
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ struct TFuzzed {
   void Empty() {
     Run_Sql(
         "BEGIN; DELETE FROM KT_Alarms; DELETE FROM KT_Events_Data; DELETE FROM KT_Events;"
-        "DELETE FROM KT_Imports; DELETE FROM KT_Import_Events; COMMIT");
+        "DELETE FROM KT_Imports; DELETE FROM KT_Import_Events; DELETE FROM KT_Import_Texts; COMMIT");
     Database.Reopen();  // no view may keep what it has read
     Run_Sql("PRAGMA synchronous = OFF");
   }

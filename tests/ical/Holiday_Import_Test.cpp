@@ -18,7 +18,7 @@ TEST_F(Holidays, Every_Day_Of_Every_Event_Once) {
       "Thanksgiving|2024-11-28, Carnival|2025-03-03, Thanksgiving|2025-11-27, Labour Day|2026-05-02, Labour "
       "Day|2027-05-01");
   EXPECT_EQ(std::make_pair(report.Read, report.Added), std::make_pair(7L, 9L));
-  EXPECT_EQ(Remarks(report.Unused), "6: has no start\n5: is a task, not a holiday\n");
+  EXPECT_EQ(Remarks(report.Unused), "(no title) (5): is a task, not a holiday\nNever (6): has no start\n");
   EXPECT_EQ(Counts(), "0 0 0");
 
   const std::string before = Dump();

@@ -45,10 +45,10 @@ TEST_F(Import_Damage, What_Is_No_Calendar_Is_Refused_With_Its_Place) {
        "\" is damaged: line 3 ends a VCALENDAR that never began."},
       {"BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nBEGIN:VEVENT\r\nEND:VEVENT\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n",
        "\" is damaged: line 3 begins a VEVENT inside the VEVENT of line 2."},
-      // An end that only libical takes for one: the second event would be outside of the calendar.
-      {"BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nEND:VEVENT\r\nEND :VEVENT\r\nBEGIN:VEVENT\r\nEND:VEVENT\r\n"
-       "END:VCALENDAR\r\n",
-       "\" is damaged: 3 components begin in it, but 2 could be read."},
+      // An end that only libical takes for one: the start would be outside of the event.
+      {"BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nEND "
+       ":VEVENT\r\nDTSTART:20240101\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n",
+       "\" is damaged: the component of line 2 cannot be read as it stands."},
       // It would overflow the stack of what reads it.
       {Nested(35'000), "\" is damaged: line 33 begins a X-IN inside of 32 other components."},
       {"BEGIN:VCALENDAR\r\nEND:VCALENDAR\r\nrest", "\" is damaged: line 3 follows the end of the calendar."},
@@ -153,6 +153,35 @@ TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
   }
   EXPECT_GT(taken, rounds / 10);
   EXPECT_GT(refused, rounds / 10);
+}
+
+TEST_F(Import_Damage, What_The_Progress_Throws_Undoes_All_And_Comes_Through) {
+  struct TCancel : TProgress_Bar {
+    void Set_Max(std::int64_t) override { ++phase; }
+    void Set_Position(std::int64_t position) override {
+      if (phase == 3 && position == 3) throw std::string("cancelled");
+    }
+    int phase = 0;
+  } cancel;
+  const std::string before = Dump();
+  options.Progress = &cancel;
+  EXPECT_THROW(Import_Text(Data("everything")), std::string);
+  EXPECT_EQ(Dump(), before);
+  EXPECT_TRUE(seams.Prompts.Said.empty());
+}
+
+TEST_F(Import_Damage, A_Book_That_Another_Program_Made_Meanwhile_Is_Used) {
+  // The first step comes after the books have been looked at.
+  struct TOther : TProgress_Bar {
+    void Set_Max(std::int64_t) override {
+      if (List_Books().empty()) In_Update([] { Create_Book("Theirs"); });
+    }
+    void Set_Position(std::int64_t) override {}
+  } other;
+  In_Update([&] { Delete_Book(database.Book().Key); });
+  options.Progress = &other;
+  Import(Event("UID:a|DTSTART:20240105T100000"));
+  EXPECT_EQ(Query_Rows("BookName", "KT_Books b JOIN KT_Events_Data d ON d.Book = b.Key"), "Theirs");
 }
 
 TEST_F(Import_Damage, A_Database_That_Refuses_Or_Fails_Keeps_Nothing) {

@@ -41,9 +41,9 @@ TEST_F(Importing, The_Book_Is_The_Named_One) {
 TEST_F(Importing, Times_Become_Local) {
   EXPECT_EQ(Import_Data("times"),
             "read 11, events 11, occurrences 11\n"
-            "8: the time zone \"Mad\" is not known; its times were taken as local\n"
-            "9: the time zone \"Atlantis\" is not known; its times were taken as local\n"
-            "10: the time zone \"Never\" is not known; its times were taken as local\n")
+            "20240701T110000 (8): the time zone \"Mad\" is not known; its times were taken as local\n"
+            "20240701T100000 (9): the time zone \"Atlantis\" is not known; its times were taken as local\n"
+            "20240701T100000 (10): the time zone \"Never\" is not known; its times were taken as local\n")
       << "the clock of one would change every second, that of another never";
   // Each title says what its event's time is here.
   EXPECT_EQ(Query_Rows("Title, EventDate",
@@ -53,24 +53,32 @@ TEST_F(Importing, Times_Become_Local) {
 }
 
 TEST_F(Importing, Rules_In_Zones_Over_The_Change_Of_The_Clock) {
-  EXPECT_EQ(Import_Data("rules_in_zones"),
-            "read 3, sets 2, events 5, occurrences 13\n"
-            "York: no recurring set has the dates of its rule; its 5 dates were written as single events\n");
+  EXPECT_EQ(
+      Import_Data("rules_in_zones"),
+      "read 5, sets 2, events 15, occurrences 23\n"
+      "York (York): no recurring set has the dates of its rule; its 5 dates were written as single events\n"
+      "Fold (Fold): no recurring set has the dates of its rule; its 5 dates were written as single events\n"
+      "Gap (Gap): no recurring set has the dates of its rule; its 5 dates were written as single events\n");
   // The user's own zone is not converted, not even in the hour that the clock skips on 31 March.
   EXPECT_EQ(Dates_Of("Berlin"), "20240317T023000 20240324T023000 20240331T023000 20240407T023000");
   // Their clock changes on 10 March, three weeks before ours.
   EXPECT_EQ(Dates_Of("York"),
             "20240305T020000 20240312T010000 20240319T010000 20240326T010000 20240402T020000");
   EXPECT_EQ(Dates_Of("Summer"), "20240604T020000 20240610T020000 20240611T020000 20240617T020000");
+  // Hours that a change of the clock brings to one local time are both kept.
+  EXPECT_EQ(Dates_Of("Fold"),
+            "20241027T010000 20241027T020000 20241027T020000 20241027T030000 20241027T040000");
+  EXPECT_EQ(Dates_Of("Gap"),
+            "20240331T000000 20240331T010000 20240331T030000 20240331T030000 20240331T040000");
   EXPECT_EQ(Of("Berlin", "Freq") + Of("York", "max(Freq)") + Of("Summer", "Freq, P1, P2, P7"), "202|1|1|0");
 }
 
 TEST_F(Importing, Excluded_And_Further_Dates) {
   EXPECT_EQ(Import_Data("excluded_dates"),
             "read 4, sets 2, events 3, occurrences 9\n"
-            "gone: all its dates are excluded\n"
-            "set: it excludes 2024-01-04T10:00:00, which is none of its dates\n"
-            "free: its dates follow no rule; its 3 dates were written as single events\n");
+            "Gone (gone): all its dates are excluded\n"
+            "Set (set): it excludes 2024-01-04T10:00:00, which is none of its dates\n"
+            "Free (free): its dates follow no rule; its 3 dates were written as single events\n");
   EXPECT_EQ(Dates_Of("Set"),
             "20240104T090000 20240105T090000 20240106T090000 20240110T090000 20240111T090000");
   EXPECT_EQ(Dates_Of("Day") + " " + Dates_Of("Free"),
@@ -79,12 +87,13 @@ TEST_F(Importing, Excluded_And_Further_Dates) {
 }
 
 TEST_F(Importing, Dates_That_Differ_From_Their_Rule) {
-  EXPECT_EQ(Import_Data("changed_dates"),
-            "read 9, sets 1, events 3, occurrences 8\n"
-            "s: another version of it counts\n"
-            "s: a change of a date and all later ones was applied to that date only\n"
-            "s: it changes 2024-01-20T09:00:00, which is none of its dates; the change was written as an "
-            "entry of its own\n");
+  EXPECT_EQ(
+      Import_Data("changed_dates"),
+      "read 9, sets 1, events 3, occurrences 8\n"
+      "Set (s): another version of it counts\n"
+      "Set (s): a change of a date and all later ones was applied to that date only\n"
+      "Set (s): it changes 2024-01-20T09:00:00, which is none of its dates; the change was written as an "
+      "entry of its own\n");
   EXPECT_EQ(Query_Rows("Title, Freq, group_concat(strftime('%d %H',EventDate + 2415018.5))",
                        "KT_Events e JOIN KT_Events_Data d ON d.Event = e.Key GROUP BY e.Key ORDER BY 1"),
             "Orphan|0|07 09, Other|0|03 09, Set|0|21 09, Set|1|01 09,02 15,05 09,06 11,07 09");
@@ -130,7 +139,9 @@ TEST_F(Importing, The_Earliest_Alarm_No_Later_Than_The_Start_Counts) {
 }
 
 TEST_F(Importing, Tasks) {
-  EXPECT_EQ(Import_Data("tasks"), "read 6, tasks 6, occurrences 6\n6: has no date\n");
+  EXPECT_EQ(Import_Data("tasks"),
+            "read 6, tasks 7, occurrences 7\nSometime (6): has no date; it was made due on the day of the "
+            "import\n");
   EXPECT_EQ(Dates_Of("Weekly"), "20240103T000000 20240110T000000");
   EXPECT_EQ(
       Query_Rows("Title, EventType, AllDay, Status, Percentage, Completed, CAST(FirstDate AS INTEGER), "
@@ -138,7 +149,8 @@ TEST_F(Importing, Tasks) {
                  "KT_Events e JOIN KT_Events_Data d ON d.Event = e.Key WHERE Title <> 'Weekly' ORDER BY "
                  "e.row_id"),
       "Open|3|1|0|0|0|45309|0|45311.0, Half|3|1|1|40|0|45311|0|45311.0, "
-      "Done|3|1|2|100|45303|45301|1|45301.0, Off|3|1|5|0|0|45311|0|45311.0");
+      "Done|3|1|2|100|45303|45301|1|45301.0, Off|3|1|5|0|0|45311|0|45311.0, "
+      "Sometime|3|1|0|0|0|45306|0|45306.0");
   // Due at five in the afternoon, half an hour before which is 990 minutes after that day's midnight.
   EXPECT_EQ(Query_Rows("Offset, Actioned", "KT_Alarms ORDER BY Offset"), "-990|0, 60|1");
 }
@@ -150,7 +162,7 @@ TEST_F(Importing, Nothing_Lies_After_The_Last_Year) {
                    "RRULE:FREQ=MONTHLY;COUNT=3"));
   EXPECT_EQ(
       Remarks(report.Left_Out),
-      "t: what it has after the year 9999 was left out\ne: what it has after the year 9999 was left out\n");
+      "T (t): what it has after the year 9999 was left out\nE (e): what it has after the year 9999 was left out\n");
   EXPECT_EQ(Told(report), "read 2, sets 2, tasks 1, occurrences 61");
   EXPECT_TRUE(Is_Sound());
 }
@@ -179,13 +191,13 @@ TEST_F(Importing, What_Cannot_Be_Used_Is_Named) {
                              Event("UID:e|SUMMARY:E3|DTSTART:20240102T090000|SEQUENCE:1") +
                              Event("UID:f|SUMMARY:F|DTSTART:20240101T090000|RRULE:FREQ=NEVER|LOCATION:"));
   EXPECT_EQ(Remarks(report.Unused),
+            "A (a): is cancelled\n"
             "b: is neither an event nor a task, but VJOURNAL\n"
             "no uid: is neither an event nor a task, but VFREEBUSY\n"
-            "a: is cancelled\n"
-            "c: has no start\n"
+            "C (c): has no start\n"
             "D: has no start\n"
-            "e: another version of it counts\n"
-            "e: another version of it counts\n");
+            "E2 (e): another version of it counts\n"
+            "E1 (e): another version of it counts\n");
   EXPECT_EQ(Told(report), "read 9, events 2, occurrences 2");
   EXPECT_EQ(Query_Rows("Title", "KT_Events"), "E3, F") << "of equal versions the last counts";
   EXPECT_NE(Remarks(report.Left_Out).find("RRULE"), std::string::npos);
@@ -232,6 +244,15 @@ TEST_F(Importing, A_Second_Import_Changes_Nothing_And_A_Changed_Event_Replaces) 
             "read 1, replaced 1");
   EXPECT_EQ(Query_Rows("Title", "KT_Events"), "No UID");
   EXPECT_TRUE(Is_Sound());
+}
+
+TEST_F(Importing, Another_Local_Zone_Is_A_Change) {
+  const std::string text = Event("UID:a|SUMMARY:A|DTSTART:20240105T090000Z|DTEND:20240105T100000Z") +
+                           Event("UID:b|SUMMARY:B|DTSTART:20240105T090000");
+  EXPECT_EQ(Import(text).Ends, 1);
+  Install_Time_Zone("America/New_York");
+  EXPECT_EQ(Told(Import(text)), "read 2, events 1, occurrences 1, unchanged 1, replaced 1");
+  EXPECT_EQ(Dates_Of("A") + Dates_Of("B"), "20240105T04000020240105T090000");
 }
 
 TEST_F(Importing, Another_Last_Day_Is_A_Change) {

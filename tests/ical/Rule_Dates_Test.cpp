@@ -88,7 +88,7 @@ TEST_F(Rule_Translation, Rules_That_Cannot_Be_Followed_Are_Reported) {
 
   const auto report = Import(
       Event("UID:never|SUMMARY:Never|DTSTART:20240101T090000|RRULE:FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=30"));
-  EXPECT_EQ(Remarks(report.Left_Out), "never: its rule gives no date; only its start was written\n");
+  EXPECT_EQ(Remarks(report.Left_Out), "Never (never): its rule gives no date; only its start was written\n");
   EXPECT_EQ(Dates_Of("Never"), "20240101T090000");
 }
 
