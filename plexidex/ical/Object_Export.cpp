@@ -86,9 +86,6 @@ class TObject_Exporter {
     return false;
   }
 
-  // ---- what became of the events of a component
-  // ------------------------------------------------------------
-
   void Settle(const TPlanned_Event& event) {
     const auto& now = object.Events[Index(event.Part)];
     TPart& part = parts[Index(event.Part)];
@@ -266,9 +263,6 @@ class TObject_Exporter {
       further.push_back(std::move(other));
     }
   }
-
-  // ---- the end
-  // ---------------------------------------------------------------------------------------------
 
   std::string Finished(TKept_Component& kept, const std::string& as_it_came, TExport_Report& report) const {
     if (!kept.Has("RECURRENCE-ID"))
