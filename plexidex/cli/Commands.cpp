@@ -93,7 +93,7 @@ class TCommand_Line {
   }
 
   std::chrono::seconds Waiting_Time() const {
-    constexpr std::int64_t usual = 5, of_import = 60, longest = 24 * 60 * 60;
+    constexpr std::int64_t usual = 5, of_import = 60, longest = 24LL * 60 * 60;
     std::int64_t seconds = mode == TDatabase::TMode::Create_If_Missing ? of_import : usual;
     if (app.count("--wait") > 0 &&
         (!Kt_util_01::Str2Int(wait, seconds) || seconds < 0 || seconds > longest)) {
