@@ -82,9 +82,9 @@ std::string Shown_Format(std::string_view pattern, const TFormat_Settings& setti
 
 /// Reads a date in the user's short date order: any separators or, with two digits for day and month, none,
 /// month names in the user's language, and yyyy-mm-dd whatever the locale; also the user's long date.
-/// Two-digit years lie within 50 years before and 49 after the current one; no year means the current one.
-/// False leaves `value` unchanged. Never throws; nothing may follow but blanks, and a dot where dots
-/// separate.
+/// Digits may be of any script. Two-digit years lie within 50 years before and 49 after the current one; no
+/// year means the current one. False leaves `value` unchanged. Never throws; nothing may follow but blanks,
+/// and a dot where dots separate.
 bool Str2Date(std::string_view text, TDateTime& value, const TFormat_Settings& settings = Format_Settings());
 /// Reads a time of day: h, h:mm, h:mm:ss, with the user's separator, ":" or ".", and AM or PM in the user's
 /// or the English form, before or after it; also hmm and hhmm. False leaves `value` unchanged.

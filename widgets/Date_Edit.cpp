@@ -63,6 +63,11 @@ QValidator::State TDate_Edit::validate(QString& input, int& /*pos*/) const {
   return Date_Of(input).isValid() ? QValidator::Acceptable : QValidator::Intermediate;
 }
 
+// As all other dates are written; Qt's own texts may have other digits, which nobody could edit in part.
+QString TDate_Edit::textFromDateTime(const QDateTime& value) const {
+  return To_Qt(Kt_util_01::FormatDateTime("ddddd", From_QDate(value.date())));
+}
+
 QDateTime TDate_Edit::dateTimeFromText(const QString& text) const {
   const QDate typed = Date_Of(text);
   return typed.isValid() ? typed.startOfDay() : dateTime();

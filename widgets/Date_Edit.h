@@ -36,6 +36,7 @@ class TDate_Edit : public QDateEdit {
  protected:
   QValidator::State validate(QString& input, int& pos) const override;
   void fixup(QString& /*input*/) const override {}
+  QString textFromDateTime(const QDateTime& value) const override;
   QDateTime dateTimeFromText(const QString& text) const override;
   StepEnabled stepEnabled() const override;
   bool focusNextPrevChild(bool next) override;

@@ -1,5 +1,7 @@
 #include "ICU_Texts.h"
 
+#include <unicode/uchar.h>
+
 namespace Kt_util_01 {
 
 namespace {
@@ -28,7 +30,9 @@ std::string Plain_Text(const icu::UnicodeString& text) {
   icu::UnicodeString plain;
   for (std::int32_t i = 0; i < text.length(); ++i) {
     const char16_t c = text[i];
-    if (!Is_Direction_Mark(c)) plain += Is_Special_Blank(c) ? u' ' : c;
+    if (Is_Direction_Mark(c)) continue;
+    const std::int32_t digit = u_charDigitValue(c);
+    plain += Is_Special_Blank(c) ? u' ' : digit >= 0 ? static_cast<char16_t>(u'0' + digit) : c;
   }
   return From_ICU(plain);
 }

@@ -14,7 +14,8 @@ namespace Kt_util_01 {
 icu::UnicodeString To_ICU(std::string_view text);
 std::string From_ICU(const icu::UnicodeString& text);
 
-/// The text as a user can type it: without direction marks, no-break and thin blanks made plain.
+/// The text as a user can type it: without direction marks, no-break and thin blanks made plain, digits of
+/// any script 0 to 9.
 std::string Plain_Text(const icu::UnicodeString& text);
 
 /// ICU's locale for a name as Settings_From_Locale takes it. False for "C", "POSIX" and unknown names;

@@ -13,9 +13,11 @@
 namespace Kt_util_01 {
 
 inline std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t");
+  // What is pasted often brings the end of its line along.
+  constexpr std::string_view blanks = " \t\r\n";
+  const std::size_t first = text.find_first_not_of(blanks);
   if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 inline bool Is_Digit(char c) {
