@@ -151,14 +151,18 @@ void TEditor_Form::OKBtnClick() {
 
 void TEditor_Form::Save() {
   Store();
-  if (Show_Refusal(this, rules.Check_Right()) || Refuse_Dates(this)) return;
+  if (Show_Refusal(this, rules.Check_Right()) || Show_Refusal(this, rules.Validate_Subject()) ||
+      Refuse_Dates(this))
+    return;
   const TRefusal refusal = rules.Validate();
   Show_Validated();
   if (Show_Refusal(this, refusal)) return;
   bool keep_open = false, confirmed = false, written = false;
   if (!Outlives(this, [&] { confirmed = Confirm_Dates(this) && Confirm_Update(keep_open); }) || !confirmed)
     return;
-  if (Outlives(this, [&] { written = rules.Process_Update(); }) && written && !keep_open) accept();
+  if (!Outlives(this, [&] { written = rules.Process_Update(); }) || !written) return;
+  if (!keep_open) return accept();
+  Guard_Inputs();
 }
 
 }  // namespace KTReminds

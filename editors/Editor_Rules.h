@@ -58,6 +58,7 @@ class TEditor_Rules {
 
   /// Whether the user may create this new entry; always for a stored one.
   TRefusal Check_Right() const;
+  TRefusal Validate_Subject() const;
   /// The first input that cannot be saved, or an empty refusal. Takes typed texts over where they are valid.
   virtual TRefusal Validate() = 0;
   /// Writes everything in one update. False when it was refused or failed, which is reported; nothing is
@@ -90,7 +91,6 @@ class TEditor_Rules {
 
   /// One that is off has the offset and the sound of a new one.
   void Clear_Alarm();
-  TRefusal Validate_Subject() const;
   TRefusal Validate_Access() const;
 
   TEditor_Mode mode = TEditor_Mode::New;

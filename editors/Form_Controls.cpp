@@ -20,6 +20,12 @@ using namespace Kt_forms;
 namespace {
 constexpr int Most_Percent = 100;
 const auto Widest_Number = QStringLiteral("0000000");
+
+// Not one that is hidden, or whose page is.
+bool Is_Asked_For(const TDate_Edit& field) {
+  return !field.isHidden() && field.isEnabled();
+}
+
 }  // namespace
 
 bool Show_Refusal(QWidget* form, const TRefusal& refusal) {
@@ -35,7 +41,7 @@ bool Show_Refusal(QWidget* form, const TRefusal& refusal) {
 
 bool Refuse_Dates(QWidget* form) {
   for (const TDate_Edit* field : form->findChildren<TDate_Edit*>()) {
-    if (!field->isHidden() && !field->Is_Valid())
+    if (Is_Asked_For(*field) && !field->Is_Valid())
       return Show_Refusal(form, Refuse_Date(From_Qt(field->objectName())));
   }
   return false;
@@ -47,7 +53,7 @@ bool Confirm_Dates(QWidget* form) {
   const QPointer<QWidget> alive = form;
   for (const TDate_Edit* field : form->findChildren<TDate_Edit*>()) {
     const QDate day = To_QDate(field->Day());
-    if (field->isHidden() || !field->Was_Moved() ||
+    if (!Is_Asked_For(*field) || !field->Was_Moved() ||
         (day >= today.addYears(-far_years) && day <= today.addYears(far_years)))
       continue;
     const std::string name = From_Qt(field->objectName());

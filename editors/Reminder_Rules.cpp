@@ -29,9 +29,10 @@ void TReminder_Rules::Show_Moment(TDateTime moment) {
 }
 
 void TReminder_Rules::Prepare_New(TDateTime now) {
-  // The shown day at the next full hour, on that day still.
-  const int hour = (Decode_Time(now).Hour + 1) % 24;
-  Show_Moment(From_Msecs(Whole_Day(CurrentDate) * Msecs_Per_Day + hour * 3'600'000LL));
+  // The shown day at the next full hour. Today's last one is the first of tomorrow: nothing new has passed.
+  const std::int64_t day = Whole_Day(CurrentDate), next_hour = Decode_Time(now).Hour + 1;
+  const std::int64_t hour = day == Whole_Day(now) ? next_hour : next_hour % 24;
+  Show_Moment(From_Msecs(day * Msecs_Per_Day + hour * 3'600'000));
   Pages = Propose_Pages(event_date);
   Show_Alarm();
 }

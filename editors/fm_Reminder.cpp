@@ -209,6 +209,7 @@ void TReminder_Frm::Show_Recurrence() {
   ui->RecurBtn->setAccessibleName(ui->RecurBtn->text());
   const int page = ui->PageControl1->indexOf(ui->RecurrencePage);
   ui->PageControl1->setTabVisible(page, recurring);
+  ui->RecurrencePage->setEnabled(recurring);
   ui->PageControl1->setCurrentIndex(recurring ? page : page + 1);
 }
 
@@ -226,6 +227,7 @@ void TReminder_Frm::TimeBoxClick(bool checked) {
 void TReminder_Frm::RecurBtnClick() {
   Store();
   rules.Set_Recurring(!rules.Is_Recurring());
+  Note_Change();
   Set_Freqs();
   Show_Recurrence();
 }

@@ -67,6 +67,17 @@ TEST_F(Reminder_Rules, A_New_Event_Stands_On_A_Temporary_Row_And_Becomes_A_Real_
   EXPECT_EQ(Counts(), "1 1 1") << "cancel leaves nothing behind";
 }
 
+TEST_F(Reminder_Rules, A_New_Event_Late_In_The_Evening_Begins_At_Midnight_But_Not_In_The_Past) {
+  seams.Clock.Value = Monday + 23.5 / 24;
+  for (const auto& [shown, begins] : {std::pair(Monday, Monday + 1), {Monday + 5, Monday + 5}}) {
+    CurrentDate = shown;
+    TReminder_Rules rules;
+    ASSERT_TRUE(Open(rules, ""));
+    EXPECT_EQ(rules.Shown_Moment(), begins);
+    rules.Discard();
+  }
+}
+
 TEST_F(Reminder_Rules, Inputs_Are_Refused_In_Their_Order_And_Nothing_Is_Written) {
   TReminder_Rules rules;
   ASSERT_TRUE(Open(rules, "", " \t "));

@@ -58,10 +58,11 @@ TEST_F(Reminder_Form, What_Is_Refused_Is_Shown_As_It_Was_Read_And_Focused_On_Its
 }
 
 TEST_F(Reminder_Form, A_Typed_Date_That_Is_None_Is_Refused_And_A_Distant_One_Asked_About) {
-  QWidget* editor = Edit("", "Lunch");
+  QWidget* editor = Edit("");
+  seams.Prompts.Expect_Error("Validation Failed", "A subject for this event is required.");
   seams.Prompts.Expect_Error(
       "Invalid Date", "The Date entered is invalid. Please specify a valid date in the format M/d/yyyy");
-  Act(editor, "TimeBox|EventDate=2/30/2024|OKBtn");
+  Act(editor, "TimeBox|EventDate=2/30/2024|OKBtn|Edit1=Lunch|OKBtn");
   EXPECT_EQ(Where(editor) + Seen(editor, "EventDate"), "Notes/EventDate2/30/2024");
   for (const int answer : {Answer_No, Answer_Yes}) {
     seams.Prompts.Expect_Question("Distant Date",
@@ -101,7 +102,12 @@ TEST_F(Reminder_Form, Recurrence_Comes_And_Goes_And_Follows_The_Date) {
   EXPECT_EQ(Seen_After("EventDate=2024-02-06", editor, "MonthlyInstance MonthlyPattern MonthlyBtn"),
             "(first)|(Tuesday)|+");
   EXPECT_EQ(Seen_After("YearlyBtn", editor, "YearlyInstance YearlyPattern"), "(first)|(Tuesday)");
-  EXPECT_EQ(Seen_After("RecurBtn", editor, "RecurBtn RecurrencePage"), "Make Recurring|hidden");
+  seams.Prompts.Expect_Question(
+      "Discard changes?", "The changes in \"Create New Event\" have not been saved.\r\n\r\nDiscard them?",
+      Answer_No);
+  Cancel(editor);
+  EXPECT_EQ(Seen_After("EndDate=1/1/3000|RecurBtn", editor, "RecurBtn RecurrencePage"),
+            "Make Recurring|(hidden)");
   EXPECT_EQ(Control<QWidget>(editor, "RecurBtn")->accessibleName(), QStringLiteral("Make Recurring"));
   Act(editor, "OKBtn");
   EXPECT_EQ(Dates(), "22.542") << "a plain event again";
@@ -167,6 +173,8 @@ TEST_F(Reminder_Form, A_Changed_Rule_Is_Applied_Whatever_The_Answer_But_Only_Yes
     Act(editor, input);
     EXPECT_EQ(editor->isVisible(), answer == Answer_No);
     EXPECT_EQ(Dates(), dates);
+    EXPECT_TRUE(editor->close()) << "nothing is unsaved";
+    editor->show();
   }
 }
 
