@@ -70,12 +70,17 @@ void TContact_Page::Show_Details() {
   add(From_Qt(tr("Notes")), From_Qt(notes));
 }
 
-void TContact_Page::Reload() {
+void TContact_Page::Show_Contact() {
   Kt_data_01::Read("Contact_Page:Reload [KT_Contacts/KT_Contacts_Data]", [this] {
     Show_Details();
     edit->setText(Kt_data_01::Access_Allowed(Owner(), Kt_data_01::Access_Update) ? tr("E&dit Contact...")
                                                                                  : tr("&Open Contact..."));
   });
+}
+
+void TContact_Page::Reload() {
+  Rows_Are_Shown();
+  Show_Contact();
   KTReminds::Display_Calendar_Dayview(view_panel, view, Book(), Owner(), false);
   if (auto* shown = view.As<KTReminds::TCalendar_View>()) {
     for (const int other : {KTReminds::Page_Week, KTReminds::Page_Month, KTReminds::Page_All})

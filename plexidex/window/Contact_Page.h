@@ -24,8 +24,11 @@ class TContact_Page : public TBook_Page {
   bool FormCloseQuery() override;
   void FormClose() override;
   void Handle_Message(const Kt_forms::TMessage& message) override;
+  /// The calendar looks for itself.
+  void Rows_Changed() override { Show_Contact(); }
 
  private:
+  void Show_Contact();
   void Show_Details();
   void Edit();
 

@@ -82,6 +82,7 @@ TMain_Window::TMain_Window()
   Restore_Place();
   connect(tree, &TNavigation_Tree::Node_Selected, this, &TMain_Window::Node_Selected);
   connect(tree, &TNavigation_Tree::Node_Clicked_Again, this, [this] { Send_To_Page(umSelectNode, 0); });
+  connect(place, &TPage_Place::Tree_Is_Stale, this, &TMain_Window::Reload_Tree);
   connect(place, &TPage_Place::Display_Page, this, &TMain_Window::Display_Host_Page);
   connect(place, &TPage_Place::Add_Contact, this, &TMain_Window::Add_Contact);
   Install_Contact_Opener({Is_Contact, [this](const std::string& contact) {
@@ -97,14 +98,19 @@ TMain_Window::~TMain_Window() {
   Install_Main_Form(nullptr);
 }
 
-void TMain_Window::Refresh() {
+void TMain_Window::Read_Tree() {
+  place->Tree_Is_Shown();
   tree->Reload();
+}
+
+void TMain_Window::Refresh() {
+  Read_Tree();
   Node_Selected();
 }
 
 bool TMain_Window::Reload_Tree() {
   const TNode before = tree->Current();
-  tree->Reload();
+  Read_Tree();
   if (tree->Current() == before) return false;
   Node_Selected();
   return true;
@@ -191,7 +197,7 @@ void TMain_Window::Add_Contact() {
   const std::string book = tree->Current().Book;
   const std::string key = book.empty() ? std::string() : New_Contact(this, book);
   if (key.empty()) return void(Reload_Tree());
-  tree->Reload();
+  Read_Tree();
   if (!tree->Select(TNode_Kind::Contact, book, key)) Node_Selected();
 }
 
@@ -206,14 +212,14 @@ void TMain_Window::Edit_Selected_Contact() {
 void TMain_Window::Delete_Selected_Contact() {
   const TNode node = tree->Current();
   if (!Delete_Contact(node.Contact)) return void(Reload_Tree());
-  tree->Reload();
+  Read_Tree();
   if (!tree->Select(TNode_Kind::Contacts, node.Book)) Node_Selected();
 }
 
 void TMain_Window::Add_Book() {
   const std::string key = New_Book(this);
   if (key.empty()) return;
-  tree->Reload();
+  Read_Tree();
   if (!tree->Select(TNode_Kind::Calendar, key)) Node_Selected();
 }
 

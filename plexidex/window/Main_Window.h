@@ -38,6 +38,7 @@ class TMain_Window : public QMainWindow {
   void Make_Menus();
   void Make_Tree_Menu();
   void Set_Actions();
+  void Read_Tree();
   /// Reads the tree again, and shows another page when what was selected is gone or called otherwise. True
   /// when it did.
   bool Reload_Tree();

@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 #include "Books.h"
 #include "Contacts.h"
@@ -20,6 +21,13 @@ constexpr int Calendar_Role = Qt::UserRole + 2;
 constexpr int Contact_Role = Qt::UserRole + 3;
 constexpr int Read_Role = Qt::UserRole + 4;  // the contacts below have been read
 
+// The contacts last.
+QList<std::pair<TNode_Kind, QString>> Nodes_Of_A_Book() {
+  return {{TNode_Kind::Calendar, TNavigation_Tree::tr("Calendar")},
+          {TNode_Kind::Tasks, TNavigation_Tree::tr("Tasks")},
+          {TNode_Kind::Contacts, TNavigation_Tree::tr("Contacts")}};
+}
+
 QTreeWidgetItem* Add_Node(QTreeWidgetItem* parent, const QString& text, TNode_Kind kind) {
   auto* item = new QTreeWidgetItem(parent, {text});
   item->setData(0, Kind_Role, static_cast<int>(kind));
@@ -37,6 +45,13 @@ TNavigation_Tree::TNavigation_Tree(QWidget* parent) : QTreeWidget(parent) {
   setHeaderHidden(true);
   setUniformRowHeights(true);
   setAccessibleName(tr("Books"));
+  // However narrow the window is, these can be read.
+  constexpr int depth = 2, margins = 10;
+  int widest = 0;
+  for (const auto& [kind, text] : Nodes_Of_A_Book())
+    widest = qMax(widest, fontMetrics().horizontalAdvance(text));
+  setMinimumWidth(depth * indentation() + widest + margins +
+                  style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this));
   connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* current) {
     if (!silent && current) emit Node_Selected();
   });
@@ -104,6 +119,7 @@ void TNavigation_Tree::Reload() {
         unfolded_contacts << book->data(0, Book_Role).toString();
     }
   }
+  const int scrolled = verticalScrollBar()->value();
   clear();
   was_read = Kt_data_01::Read("Navigation_Tree:Reload [KT_Books/KT_Contacts]", [&] {
     for (const Kt_data_01::TBook& book : Kt_data_01::List_Books()) {
@@ -111,9 +127,8 @@ void TNavigation_Tree::Reload() {
       item->setData(0, Kind_Role, static_cast<int>(TNode_Kind::Book));
       item->setData(0, Book_Role, To_Qt(book.Key));
       item->setData(0, Calendar_Role, To_Qt(book.Calendar));
-      Add_Node(item, tr("Calendar"), TNode_Kind::Calendar);
-      Add_Node(item, tr("Tasks"), TNode_Kind::Tasks);
-      QTreeWidgetItem* contacts = Add_Node(item, tr("Contacts"), TNode_Kind::Contacts);
+      QTreeWidgetItem* contacts = nullptr;
+      for (const auto& [kind, text] : Nodes_Of_A_Book()) contacts = Add_Node(item, text, kind);
       contacts->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
       const QString key = To_Qt(book.Key);
       item->setExpanded(!folded.contains(key));
@@ -122,6 +137,9 @@ void TNavigation_Tree::Reload() {
   });
   if (QTreeWidgetItem* again = Find(selected)) {
     setCurrentItem(again);
+    // It need not have been in sight.
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(scrolled);
   } else if (topLevelItemCount() > 0) {
     setCurrentItem(topLevelItem(0)->child(0));
   }

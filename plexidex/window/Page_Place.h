@@ -14,13 +14,19 @@ class TPage_Place : public Kt_forms::TForm {
  public:
   explicit TPage_Place(QWidget* parent = nullptr);
 
+  /// To be told before the tree beside it is read.
+  void Tree_Is_Shown() { Rows_Are_Shown(); }
+
  signals:
+  /// The database has changed since then.
+  void Tree_Is_Stale();
   /// A page asks for one of the host's own pages.
   void Display_Page(int index);
   void Add_Contact();
 
  protected:
   void Handle_Message(const Kt_forms::TMessage& message) override;
+  void Rows_Changed() override { emit Tree_Is_Stale(); }
 };
 
 /// A page of the host that belongs to a book: makes entries for its owner when it is asked to.

@@ -66,7 +66,9 @@ TUpcoming_Page::TUpcoming_Page() : heading(new QLabel), list(new QTreeWidget) {
     return action;
   };
   list->setContextMenuPolicy(Qt::ActionsContextMenu);
-  add_action(tr("&Open..."), Qt::Key_Return, [this] { Open(list->currentItem()); });
+  add_action(tr("&Open..."), Qt::Key_Return, [this] {
+    Open(list->currentItem());
+  })->setShortcuts({Qt::Key_Return, Qt::Key_Enter});
   add_action(tr("&Mark Complete or Outstanding"), Qt::CTRL | Qt::Key_D, [this] {
     Toggle_Done();
   })->setShortcuts({Qt::CTRL | Qt::Key_D, Qt::Key_Space});

@@ -249,6 +249,27 @@ TEST_F(Main_Window, What_Another_Program_Has_Removed_Is_Neither_Shown_Nor_Writte
   EXPECT_EQ(State(), "Home/Home - Plexidex/Contacts_Page3b_Frm0");
 }
 
+TEST_F(Main_Window, Names_Follow_What_Another_Program_Writes) {
+  std::string anna;
+  In_Update([&] { anna = Create_Contact(book, "Anna"); });
+  auto& tree = Open();
+  Show(*window);
+  ASSERT_TRUE(tree.Select(TNode_Kind::Contact, book, anna));
+  const auto after = [&](const std::function<void()>& written) {
+    In_Update(written);
+    QEvent back(QEvent::WindowActivate);
+    QApplication::sendEvent(&*window, &back);
+    Settle();
+    const auto* name = window->findChild<QLabel*>(QStringLiteral("Contact_Name"));
+    return Below(tree.currentItem()->parent()) + "/" + (name ? From_Qt(name->text()) : "") + "/" + State();
+  };
+  const std::string calendar = "/Contacts_Page3b_Frm0";
+  EXPECT_EQ(after([&] { Write_Contact(anna, "Berta", {}); }), "Berta/Berta/Home/Home - Plexidex" + calendar);
+  EXPECT_EQ(after([&] { Rename_Book(book, "Choir"); }), "Berta/Berta/Choir/Choir - Plexidex" + calendar);
+  EXPECT_EQ(after([&] { Set_Contact_Deleted(anna, true); }),
+            "Calendar|Tasks|Contacts//Choir/Choir - Plexidex" + calendar);
+}
+
 TEST_F(Main_Window, What_A_Database_Refuses_Is_Said_And_Stays_Typed) {
   database.Reopen({.Read_Only = true});
   Open();
