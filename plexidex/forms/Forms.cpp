@@ -73,7 +73,8 @@ QString Inputs_Of(const QWidget* form) {
     if (control->window() != form) continue;
     if (const auto* line = qobject_cast<const QLineEdit*>(control)) inputs << line->text();
     if (const auto* memo = qobject_cast<const QPlainTextEdit*>(control)) inputs << memo->toPlainText();
-    if (const auto* box = qobject_cast<const QComboBox*>(control))
+    // What can be typed into counts as its text: leaving it selects the item of that text.
+    if (const auto* box = qobject_cast<const QComboBox*>(control); box && !box->isEditable())
       inputs << QString::number(box->currentIndex());
     if (const auto* button = qobject_cast<const QAbstractButton*>(control))
       inputs << QString::number(button->isChecked() ? 1 : 0);

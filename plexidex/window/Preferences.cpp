@@ -89,11 +89,9 @@ class TPreferences : public THost_Dialog {
  protected:
   bool Save() override {
     if (Database().empty()) {
-      Kt_util_01::Raise_Error("User Preferences", "Name the file that holds the database.");
-      file->setFocus();
-      return false;
+      return Refuse("Name the file that holds the database.");
     }
-    if (Database() != Whole_Path(To_Qt(current)) && !Can_Be_Opened()) return false;
+    if (Database() != Whole_Path(To_Qt(current)) && !(May_Be_Made() && Can_Be_Opened())) return false;
     Write_Bool("General", "Navigation Bars", bars->isChecked());
     Write_Bool("General", "Completed Style", completed->isChecked());
     Write_Bool("Sounds", "Interface", interface_sounds->isChecked());
@@ -104,15 +102,27 @@ class TPreferences : public THost_Dialog {
   }
 
  private:
+  bool Refuse(const std::string& why) {
+    Kt_util_01::Raise_Error("User Preferences", why);
+    file->setFocus();
+    return false;
+  }
+  // A name that is mistyped is not to become an empty database.
+  bool May_Be_Made() {
+    if (QFileInfo::exists(To_Qt(Database())) ||
+        Kt_util_01::Raise_Question("User Preferences", "There is no database \"" + Database() +
+                                                           "\". Make a new one?") == Kt_util_01::Answer_Yes)
+      return true;
+    file->setFocus();
+    return false;
+  }
   // The one in use stays open until it is known that the other can be: it may not open a second time.
   bool Can_Be_Opened() {
     try {
       Kt_data_01::TDatabase().Open(Database(), Kt_data_01::TDatabase::TMode::Create_If_Missing);
       return true;
     } catch (const std::exception& e) {
-      Kt_util_01::Raise_Error("User Preferences", e.what());
-      file->setFocus();
-      return false;
+      return Refuse(e.what());
     }
   }
 

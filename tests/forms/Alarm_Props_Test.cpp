@@ -54,6 +54,12 @@ TEST_F(Alarm_Dialog, An_Offset_Is_Shown_Followed_And_Rewritten) {
   EXPECT_EQ(std::to_string(dialog->Alarm().Offset) + dialog->Alarm().WAVFile, "120<Standard Beep>");
 }
 
+TEST_F(Alarm_Dialog, Tabbing_Through_Changes_Nothing) {
+  Open({true, 30, "", 0});
+  for (int key = 0; key < 2; ++key) QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+  EXPECT_TRUE(dialog->close());
+}
+
 TEST_F(Alarm_Dialog, Switching_Off_Hides_What_Depends_And_Resets) {
   QWidget* form = Open({true, 30, Default_Sound_Text, Monday + 0.75});
   EXPECT_EQ(Seen(form, "TimeLabel DelayLabel"), "until 6:00 PM on Monday, 15 January 2024|Alarm Delayed:");

@@ -204,7 +204,13 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
   EXPECT_FALSE(UseCompleteStyle());
   EXPECT_FALSE(Control<QWidget>(&*window, "Panel3")->isVisible()) << "the page is made anew";
   const std::string relative = QDir().relativeFilePath(QString::fromStdString(other)).toStdString();
-  Choose("&Preferences...", Confirm_With("Database=" + relative));
+  Choose("&Preferences...", [&](QWidget* form) {
+    for (const int answer : {Answer_No, Answer_Yes}) {
+      seams.Prompts.Expect_Question("User Preferences",
+                                    "There is no database \"" + other + "\". Make a new one?", answer);
+      Confirm_With("Database=" + relative)(form);
+    }
+  });
   EXPECT_EQ(seen(), other + " " + other + "/Plexidex/") << "found from any folder";
 }
 
