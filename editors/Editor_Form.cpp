@@ -158,7 +158,9 @@ void TEditor_Form::Save() {
   Show_Validated();
   if (Show_Refusal(this, refusal)) return;
   bool keep_open = false, confirmed = false, written = false;
-  if (!Outlives(this, [&] { confirmed = Confirm_Dates(this) && Confirm_Update(keep_open); }) || !confirmed)
+  if (!Outlives(this,
+                [&] { confirmed = Confirm_Dates(this, rules.Is_New()) && Confirm_Update(keep_open); }) ||
+      !confirmed)
     return;
   if (!Outlives(this, [&] { written = rules.Process_Update(); }) || !written) return;
   if (!keep_open) return accept();

@@ -47,13 +47,14 @@ bool Refuse_Dates(QWidget* form) {
   return false;
 }
 
-bool Confirm_Dates(QWidget* form) {
+bool Confirm_Dates(QWidget* form, bool is_new) {
   constexpr int far_years = 100;
   const QDate today = To_QDate(Kt_util_01::Today());
   const QPointer<QWidget> alive = form;
+  QList<QDate> confirmed;
   for (const TDate_Edit* field : form->findChildren<TDate_Edit*>()) {
     const QDate day = To_QDate(field->Day());
-    if (!Is_Asked_For(*field) || !field->Was_Moved() ||
+    if (!Is_Asked_For(*field) || !(is_new || field->Was_Moved()) || confirmed.contains(day) ||
         (day >= today.addYears(-far_years) && day <= today.addYears(far_years)))
       continue;
     const std::string name = From_Qt(field->objectName());
@@ -62,9 +63,11 @@ bool Confirm_Dates(QWidget* form) {
         "The date " + Kt_util_01::FormatDateTime("ddddd", field->Day()) +
             " is more than a hundred years from today.\r\n\r\nPlease confirm that it is right");
     if (!alive) return false;
-    if (answer == Kt_util_01::Answer_Yes) continue;
-    Focus_Control(form, name);
-    return false;
+    if (answer != Kt_util_01::Answer_Yes) {
+      Focus_Control(form, name);
+      return false;
+    }
+    confirmed << day;
   }
   return true;
 }

@@ -15,9 +15,10 @@ bool Show_Refusal(QWidget* form, const TRefusal& refusal);
 
 /// Refuses the first date field that is shown and holds no date. False when there is none.
 bool Refuse_Dates(QWidget* form);
-/// Asks about each date that the user has put more than a century from today. False, with its field focused,
-/// when one is not meant, and when the form did not outlive the question.
-bool Confirm_Dates(QWidget* form);
+/// Asks about each date more than a century from today that the user has moved, or that is new as the whole
+/// entry is. False, with its field focused, when one is not meant, and when the form did not outlive the
+/// question.
+bool Confirm_Dates(QWidget* form, bool is_new = false);
 
 /// The sound of a check box that the user clicks.
 void Sound_Click(bool checked);

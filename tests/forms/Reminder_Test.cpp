@@ -64,17 +64,23 @@ TEST_F(Reminder_Form, A_Typed_Date_That_Is_None_Is_Refused_And_A_Distant_One_Ask
       "Invalid Date", "The Date entered is invalid. Please specify a valid date in the format M/d/yyyy");
   Act(editor, "TimeBox|EventDate=2/30/2024|OKBtn|Edit1=Lunch|OKBtn");
   EXPECT_EQ(Where(editor) + Seen(editor, "EventDate"), "Notes/EventDate2/30/2024");
-  for (const int answer : {Answer_No, Answer_Yes}) {
+  const auto expect_question = [this](int answer) {
     seams.Prompts.Expect_Question("Distant Date",
                                   "The date 2/3/1124 is more than a hundred years from today.\r\n\r\nPlease "
                                   "confirm that it is right",
                                   answer);
+  };
+  for (const int answer : {Answer_No, Answer_Yes}) {
+    expect_question(answer);
     Act(editor, "EventDate=2/3/1124|OKBtn");
     EXPECT_EQ(editor->isVisible(), answer == Answer_No);
   }
   Edit(Query_Text("SELECT Key FROM KT_Events_Data"));
   Act(form.get(), "Edit2=Here|OKBtn");
   EXPECT_FALSE(form->isVisible()) << "it was so before";
+  CurrentDate = Encode_Date(1124, 2, 3);
+  expect_question(Answer_No);
+  Act(Edit("", "New"), "OKBtn");
 }
 
 TEST_F(Reminder_Form, A_New_Set_Of_Each_Frequency_Has_Its_Dates) {
