@@ -2,8 +2,6 @@
 
 #include "Editor_Fixture.h"
 
-using namespace KTReminds;
-
 namespace {
 
 /// A date field between two others, as in a form, in the locale of a user.
@@ -13,10 +11,9 @@ struct Date_Field : TEditor_Fixture {
     form = std::make_unique<QWidget>();
     form->setLocale(QLocale(QString::fromLatin1(locale)));
     auto* layout = new QVBoxLayout(form.get());
-    field = new TDate_Edit;
-    for (QWidget* control : {static_cast<QWidget*>(before = new QLineEdit), static_cast<QWidget*>(field),
-                             static_cast<QWidget*>(after = new QLineEdit)})
-      layout->addWidget(control);
+    layout->addWidget(before = new QLineEdit);
+    layout->addWidget(field = new TDate_Edit);
+    layout->addWidget(after = new QLineEdit);
     field->Set_Day(Monday);
     Show(*form);
   }
@@ -68,24 +65,25 @@ TEST_F(Date_Field, Takes_A_Date_As_A_Hand_Types_It) {
 TEST_F(Date_Field, Is_Stepped_Part_By_Part_And_Chosen_From_A_Calendar) {
   In("ar_EG");
   EXPECT_EQ(field->text(), QStringLiteral("15/1/2024")) << "digits as they are typed";
-  In("en_GB");
+  In("en_US");
+  form->setLocale(QLocale::c());  // whose week begins otherwise
   field->setFocus();
   const auto after_keys = [&](int cursor, Qt::Key key) {
     if (cursor >= 0) field->findChild<QLineEdit*>()->setCursorPosition(cursor);
     QTest::keyClick(field, key);
     return field->text().toStdString();
   };
-  EXPECT_EQ(after_keys(-1, Qt::Key_Up), "16/01/2024") << "all of it selected";
-  EXPECT_EQ(after_keys(3, Qt::Key_Down), "16/12/2023");
-  EXPECT_EQ(after_keys(-1, Qt::Key_Down), "16/11/2023") << "still the month";
-  EXPECT_EQ(after_keys(10, Qt::Key_Up), "16/11/2024");
+  EXPECT_EQ(after_keys(-1, Qt::Key_Up), "1/16/2024") << "all of it selected";
+  EXPECT_EQ(after_keys(1, Qt::Key_Down), "12/16/2023");
+  EXPECT_EQ(after_keys(-1, Qt::Key_Down), "11/16/2023") << "still the month";
+  EXPECT_EQ(after_keys(10, Qt::Key_Up), "11/16/2024");
   QTest::keyClicks(field, QStringLiteral("2026"));
   QTest::mouseClick(field, Qt::LeftButton, {}, QPoint(field->width() - 6, field->height() / 2));
   QCalendarWidget* calendar = field->calendarWidget();
-  EXPECT_TRUE(calendar->isVisible());
+  EXPECT_TRUE(calendar->isVisible() && calendar->firstDayOfWeek() == Qt::Sunday);
   EXPECT_EQ(calendar->selectedDate(), QDate(2026, 11, 16)) << "at what was just typed";
-  QTest::keyClick(Control<QTableView>(calendar, "qt_calendar_calendarview"), Qt::Key_Left);
-  QTest::keyClick(Control<QTableView>(calendar, "qt_calendar_calendarview"), Qt::Key_Return);
+  for (const auto key : {Qt::Key_Left, Qt::Key_Return})
+    QTest::keyClick(Control<QTableView>(calendar, "qt_calendar_calendarview"), key);
   EXPECT_EQ(field->Day(), Encode_Date(2026, 11, 15));
 }
 

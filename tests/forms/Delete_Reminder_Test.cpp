@@ -7,10 +7,6 @@ struct Delete_Dialog : TEditor_Fixture {
   static bool Delete(const std::string& key, const std::function<void(QWidget*)>& act) {
     return With_Dialog(act, [&] { return Delete_Reminder(key); });
   }
-  /// The title, what the dialog asks, and between what.
-  static std::string Question(QWidget* form) {
-    return form->windowTitle().toStdString() + "|" + Seen(form, "Label1 Label2 RadioButton1 RadioButton2");
-  }
 };
 
 TEST_F(Delete_Dialog, Asks_About_A_Set_And_Deletes_What_Was_Chosen) {
@@ -18,9 +14,6 @@ TEST_F(Delete_Dialog, Asks_About_A_Set_And_Deletes_What_Was_Chosen) {
   EXPECT_FALSE(Delete(key, [](QWidget* form) {
     EXPECT_TRUE(Control<QLabel>(form, "Label1")->text().contains(QStringLiteral("all occurences of")));
     EXPECT_EQ(Seen(form, "Label2 RadioButton1 RadioButton2"), "hidden|-|+");
-    Cancel(form);
-  }));
-  EXPECT_FALSE(Delete(key, [](QWidget* form) {
     Control<QWidget>(form, "Button1")->setFocus();
     Confirm(form->focusWidget());
   })) << "Enter presses the button that has the focus";
@@ -37,31 +30,13 @@ TEST_F(Delete_Dialog, Asks_About_A_Set_And_Deletes_What_Was_Chosen) {
 TEST_F(Delete_Dialog, Asks_Plainly_About_A_Single_Event_Or_Task) {
   for (const auto& [type, what] : {std::pair(0, "calendar event"), {3, "Task"}}) {
     EXPECT_TRUE(Delete(Make(1, type), [what](QWidget* form) {
-      EXPECT_EQ(Question(form),
-                std::string("Confirm Deletion|hidden|Please confirm you wish to delete the selected ") +
-                    what + " from the address book|hidden|hidden");
+      EXPECT_EQ(form->windowTitle().toStdString() + Seen(form, "Label1 Label2 RadioButton1 RadioButton2"),
+                std::string("Confirm Deletionhidden|Please confirm you wish to delete the selected ") + what +
+                    " from the address book|hidden|hidden");
       Confirm(form);
     }));
     EXPECT_EQ(Counts(), "0 0 0");
   }
-}
-
-TEST_F(Delete_Dialog, Asks_What_To_Open) {
-  bool whole = false;
-  const auto ask = [&whole](const auto& act) {
-    return With_Dialog(act, [&] { return Update_Recurring(whole); });
-  };
-  EXPECT_TRUE(ask([](QWidget* form) {
-    EXPECT_EQ(Question(form),
-              "Open Recurring Event|hidden|This Event is part of a Recurring Set. Do you wish to open just "
-              "this event or the whole "
-              "set?|-|+");
-    EXPECT_EQ(Control<QWidget>(form, "RadioButton1")->accessibleName(),
-              QStringLiteral("Open all Events in the Set"));
-    Confirm_With("RadioButton1")(form);
-  }));
-  EXPECT_TRUE(whole);
-  EXPECT_FALSE(ask(Cancel));
 }
 
 TEST_F(Delete_Dialog, Closes_With_OK_After_A_Failure) {

@@ -66,16 +66,6 @@ struct TOf_An_Editor : TEditor_Fixture {
     Show(*form);
     return form.get();
   }
-  /// A new title that cannot be saved: the user learns why, once, and what was typed stays.
-  void Fail_To_Save(const std::string& key, const std::string& unit) {
-    Edit(key);
-    Plant("UPDATE ON KT_Events", unit + ":Process_Update:1 [KT_Events/KT_Events_Data/KT_Alarms]");
-    EXPECT_EQ(Seen_After("Edit1=New|OKBtn", form.get(), "Edit1"), "New");
-    EXPECT_EQ(Query_Text("SELECT Title FROM KT_Events"), "Old");
-    Unplant();
-    Act(form.get(), "OKBtn");
-    EXPECT_EQ(form->result(), QDialog::Accepted) << "saved once the fault is gone";
-  }
 
   std::unique_ptr<TRules> rules;
   std::unique_ptr<TEditor> form;

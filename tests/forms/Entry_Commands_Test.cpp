@@ -9,17 +9,8 @@ namespace {
 struct Entry_Commands_On_A_Page : TView_Fixture {
   Entry_Commands_On_A_Page() : TView_Fixture(&Display_Calendar_Dayview) {}
 
-  /// The tools that are enabled, with their menu items, of those that depend on the selection.
-  std::string Enabled() {
-    std::string enabled;
-    for (const auto& [tool, item] : {std::pair("AckBtn", "Ackmenu"), std::pair("PropsBtn", "PropsMenu"),
-                                     std::pair("Delbtn", "DelMenu")}) {
-      const bool on = Control<QToolButton>(view, tool)->isEnabled();
-      EXPECT_EQ(Action(item)->isEnabled(), on) << item;
-      if (on) enabled += std::string(tool) + " ";
-    }
-    return enabled;
-  }
+  /// Where a row is, at this distance from the left.
+  QPoint At(int row, int x) const { return {x, list->visualRect(list->model()->index(row, 0)).center().y()}; }
 };
 
 TEST_F(Entry_Commands_On_A_Page, Follow_The_Selection) {
@@ -27,17 +18,15 @@ TEST_F(Entry_Commands_On_A_Page, Follow_The_Selection) {
   Add("b", 0.2, "EventType = 3", "Actioned = 1");
   Add("c", 0.3, Hidden);
   Display();
-  EXPECT_EQ(Enabled(), "");
-  std::string seen;
-  for (const int row : {0, 1, 2}) {
+  const char* const seen[] = {
+      "(Toggle Event's State)|(&Mark Complete)|(Open Item)|(&Open...)|(Delete Item)|(&Delete Item...)",
+      "Mark Complete|&Mark Complete|Open Item|&Open...|Delete Item|&Delete Item...",
+      "Mark Outstanding|&Mark Outstanding|Open Item|&Open...|Delete Item|&Delete Item...",
+      "(Mark Outstanding)|(&Mark Outstanding)|Open Item|&Open...|(Delete Item)|(&Delete Item...)"};
+  for (const int row : {-1, 0, 1, 2}) {
     list->Select_Row(row);
-    seen += Enabled() + Texts("AckBtn") + "|";
+    EXPECT_EQ(Seen(view, "AckBtn Ackmenu PropsBtn PropsMenu Delbtn DelMenu"), seen[row + 1]);
   }
-  EXPECT_EQ(seen,
-            "AckBtn PropsBtn Delbtn Mark Complete/Mark Complete|"
-            "AckBtn PropsBtn Delbtn Mark Outstanding/Mark Outstanding|"
-            "PropsBtn Mark Outstanding/Mark Outstanding|")
-      << "left as it was for the private one";
   QContextMenuEvent asked(QContextMenuEvent::Keyboard, {}, {});
   QApplication::sendEvent(list, &asked);
   auto* popup = Control<QMenu>(view, "PopupMenu1");
@@ -49,20 +38,19 @@ TEST_F(Entry_Commands_On_A_Page, Mark_In_Place_By_Tool_And_By_A_Click_On_The_Ima
   Add("a", 0.1);
   Add("b", 0.2, Hidden);
   Display();
-  const auto click = [this](int row, int x) {
-    const int y = list->visualRect(list->model()->index(row, 0)).center().y();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, QPoint(x, y));
+  const auto click = [this](int row, int x, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mouseClick(list->viewport(), button, {}, At(row, x));
     return Query_Number("SELECT sum(Actioned) FROM KT_Events_Data");
   };
   const auto* item = &list->Items()[0];
-  EXPECT_EQ(click(0, 60), 0) << "beside the image";
+  EXPECT_EQ(click(0, 60) + click(0, 10, Qt::RightButton), 0) << "beside the image, or for its menu";
   EXPECT_EQ(click(0, 10), 1);
   EXPECT_TRUE(list->Selected() == item && item->Image == Image_Done_Event) << "not built again";
   QTest::keyClick(list, Qt::Key_Space);
   EXPECT_EQ(click(1, 10), 0) << "private";
   Sign_In({.Delete = true, .See = true});
   EXPECT_EQ(click(0, 10), 0) << "not allowed";
-  EXPECT_EQ(Enabled(), "PropsBtn Delbtn ");
+  EXPECT_EQ(Seen(view, "AckBtn Delbtn"), "(Mark Complete)|Delete Item");
 }
 
 TEST_F(Entry_Commands_On_A_Page, Sort_And_Keep_The_Selection) {
@@ -90,21 +78,27 @@ TEST_F(Entry_Commands_On_A_Page, Sort_And_Keep_The_Selection) {
 
 TEST_F(Entry_Commands_On_A_Page, Add_Open_And_Delete_By_Keys_And_Tools) {
   Display();
+  const auto double_click = [this](const std::function<void(QWidget*)>& act, const QPoint& place) {
+    With_Dialog(act, [&] { QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place); });
+  };
   Answer(Confirm_With("Edit1=added"), Qt::Key_Insert);
   QTest::keyClick(list, Qt::Key_Delete);  // nothing is selected
   EXPECT_EQ(Shown(), "added");
   list->Select_Row(0);
   Answer(Confirm_With("Edit1=edited"), Qt::Key_Return);
+  double_click(Cancel, At(0, 60));
   EXPECT_EQ(Shown() + std::to_string(list->Selected_Row()), "edited0") << "still selected";
   Answer(Cancel, Qt::Key_Delete);
   EXPECT_EQ(list->Selected_Row(), 0) << "nothing was refreshed";
   Answer(Confirm, Qt::Key_Delete);
   EXPECT_EQ(Shown(), "");
-  Answer(Confirm_With("Edit1=without a selection"), Qt::Key_Return);
+  Add("c", 0.3);
+  Display(true, 0);
+  double_click(Confirm_With("Edit1=beside"), At(0, 60) + QPoint(0, 100));
   Add("task", 0.1, "EventType = 3");
   Add("private", 0.9, Hidden);
   Display(true, 0);
-  EXPECT_EQ(Shown(), "task without a selection private");
+  EXPECT_EQ(Shown(), "task c beside private");
   QString looks;
   const auto look = [&](QWidget* editor) {
     looks +=
@@ -113,7 +107,7 @@ TEST_F(Entry_Commands_On_A_Page, Add_Open_And_Delete_By_Keys_And_Tools) {
     Cancel(editor);
   };
   Answer(look, "PropsMenu");
-  list->Select_Row(2);
+  list->Select_Row(3);
   QTest::keyClick(list, Qt::Key_Delete);  // not allowed
   Answer(look, "PropsBtn");
   EXPECT_EQ(looks, QStringLiteral("Task_Frm Reminder_Frm read "));
@@ -136,7 +130,7 @@ TEST_F(Entry_Commands_On_A_Page, Select_The_Next_After_A_Deletion_And_Keep_Up_Wi
         Write(New_Event("first", Monday));
         Cancel(editor);
       },
-      Qt::Key_Return);
+      Qt::Key_Enter);
   EXPECT_EQ(seen(), "first e c2");
   TDatabase another;
   another.Open(database.Path(), TDatabase::TMode::Must_Exist);

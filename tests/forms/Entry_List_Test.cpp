@@ -114,42 +114,6 @@ TEST_F(Entry_List, Selection_Survives_Sorting_And_Marking_But_Not_Refilling) {
   EXPECT_EQ(drawn.pixelColor(10, 10), list.palette().color(QPalette::Base));
 }
 
-TEST_F(Entry_List, Says_What_The_Mouse_And_The_Keys_Do) {
-  Fill({{"a"}, {"b"}});
-  Show_List();
-  std::string said;
-  const auto note = [&](auto signal, const char* what) {
-    QObject::connect(&list, signal, &list, [&said, what] { said += what; });
-  };
-  note(&TEntry_List::State_Clicked, "state ");
-  note(&TEntry_List::Opened, "open ");
-  note(&TEntry_List::Insert_Pressed, "insert ");
-  note(&TEntry_List::Delete_Pressed, "delete ");
-  const auto told = [&] { return std::exchange(said, {}) + Selected(); };
-  const auto click = [&](Qt::MouseButton button, QPoint place) {
-    QTest::mouseClick(list.viewport(), button, {}, place);
-    return told();
-  };
-  const auto double_click = [&](QPoint place) {
-    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
-    return told();
-  };
-  const auto key = [&](Qt::Key pressed) {
-    QTest::keyClick(&list, pressed);
-    return told();
-  };
-  EXPECT_EQ(click(Qt::LeftButton, At(1, 10)), "state b");
-  EXPECT_EQ(click(Qt::LeftButton, At(0, Image_Width + 3)), "a");
-  EXPECT_EQ(click(Qt::RightButton, At(1, 10)), "b");
-  EXPECT_EQ(double_click(At(0, Image_Width + 3)), "open a");
-  EXPECT_EQ(double_click({100, 250}), "open ") << "beside the rows, where nothing is selected";
-  EXPECT_EQ(key(Qt::Key_Insert), "insert ");
-  EXPECT_EQ(key(Qt::Key_Down), "b");
-  EXPECT_EQ(key(Qt::Key_Delete), "delete b");
-  EXPECT_EQ(key(Qt::Key_Return), "open b");
-  EXPECT_EQ(key(Qt::Key_Enter), "open b");
-}
-
 TEST_F(Entry_List, Tips_Belong_To_The_Text) {
   Fill({{"<b>Bold & short</b>", Noon, Image_Open_Event, [](auto& entry) { entry.Timeless = true; }},
         {"secret", Noon, 10, [](auto& entry) { entry.Timeless = entry.Private = true; }}});

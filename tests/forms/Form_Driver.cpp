@@ -21,6 +21,11 @@ void Fail(const char* why) {
   }
 }
 
+// Of a menu; a tool is a button.
+QAction* Command(const QWidget* form, const QString& name) {
+  return form->findChild<QWidget*>(name) ? nullptr : form->findChild<QAction*>(name);
+}
+
 }  // namespace
 
 struct TModal_Driver::TState : std::enable_shared_from_this<TState> {
@@ -62,7 +67,7 @@ TModal_Driver::~TModal_Driver() {
 void Act(QWidget* form, const std::string& inputs) {
   for (const QString& input : QString::fromStdString(inputs).split(QLatin1Char('|'))) {
     const QString name = input.section(QLatin1Char('='), 0, 0), value = input.section(QLatin1Char('='), 1);
-    if (auto* item = form->findChild<QAction*>(name); item && !form->findChild<QWidget*>(name)) {
+    if (QAction* item = Command(form, name)) {
       item->trigger();
       continue;
     }
@@ -103,6 +108,11 @@ std::function<void(QWidget*)> Confirm_With(const std::string& inputs) {
 std::string Seen(QWidget* form, const char* names) {
   QStringList seen;
   for (const QString& name : QString::fromLatin1(names).split(QLatin1Char(' '))) {
+    if (const QAction* item = Command(form, name)) {
+      const QString mark = !item->isCheckable() ? "" : item->isChecked() ? "+" : "-";
+      seen << QString(item->isEnabled() ? "%1" : "(%1)").arg(mark + item->text());
+      continue;
+    }
     const auto* control = Control<QWidget>(form, name.toLatin1().constData());
     const auto* button = qobject_cast<const QAbstractButton*>(control);
     const bool chosen = control->property("currentText").isValid();
@@ -119,11 +129,6 @@ std::string Seen(QWidget* form, const char* names) {
 std::string Seen_After(const std::string& inputs, QWidget* form, const char* names) {
   Act(form, inputs);
   return Seen(form, names);
-}
-
-void Picture(QWidget* widget, const QString& name) {
-  const QString folder = qEnvironmentVariable("KT_PICTURES");
-  if (!folder.isEmpty()) widget->grab().save(folder + QLatin1Char('/') + name + QStringLiteral(".png"));
 }
 
 void Settle() {

@@ -42,14 +42,11 @@ void Cancel(QWidget* dialog);
 /// For a dialog: acts on its controls and confirms.
 std::function<void(QWidget*)> Confirm_With(const std::string& inputs);
 
-/// What controls show, with | between: a text, + or - for what can be checked, "hidden", and in brackets what
-/// cannot be changed. Their names stand with blanks between.
+/// What controls and commands show, with | between: a text, + or - for what can be checked, "hidden", and in
+/// brackets what cannot be changed or given. Their names stand with blanks between.
 std::string Seen(QWidget* form, const char* names);
 /// The same after acting on controls.
 std::string Seen_After(const std::string& inputs, QWidget* form, const char* names);
-
-/// Writes a picture of the widget into the folder that KT_PICTURES names, if it names one.
-void Picture(QWidget* widget, const QString& name);
 
 /// Runs what is due, deferred deletions included.
 void Settle();

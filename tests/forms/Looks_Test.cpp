@@ -20,8 +20,6 @@ class Looks : public TEditor_Fixture, public testing::WithParamInterface<std::pa
   static void Look(QWidget* window, const QString& name) {
     Settle();
     EXPECT_EQ(Make_Checks(window), "") << name.toStdString();
-    const auto [locale, dark] = GetParam();
-    Picture(window, QStringLiteral("look_%1_%2_%3").arg(name, QString::fromLatin1(locale)).arg(dark));
   }
   static void Look_At_Every_Page(QWidget& form, const QString& name) {
     Show(form);

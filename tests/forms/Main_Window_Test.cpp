@@ -216,15 +216,13 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
 
 TEST_F(Main_Window, What_Another_Program_Has_Removed_Is_Neither_Shown_Nor_Written) {
   auto& tree = Open();
-  const struct {
-    TNode_Kind Kind;
-    const char *Item, *Caption, *Text;
-  } cases[] = {
-      {TNode_Kind::Contact, "&Edit Contact...", "Contact", "The contact has been removed and was not saved."},
-      {TNode_Kind::Calendar, "New &Contact...", "Contact",
-       "The book has been removed; the contact was not saved."},
-      {TNode_Kind::Calendar, "Book &Set-up...", "Book Set-up", "The book has been removed."}};
-  for (const auto& one : cases) {
+  const char* const contact = "The contact has been removed and was not saved.";
+  for (const auto& [kind, item, caption, text] :
+       {std::tuple(TNode_Kind::Contact, "&Edit Contact...", "Contact", contact),
+        {TNode_Kind::Calendar, "New &Contact...", "Contact",
+         "The book has been removed; the contact was not saved."},
+        {TNode_Kind::Calendar, "Book &Set-up...", "Book Set-up", "The book has been removed."},
+        {TNode_Kind::Tasks, "&Refresh", "", ""}}) {
     TBook club;
     std::string anna;
     In_Update([&] {
@@ -232,27 +230,22 @@ TEST_F(Main_Window, What_Another_Program_Has_Removed_Is_Neither_Shown_Nor_Writte
       anna = Create_Contact(club.Key, "Anna");
     });
     window->Refresh();
-    ASSERT_TRUE(tree.Select(one.Kind, club.Key, one.Kind == TNode_Kind::Contact ? anna : ""));
-    Choose(one.Item, [&](QWidget* form) {
-      In_Update([&] { Delete_Book(club.Key); });
-      seams.Prompts.Expect_Error(one.Caption, one.Text);
+    ASSERT_TRUE(tree.Select(kind, club.Key, kind == TNode_Kind::Contact ? anna : ""));
+    const auto remove = [&] { In_Update([&] { Delete_Book(club.Key); }); };
+    const auto try_to_save = [&, caption = caption, text = text](QWidget* form) {
+      remove();
+      seams.Prompts.Expect_Error(caption, text);
       Confirm_With("Name=Choir")(form);
       Press_Cancel(form);
-    });
-    EXPECT_EQ(State(), "Home/Home - Plexidex/Contacts_Page3b_Frm0")
-        << one.Item << " of the book that is left";
+    };
+    if (kind == TNode_Kind::Tasks) remove();
+    kind == TNode_Kind::Tasks ? Choose(item) : Choose(item, try_to_save);
+    EXPECT_EQ(State(), "Home/Home - Plexidex/Contacts_Page3b_Frm0") << item << " of the book that is left";
     EXPECT_EQ(Query_Text("SELECT (SELECT count(*) FROM KT_Contacts) || ' ' || (SELECT count(*) FROM "
                          "KT_Contacts_Data) || ' ' || (SELECT count(*) FROM KT_Fields)"),
               "1 0 1")
-        << one.Item;
+        << item;
   }
-  TBook left;
-  In_Update([&] { left = Create_Book("Club"); });
-  window->Refresh();
-  ASSERT_TRUE(tree.Select(TNode_Kind::Tasks, left.Key));
-  In_Update([&] { Delete_Book(left.Key); });
-  Choose("&Refresh");
-  EXPECT_EQ(State(), "Home/Home - Plexidex/Contacts_Page3b_Frm0");
 }
 
 TEST_F(Main_Window, Names_Follow_What_Another_Program_Writes) {
@@ -276,18 +269,7 @@ TEST_F(Main_Window, Names_Follow_What_Another_Program_Writes) {
             "Calendar|Tasks|Contacts//Choir/Choir - Plexidex" + calendar);
 }
 
-TEST_F(Main_Window, What_A_Database_Refuses_Is_Said_And_Stays_Typed) {
-  database.Reopen({.Read_Only = true});
-  Open();
-  seams.Prompts.Expect_Error("Update Failed", "Nothing was saved: the database cannot be changed now.");
-  Choose("Book &Set-up...", [](QWidget* form) {
-    Confirm_With("Name=Club")(form);
-    EXPECT_TRUE(form->isVisible());
-    Press_Cancel(form);
-  });
-}
-
-TEST_F(Main_Window, Books_That_Cannot_Be_Read_Are_Not_Said_To_Be_Missing) {
+TEST_F(Main_Window, What_A_Database_Refuses_Or_Does_Not_Give_Is_Said) {
   Open();
   Run_Sql("ALTER TABLE KT_Books RENAME TO Elsewhere");
   seams.Prompts.Expect_Error("Read Failed",
@@ -298,6 +280,12 @@ TEST_F(Main_Window, Books_That_Cannot_Be_Read_Are_Not_Said_To_Be_Missing) {
   Run_Sql("ALTER TABLE Elsewhere RENAME TO KT_Books");
   Choose("&Refresh");
   EXPECT_EQ(window->Page_Name(), "Contacts_Page3b_Frm0");
+  database.Reopen_Read_Only();
+  seams.Prompts.Expect_Error("Update Failed", "Nothing was saved: the database cannot be changed now.");
+  Choose("Book &Set-up...", [](QWidget* form) {
+    EXPECT_EQ((Confirm_With("Name=Club")(form), Seen(form, "Name")), "Club") << "stays typed";
+    Press_Cancel(form);
+  });
 }
 
 TEST_F(Main_Window, Entries_Are_Added_Marked_And_Deleted_In_The_List_But_Not_Those_Of_Others) {
@@ -307,22 +295,20 @@ TEST_F(Main_Window, Entries_Are_Added_Marked_And_Deleted_In_The_List_But_Not_Tho
   EXPECT_EQ(Shown(), "1:00 PM Lunch ");
   EXPECT_EQ(Counts(), "1 1 0") << "what was cancelled leaves nothing";
   auto* list = Control<QTreeWidget>(&*window, "Entries");
-  const auto run = [&](int number) {
+  const auto run = [&](bool hidden, int command) {
+    Run_Sql("UPDATE KT_Events SET User = 'somebody', Private = " + std::to_string(hidden));
+    window->Refresh();
     list->setCurrentItem(list->topLevelItem(0)->child(0));
-    list->actions().at(number)->trigger();
+    list->actions().at(command)->trigger();
     return Shown();
   };
-  EXPECT_EQ(run(1), "1:00 PM Lunch done");
-  EXPECT_EQ(run(1), "1:00 PM Lunch ");
-  Run_Sql("UPDATE KT_Events SET Private = 1, User = 'somebody'");
-  window->Refresh();
   seams.Sounds.Played.clear();
-  EXPECT_EQ(run(1), "1:00 PM Private ");
-  EXPECT_EQ(run(2), "1:00 PM Private ");
-  EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{5, 5}));
-  Run_Sql("UPDATE KT_Events SET Private = 0");
-  window->Refresh();
-  EXPECT_EQ(With_Dialog(Confirm, [&] { return run(2); }), "");
+  EXPECT_EQ(run(false, 1), "1:00 PM Lunch done");
+  EXPECT_EQ(run(false, 1), "1:00 PM Lunch ");
+  EXPECT_EQ(run(true, 1), "1:00 PM Private ");
+  EXPECT_EQ(run(true, 2), "1:00 PM Private ");
+  EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{3, 1, 5, 5}));
+  EXPECT_EQ(With_Dialog(Confirm, [&] { return run(false, 2); }), "");
 }
 
 }  // namespace

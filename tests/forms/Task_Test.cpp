@@ -40,9 +40,15 @@ TEST_F(Task_Form, A_Task_Is_Saved_Shown_Again_And_Its_Completion_Recorded) {
                   "1/22/2024|8:00 AM")
             << "proposed anew";
         EXPECT_EQ(Seen_After("EventDate=2024-01-22", editor, "AlarmDate"), "1/22/2024") << "set, so it stays";
-        Confirm_With(
-            "AlarmDate=2024-01-20|AlarmTime=6:30 pm|StartDate=2024-01-12|PercentBox=30|"
-            "BudgetBox=12.25|WorkedBox=3|Memo1=Two pages")(editor);
+        Act(editor, "AlarmDate=2024-01-20|AlarmTime=9:00");
+        With_Dialog(
+            [](QWidget* alarm) {
+              EXPECT_EQ(Seen(alarm, "AlarmDate AlarmTime"), "1/20/2024|9:00 AM");
+              Confirm_With("AlarmTime=6:30 pm")(alarm);
+            },
+            [&] { Act(editor, "ConfigureBtn"); });
+        Confirm_With("StartDate=2024-01-12|PercentBox=30|BudgetBox=12.25|WorkedBox=3|Memo1=Two pages")(
+            editor);
       },
       [this] { return Task_Properties("", {}, database.Book().Key, "Report", false); }));
   EXPECT_EQ(Counts() + "/" + Dates(), "1 1 1/7.0");
@@ -68,17 +74,6 @@ TEST_F(Task_Form, What_A_Task_Brought_Along_Is_Kept_Unless_Changed) {
   const std::string before = stored();
   Act(Edit(key), "Edit2=Office|OKBtn");
   EXPECT_EQ(stored(), "Office" + before) << "a long subject, hard blanks and line ends";
-}
-
-TEST_F(Task_Form, The_Alarm_Is_Configured_As_A_Day_And_Time) {
-  QWidget* editor = Edit("", "Report");
-  With_Dialog(Confirm_With("AlarmDate=2024-01-13|AlarmTime=9:00"),
-              [&] { Act(editor, "AlarmCheck|ConfigureBtn"); });
-  EXPECT_EQ(Seen(editor, "AlarmDate AlarmTime"), "1/13/2024|9:00 AM");
-}
-
-TEST_F(Task_Form, A_Failed_Save_Is_Reported_Once_And_Keeps_The_Inputs) {
-  Fail_To_Save(Make(1, 3), "fm_Task");
 }
 
 }  // namespace
