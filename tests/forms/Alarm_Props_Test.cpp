@@ -86,37 +86,29 @@ TEST_F(Alarm_Dialog, A_Task_Has_Its_Alarm_At_A_Day_And_Time) {
   EXPECT_EQ(dialog->Alarm().Offset, -570) << "on the due day, after its midnight";
 }
 
-TEST_F(Alarm_Dialog, Sounds_Are_Listed_Browsed_For_And_Made_The_Default) {
+TEST_F(Alarm_Dialog, Sounds_Are_Listed_Played_Made_The_Default_And_Browsed_For) {
   const TTemporary_Folder elsewhere;
   const std::string bell = Sound_File(folder.File("Bell.WAV")), gong = Sound_File(elsewhere.File("gong.wav"));
   QWidget* form = Open({true, 15, "/gone/old.wav", 0});
   EXPECT_EQ(Seen(form, "WAVBox Button4"), "<Default Sound>|(&Make Default)") << "a file that is gone";
-  Act(form, "WAVBox=Bell.WAV|Button4");
+  Act(form, "SpeedButton2|WAVBox=Bell.WAV|Button4");
   EXPECT_EQ(Read_Default_Sound(), bell);
+  Act(form, "SpeedButton2|WAVBox=<Standard Beep>|Label6|WAVBox=<Default Sound>|Image1");
+  EXPECT_EQ(played, (std::vector<std::string>{"beep", bell, "beep", bell}));
   EXPECT_EQ(Control<QLabel>(form, "DefaultSound")->toolTip().toStdString(), bell);
   std::string chosen;
   dialog->Choose_File = [&](QWidget*, const QString& title, const QString& in, const QString&) {
     EXPECT_EQ((title + in).toStdString(), "Browse for Reminder Sound File" + folder.File(""));
     return QString::fromStdString(chosen);
   };
-  EXPECT_EQ(Seen_After("Button3", form, "WAVBox"), "Bell.WAV") << "nothing was chosen";
+  EXPECT_EQ(Seen_After("WAVBox=Bell.WAV|Button3", form, "WAVBox"), "Bell.WAV") << "nothing was chosen";
   chosen = gong;
   EXPECT_EQ(Seen_After("Button3", form, "WAVBox"), "gong.wav");
-  Act(form, "OKBtn");
-  EXPECT_EQ(dialog->Alarm().WAVFile, gong);
-}
-
-TEST_F(Alarm_Dialog, A_Preview_Plays_What_Would_Be_Heard) {
-  const std::string bell = Sound_File(folder.File("Bell.wav"));
-  QWidget* form = Open({true, 15, "", 0});
-  Act(form, "SpeedButton2");
-  Write_Default_Sound(bell);
-  Act(form, "Image1|WAVBox=<Standard Beep>|Label6|WAVBox=Bell.wav|SpeedButton2");
-  EXPECT_EQ(played, (std::vector<std::string>{"beep", bell, "beep", bell}));
   has_sound = false;
   seams.Prompts.Expect_Info("Reminder Sound", "The sound cannot be played on this computer.");
-  Act(form, "SpeedButton2");
-  std::remove(bell.c_str());
+  Act(form, "SpeedButton2|OKBtn");
+  EXPECT_EQ(dialog->Alarm().WAVFile, gong);
+  std::remove(gong.c_str());
   seams.Prompts.Expect_Error("Unable to Locate File",
                              "Unable to locate the selected Sound File. Please respecify.");
   Act(form, "SpeedButton2");

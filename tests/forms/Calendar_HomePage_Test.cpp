@@ -1,50 +1,18 @@
 #include "Editor_Fixture.h"
 #include "KTAccess.h"
 #include "Kt_labels.h"
+#include "Main_Window.h"
 #include "Message_Prompts.h"
 #include "Page_Numbers.h"
 #include "fm_Calendar_HomePage.h"
 
 namespace {
 
-// Where a page is embedded, and what it says to the form around it.
-struct THost : TForm {
-  THost() {
-    new QHBoxLayout(Tools);
-    auto* layout = new QVBoxLayout(this);
-    for (QWidget* part : {static_cast<QWidget*>(&Bar), Tools, Place}) layout->addWidget(part);
-    Install_Menu_Bar(&Bar, Bar.addMenu(QStringLiteral("Help"))->menuAction());
-    Install_Main_Form(this);
-  }
-  ~THost() override {
-    if (TForm* page = Page.Get()) page->Close_Form();
-    Install_Menu_Bar(nullptr, nullptr);
-  }
-  /// The menus, and whether a page's tools are there.
-  std::string Menus() const {
-    std::string titles;
-    for (const QAction* action : Bar.actions()) titles += action->text().toStdString() + ' ';
-    const auto* tools = Tools->findChild<QToolBar*>(QStringLiteral("ToolBar1"));
-    return titles + (tools && tools->isVisible() ? "+" : "");
-  }
-  void Handle_Message(const TMessage& message) override {
-    Received += std::to_string(message.Number() - First_Message) + "/" + std::to_string(message.WParam) +
-                "/" + std::to_string(message.LParam) + " ";
-  }
-
-  QMenuBar Bar{this};
-  QWidget *Tools = new QWidget(this), *Place = new QWidget(this);
-  TForm_Reference Page;
-  std::string Received;
-};
-
+/// In the main window.
 struct Calendar_HomePage : TEditor_Fixture {
-  Calendar_HomePage() { host.show(); }
-
   TCalendar_HomePage_Frm* Display() {
-    EXPECT_TRUE(Display_Calendar_Home_Page(host.Place, host.Page, database.Book().Key,
-                                           database.Book().Calendar, host.Tools));
-    return host.Page.As<TCalendar_HomePage_Frm>();
+    window ? window->Refresh() : window.emplace().show();
+    return window->findChild<TCalendar_HomePage_Frm*>();
   }
   /// The form that is shown, and the view that is remembered.
   static std::string Shown(QWidget* page) {
@@ -53,12 +21,11 @@ struct Calendar_HomePage : TEditor_Fixture {
     return name + (" " + std::to_string(Read_Integer("General", "Calendar View", -1)));
   }
   bool Offers(const char* item) {
-    emit Control<QMenu>(host.Page.Get(), "Tools1")->aboutToShow();
-    const auto* menu = host.Page.Get()->findChild<QMenu*>(QLatin1String(item));
-    return (menu ? menu->menuAction() : Control<QAction>(host.Page.Get(), item))->isVisible();
+    emit Control<QMenu>(&*window, "Tools1")->aboutToShow();
+    return Control<QAction>(&*window, item)->isVisible();
   }
 
-  THost host;
+  std::optional<Plexidex::TMain_Window> window;
 };
 
 TEST_F(Calendar_HomePage, Remembers_Views_Only_And_Opens_The_Day_Where_A_View_Is_Still_To_Come) {
@@ -86,44 +53,31 @@ TEST_F(Calendar_HomePage, Remembers_Views_Only_And_Opens_The_Day_Where_A_View_Is
 TEST_F(Calendar_HomePage, Its_Menu_And_Tools_Are_The_Hosts_While_It_Is_Shown) {
   auto* page = Display();
   EXPECT_EQ(Display(), page) << "used again";
-  std::string menus = host.Menus();
-  for (const bool shown : {false, true}) {
+  EXPECT_FALSE(Offers("ChangePassword1") || Offers("CalendarPermissions1"));
+  const auto are_there = [this] {
+    const auto* tools = window->findChild<QToolBar*>(QStringLiteral("ToolBar1"));
+    EXPECT_EQ(window->menuBar()->actions().size(), tools && tools->isVisible() ? 5 : 4);
+    return tools && tools->isVisible();
+  };
+  for (const bool shown : {true, false, true}) {
     page->setVisible(shown);
     page->DoRefresh();
-    menus += "|" + host.Menus();
+    EXPECT_EQ(are_there(), shown);
   }
   EXPECT_TRUE(page->Close_Form());
-  EXPECT_EQ(menus + "|" + host.Menus(), "&Tools Help +|Help |&Tools Help +|Help ");
+  EXPECT_FALSE(are_there());
   Settle();
-  EXPECT_EQ(host.Tools->findChild<QToolBar*>(), nullptr) << "the tools leave with the page";
-  Write_Bool("General", "Navigation Bars", false);
-  for (const bool grid : {true, false}) {
-    delete host.Tools->layout();
-    if (grid) new QGridLayout(host.Tools);
-    page = Display();
-    EXPECT_EQ(host.Tools->layout()->itemAt(0)->widget(), Control<QToolBar>(host.Tools, "ToolBar1"));
-    EXPECT_FALSE(Control<QWidget>(page, "Panel3")->isVisible());
-    page->Close_Form();
-    Settle();
-  }
-}
-
-TEST_F(Calendar_HomePage, The_Menu_Offers_What_The_Host_Has) {
-  auto* page = Display();
-  EXPECT_FALSE(Offers("ChangePassword1") || Offers("CalendarPermissions1"));
-  Act(page, "UserPreferences1|BookSetup1|DatabseSecurity1|UserManager1|Search1");
-  EXPECT_EQ(host.Received, "") << "posted, not sent";
-  Act(host.Tools, "ToolButton5");
-  Act(page, "SearchCalendar");
-  Send_Message(page, umAddContact, 3, 4);
-  Settle();
-  EXPECT_EQ(host.Received, "6/0/6 6/0/7 6/0/8 6/0/9 10/51/0 10/51/0 10/51/0 0/0/4 ");
-  page->Close_Form();
+  EXPECT_EQ(window->findChild<QToolBar*>(), nullptr) << "the tools leave with the page";
   DB_Permissions = DB_Secure = true;
   page = Display();
   EXPECT_TRUE(Offers("ChangePassword1") && Offers("CalendarPermissions1") &&
               Control<TWebLabel>(page, "Permissions")->isVisible());
   DB_Permissions = DB_Secure = false;
+  QWidget place, tools;
+  new QGridLayout(&tools);
+  TForm_Reference form;
+  EXPECT_TRUE(Display_Calendar_Home_Page(&place, form, database.Book().Key, {}, &tools));
+  EXPECT_EQ(tools.layout()->itemAt(0)->widget(), Control<QToolBar>(&tools, "ToolBar1"));
 }
 
 TEST_F(Calendar_HomePage, A_Reader_May_Make_Tasks_But_No_Events) {
@@ -162,7 +116,7 @@ TEST_F(Calendar_HomePage, Closed_While_Its_Editor_Is_Open_It_Is_Freed_Afterwards
       [&](QWidget* editor) {
         page->Set_Keys("another book", "another owner");
         EXPECT_TRUE(page->Close_Form());
-        EXPECT_EQ(host.Page.Get(), nullptr);
+        EXPECT_EQ(window->Page_Name(), "");
         Confirm_With("Edit1=Lunch")(editor);
       },
       [&] { Act(page, "CalendarEvent"); });

@@ -51,12 +51,18 @@ struct Entry_List : TEditor_Fixture {
   QPoint At(int row, int x) const { return {x, Row(row).center().y()}; }
   std::string Selected() { return list.Selected() ? list.Selected()->Data->Key.Str() : std::string(); }
 
+  /// How many dots of a row, in a column or in all from there on, are like this.
+  int Dots(int row, int left, int right, const std::function<bool(const QColor&)>& like) const {
+    int dots = 0;
+    for (int x = left; x < right; ++x)
+      for (int y = Row(row).top(); y <= Row(row).bottom(); ++y) dots += like(drawn.pixelColor(x, y));
+    return dots;
+  }
   /// The first column from `left` in which a row has ink.
   int First_Ink(int row, int left) const {
-    for (int x = left; x < drawn.width(); ++x)
-      for (int y = Row(row).top(); y <= Row(row).bottom(); ++y)
-        if (drawn.pixelColor(x, y) != list.palette().color(QPalette::Base)) return x;
-    return -1;
+    const QColor base = list.palette().color(QPalette::Base);
+    while (left < drawn.width() && !Dots(row, left, left + 1, [&](auto& dot) { return dot != base; })) ++left;
+    return left < drawn.width() ? left : -1;
   }
   /// The colours that a row's text has much of, leaving aside what smoothing adds.
   std::string Ink(int row) const {
@@ -66,16 +72,12 @@ struct Entry_List : TEditor_Fixture {
                                        {"silver", QColor(0xFFC0C0C0)},
                                        {"text", list.palette().color(QPalette::Text)},
                                        {"highlighted", list.palette().color(QPalette::HighlightedText)}}) {
-      int dots = 0;
-      for (int x = Text_Left; x < drawn.width(); ++x) {
-        for (int y = Row(row).top(); y <= Row(row).bottom(); ++y) {
-          const QColor dot = drawn.pixelColor(x, y);
-          dots += std::abs(dot.red() - colour.red()) + std::abs(dot.green() - colour.green()) +
-                      std::abs(dot.blue() - colour.blue()) <
-                  30;
-        }
-      }
-      if (dots > 20) inks += name;
+      const auto near = [ink = colour](const QColor& dot) {
+        return std::abs(dot.red() - ink.red()) + std::abs(dot.green() - ink.green()) +
+                   std::abs(dot.blue() - ink.blue()) <
+               30;
+      };
+      if (Dots(row, Text_Left, drawn.width(), near) > 20) inks += name;
     }
     return inks;
   }
