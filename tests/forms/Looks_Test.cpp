@@ -31,11 +31,11 @@ class Looks : public TEditor_Fixture, public testing::WithParamInterface<std::pa
     }
   }
   static void Look_At_Dialog(const char* name, const std::function<void()>& call) {
-    const TModal_Driver driver([name](QWidget* form) {
+    const auto look = [name](QWidget* form) {
       Look(form, QString::fromLatin1(name));
       Cancel(form);
-    });
-    call();
+    };
+    With_Dialog(look, call);
   }
 
   const TPalette_Scope colours;
