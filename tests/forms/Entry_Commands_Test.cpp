@@ -86,8 +86,8 @@ TEST_F(Entry_Commands_On_A_Page, Add_Open_And_Delete_By_Keys_And_Tools) {
   EXPECT_EQ(Shown(), "added");
   list->Select_Row(0);
   Answer(Confirm_With("Edit1=edited"), Qt::Key_Return);
-  double_click(Cancel, At(0, 60));
   EXPECT_EQ(Shown() + std::to_string(list->Selected_Row()), "edited0") << "still selected";
+  double_click(Cancel, At(0, 60));
   Answer(Cancel, Qt::Key_Delete);
   EXPECT_EQ(list->Selected_Row(), 0) << "nothing was refreshed";
   Answer(Confirm, Qt::Key_Delete);

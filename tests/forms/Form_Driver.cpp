@@ -4,7 +4,6 @@
 
 #include <QtTest>
 #include <QtWidgets>
-#include <memory>
 
 namespace {
 
@@ -28,40 +27,32 @@ QAction* Command(const QWidget* form, const QString& name) {
 
 }  // namespace
 
-struct TModal_Driver::TState : std::enable_shared_from_this<TState> {
-  std::function<void(QWidget*)> Act;
-  QElapsedTimer Since;
-  bool Acted = false, Abandoned = false;
-
-  void Look() {
-    if (Abandoned) return;
-    QWidget* modal = QApplication::activeModalWidget();
-    if (Since.elapsed() > Deadline_Msecs) return Fail(Acted ? "a dialog stays open" : "no dialog came");
-    Look_Later();
-    if (Acted || !modal || !modal->isVisible()) return;
-    // Keys go astray until the window is the active one, which it is not at once after another has closed.
-    if (!modal->isActiveWindow()) return modal->activateWindow();
-    Acted = true;
-    try {
-      Act(modal);
-    } catch (const std::exception& e) {
-      Fail(e.what());
-    }
-  }
-  void Look_Later() {
-    QTimer::singleShot(Look_Again_Msecs, qApp, [self = shared_from_this()] { self->Look(); });
-  }
-};
-
-TModal_Driver::TModal_Driver(std::function<void(QWidget*)> act) : state(std::make_shared<TState>()) {
-  state->Act = std::move(act);
-  state->Since.start();
-  state->Look_Later();
+TModal_Driver::TModal_Driver(std::function<void(QWidget*)> act) : act(std::move(act)) {
+  since.start();
+  Look_Later();
 }
 
 TModal_Driver::~TModal_Driver() {
-  state->Abandoned = true;
-  if (!state->Acted) ADD_FAILURE() << "no dialog came";
+  if (!acted) ADD_FAILURE() << "no dialog came";
+}
+
+void TModal_Driver::Look_Later() {
+  QTimer::singleShot(Look_Again_Msecs, this, &TModal_Driver::Look);
+}
+
+void TModal_Driver::Look() {
+  QWidget* modal = QApplication::activeModalWidget();
+  if (since.elapsed() > Deadline_Msecs) return Fail(acted ? "a dialog stays open" : "no dialog came");
+  Look_Later();
+  if (acted || !modal || !modal->isVisible()) return;
+  // Keys go astray until the window is the active one, which it is not at once after another has closed.
+  if (!modal->isActiveWindow()) return modal->activateWindow();
+  acted = true;
+  try {
+    act(modal);
+  } catch (const std::exception& e) {
+    Fail(e.what());
+  }
 }
 
 void Act(QWidget* form, const std::string& inputs) {

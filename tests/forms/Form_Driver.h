@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QString>
 #include <QWidget>
 #include <functional>
@@ -7,15 +8,18 @@
 
 /// Acts on the dialog that the running call opens, from inside its modal loop. A dialog that does not come,
 /// or is still there when the time is up, fails the running test and is rejected, so that no test hangs.
-struct TModal_Driver {
+class TModal_Driver : public QObject {
+ public:
   explicit TModal_Driver(std::function<void(QWidget*)> act);
-  ~TModal_Driver();
-  TModal_Driver(const TModal_Driver&) = delete;
-  TModal_Driver& operator=(const TModal_Driver&) = delete;
+  ~TModal_Driver() override;
 
  private:
-  struct TState;
-  std::shared_ptr<TState> state;
+  void Look();
+  void Look_Later();
+
+  const std::function<void(QWidget*)> act;
+  QElapsedTimer since;
+  bool acted = false;
 };
 
 /// Makes a call and acts on the dialog that it opens; what the call gives.
