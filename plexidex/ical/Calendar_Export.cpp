@@ -85,7 +85,9 @@ class TEvent_Reader {
     const std::string uid(imported.Text(imported.Field("UID"))),
         of_book(imported.Text(imported.Field("Book")));
     siblings.SetRange({of_book, uid}, {of_book, uid});
-    const bool alone = siblings.Record_Count() == 1;
+    siblings.First();
+    siblings.Next();  // counting them all would take long for each of very many
+    const bool alone = siblings.Eof();
     siblings.CancelRange();
     return alone && of_book == book.Key ? uid : event;
   }

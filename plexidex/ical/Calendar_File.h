@@ -48,6 +48,7 @@ class TCalendar_File {
   TRead_Component Read(const TIndexed_Component& component) const;
   std::vector<TRead_Component> Zones() const;
   std::string UID_Of(const TIndexed_Component& component) const { return index.UID_Of(component); }
+  std::string Meaning_Of(const TIndexed_Component& component) const { return index.Meaning_Of(component); }
 
  private:
   void Group();

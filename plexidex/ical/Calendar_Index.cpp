@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "File_Times.h"
+#include "Kept_Text.h"
 #include "Kt_util_01.h"
 #include "Report.h"
 
@@ -67,13 +69,16 @@ bool Stands_By_Itself(const std::string& component) {
   return std::find(std::begin(kinds), std::end(kinds), component) != std::end(kinds);
 }
 
-bool Has_Zone(const std::string& line) {
+bool Is_Time(std::string_view line) {
   constexpr std::string_view times[] = {"DTSTART", "DTEND",         "DUE",     "RDATE",    "EXDATE",
                                         "RRULE",   "RECURRENCE-ID", "TRIGGER", "COMPLETED"};
-  if (std::none_of(std::begin(times), std::end(times), [&](auto time) { return Is_Property(line, time); }))
-    return false;
-  const std::string upper = Simple_UpperCase(line.substr(0, 1000));
-  return upper.find("TZID=") != std::string::npos || upper.find('Z') != std::string::npos;
+  return std::any_of(std::begin(times), std::end(times), [&](auto time) { return Is_Property(line, time); });
+}
+
+TDigest Digest_Of(std::string_view text) {
+  TDigest digest;
+  digest.Add(text);
+  return digest;
 }
 
 }  // namespace
@@ -129,6 +134,8 @@ void TCalendar_Index::Begin(const TContent_Line& line, const std::string& frame)
     current.Line = static_cast<std::uint32_t>(line.Number);
     current.Calendar = static_cast<std::uint32_t>(Cancels.size() - 1);
     uid.clear();
+    zone_name.clear();
+    zone_location.clear();
   } else {
     ++current.Begun;
   }
@@ -148,9 +155,7 @@ void TCalendar_Index::Close(const TContent_Line& line, std::string frame) {
   current.Length = static_cast<std::uint32_t>(line.End - current.Offset);
   current.Is_Used = frame == "VEVENT" || frame == "VTODO";
   if (uid.size() > Most_Of_UID) {
-    TDigest digest;
-    digest.Add(uid);
-    uid = "uid-" + digest.Text();
+    uid = "uid-" + Digest_Of(uid).Text();
   }
   current.Name = names.size();
   current.Name_Length = static_cast<std::uint32_t>(uid.size());
@@ -162,7 +167,12 @@ void TCalendar_Index::Close(const TContent_Line& line, std::string frame) {
     // Alike or not, what is not used is named one by one.
     if (!current.Is_Used) current.Object.Add(At(current.Line));
   }
-  (frame == "VTIMEZONE" ? Zones : Components).push_back(current);
+  std::sort(current.Zones.begin(), current.Zones.end());
+  current.Zones.erase(std::unique(current.Zones.begin(), current.Zones.end()), current.Zones.end());
+  const bool is_zone = frame == "VTIMEZONE";
+  if (is_zone && !Is_System_Zone(zone_name) && !Is_System_Zone(zone_location))
+    defined.try_emplace(Digest_Of(zone_name), current.Content);
+  (is_zone ? Zones : Components).push_back(current);
 }
 
 void TCalendar_Index::Note(const std::string& line) {
@@ -175,7 +185,26 @@ void TCalendar_Index::Note(const std::string& line) {
     if (rule.find("COUNT=") == std::string::npos && rule.find("UNTIL=") == std::string::npos)
       current.Is_Endless = true;
   }
-  if (!current.Depends_On_Zone) current.Depends_On_Zone = Has_Zone(line);
+  if (open.size() == 2 && Is_Property(line, "TZID")) zone_name = Plain_Value(line);
+  if (open.size() == 2 && Is_Property(line, "X-LIC-LOCATION")) zone_location = Plain_Value(line);
+  if (Is_Time(line)) Note_Zone(line);
+}
+
+void TCalendar_Index::Note_Zone(const std::string& line) {
+  const std::string upper = Simple_UpperCase(std::string_view(line).substr(0, 1000));
+  const bool is_named = upper.find("TZID=") != std::string::npos;
+  if (is_named || upper.find('Z') != std::string::npos) current.Depends_On_Zone = true;
+  if (!is_named) return;
+  for (const std::string& zone : TKept_Component(line).Zones()) current.Zones.push_back(Digest_Of(zone));
+}
+
+std::string TCalendar_Index::Meaning_Of(const TIndexed_Component& component) const {
+  std::string meaning = component.Content.Text();
+  if (Cancels[component.Calendar]) meaning += " cancelled";
+  for (const TDigest& zone : component.Zones) {
+    if (const auto found = defined.find(zone); found != defined.end()) meaning += found->second.Text();
+  }
+  return meaning;
 }
 
 std::string TCalendar_Index::UID_Of(const TIndexed_Component& component) const {

@@ -3,6 +3,7 @@
 // Where the components of a calendar file lie, and which of them belong together.
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ struct TIndexed_Component {
   bool Is_Used = false;     // is an event or a task
   bool Is_Endless = false;  // a rule of it has no end
   bool Depends_On_Zone = false;  // a time of it is not simply local
+  std::vector<TDigest> Zones;    // the names of those that its times are in
 };
 
 /// Takes the lines of a calendar one by one, checks its structure, that every component ends where it should
@@ -43,6 +45,9 @@ class TCalendar_Index {
   std::vector<TIndexed_Component> Components, Zones;
   /// As the component gives it, otherwise made of its content.
   std::string UID_Of(const TIndexed_Component& component) const;
+  /// Differs with all that decides what becomes of the component: what it says, whether that is taken back,
+  /// and what its zones are where only the file knows them.
+  std::string Meaning_Of(const TIndexed_Component& component) const;
   /// Whether a calendar, by its number, takes back what it holds.
   std::vector<bool> Cancels;
 
@@ -55,6 +60,7 @@ class TCalendar_Index {
   void Begin(const TContent_Line& line, const std::string& frame);
   void Close(const TContent_Line& line, std::string frame);
   void Note(const std::string& line);
+  void Note_Zone(const std::string& line);
   std::string Innermost() const;
   void Damage(const char* what, const std::string& where) const;
 
@@ -63,8 +69,9 @@ class TCalendar_Index {
   std::vector<TOpen> open;
   bool any_text = false, any_calendar = false;
   TIndexed_Component current;
-  std::string uid;
-  std::string names;  // all UIDs, one after the other
+  std::string uid, zone_name, zone_location;
+  std::map<TDigest, TDigest> defined;  // what the file says of zones that the system does not know, by name
+  std::string names;                   // all UIDs, one after the other
 };
 
 }  // namespace Plexidex

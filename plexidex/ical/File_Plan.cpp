@@ -58,7 +58,7 @@ std::string TFile_Plan::Digest(const std::vector<const TIndexed_Component*>& com
   std::vector<std::string> texts;
   bool is_endless = false, depends_on_zone = false;
   for (const TIndexed_Component* component : components) {
-    texts.push_back(component->Content.Text());
+    texts.push_back(file.Meaning_Of(*component));
     is_endless = is_endless || component->Is_Endless;
     depends_on_zone = depends_on_zone || component->Depends_On_Zone;
   }

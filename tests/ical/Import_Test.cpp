@@ -160,9 +160,9 @@ TEST_F(Importing, Nothing_Lies_After_The_Last_Year) {
       Import(Task("UID:t|SUMMARY:T|DTSTART:99981230T090000|DUE:99990105T090000|RRULE:FREQ=YEARLY;COUNT=2") +
              Event("UID:e|SUMMARY:E|DTSTART;VALUE=DATE:99991015|DTEND;VALUE=DATE:99991114|"
                    "RRULE:FREQ=MONTHLY;COUNT=3"));
-  EXPECT_EQ(
-      Remarks(report.Left_Out),
-      "T (t): what it has after the year 9999 was left out\nE (e): what it has after the year 9999 was left out\n");
+  EXPECT_EQ(Remarks(report.Left_Out),
+            "T (t): what it has after the year 9999 was left out\nE (e): what it has after the year 9999 was "
+            "left out\n");
   EXPECT_EQ(Told(report), "read 2, sets 2, tasks 1, occurrences 61");
   EXPECT_TRUE(Is_Sound());
 }
@@ -253,6 +253,20 @@ TEST_F(Importing, Another_Local_Zone_Is_A_Change) {
   Install_Time_Zone("America/New_York");
   EXPECT_EQ(Told(Import(text)), "read 2, events 1, occurrences 1, unchanged 1, replaced 1");
   EXPECT_EQ(Dates_Of("A") + Dates_Of("B"), "20240105T04000020240105T090000");
+}
+
+TEST_F(Importing, Another_Definition_Of_A_Zone_Is_A_Change_And_So_Is_A_Withdrawal) {
+  const auto zone = [](const std::string& name, const std::string& offset) {
+    return Component("VTIMEZONE", "TZID:" + name + "|BEGIN:STANDARD|DTSTART:19700101T000000|TZOFFSETFROM:" +
+                                      offset + "|TZOFFSETTO:" + offset + "|END:STANDARD");
+  };
+  const std::string text = Event("UID:a|SUMMARY:A|DTSTART;TZID=Ours:20240105T090000") +
+                           Event("UID:b|SUMMARY:B|DTSTART;TZID=America/New_York:20240105T090000");
+  Import(text + zone("Ours", "+0100") + zone("America/New_York", "-0500"));
+  const std::string later = text + zone("Ours", "+0300") + zone("America/New_York", "-0400");
+  EXPECT_EQ(Told(Import(later)), "read 2, events 1, occurrences 1, unchanged 1, replaced 1");
+  EXPECT_EQ(Dates_Of("A"), "20240105T070000");
+  EXPECT_EQ(Told(Import("METHOD:CANCEL\r\n" + later)), "read 2, replaced 2");
 }
 
 TEST_F(Importing, Another_Last_Day_Is_A_Change) {
