@@ -27,7 +27,7 @@ class TDigest {
     }
     return text;
   }
-  auto operator<=>(const TDigest&) const = default;
+  auto operator<=>(const TDigest&) const = default;  // NOLINT(modernize-use-nullptr): not written here
 
  private:
   std::uint64_t one = 0xCBF29CE484222325, other = 0x6C62272E07BB0142;
