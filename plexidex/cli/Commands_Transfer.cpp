@@ -65,6 +65,7 @@ int Report_Holidays(const TConsole& console, const std::string& file, const THol
               << " known already, " << report.Unused.size() << " not used\n";
   TRemark_Lines lines(console.Out, all);
   lines.Write("not used", report.Unused);
+  lines.Write("note", report.Left_Out);
   lines.End();
   return report.Unused.empty() ? 0 : Done_In_Part;
 }

@@ -29,7 +29,12 @@ THoliday_Report Import_Holidays(const std::string& file, const std::string& coun
   plan.Progress = options.Progress;
   TImport_Report planned;
   THolidays holidays;
+  std::vector<TImport_Remark> left_out;
   TFile_Plan(calendar, plan, budget, planned).Run(nullptr, [&](const TPlanned_Object& object) {
+    if (object.Cut && !object.Events.empty() && !object.Events.front().Is_Task()) {
+      left_out.insert(left_out.end(), planned.Left_Out.begin(), planned.Left_Out.end());
+    }
+    planned.Left_Out.clear();  // how events are written is nothing to holidays
     for (const TPlanned_Event& event : object.Events) {
       if (event.Is_Task()) {
         planned.Unused.push_back({event.Record.Title + " (" + object.UID + ")", "is a task, not a holiday"});
@@ -43,6 +48,7 @@ THoliday_Report Import_Holidays(const std::string& file, const std::string& coun
   THoliday_Report report;
   report.Read = planned.Read;
   report.Unused = std::move(planned.Unused);
+  report.Left_Out = std::move(left_out);
   if (holidays.empty()) return report;
   Write_Import(file, [&] {
     TTable table("KT_Holidays", "CountryandDate");

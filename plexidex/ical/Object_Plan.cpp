@@ -60,11 +60,11 @@ class TObject_Planner {
   }
   void Remark(const std::string& why) { report.Left_Out.push_back({master->What, why}); }
   // Only the first day of what would have been too much is left.
-  void Cut(TPlanned_Event& event, const std::string& why) {
+  void Cut(const TComponent& component, TPlanned_Event& event, const std::string& why) {
     event.Days = 1;
     object.Cut = true;
-    report.Left_Out.push_back({Beginning_Of(event.Record.Title, 200),
-                               why + "; only its first date was written; " + budget.How_To_Raise});
+    report.Left_Out.push_back(
+        {component.What, why + "; only its first date was written; " + budget.How_To_Raise});
   }
 
   bool Has_Date(const TComponent& component) {
@@ -110,7 +110,7 @@ class TObject_Planner {
     try {
       budget.Take_Entries(event.Days);
     } catch (const ELimit_Error& e) {
-      Cut(event, e.what());
+      Cut(component, event, e.what());
     }
     object.Events.push_back(std::move(event));
   }
@@ -135,7 +135,7 @@ class TObject_Planner {
     }
     excluded.insert(series.Excluded.begin(), series.Excluded.end());
     event = Event_Of(*master);
-    if (!series.Cut.empty()) Cut(event, series.Cut);
+    if (!series.Cut.empty()) Cut(*master, event, series.Cut);
     for (const auto& [moment, component] : overrides) Apply(*component, moment);
     if (series.Is_Set) {
       Plan_Set();

@@ -44,6 +44,7 @@ struct THoliday_Report {
   std::int64_t Added = 0;  // days
   std::int64_t Known = 0;  // days that were there already
   std::vector<TImport_Remark> Unused;
+  std::vector<TImport_Remark> Left_Out;  // dates beyond what a file may bring
 };
 
 /// An export that did not happen; one sentence with the file and the reason.

@@ -25,6 +25,11 @@ TEST_F(Holidays, Every_Day_Of_Every_Event_Once) {
   EXPECT_EQ(Import_Holidays(file, "Utopia", options).Known, 9);
   EXPECT_EQ(Dump(), before);
   EXPECT_EQ(Import_Holidays(file, "Arcadia", options).Added, 9);
+  options.Most_Entries = 8;
+  EXPECT_EQ(
+      Remarks(report.Left_Out) + Remarks(Import_Holidays(file, "Erewhon", options).Left_Out),
+      "Carnival (4): would bring more than the 8 entries that a file may bring; only its first date was "
+      "written; a higher limit of entries allows more\n");
   EXPECT_THROW(Import_Holidays(file, "", options), EImport_Error);
 }
 

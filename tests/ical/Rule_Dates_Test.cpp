@@ -106,9 +106,9 @@ TEST_F(Rule_Translation, What_Is_Too_Much_Comes_With_Its_First_Date_Until_More_I
       Event("UID:e|SUMMARY:Many days|DTSTART;VALUE=DATE:20240101|DTEND;VALUE=DATE:20250101");
   const std::string many = " would bring more than the 40 entries that a file may bring",
                     rest = "; only its first date was written; a higher limit of entries allows more\n";
-  EXPECT_EQ(Remarks(Import(text).Left_Out), "Too many:" + many + rest + "Too long:" + many + rest +
-                                                "Too slow: has a rule that takes too long to follow" + rest +
-                                                "Many days:" + many + rest);
+  EXPECT_EQ(Remarks(Import(text).Left_Out), "Too many (b):" + many + rest + "Too long (c):" + many + rest +
+                                                "Too slow (d): has a rule that takes too long to follow" +
+                                                rest + "Many days (e):" + many + rest);
   EXPECT_EQ(Query_Rows("Title, Freq, count(*)",
                        "KT_Events e JOIN KT_Events_Data d ON d.Event = e.Key GROUP BY e.Key ORDER BY 1"),
             "Good|1|30, Many days|0|1, Too long|0|1, Too many|0|1, Too slow|0|1");
