@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <utility>
 
 #include "Kt_util_01.h"
 
@@ -26,6 +27,10 @@ constexpr const char* Content_Names[] = {"SUMMARY",
                                          "X-PLEXIDEX-BUDGET",
                                          "PERCENT-COMPLETE",
                                          "X-PLEXIDEX-WORKED"};
+
+// What says the same in another form, and would go on saying what was changed.
+constexpr std::pair<std::string_view, std::string_view> Other_Forms[] = {{"DESCRIPTION", "X-ALT-DESC"},
+                                                                         {"LOCATION", "GEO"}};
 
 TKept_Component Contents_Of(const TEvent_Record& record) {
   return TKept_Component(Lines_Of([&](TLine_Writer& lines) {
@@ -112,7 +117,11 @@ void TKept_Changes::Contents(TKept_Component& kept, const TEvent_Record& then,
                              const TEvent_Record& now) const {
   const TKept_Component was = Contents_Of(then), is = Contents_Of(now);
   for (const char* name : Content_Names) {
-    if (was.Lines(name) != is.Lines(name)) kept.Replace(name, is.Lines(name));
+    if (was.Lines(name) == is.Lines(name)) continue;
+    kept.Replace(name, is.Lines(name));
+    for (const auto& [changed, other] : Other_Forms) {
+      if (changed == name) kept.Remove(other);
+    }
   }
 }
 
