@@ -106,9 +106,8 @@ int Run_Import(const TConsole& console, const TImport_Command& command) {
 
 int Run_Sample(const TConsole& console, const std::string& file) {
   if (!file.empty()) {
-    console.Out << Printable(file) << ": "
-                << Counted(Write_Sample_Calendar(file, Kt_util_01::Today()), "entry", "entries")
-                << " written\n";
+    const std::int64_t written = Write_Sample_Calendar(file, Kt_util_01::Today());
+    console.Out << Printable(file) << ": " << Counted(written, "entry", "entries") << " written\n";
     return 0;
   }
   const TSample_Report sample = Fill_With_Sample({}, Kt_util_01::Today());
