@@ -120,7 +120,8 @@ TEST_F(Open, Migrations_Run_In_Order_From_Where_The_Database_Stands) {
 TEST_F(Open, A_Migrated_Database_Is_Like_A_New_One) {
   const auto layout = [this] {
     EXPECT_EQ(Refusal(), "opened");
-    const auto columns = Open_Sqlite(file, {})->Prepare(
+    const auto engine = Open_Sqlite(file, {});
+    const auto columns = engine->Prepare(
         "SELECT group_concat(c) FROM (SELECT m.name || i.name || i.type || i.\"notnull\" || "
         "ifnull(i.dflt_value, '') c "
         "FROM sqlite_schema m, pragma_table_info(m.name) i ORDER BY 1)");
