@@ -273,7 +273,8 @@ class TObject_Exporter {
     if (kept.Text() != as_it_came) {
       const std::string now = Time_Stamp();
       for (const std::string name : {"DTSTAMP", "LAST-MODIFIED"}) {
-        if (name == "DTSTAMP" || kept.Has(name)) kept.Replace(name, name + ":" + now + "\r\n");
+        if (name == "DTSTAMP" || kept.Has(name))
+          kept.Replace(name, Lines_Of([&](TLine_Writer& lines) { lines.Raw(name, now); }));
       }
     }
     if (!kept.Has("UID")) kept.Add("UID", UID_Lines(object.UID));
