@@ -17,7 +17,6 @@ namespace {
 constexpr std::size_t Remarks_Shown = 20;
 // All but some entries went through; those were named.
 constexpr int Done_In_Part = 2;
-constexpr std::int64_t Highest_Limit = 100'000'000;
 
 // Writes remarks, the first ones only unless all are asked for. Those of several lists count together.
 class TRemark_Lines {
@@ -77,9 +76,9 @@ int Run_Import(const TConsole& console, const TImport_Command& command) {
   options.Book = command.Book.empty() ? "" : Known_Book(command.Book).Name;
   options.Progress = console.Progress;
   if (!command.Limit.empty() && (!Kt_util_01::Str2Int(command.Limit, options.Most_Entries) ||
-                                 options.Most_Entries < 1 || options.Most_Entries > Highest_Limit)) {
+                                 options.Most_Entries < 1 || options.Most_Entries > Highest_Entries)) {
     throw ECommand_Error("--limit: \"" + command.Limit + "\" is not a number of entries from 1 to " +
-                         std::to_string(Highest_Limit) + ".");
+                         std::to_string(Highest_Entries) + ".");
   }
   options.How_To_Raise = "--limit allows more";
   options.Has_Until = !command.Until.empty();

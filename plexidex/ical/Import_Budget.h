@@ -11,6 +11,8 @@ namespace Plexidex {
 
 /// How many entries a file may bring, unless its reader allows more.
 inline constexpr std::int64_t Default_Entries = 250'000;
+/// The most that its reader can allow.
+inline constexpr std::int64_t Highest_Entries = 100'000'000;
 
 /// More than a file may bring or ask for. Says what, as the end of a sentence about the entry.
 class ELimit_Error : public std::runtime_error {

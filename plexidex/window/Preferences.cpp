@@ -13,6 +13,7 @@
 #include "Alarm_Sounds.h"
 #include "Database.h"
 #include "Host_Dialog.h"
+#include "Import_Budget.h"
 #include "Kt_util_01.h"
 #include "Transfer.h"
 
@@ -63,7 +64,7 @@ class TPreferences : public THost_Dialog {
     Form()->addRow(interface_sounds);
     Form()->addRow(tr("&Default alarm sound:"), default_sound);
     most_entries->setObjectName(QStringLiteral("Most_Entries"));
-    most_entries->setRange(1000, 100'000'000);
+    most_entries->setRange(1000, static_cast<int>(Highest_Entries));
     most_entries->setSingleStep(50'000);
     most_entries->setGroupSeparatorShown(true);
     most_entries->setValue(static_cast<int>(Read_Most_Entries()));
