@@ -23,19 +23,19 @@ bool Is_Special(char c) {
 }  // namespace
 
 TPattern_Token TPattern_Scanner::Take(TField field, std::size_t length) {
-  const TPattern_Token token{field, static_cast<int>(length), m_Rest.substr(0, length)};
-  m_Rest.remove_prefix(length);
+  const TPattern_Token token{field, static_cast<int>(length), rest.substr(0, length)};
+  rest.remove_prefix(length);
   return token;
 }
 
 bool TPattern_Scanner::Next(TPattern_Token& token) {
-  if (m_Rest.empty()) return false;
-  const char letter = Lower(m_Rest[0]);
+  if (rest.empty()) return false;
+  const char letter = Lower(rest[0]);
 
   if (letter == '"' || letter == '\'') {
-    const std::size_t end = std::min(m_Rest.find(letter, 1), m_Rest.size());
-    token = {TField::Literal, 1, m_Rest.substr(1, end - 1)};
-    m_Rest.remove_prefix(std::min(end + 1, m_Rest.size()));
+    const std::size_t end = std::min(rest.find(letter, 1), rest.size());
+    token = {TField::Literal, 1, rest.substr(1, end - 1)};
+    rest.remove_prefix(std::min(end + 1, rest.size()));
     return true;
   }
   if (letter == '/' || letter == ':') {
@@ -43,29 +43,29 @@ bool TPattern_Scanner::Next(TPattern_Token& token) {
     return true;
   }
   if (!Is_Special(letter)) {
-    const auto end = std::find_if(m_Rest.begin(), m_Rest.end(), Is_Special);
-    token = Take(TField::Literal, static_cast<std::size_t>(end - m_Rest.begin()));
+    const auto end = std::find_if(rest.begin(), rest.end(), Is_Special);
+    token = Take(TField::Literal, static_cast<std::size_t>(end - rest.begin()));
     return true;
   }
 
   if (letter == 'a') {
-    if (Starts_With(m_Rest, "am/pm")) {
+    if (Starts_With(rest, "am/pm")) {
       token = Take(TField::AmPm_Letters, 5);
-    } else if (Starts_With(m_Rest, "ampm")) {
+    } else if (Starts_With(rest, "ampm")) {
       token = Take(TField::AmPm_Names, 4);
-    } else if (Starts_With(m_Rest, "a/p")) {
+    } else if (Starts_With(rest, "a/p")) {
       token = Take(TField::A_P_Letters, 3);
     } else {
       token = Take(TField::Literal, 1);
       return true;
     }
-    m_After_Hour = false;
+    after_hour = false;
     return true;
   }
 
   const auto run_end =
-      std::find_if(m_Rest.begin(), m_Rest.end(), [letter](char c) { return Lower(c) != letter; });
-  const auto length = letter == 'c' ? std::size_t{1} : static_cast<std::size_t>(run_end - m_Rest.begin());
+      std::find_if(rest.begin(), rest.end(), [letter](char c) { return Lower(c) != letter; });
+  const auto length = letter == 'c' ? std::size_t{1} : static_cast<std::size_t>(run_end - rest.begin());
   TField field = TField::Literal;
   switch (letter) {
     case 'c':
@@ -75,7 +75,7 @@ bool TPattern_Scanner::Next(TPattern_Token& token) {
       field = TField::Day;
       break;
     case 'm':
-      field = m_After_Hour && length <= 2 ? TField::Minute : TField::Month;
+      field = after_hour && length <= 2 ? TField::Minute : TField::Month;
       break;
     case 'y':
       field = TField::Year;
@@ -96,7 +96,7 @@ bool TPattern_Scanner::Next(TPattern_Token& token) {
       field = TField::Time;
       break;
   }
-  m_After_Hour = field == TField::Hour;
+  after_hour = field == TField::Hour;
   token = Take(field, length);
   return true;
 }

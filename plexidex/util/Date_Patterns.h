@@ -34,7 +34,7 @@ struct TPattern_Token {
 /// Walks over a pattern, which must outlive the scanner. Every pattern is valid.
 class TPattern_Scanner {
  public:
-  explicit TPattern_Scanner(std::string_view pattern) : m_Rest(pattern) {}
+  explicit TPattern_Scanner(std::string_view pattern) : rest(pattern) {}
 
   /// False at the end of the pattern.
   bool Next(TPattern_Token& token);
@@ -42,8 +42,8 @@ class TPattern_Scanner {
  private:
   TPattern_Token Take(TField field, std::size_t length);
 
-  std::string_view m_Rest;
-  bool m_After_Hour = false;
+  std::string_view rest;
+  bool after_hour = false;
 };
 
 /// Whether the pattern names the half of the day, and hours therefore go from 1 to 12.

@@ -37,7 +37,7 @@ std::string With_Letters_Quoted(std::string_view literal) {
 class TRenderer {
  public:
   TRenderer(std::string& out, const TMoment& moment, const TFormat_Settings& settings)
-      : m_Out(out), m_Moment(moment), m_Settings(settings) {}
+      : out(out), moment(moment), settings(settings) {}
 
   void Render(std::string_view pattern, int depth) {
     if (depth > Max_Depth) return;
@@ -48,16 +48,16 @@ class TRenderer {
  private:
   void Render_Token(const TPattern_Token& token, std::string_view pattern, int depth) {
     const int two_digits = token.Count > 1 ? 2 : 1;
-    const bool afternoon = m_Moment.Time.Hour >= 12;
+    const bool afternoon = moment.Time.Hour >= 12;
     switch (token.Field) {
       case TField::Literal:
-        m_Out += token.Text;
+        out += token.Text;
         break;
       case TField::Date_Separator:
-        m_Out += m_Settings.DateSeparator;
+        out += settings.DateSeparator;
         break;
       case TField::Time_Separator:
-        m_Out += m_Settings.TimeSeparator;
+        out += settings.TimeSeparator;
         break;
       case TField::Day:
         Render_Day(token.Count, depth);
@@ -67,90 +67,90 @@ class TRenderer {
         break;
       case TField::Year:
         if (token.Count > 2)
-          Append_Number(m_Out, m_Moment.Date.Year, 4);
+          Append_Number(out, moment.Date.Year, 4);
         else
-          Append_Number(m_Out, m_Moment.Date.Year % 100, 2);
+          Append_Number(out, moment.Date.Year % 100, 2);
         break;
       case TField::Hour:
-        Append_Number(m_Out, Has_AmPm(pattern) ? (m_Moment.Time.Hour + 11) % 12 + 1 : m_Moment.Time.Hour,
+        Append_Number(out, Has_AmPm(pattern) ? (moment.Time.Hour + 11) % 12 + 1 : moment.Time.Hour,
                       two_digits);
         break;
       case TField::Minute:
-        Append_Number(m_Out, m_Moment.Time.Minute, two_digits);
+        Append_Number(out, moment.Time.Minute, two_digits);
         break;
       case TField::Second:
-        Append_Number(m_Out, m_Moment.Time.Second, two_digits);
+        Append_Number(out, moment.Time.Second, two_digits);
         break;
       case TField::Msec:
-        Append_Number(m_Out, m_Moment.Time.Msec, token.Count < 3 ? token.Count : 3);
+        Append_Number(out, moment.Time.Msec, token.Count < 3 ? token.Count : 3);
         break;
       case TField::Time:
-        Render(token.Count == 1 ? m_Settings.ShortTimeFormat : m_Settings.LongTimeFormat, depth + 1);
+        Render(token.Count == 1 ? settings.ShortTimeFormat : settings.LongTimeFormat, depth + 1);
         break;
       case TField::Date_And_Time:
         Render_Date_And_Time(depth);
         break;
       case TField::AmPm_Letters:
-        m_Out += token.Text.substr(afternoon ? 3 : 0, 2);
+        out += token.Text.substr(afternoon ? 3 : 0, 2);
         break;
       case TField::A_P_Letters:
-        m_Out += token.Text[afternoon ? 2 : 0];
+        out += token.Text[afternoon ? 2 : 0];
         break;
       case TField::AmPm_Names:
-        m_Out += afternoon ? m_Settings.TimePMString : m_Settings.TimeAMString;
+        out += afternoon ? settings.TimePMString : settings.TimeAMString;
         break;
     }
   }
 
   void Render_Day(int count, int depth) {
-    const auto name = static_cast<std::size_t>(m_Moment.Weekday - 1);
+    const auto name = static_cast<std::size_t>(moment.Weekday - 1);
     switch (count) {
       case 1:
       case 2:
-        Append_Number(m_Out, m_Moment.Date.Day, count);
+        Append_Number(out, moment.Date.Day, count);
         break;
       case 3:
-        m_Out += m_Settings.ShortDayNames[name];
+        out += settings.ShortDayNames[name];
         break;
       case 4:
-        m_Out += m_Settings.LongDayNames[name];
+        out += settings.LongDayNames[name];
         break;
       case 5:
-        Render(m_Settings.ShortDateFormat, depth + 1);
+        Render(settings.ShortDateFormat, depth + 1);
         break;
       default:
-        Render(m_Settings.LongDateFormat, depth + 1);
+        Render(settings.LongDateFormat, depth + 1);
         break;
     }
   }
 
   void Render_Month(int count) {
-    const auto name = static_cast<std::size_t>(m_Moment.Date.Month - 1);
+    const auto name = static_cast<std::size_t>(moment.Date.Month - 1);
     switch (count) {
       case 1:
       case 2:
-        Append_Number(m_Out, m_Moment.Date.Month, count);
+        Append_Number(out, moment.Date.Month, count);
         break;
       case 3:
-        m_Out += m_Settings.ShortMonthNames[name];
+        out += settings.ShortMonthNames[name];
         break;
       default:
-        m_Out += m_Settings.LongMonthNames[name];
+        out += settings.LongMonthNames[name];
         break;
     }
   }
 
   void Render_Date_And_Time(int depth) {
-    const TTime_Parts& time = m_Moment.Time;
-    Render(m_Settings.ShortDateFormat, depth + 1);
+    const TTime_Parts& time = moment.Time;
+    Render(settings.ShortDateFormat, depth + 1);
     if (time.Hour == 0 && time.Minute == 0 && time.Second == 0 && time.Msec == 0) return;
-    m_Out += ' ';
-    Render(m_Settings.LongTimeFormat, depth + 1);
+    out += ' ';
+    Render(settings.LongTimeFormat, depth + 1);
   }
 
-  std::string& m_Out;
-  const TMoment& m_Moment;
-  const TFormat_Settings& m_Settings;
+  std::string& out;
+  const TMoment& moment;
+  const TFormat_Settings& settings;
 };
 
 }  // namespace

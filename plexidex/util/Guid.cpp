@@ -19,7 +19,7 @@ class TRandom_Source {
  public:
   TRandom_Source() {
     // A child process must not hand out the bytes that its parent will.
-    pthread_atfork(nullptr, nullptr, [] { Instance().m_Used = Buffer_Size; });
+    pthread_atfork(nullptr, nullptr, [] { Instance().used = Buffer_Size; });
   }
 
   static TRandom_Source& Instance() {
@@ -28,10 +28,10 @@ class TRandom_Source {
   }
 
   std::uint64_t Next() {
-    if (m_Used + sizeof(std::uint64_t) > Buffer_Size) Refill();
+    if (used + sizeof(std::uint64_t) > Buffer_Size) Refill();
     std::uint64_t value = 0;
-    std::memcpy(&value, m_Buffer.data() + m_Used, sizeof value);
-    m_Used += sizeof value;
+    std::memcpy(&value, buffer.data() + used, sizeof value);
+    used += sizeof value;
     return value;
   }
 
@@ -40,16 +40,16 @@ class TRandom_Source {
 
   void Refill() {
     for (std::size_t filled = 0; filled < Buffer_Size;) {
-      const ssize_t count = getrandom(m_Buffer.data() + filled, Buffer_Size - filled, 0);
+      const ssize_t count = getrandom(buffer.data() + filled, Buffer_Size - filled, 0);
       if (count < 0 && errno != EINTR)
         throw std::system_error(errno, std::generic_category(), "The system gives no random numbers");
       filled += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
     }
-    m_Used = 0;
+    used = 0;
   }
 
-  std::array<unsigned char, Buffer_Size> m_Buffer{};
-  std::size_t m_Used = Buffer_Size;
+  std::array<unsigned char, Buffer_Size> buffer{};
+  std::size_t used = Buffer_Size;
 };
 
 /// Milliseconds since 1970 above twelve bits that count up within one. Strictly increasing, also when the

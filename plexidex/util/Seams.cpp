@@ -36,17 +36,17 @@ class TSilence : public TSounds {
 class TProcess_Settings : public TSettings_Store {
  public:
   bool Read(const std::string& section, const std::string& name, std::string& value) override {
-    const auto found = m_Values.find({section, name});
-    if (found == m_Values.end()) return false;
+    const auto found = values.find({section, name});
+    if (found == values.end()) return false;
     value = found->second;
     return true;
   }
   void Write(const std::string& section, const std::string& name, const std::string& value) override {
-    m_Values[{section, name}] = value;
+    values[{section, name}] = value;
   }
 
  private:
-  std::map<std::pair<std::string, std::string>, std::string> m_Values;
+  std::map<std::pair<std::string, std::string>, std::string> values;
 };
 
 struct TSeams {

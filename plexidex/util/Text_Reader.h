@@ -38,28 +38,28 @@ inline std::string Fold(std::string_view text) {
 /// A folded text that is taken from the front piece by piece.
 class TReader {
  public:
-  explicit TReader(std::string_view folded) : m_Rest(folded) {}
+  explicit TReader(std::string_view folded) : rest(folded) {}
 
-  bool At_End() const { return m_Rest.empty(); }
-  bool At_Digit() const { return !m_Rest.empty() && Is_Digit(m_Rest[0]); }
-  std::string_view Rest() const { return m_Rest; }
+  bool At_End() const { return rest.empty(); }
+  bool At_Digit() const { return !rest.empty() && Is_Digit(rest[0]); }
+  std::string_view Rest() const { return rest; }
 
   /// Whether there were any.
   bool Skip_Blanks() {
-    const std::size_t before = m_Rest.size();
-    while (!m_Rest.empty() && (m_Rest[0] == ' ' || m_Rest[0] == '\t')) m_Rest.remove_prefix(1);
-    return m_Rest.size() != before;
+    const std::size_t before = rest.size();
+    while (!rest.empty() && (rest[0] == ' ' || rest[0] == '\t')) rest.remove_prefix(1);
+    return rest.size() != before;
   }
 
   bool Take(std::string_view folded) {
-    if (folded.empty() || !m_Rest.starts_with(folded)) return false;
-    m_Rest.remove_prefix(folded.size());
+    if (folded.empty() || !rest.starts_with(folded)) return false;
+    rest.remove_prefix(folded.size());
     return true;
   }
 
   bool Take_One_Of(std::string_view characters) {
-    if (m_Rest.empty() || characters.find(m_Rest[0]) == std::string_view::npos) return false;
-    m_Rest.remove_prefix(1);
+    if (rest.empty() || characters.find(rest[0]) == std::string_view::npos) return false;
+    rest.remove_prefix(1);
     return true;
   }
 
@@ -67,13 +67,13 @@ class TReader {
   bool Take_Number(int most, int& value, int& digits) {
     int length = 0;
     int number = 0;
-    while (static_cast<std::size_t>(length) < m_Rest.size() &&
-           Is_Digit(m_Rest[static_cast<std::size_t>(length)])) {
+    while (static_cast<std::size_t>(length) < rest.size() &&
+           Is_Digit(rest[static_cast<std::size_t>(length)])) {
       if (length == most) return false;
-      number = number * 10 + (m_Rest[static_cast<std::size_t>(length++)] - '0');
+      number = number * 10 + (rest[static_cast<std::size_t>(length++)] - '0');
     }
     if (length == 0) return false;
-    m_Rest.remove_prefix(static_cast<std::size_t>(length));
+    rest.remove_prefix(static_cast<std::size_t>(length));
     value = number;
     digits = length;
     return true;
@@ -89,19 +89,19 @@ class TReader {
       for (std::size_t i = 0; i < Size; ++i) {
         const std::string folded = Fold((*names)[i]);
         std::string_view name = folded;
-        if (!m_Rest.starts_with(name) && name.ends_with('.')) name.remove_suffix(1);
-        if (name.size() > longest && m_Rest.starts_with(name)) {
+        if (!rest.starts_with(name) && name.ends_with('.')) name.remove_suffix(1);
+        if (name.size() > longest && rest.starts_with(name)) {
           longest = name.size();
           found = static_cast<int>(i) + 1;
         }
       }
     }
-    m_Rest.remove_prefix(longest);
+    rest.remove_prefix(longest);
     return found;
   }
 
  private:
-  std::string_view m_Rest;
+  std::string_view rest;
 };
 
 }  // namespace Kt_util_01
