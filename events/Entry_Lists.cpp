@@ -165,6 +165,8 @@ void Build_Reminder_AllView(const std::string& Contact, const std::string& Book,
     while (auto entry = walk.Next()) {
       if (Progress && walk.Passed() - shown >= progress_step) {
         shown = walk.Passed();
+        // In the order of the walk the first rows are known already.
+        if (SortKey == 2 && SortAscending) List.Show_So_Far();
         Progress->Set_Position(shown);
       }
       if (!entry->Done || IncludeCompleted) Add_Item(List, std::move(entry));

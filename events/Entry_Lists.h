@@ -39,7 +39,7 @@ void Build_Day_Lists(const TOwner& owner, bool by_book, TDateTime first_day,
                      const std::vector<Kt_data_01::TItem_List*>& lists);
 
 /// Fills a list with all entries of the contact or book, sorted by SortKey; no holidays. Progress may be
-/// null.
+/// null; what it throws ends the build as a failed read does, but for EAlready_Reported without a report.
 void Build_Reminder_AllView(const std::string& Contact, const std::string& Book, Kt_data_01::TItem_List& List,
                             bool IncludeCompleted, bool ByBook, Kt_data_01::TProgress_Bar* Progress);
 

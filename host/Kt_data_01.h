@@ -27,11 +27,13 @@ class EData_Error : public std::runtime_error {
   const std::string Operation, Table, Reason;
 };
 
-/// Thrown inside a bracket when a part of it has failed and has been reported: FailUpdate then undoes without
-/// a second report.
+/// Thrown inside a bracket or a read when a part of it has failed and has been reported, or when the user has
+/// stopped it: FailUpdate then undoes, and FailRead is silent, without a second report.
 class EAlready_Reported : public std::exception {
  public:
-  const char* what() const noexcept override { return "a part of the update failed and was reported"; }
+  const char* what() const noexcept override {
+    return "a part of it failed and was reported, or was stopped";
+  }
 };
 
 /// A value of a row or a key. Texts are not copied and must outlive it.
@@ -213,8 +215,12 @@ class TSnapshot {
   TSnapshot& operator=(const TSnapshot&) = delete;
 };
 
-/// A number that moves with every change of the database, by whomever. Throws EData_Error.
-std::uint64_t Change_Number();
+/// Numbers that move with every change of the database: All by whomever, of other connections Others alone.
+struct TChange_Numbers {
+  std::uint64_t All = 0, Others = 0;
+};
+/// Looks at no table. Throws EData_Error.
+TChange_Numbers Change_Numbers();
 
 // ---- the update bracket --------------------------------------------------------------------------------
 
@@ -232,7 +238,7 @@ void EndUpdate();
 /// has done so, and reports the failure once, with the tag, after the outermost bracket has closed. Cancels
 /// the ranges and pending changes of the module's tables. Never throws.
 void FailUpdate(std::string_view tag);
-/// Reports a failed read, from the handler of its exception. Never throws.
+/// Reports a failed read, from the handler of its exception, unless that says it was reported. Never throws.
 void FailRead(std::string_view tag);
 bool Update_Is_Open();
 

@@ -31,6 +31,9 @@ class TItem_Observer {
   virtual ~TItem_Observer() = default;
   virtual void Reset_Begins() = 0;
   virtual void Reset_Ends() = 0;
+  /// Ends a reset for the items that there are, while more are still being added behind them; the next is the
+  /// beginning of another reset.
+  virtual void Items_So_Far() = 0;
   /// old_position[i] is where the item now at i was before.
   virtual void Items_Sorted(const std::vector<std::uint32_t>& old_position) = 0;
   virtual void Item_Changed(std::size_t position) = 0;
@@ -52,6 +55,8 @@ class TItem_List {
   void Begin_Update();
   void End_Update();
   bool Is_Updating() const { return updating > 0; }
+  /// In the midst of an update: shows what has been added, to which only Add may add until the end.
+  void Show_So_Far();
   void Clear();
   TList_Item& Add(std::unique_ptr<TList_Item> item);
   /// Turns the order round: adding at the end and reversing once gives the order of inserting each at the
@@ -66,9 +71,12 @@ class TItem_List {
   void Repaint(const TList_Item& item);
 
  private:
+  void Hide_Again();
+
   std::vector<std::unique_ptr<TList_Item>> items;
   TItem_Observer* observer = nullptr;
   int updating = 0;
+  bool some_are_shown = false;
 };
 
 /// Where a long build shows how far it is. The host's implementation may service messages.

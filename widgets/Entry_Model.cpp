@@ -29,7 +29,7 @@ std::optional<std::size_t> TEntry_Model::Position(int row) const {
 
 int TEntry_Model::rowCount(const QModelIndex& parent) const {
   if (parent.isValid() || resetting) return 0;
-  return static_cast<int>(items.Count()) + (gap ? 1 : 0) - (news ? 1 : 0);
+  return so_far.value_or(static_cast<int>(items.Count()) + (gap ? 1 : 0) - (news ? 1 : 0));
 }
 
 QVariant TEntry_Model::data(const QModelIndex& index, int role) const {
@@ -41,14 +41,25 @@ QVariant TEntry_Model::data(const QModelIndex& index, int role) const {
                                  : Kt_forms::To_Qt(Spoken_Row(*item->Data, Kt_util_01::Now()));
 }
 
+Qt::ItemFlags TEntry_Model::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags usual = QAbstractListModel::flags(index);
+  return index.isValid() ? usual | Qt::ItemIsDragEnabled : usual;
+}
+
 void TEntry_Model::Reset_Begins() {
   beginResetModel();
   resetting = true;
+  so_far.reset();
 }
 
 void TEntry_Model::Reset_Ends() {
   resetting = false;
   endResetModel();
+}
+
+void TEntry_Model::Items_So_Far() {
+  so_far = static_cast<int>(items.Count());
+  Reset_Ends();
 }
 
 void TEntry_Model::Items_Sorted(const std::vector<std::uint32_t>& old_position) {

@@ -25,10 +25,13 @@ class TEntry_Model : public QAbstractListModel, private Kt_data_01::TItem_Observ
   int rowCount(const QModelIndex& parent = {}) const override;
   /// The text of a row, and how it is read out.
   QVariant data(const QModelIndex& index, int role) const override;
+  /// A row can be dragged where its list lets it.
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
   void Reset_Begins() override;
   void Reset_Ends() override;
+  void Items_So_Far() override;
   void Items_Sorted(const std::vector<std::uint32_t>& old_position) override;
   void Item_Changed(std::size_t position) override;
   void Item_Added(std::size_t position) override;
@@ -37,9 +40,10 @@ class TEntry_Model : public QAbstractListModel, private Kt_data_01::TItem_Observ
   std::optional<std::size_t> Position(int row) const;
 
   Kt_data_01::TItem_List items;
-  bool resetting = false;   // the list is in pieces, and has no rows meanwhile
-  std::optional<int> gap;   // where the row of an item lies that the list has removed already
-  std::optional<int> news;  // where an item lies in the list that has no row yet
+  bool resetting = false;     // the list is in pieces, and has no rows meanwhile
+  std::optional<int> so_far;  // how many items have rows while more are being added
+  std::optional<int> gap;     // where the row of an item lies that the list has removed already
+  std::optional<int> news;    // where an item lies in the list that has no row yet
 };
 
 }  // namespace KTReminds

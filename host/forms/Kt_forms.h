@@ -9,9 +9,12 @@
 #include <QWidget>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 class QAction;
 class QMenu;
@@ -74,6 +77,9 @@ class TForm : public QWidget {
   /// Has a page that shows rows build them anew when the database has changed since they were shown, by
   /// whomever. Happens by itself when the page's window becomes active.
   void Look_At_Rows();
+  /// Runs what changes the database and shows the change by itself, so that the rows need not be built anew
+  /// for it, unless another program has changed something too.
+  void Change_In_Place(const std::function<void()>& change);
 
  protected:
   /// To be called before rows of the database are read to be shown.
@@ -134,6 +140,27 @@ class TModal_Scope {
   ~TModal_Scope();
   TModal_Scope(const TModal_Scope&) = delete;
   TModal_Scope& operator=(const TModal_Scope&) = delete;
+};
+
+/// Has every page of a window look at its rows, unless something is open or going on there that a page must
+/// not change under: a dialog, a menu, a drag, a long step.
+void Look_At_Rows(QWidget* window);
+
+/// Alive during a long step of a page: the hourglass is shown, and what the user types or clicks waits.
+/// Pages that are closed meanwhile are freed afterwards.
+class TBusy_Scope : private QObject {
+ public:
+  TBusy_Scope();
+  ~TBusy_Scope() override;
+  /// Repaints, handles what is due, and lets the user close windows. Whoever calls it looks whether its page
+  /// is still open.
+  void Service();
+
+ private:
+  bool eventFilter(QObject* receiver, QEvent* event) override;
+
+  const TModal_Scope modal;
+  std::vector<std::pair<QPointer<QObject>, std::unique_ptr<QEvent>>> waiting;
 };
 
 /// Runs what may open a modal form or a message, during which a form may be closed or even freed. True when

@@ -50,6 +50,7 @@ class TTitle_Label : public QLabel {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void Choose_Text();

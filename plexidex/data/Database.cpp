@@ -191,6 +191,7 @@ void TDatabase::FailUpdate(std::string_view tag) noexcept {
 }
 
 void TDatabase::FailRead(std::string_view tag) noexcept {
+  if (std::current_exception() && Current_Exception_Was_Reported()) return;
   try {
     const std::string reason =
         std::current_exception() ? Describe_Current_Exception() : "no reason was given";
@@ -233,14 +234,16 @@ void TDatabase::All_Changed() noexcept {
   for (auto& serial : serials) ++serial;
 }
 
-std::uint64_t TDatabase::Change_Number() const {
-  return std::accumulate(serials.begin(), serials.end(), opening);
+TChange_Numbers TDatabase::Change_Numbers() const {
+  return {std::accumulate(serials.begin(), serials.end(), opening), opening + times_changed_by_others};
 }
 
 void TDatabase::Notice_External_Changes() {
   const std::int64_t now = engine->External_Changes();
-  if (now != external_changes) All_Changed();
+  if (now == external_changes) return;
   external_changes = now;
+  ++times_changed_by_others;
+  All_Changed();
 }
 
 void TDatabase::Show_Reports() noexcept {
@@ -306,9 +309,9 @@ bool Update_Is_Open() {
   return Shared_Database().Bracket_Depth() > 0;
 }
 
-std::uint64_t Change_Number() {
+TChange_Numbers Change_Numbers() {
   const TSnapshot newest;
-  return Shared_Database().Change_Number();
+  return Shared_Database().Change_Numbers();
 }
 
 TSnapshot::TSnapshot() {

@@ -71,8 +71,8 @@ class TDatabase {
   /// snapshot or a bracket begins.
   std::uint64_t Table_Serial(std::size_t table) const { return serials[table]; }
   void Table_Changed(std::size_t table) { ++serials[table]; }
-  /// Moves with every change of any table, and when the database is opened or closed.
-  std::uint64_t Change_Number() const;
+  /// Both move also when the database is opened or closed.
+  TChange_Numbers Change_Numbers() const;
 
   void Attach(TTable_Link* link) { links.push_back(link); }
   void Detach(TTable_Link* link) noexcept;
@@ -101,6 +101,7 @@ class TDatabase {
   int snapshots = 0;
   bool reading = false;
   std::int64_t external_changes = 0;
+  std::uint64_t times_changed_by_others = 0;
   std::vector<std::uint64_t> serials = std::vector<std::uint64_t>(Schema().size(), 1);
   std::vector<TTable_Link*> links;
   std::vector<std::pair<std::string, std::string>> reports;  // caption, text

@@ -14,10 +14,23 @@ void TItem_List::Begin_Update() {
 }
 
 void TItem_List::End_Update() {
+  if (updating == 1) Hide_Again();
   if (--updating == 0 && observer) observer->Reset_Ends();
 }
 
+void TItem_List::Show_So_Far() {
+  if (!observer || some_are_shown) return;
+  some_are_shown = true;
+  observer->Items_So_Far();
+}
+
+void TItem_List::Hide_Again() {
+  if (some_are_shown) observer->Reset_Begins();
+  some_are_shown = false;
+}
+
 void TItem_List::Clear() {
+  Hide_Again();
   items.clear();
 }
 
@@ -27,6 +40,7 @@ TList_Item& TItem_List::Add(std::unique_ptr<TList_Item> item) {
 }
 
 void TItem_List::Reverse() {
+  Hide_Again();
   std::reverse(items.begin(), items.end());
 }
 
@@ -43,6 +57,7 @@ void TItem_List::Remove(std::size_t position) {
 }
 
 void TItem_List::Sort(const std::function<bool(std::uint32_t, std::uint32_t)>& less) {
+  Hide_Again();
   std::vector<std::uint32_t> order(items.size());
   std::iota(order.begin(), order.end(), 0U);
   std::stable_sort(order.begin(), order.end(), less);

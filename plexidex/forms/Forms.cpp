@@ -146,7 +146,7 @@ bool TForm::Close_Form() {
 
 void TForm::Rows_Are_Shown() {
   try {
-    shown_rows = Kt_data_01::Change_Number();
+    shown_rows = Kt_data_01::Change_Numbers().All;
   } catch (...) {
     // Whoever reads the rows will report it.
     shown_rows.reset();
@@ -158,6 +158,20 @@ void TForm::Look_At_Rows() {
   const std::uint64_t before = *shown_rows;
   Rows_Are_Shown();
   if (shown_rows != before) Report_Failures([this] { Rows_Changed(); });
+}
+
+void TForm::Change_In_Place(const std::function<void()>& change) {
+  const auto numbers = [] {
+    try {
+      return Kt_data_01::Change_Numbers();
+    } catch (...) {
+      return Kt_data_01::TChange_Numbers();
+    }
+  };
+  const auto before = numbers();
+  if (!Outlives(this, change)) return;
+  const auto after = numbers();
+  if (shown_rows == before.All && after.Others == before.Others) shown_rows = after.All;
 }
 
 bool TForm::event(QEvent* event) {

@@ -71,6 +71,11 @@ void TTitle_Label::resizeEvent(QResizeEvent* event) {
   Choose_Text();
 }
 
+void TTitle_Label::changeEvent(QEvent* event) {
+  QLabel::changeEvent(event);
+  if (event->type() == QEvent::FontChange) Choose_Text();
+}
+
 void TTitle_Label::Choose_Text() {
   const int room = contentsRect().width();
   for (const QString& one : texts) {

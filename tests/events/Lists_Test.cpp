@@ -235,6 +235,7 @@ TEST_F(Lists, Observers_Are_Told_What_Happens) {
     std::string Told;
     void Reset_Begins() override { Told += "["; }
     void Reset_Ends() override { Told += "]"; }
+    void Items_So_Far() override { Told += "."; }
     void Items_Sorted(const std::vector<std::uint32_t>& old) override {
       Told += "s";
       for (const auto position : old) Told += std::to_string(position);
