@@ -56,10 +56,12 @@ void TCalendar_View::Set_Up(QWidget* tool_panel, QToolBar* tool_bar, const TEntr
   if (Kt_util_01::Read_Bool("General", "Show Calendar", false)) Show_Or_Hide_Calendar();
 }
 
-void TCalendar_View::Set_View_Available(int page_index, bool available) {
-  for (QAction* action : controls.Views) {
-    if (Tag(action) == page_index) action->setEnabled(available);
-  }
+std::string TCalendar_View::Selected_Key() const {
+  return commands->Selected_Key();
+}
+
+void TCalendar_View::Select_Entry(const std::string& key) {
+  commands->Select_Key(key);
 }
 
 TOwner TCalendar_View::Owner_Of_New(TEntry_Type type) const {

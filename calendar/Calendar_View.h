@@ -27,8 +27,10 @@ class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
   void Set_Keys(const std::string& node_key, const std::string& owner_key, bool whole_calendar);
   /// Builds anew what is shown, and says so by Rows_Are_Shown. Nothing is selected then.
   virtual void DoRefresh() = 0;
-  /// Whether the enclosing page can show the view of that index; all are until it says otherwise.
-  void Set_View_Available(int page_index, bool available);
+  /// Key of the selected entry; "" without one.
+  std::string Selected_Key() const;
+  /// Selects the entry with the key if it is shown; otherwise nothing changes.
+  void Select_Entry(const std::string& key);
 
  protected:
   /// Which controls give the commands on the date; what is missing, the view has not.

@@ -3,7 +3,7 @@
 #include "Kt_util_01.h"
 #include "Page_Numbers.h"
 #include "Page_Tools.h"
-#include "fm_Contacts_Page3b.h"
+#include "Views.h"
 #include "fm_Reminder.h"
 #include "fm_Task.h"
 #include "ui_fm_Calendar_HomePage.h"
@@ -11,31 +11,6 @@
 namespace KTReminds {
 
 using namespace Kt_forms;
-
-namespace {
-
-using TDisplay_View = bool (*)(QWidget*, TForm_Reference&, const std::string&, const std::string&, bool);
-
-// The views there are; a view that is to come has none yet.
-struct TView_Entry {
-  int Index;
-  TDisplay_View Display;
-};
-constexpr TView_Entry Views[] = {
-    {Page_Day, &Display_Calendar_Dayview},
-    {Page_Week, nullptr},
-    {Page_Month, nullptr},
-    {Page_All, nullptr},
-};
-
-const TView_Entry* View_Of(int index) {
-  for (const TView_Entry& view : Views) {
-    if (view.Index == index) return &view;
-  }
-  return nullptr;
-}
-
-}  // namespace
 
 TCalendar_HomePage_Frm::TCalendar_HomePage_Frm()
     : THome_Page({.Images = "CalHome_Enabled",
@@ -54,7 +29,6 @@ TCalendar_HomePage_Frm::TCalendar_HomePage_Frm()
   for (TWebLabel* label : {ui->Daily, ui->Weekly, ui->Monthly, ui->AllEvents, ui->Permissions}) {
     const int index = Tag(label);
     connect(label, &TWebLabel::Clicked, this, [this, index] { Show_Page(index); });
-    if (const TView_Entry* view = View_Of(index)) label->setEnabled(view->Display != nullptr);
   }
 }
 
@@ -66,21 +40,9 @@ void TCalendar_HomePage_Frm::DoRefresh() {
 }
 
 void TCalendar_HomePage_Frm::Show_Page(int Index) {
-  const TView_Entry* view = View_Of(Index);
-  if (!view) return THome_Page::Show_Page(Index);
-  if (!view->Display) {
-    Show_View(Page_Day);
-  } else if (Show_View(Index)) {
+  if (!Is_Calendar_View(Index)) return THome_Page::Show_Page(Index);
+  if (Display_Calendar_View(Index, controls.Setup_Panel, current, NodeKey, OwnerKey, true))
     Kt_util_01::Write_Integer("General", "Calendar View", Index);
-  }
-}
-
-bool TCalendar_HomePage_Frm::Show_View(int Index) {
-  if (!View_Of(Index)->Display(controls.Setup_Panel, current, NodeKey, OwnerKey, true)) return false;
-  if (auto* shown_view = current.As<TCalendar_View>()) {
-    for (const TView_Entry& view : Views) shown_view->Set_View_Available(view.Index, view.Display != nullptr);
-  }
-  return true;
 }
 
 // The keys are copied: the page may be shown for another book while the editor is open.

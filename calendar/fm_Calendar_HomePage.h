@@ -21,15 +21,13 @@ class TCalendar_HomePage_Frm : public THome_Page {
 
   /// Shows the remembered view, read again from the store.
   void DoRefresh() override;
-  /// Remembers the page if it is a view. A view that does not exist opens the day view, and what was
-  /// remembered stays.
+  /// Remembers the page if it is a view.
   void Show_Page(int Index) override;
 
  protected:
   void Handle_Message(const Kt_forms::TMessage& message) override;
 
  private:
-  bool Show_View(int Index);
   void New_Event();
   void New_Task();
 

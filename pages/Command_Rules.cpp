@@ -9,11 +9,15 @@ using namespace Kt_data_01;
 
 namespace {
 
-bool May(const TList_Item* selected, int level) {
-  if (!selected || !selected->Data || !Has_State(*selected->Data) || selected->Data->Private) return false;
+bool Is_Allowed(const TList_Item* selected, int level) {
+  if (!selected || !selected->Data || selected->Data->Private) return false;
   return Read("Command_Rules:May [KT_Rights/KT_Users]",
               [&] { return Access_Allowed(selected->Data->Contact, level); })
       .value_or(false);
+}
+
+bool May(const TList_Item* selected, int level) {
+  return May_Open(selected) && Is_Allowed(selected, level);
 }
 
 }  // namespace
@@ -25,6 +29,10 @@ TToggle Toggle_For(const TList_Item* selected) {
 
 bool May_Delete(const TList_Item* selected) {
   return May(selected, Access_Delete);
+}
+
+bool May_Move(const TList_Item* selected) {
+  return Is_Allowed(selected, Access_Update) && !selected->Data->Is_Holiday();
 }
 
 bool May_Open(const TList_Item* selected) {

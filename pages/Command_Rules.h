@@ -15,6 +15,8 @@ enum class TToggle { None, Mark_Done, Mark_Outstanding };
 /// and counts as a refusal; so below.
 TToggle Toggle_For(const Kt_data_01::TList_Item* selected);
 bool May_Delete(const Kt_data_01::TList_Item* selected);
+/// Whether it may be moved to another day.
+bool May_Move(const Kt_data_01::TList_Item* selected);
 /// No right is needed to open an entry, if only to look at it.
 bool May_Open(const Kt_data_01::TList_Item* selected);
 

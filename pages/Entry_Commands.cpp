@@ -126,18 +126,20 @@ void TEntry_Commands::Run(const std::function<bool()>& dialog, const TEntry_Chan
     list->Select_Row(std::min(change.Row, static_cast<int>(list->Items().Count()) - 1));
 }
 
-void TEntry_Commands::Keep_Selection(const std::function<void()>& build) {
+std::string TEntry_Commands::Selected_Key() const {
   const TList_Item* item = Selected();
-  const std::string key = item && item->Data ? item->Data->Key.Str() : std::string();
+  return item && item->Data ? item->Data->Key.Str() : std::string();
+}
+
+void TEntry_Commands::Keep_Selection(const std::function<void()>& build) {
+  const std::string key = Selected_Key();
   if (Outlives(&form, build)) Select_Key(key);
 }
 
 void TEntry_Commands::Select_Key(const std::string& key) {
+  if (key.empty()) return;
   for (TEntry_List* list : lists) {
-    for (std::size_t row = 0; !key.empty() && row < list->Items().Count(); ++row) {
-      const auto& entry = list->Items()[row].Data;
-      if (entry && entry->Key == key) return list->Select_Row(static_cast<int>(row));
-    }
+    if (const int row = list->Row_Of(key); row >= 0) return list->Select_Row(row);
   }
 }
 
@@ -184,11 +186,12 @@ void TEntry_Commands::Toggle_State() {
 void TEntry_Commands::Toggle(TList_Item* item) {
   const TToggle toggle = Toggle_For(item);
   if (toggle == TToggle::None) return;
-  if (Outlives(&form, [&] {
-        Set_Event_as_Actioned(*item, toggle == TToggle::Mark_Done, true, Image_Done_Event, Image_Open_Event,
-                              Image_Done_Task, Image_Open_Task);
-      }))
-    Set_Btns();
+  const bool done = toggle == TToggle::Mark_Done;
+  const auto mark = [item, done] {
+    Set_Event_as_Actioned(*item, done, true, Image_Done_Event, Image_Open_Event, Image_Done_Task,
+                          Image_Open_Task);
+  };
+  if (Outlives(&form, [&] { form.Change_In_Place(mark); })) Set_Btns();
 }
 
 void TEntry_Commands::Sort() {

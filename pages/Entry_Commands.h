@@ -71,6 +71,10 @@ class TEntry_Commands : public QObject {
 
   /// Null without a selection. Valid until its list changes.
   Kt_data_01::TList_Item* Selected() const;
+  /// "" without a selection.
+  std::string Selected_Key() const;
+  /// Selects the first entry with the key; nothing changes when there is none, nor for "".
+  void Select_Key(const std::string& key);
   /// Has the commands follow the selected entry. False when the page did not outlive it.
   bool Set_Btns();
   /// Runs what builds the lists anew, and selects the same entry again, if it is still there.
@@ -88,7 +92,6 @@ class TEntry_Commands : public QObject {
   void Toggle(Kt_data_01::TList_Item* item);
   void Add_Usual();
   int Selected_Row() const;
-  void Select_Key(const std::string& key);
   /// Runs a dialog, which says whether the user confirmed it, and has the page show what it did; an entry
   /// that was opened is selected again, or the one behind an entry that was deleted.
   void Run(const std::function<bool()>& dialog, const TEntry_Change& change);

@@ -42,5 +42,7 @@ struct TEntry_Columns {
 
 /// The entries of one day: state, reminder, time, text and priority.
 const TEntry_Columns& Day_Columns();
+/// Those of many days: the date before the time.
+const TEntry_Columns& All_Columns();
 
 }  // namespace KTReminds

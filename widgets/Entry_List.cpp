@@ -54,6 +54,14 @@ int TEntry_List::Selected_Row() const {
   return !selected.isEmpty() && TEntry_Model::Item(selected.front()) ? selected.front().row() : -1;
 }
 
+int TEntry_List::Row_Of(std::string_view key) const {
+  const Kt_data_01::TItem_List& items = entries->Items();
+  for (std::size_t row = 0; row < items.Count(); ++row) {
+    if (items[row].Data && items[row].Data->Key == key) return static_cast<int>(row);
+  }
+  return -1;
+}
+
 void TEntry_List::Select_Row(int row) {
   const QModelIndex index = entries->index(row);
   if (!index.isValid()) return clearSelection();

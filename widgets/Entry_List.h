@@ -27,6 +27,8 @@ class TEntry_List : public QListView {
   Kt_data_01::TList_Item* Selected();
   /// -1 without a selection.
   int Selected_Row() const;
+  /// -1 when no row has the key.
+  int Row_Of(std::string_view key) const;
   /// Selects a row and scrolls it into view; one that does not exist selects nothing.
   void Select_Row(int row);
   /// The info tip at a place of the viewport: the entry's; empty where there is none, which the columns

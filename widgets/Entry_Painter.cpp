@@ -81,6 +81,15 @@ const TEntry_Columns& Day_Columns() {
   return columns;
 }
 
+const TEntry_Columns& All_Columns() {
+  static const TEntry_Columns columns = [] {
+    TEntry_Columns all = Day_Columns();
+    all.Columns.insert(all.Columns.begin() + 2, {TCell::Date, 2});
+    return all;
+  }();
+  return columns;
+}
+
 TEntry_Painter::TEntry_Painter(TEntry_Model& model, QObject* parent)
     : QStyledItemDelegate(parent), model(model), images("P3_Enabled") {
   Set_Columns(Day_Columns());

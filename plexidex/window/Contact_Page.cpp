@@ -9,6 +9,7 @@
 #include "Contacts.h"
 #include "KTReminds.h"
 #include "Kt_update.h"
+#include "Kt_util_01.h"
 
 namespace Plexidex {
 
@@ -81,11 +82,13 @@ void TContact_Page::Show_Contact() {
 void TContact_Page::Reload() {
   Rows_Are_Shown();
   Show_Contact();
-  KTReminds::Display_Calendar_Dayview(view_panel, view, Book(), Owner(), false);
-  if (auto* shown = view.As<KTReminds::TCalendar_View>()) {
-    for (const int other : {KTReminds::Page_Week, KTReminds::Page_Month, KTReminds::Page_All})
-      shown->Set_View_Available(other, false);
-  }
+  Show_View(static_cast<int>(Kt_util_01::Read_Integer("General", "Contact View", KTReminds::Page_Day)));
+}
+
+void TContact_Page::Show_View(int page) {
+  if (!KTReminds::Is_Calendar_View(page)) page = KTReminds::Page_Day;
+  if (KTReminds::Display_Calendar_View(page, view_panel, view, Book(), Owner(), false))
+    Kt_util_01::Write_Integer("General", "Contact View", page);
 }
 
 void TContact_Page::Edit() {
@@ -107,6 +110,8 @@ void TContact_Page::FormClose() {
 void TContact_Page::Handle_Message(const TMessage& message) {
   if (message.Number() == umGetFormName && view.Get()) {
     Send_Message(view.Get(), umGetFormName, 0, message.LParam);
+  } else if (message.Number() == umDisplayForm) {
+    Show_View(static_cast<int>(message.WParam));
   } else {
     TBook_Page::Handle_Message(message);
   }

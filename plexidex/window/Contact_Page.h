@@ -8,7 +8,7 @@ class QPushButton;
 
 namespace Plexidex {
 
-/// A contact: name and details, and the contact's own calendar below.
+/// A contact: name and details, and below the contact's own calendar in the view that was shown last.
 class TContact_Page : public TBook_Page {
   Q_OBJECT
 
@@ -29,6 +29,8 @@ class TContact_Page : public TBook_Page {
 
  private:
   void Show_Contact();
+  /// Another page than a view of the calendar is the day.
+  void Show_View(int page);
   void Show_Details();
   void Edit();
 

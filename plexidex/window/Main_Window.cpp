@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 
 #include "Book_Dialogs.h"
@@ -80,6 +81,13 @@ TMain_Window::TMain_Window()
   Make_Tree_Menu();
   resize(First_Size(screen()));
   Restore_Place();
+  // What other programs change appears while the window is in use.
+  constexpr int every_msecs = 3'000;
+  auto* look = new QTimer(this);
+  connect(look, &QTimer::timeout, this, [this] {
+    if (isActiveWindow()) Look_At_Rows(this);
+  });
+  look->start(every_msecs);
   connect(tree, &TNavigation_Tree::Node_Selected, this, &TMain_Window::Node_Selected);
   connect(tree, &TNavigation_Tree::Node_Clicked_Again, this, [this] { Send_To_Page(umSelectNode, 0); });
   connect(place, &TPage_Place::Tree_Is_Stale, this, &TMain_Window::Reload_Tree);

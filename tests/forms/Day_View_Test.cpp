@@ -122,9 +122,6 @@ TEST_F(Day_View, Asks_The_Page_Around_It_For_Other_Views) {
   Act(view, "ToolButton10|ToolButton9|ToolButton8|ToolButton11|DailyView1|MonthlyView1|AllView1");
   Settle();
   EXPECT_EQ(home.Asked, (QList<qintptr>{11, 12, 13, 11, 12, 13})) << "its own is shown already";
-  form.As<TCalendar_View>()->Set_View_Available(11, false);
-  EXPECT_EQ(Seen(view, "ToolButton10 ToolButton9 ToolButton8 DailyView1"),
-            "+|(Week View)|Month View|(&Weekly View)");
 }
 
 }  // namespace

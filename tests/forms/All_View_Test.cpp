@@ -1,0 +1,84 @@
+#include "View_Fixture.h"
+#include "fm_Contacts_Page3d.h"
+
+namespace {
+
+struct All_View : TView_Fixture {
+  All_View() : TView_Fixture(&Display_Calendar_Allview) {}
+
+  /// Enough entries that it shows how far it is, and what happens then.
+  void Show_Many(const std::function<void()>& meanwhile) {
+    TNew_Event event = New_Event("many", Monday, 3'000);
+    Write(event);
+    Display();
+    Add("last", 4'000);
+    QObject::connect(Control<QProgressBar>(view, "PB1"), &QProgressBar::valueChanged, view,
+                     [meanwhile](int value) {
+                       if (value > 0) meanwhile();
+                     });
+  }
+};
+
+TEST_F(All_View, Lists_Every_Day_And_Leaves_A_Change_Of_The_Date_Alone) {
+  Add("far", 4'000.5, "Priority = 1");
+  Add("contact", 0.5, {}, "Contact = '" + contact + "'");
+  Add("early", -900);
+  Display();
+  EXPECT_EQ(Shown(), "early contact far");
+  EXPECT_EQ(Seen(view, "Label1 PBPanel DailyView2 PrevBtn Today1"),
+            "All Events|hidden|Daily &View|(Not Available)|(&Today)");
+  EXPECT_EQ(Texts("Nextbtn"),
+            "Not Available/Locates the first Calendar Event or Task after the selected date  (Not Available "
+            "in this "
+            "view)");
+  Add("new", 0.6);
+  CurrentDate = Monday + 1;
+  Send_Message(view, umDateChanged, 0, 0);
+  EXPECT_EQ(Shown(), "early contact far");
+  Act(view, "SortDateLabel");
+  EXPECT_EQ(Shown(), "far contact early");
+  Display(false);
+  EXPECT_EQ(Shown(), "far new early") << "the order is shared and kept";
+  Act(view, "DailyView2|ToolButton11");
+  Settle();
+  EXPECT_EQ(home.Asked, QList<qintptr>{2});
+}
+
+TEST_F(All_View, Selects_By_Key_What_Was_Opened_And_Nothing_After_An_Addition) {
+  for (const auto& [title, time] : {std::pair("a", 0.1), {"b", 0.2}, {"c", 0.3}}) Add(title, time);
+  SortKey = 3;
+  Display(true, 0);
+  Answer(Confirm_With("Edit1=z"), Qt::Key_Return);
+  EXPECT_EQ(Shown() + std::to_string(list->Selected_Row()), "b c z2");
+  Answer(Confirm_With("Edit1=d"), "Addbtn");
+  EXPECT_EQ(Shown() + std::to_string(list->Selected_Row()), "b c d z-1");
+}
+
+TEST_F(All_View, Shows_Its_First_Rows_And_What_Goes_On_While_It_Builds) {
+  int looks = 0;
+  std::size_t rows = 0;
+  Show_Many([&] {
+    ++looks;
+    EXPECT_EQ(Seen(view, "PBPanel Label2"), "|Extracting Events. Please wait....");
+    form.As<TCalendar_View>()->DoRefresh();
+    rows = static_cast<std::size_t>(list->model()->rowCount());
+    EXPECT_TRUE(rows > 0 && rows < 3'001);
+    QTest::keyClick(home.windowHandle(), Qt::Key_Delete);
+  });
+  const QAbstractItemModelTester tester(list->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+  form.As<TCalendar_View>()->DoRefresh();
+  EXPECT_GT(looks, 0);
+  EXPECT_EQ(list->model()->rowCount(), 3'001);
+  EXPECT_EQ(list->Items()[3'000].Data->Description.Str(), "last");
+}
+
+TEST_F(All_View, Is_Closed_While_It_Builds) {
+  Show_Many([this] { EXPECT_TRUE(form.Get()->Close_Form()); });
+  const QPointer<TForm> alive = view;
+  form.As<TCalendar_View>()->DoRefresh();
+  EXPECT_TRUE(alive && list->Items().Count() == 0);
+  Settle();
+  EXPECT_FALSE(alive);
+}
+
+}  // namespace
