@@ -269,6 +269,37 @@ TEST_F(Main_Window, Names_Follow_What_Another_Program_Writes) {
             "Calendar|Tasks|Contacts//Choir/Choir - Plexidex" + calendar);
 }
 
+TEST_F(Main_Window, A_Contacts_Calendar_Has_All_Views_And_Follows_Other_Programs) {
+  std::string anna;
+  In_Update([&] { anna = Create_Contact(book, "Anna"); });
+  auto& tree = Open();
+  Show(*window);
+  const auto add = [&](const char* title) {
+    TNew_Event event = New_Event(title, Monday);
+    event.Owner.Contact = anna;
+    Write(event);
+  };
+  add("hers");
+  Write(New_Event("others", Monday));
+  ASSERT_TRUE(tree.Select(TNode_Kind::Contact, book, anna));
+  for (const char* view : {"ToolButton9", "ToolButton11"}) {
+    Act(&*window, view);
+    Settle();
+    EXPECT_EQ(Control<KTReminds::TEntry_List>(&*window, "ListView1")->Items().Count(), 1U) << view;
+  }
+  EXPECT_EQ(window->Page_Name(), "Contacts_Page3d_Frm0");
+  add("more");
+  const auto rows = [this] {
+    return Control<KTReminds::TEntry_List>(&*window, "ListView1")->Items().Count();
+  };
+  QMenu menu;
+  menu.popup({});
+  Look_At_Rows(&*window);
+  EXPECT_EQ(rows(), 1U) << "not under an open menu";
+  menu.close();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return rows() == 2; })) << "looks by itself while it is active";
+}
+
 TEST_F(Main_Window, What_A_Database_Refuses_Or_Does_Not_Give_Is_Said) {
   Open();
   Run_Sql("ALTER TABLE KT_Books RENAME TO Elsewhere");
