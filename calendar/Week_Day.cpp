@@ -65,6 +65,7 @@ void TWeek_List::startDrag(Qt::DropActions /*actions*/) {
   data->setData(Entry_Format, QByteArray::fromStdString(Selected()->Data->Key.Str()));
   auto* drag = new QDrag(this);
   drag->setMimeData(data);
+  drag->setPixmap(viewport()->grab(visualRect(currentIndex())));
   // While it lasts, no page builds its rows anew.
   const Kt_forms::TModal_Scope scope;
   drag->exec(Qt::MoveAction);

@@ -107,11 +107,15 @@ void TContacts_Page3a_Frm::Make_Move_Commands() {
     return action;
   };
   tools->PopupMenu1->insertSeparator(tools->N3);
-  add("CutMenu", tr("C&ut"), QKeySequence::Cut, tr("Takes the selected Item to be pasted into another day"),
-      [this] { Cut(); });
+  QAction* cut = add("CutMenu", tr("C&ut"), QKeySequence::Cut,
+                     tr("Takes the selected Item to be pasted into another day"), [this] { Cut(); });
   paste = add("PasteMenu", tr("&Paste"), QKeySequence::Paste,
               tr("Moves the Item that was cut to the selected day"), [this] { Paste(); });
   paste->setEnabled(false);
+  connect(tools->PopupMenu1, &QMenu::aboutToShow, cut,
+          [this, cut] { cut->setEnabled(May_Move(commands->Selected())); });
+  // Its key says by itself that there is nothing to cut.
+  connect(tools->PopupMenu1, &QMenu::aboutToHide, cut, [cut] { cut->setEnabled(true); });
 }
 
 void TContacts_Page3a_Frm::DoRefresh() {
@@ -188,20 +192,24 @@ TWeek_List* TContacts_Page3a_Frm::List_Of_Date() const {
   return nullptr;
 }
 
+void TContacts_Page3a_Frm::Say(const QString& text) {
+  QStatusTipEvent told(text);
+  QCoreApplication::sendEvent(this, &told);
+}
+
 void TContacts_Page3a_Frm::Cut() {
   const auto* item = commands->Selected();
   if (!May_Move(item)) return Kt_util_01::Sound(5);
   cut_entry = std::make_unique<TEventKey>(*item->Data);
   paste->setEnabled(true);
-  QStatusTipEvent told(
-      tr("Go to another day and choose \"Paste\" to move \"%1\" there.").arg(To_Qt(cut_entry->Description)));
-  QCoreApplication::sendEvent(this, &told);
+  Say(tr("Go to another day and choose \"Paste\" to move \"%1\" there.").arg(To_Qt(cut_entry->Description)));
 }
 
 void TContacts_Page3a_Frm::Paste() {
   TWeek_List* target = List_Of_Date();
   const std::unique_ptr<TEventKey> entry = std::move(cut_entry);
   paste->setEnabled(false);
+  Say({});
   if (entry && target) Move_Entry(*entry, target);
 }
 

@@ -47,6 +47,8 @@ class TContacts_Page3a_Frm : public TCalendar_View {
   void Select_Day(int index);
   void Step_To_List(int index);
   TWeek_List* List_Of_Date() const;
+  /// In the host's status bar.
+  void Say(const QString& text);
   void Cut();
   void Paste();
   void Move_Entry(const Kt_data_01::TEventKey& entry, TWeek_List* target);
