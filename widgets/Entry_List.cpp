@@ -3,26 +3,15 @@
 #include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QMouseEvent>
-#include <QToolTip>
 
 #include "Entry_Model.h"
 #include "Kt_forms.h"
 #include "Kt_update.h"
+#include "Plain_Tip.h"
 
 namespace KTReminds {
 
 using Kt_data_01::TList_Item;
-
-namespace {
-
-// A tip that looks like markup would be shown as such.
-QString As_Plain_Tip(const QString& text) {
-  if (text.isEmpty()) return text;
-  return QStringLiteral("<qt>") + text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")) +
-         QStringLiteral("</qt>");
-}
-
-}  // namespace
 
 TEntry_List::TEntry_List(QWidget* parent)
     : QListView(parent), entries(new TEntry_Model(this)), painter(new TEntry_Painter(*entries, this)) {
@@ -158,8 +147,7 @@ void TEntry_List::contextMenuEvent(QContextMenuEvent* event) {
 bool TEntry_List::viewportEvent(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QListView::viewportEvent(event);
   const auto* help = static_cast<QHelpEvent*>(event);
-  QToolTip::showText(help->globalPos(), As_Plain_Tip(Tip_At(help->pos())), viewport(),
-                     visualRect(indexAt(help->pos())));
+  Show_Plain_Tip(*help, Tip_At(help->pos()), viewport(), visualRect(indexAt(help->pos())));
   return true;
 }
 

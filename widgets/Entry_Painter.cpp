@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "Colours.h"
 #include "Entry_Model.h"
 #include "Entry_Rows.h"
 #include "Kt_forms.h"
@@ -23,13 +24,8 @@ constexpr int Column_Gap = 5;
 constexpr int Row_Gap = 4;
 constexpr int Right_Margin = 8;
 
-constexpr QRgb Silver = qRgb(0xC0, 0xC0, 0xC0);
 constexpr QRgb Red = qRgb(0xFF, 0x00, 0x00);
 constexpr QRgb Red_On_Dark = qRgb(0xFF, 0x70, 0x70);
-
-bool Is_Dark(const QColor& base) {
-  return base.lightness() < 128;
-}
 
 QPalette::ColorGroup Group(QStyle::State state) {
   if (!(state & QStyle::State_Enabled)) return QPalette::Disabled;

@@ -7,6 +7,7 @@
 #include <QTextCharFormat>
 #include <QVBoxLayout>
 
+#include "Colours.h"
 #include "Date_Edit.h"
 #include "Kt_util_01.h"
 
@@ -66,11 +67,9 @@ void TCalendarFrm::Set_Colours() {
   weekdays.setForeground(palette().windowText());
   for (int day = 1; day <= 7; ++day) cal->setWeekdayTextFormat(static_cast<Qt::DayOfWeek>(day), weekdays);
   if (auto* bar = cal->findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar"))) {
-    constexpr int dark = 128;
-    const bool on_dark = palette().color(QPalette::Window).lightness() < dark;
+    const bool on_dark = Is_Dark(palette().color(QPalette::Window));
     QPalette title = palette();
-    title.setColor(QPalette::Highlight,
-                   on_dark ? palette().color(QPalette::Button) : QColor(0xC0, 0xC0, 0xC0));
+    title.setColor(QPalette::Highlight, on_dark ? palette().color(QPalette::Button) : QColor(Silver));
     title.setColor(QPalette::HighlightedText,
                    on_dark ? palette().color(QPalette::ButtonText) : QColor(Qt::black));
     for (QWidget* part : bar->findChildren<QWidget*>()) part->setPalette(title);
