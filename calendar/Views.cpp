@@ -3,6 +3,7 @@
 #include "Page_Numbers.h"
 #include "fm_Contacts_Page3a.h"
 #include "fm_Contacts_Page3b.h"
+#include "fm_Contacts_Page3c.h"
 #include "fm_Contacts_Page3d.h"
 
 namespace KTReminds {
@@ -18,6 +19,7 @@ struct TView {
 constexpr TView Views[] = {
     {Page_Day, &Display_Calendar_Dayview},
     {Page_Week, &Display_Calendar_Weekview},
+    {Page_Month, &Display_Calendar_MonthView},
     {Page_All, &Display_Calendar_Allview},
 };
 

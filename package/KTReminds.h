@@ -26,11 +26,12 @@
 #include "fm_Reminder.h"
 #include "fm_Task.h"
 // The calendar's home page and its views, as pages: Display_Calendar_Home_Page, Display_Calendar_Dayview,
-// Display_Calendar_Weekview, Display_Calendar_Allview, or any of them by its number, Display_Calendar_View; the
-// numbers of the pages.
+// Display_Calendar_Weekview, Display_Calendar_MonthView, Display_Calendar_Allview, or any of them by its
+// number, Display_Calendar_View; the numbers of the pages.
 #include "Page_Numbers.h"
 #include "Views.h"
 #include "fm_Calendar_HomePage.h"
 #include "fm_Contacts_Page3a.h"
 #include "fm_Contacts_Page3b.h"
+#include "fm_Contacts_Page3c.h"
 #include "fm_Contacts_Page3d.h"

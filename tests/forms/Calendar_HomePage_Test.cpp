@@ -46,6 +46,8 @@ TEST_F(Calendar_HomePage, Remembers_Views_Only) {
   EXPECT_EQ(remembering(7), "Error 7");
   Act(page, "AllEvents");
   EXPECT_EQ(Shown(page), "Contacts_Page3d_Frm0 13");
+  Act(page, "Monthly");
+  EXPECT_EQ(Shown(page), "Contacts_Page3c_Frm0 12");
   Act(page, "Weekly");
   EXPECT_EQ(Shown(page), "Contacts_Page3a_Frm0 11");
   Act(page, "Daily");

@@ -33,7 +33,7 @@ struct TView_Fixture : TEditor_Fixture {
   void Display(bool whole_calendar = true, int row = -1) {
     ASSERT_TRUE(display(&home, form, database.Book().Key, database.Book().Calendar, whole_calendar));
     view = form.Get();
-    list = Control<TEntry_List>(view, "ListView1");
+    list = view->findChild<TEntry_List*>(QStringLiteral("ListView1"));
     if (!home.isVisible()) Show(home);
     if (row >= 0) list->Select_Row(row);
   }
@@ -60,5 +60,5 @@ struct TView_Fixture : TEditor_Fixture {
   TForm_Reference form;
   THome home;
   TForm* view = nullptr;
-  TEntry_List* list = nullptr;
+  TEntry_List* list = nullptr;  // null for a page without one
 };
