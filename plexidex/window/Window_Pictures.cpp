@@ -68,7 +68,7 @@ class TPictures {
   bool failed = false;
 };
 
-// Every page that the tree leads to, under the name that the page gives.
+// Every page that the tree leads to, and every view of the calendar, under the name that the page gives.
 void Take_Pages(TPictures& pictures, TMain_Window& window, const std::string& book) {
   const auto take = [&](TNode_Kind kind, const char* name, const std::string& contact = {}) {
     if (!window.Tree().Select(kind, book, contact)) return;
@@ -80,7 +80,17 @@ void Take_Pages(TPictures& pictures, TMain_Window& window, const std::string& bo
   take(TNode_Kind::Contacts, "contacts");
   const auto contacts = Kt_data_01::List_Contacts(book, false);
   if (!contacts.empty()) take(TNode_Kind::Contact, "contact", contacts.front().Key);
-  take(TNode_Kind::Calendar, "calendar");
+  window.Tree().Select(TNode_Kind::Calendar, book);
+  auto* calendar = window.findChild<KTReminds::TCalendar_HomePage_Frm*>();
+  if (!calendar) return;
+  const auto remembered =
+      static_cast<int>(Kt_util_01::Read_Integer("General", "Calendar View", KTReminds::Page_Day));
+  for (const int view :
+       {KTReminds::Page_Day, KTReminds::Page_Week, KTReminds::Page_Month, KTReminds::Page_All}) {
+    calendar->Show_Page(view);
+    take(TNode_Kind::Calendar, "calendar");
+  }
+  calendar->Show_Page(remembered);
 }
 
 }  // namespace
