@@ -42,12 +42,12 @@ struct TDay_Layout {
 
 // Of whole rectangles: its colours must not be mixed with others, at whatever scale.
 void Draw_Overflow(QPainter& painter, const QRect& place) {
-  painter.fillRect(place, QColor(Mark_Ink));
-  painter.fillRect(place.adjusted(1, 1, -1, -1), QColor(Mark_Ground));
+  painter.fillRect(place, QColor(Overflow_Ink));
+  painter.fillRect(place.adjusted(1, 1, -1, -1), QColor(Overflow_Ground));
   for (int row = 0; row < 4; ++row) {
     const int half = 3 - row;
     painter.fillRect(QRect(place.center().x() - half, place.center().y() - 1 + row, 2 * half + 1, 1),
-                     QColor(Mark_Ink));
+                     QColor(Overflow_Ink));
   }
 }
 
@@ -73,7 +73,7 @@ TContacts_Page3c_Frm::TContacts_Page3c_Frm()
                     .Get_Tip = [this](TDateTime date) { return To_Qt(Day_Tip(Lines_Of(date))); }});
   connect(grid, &TEPCalendar::Changed, this, &TContacts_Page3c_Frm::Date_Changed);
   connect(grid, &TEPCalendar::Clicked, this, [this](TDateTime date, const QColor& colour) {
-    if (Is_Of_Mark(colour)) Goto_Day(date);
+    if (Is_Overflow(colour)) Goto_Day(date);
   });
   connect(grid, &TEPCalendar::Opened, this, &TContacts_Page3c_Frm::Goto_Day);
   connect(grid, &TEPCalendar::Insert_Pressed, this, [this] { commands->Add(TEntry_Type::Event); });

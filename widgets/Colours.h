@@ -12,15 +12,15 @@ inline bool Is_Dark(const QColor& ground) {
   return ground.lightness() < 128;
 }
 
-/// What a mark is drawn in whose place is found by its colours. Nothing else may be drawn in them.
-inline constexpr QRgb Mark_Ground = qRgb(0xFF, 0xFF, 0x00), Mark_Ink = qRgb(0x00, 0x00, 0x80);
+/// The sign that a place has more than it shows is found by its colours, so nothing else is drawn in them.
+inline constexpr QRgb Overflow_Ground = qRgb(0xFF, 0xFF, 0x00), Overflow_Ink = qRgb(0x00, 0x00, 0x80);
 
-inline bool Is_Of_Mark(const QColor& colour) {
-  return colour.rgb() == Mark_Ground || colour.rgb() == Mark_Ink;
+inline bool Is_Overflow(const QColor& colour) {
+  return colour.rgb() == Overflow_Ground || colour.rgb() == Overflow_Ink;
 }
-/// The colour, or when a palette has one of the mark's, its nearest neighbour.
-inline QColor Beside_Mark(const QColor& colour) {
-  return Is_Of_Mark(colour) ? QColor(colour.rgb() ^ 1U) : colour;
+/// The colour, or when a palette has one of the sign's, its nearest neighbour.
+inline QColor Beside_Overflow(const QColor& colour) {
+  return Is_Overflow(colour) ? QColor(colour.rgb() ^ 1U) : colour;
 }
 
 }  // namespace KTReminds

@@ -54,6 +54,7 @@ QStringList Weekdays(const QFontMetrics& metrics, int room) {
 
 TEPCalendar::TEPCalendar(QWidget* parent) : QWidget(parent), grid(Kt_util_01::CurrentDate) {
   setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
@@ -161,12 +162,12 @@ void TEPCalendar::Draw_Cell(QPainter& painter, TGrid_Cell cell) const {
   if (events.Choose_Colours) day.Colours = events.Choose_Colours(date);
   painter.save();
   painter.setClipRect(place, Qt::IntersectClip);
-  painter.fillRect(place, day.Colours.Ground);
+  painter.fillRect(place, Beside_Overflow(day.Colours.Ground));
   Draw_Number(painter, day);
-  painter.setPen(Beside_Mark(day.Colours.Text));
+  painter.setPen(Beside_Overflow(day.Colours.Text));
   if (events.Draw_Date) events.Draw_Date(painter, day);
   if (date == Date() && hasFocus()) {
-    painter.setPen(Beside_Mark(palette().color(QPalette::Highlight)));
+    painter.setPen(Beside_Overflow(palette().color(QPalette::Highlight)));
     painter.drawRect(place.adjusted(0, 0, -1, -1));
   }
   painter.restore();
@@ -178,7 +179,7 @@ void TEPCalendar::Draw_Number(QPainter& painter, const TDay& day) const {
   if (day.Date == Kt_util_01::Today()) {
     ink = palette().color(QPalette::Highlight);
     number.setBold(true);
-    painter.fillRect(QRect(day.Place.topLeft(), QSize(day.Place.width(), Band_Margin)), Beside_Mark(ink));
+    painter.fillRect(QRect(day.Place.topLeft(), QSize(day.Place.width(), Band_Margin)), Beside_Overflow(ink));
   }
   if (day.Date == Date()) {
     painter.fillRect(day.Band, QColor(Silver));
@@ -187,7 +188,7 @@ void TEPCalendar::Draw_Number(QPainter& painter, const TDay& day) const {
     ink = Is_Dark(text) ? text : QColor(Qt::black);
   }
   painter.setFont(number);
-  painter.setPen(Beside_Mark(ink));
+  painter.setPen(Beside_Overflow(ink));
   painter.drawText(day.Band.adjusted(0, 0, -1, 0), Qt::AlignRight | Qt::AlignVCenter,
                    QString::number(Kt_util_01::Decode_Date(day.Date).Day));
   painter.setFont(font());
@@ -206,6 +207,10 @@ bool TEPCalendar::Was_Pressed_At(QPoint place) const {
   return press && (place - press->Place).manhattanLength() < QApplication::startDragDistance();
 }
 
+QColor TEPCalendar::Colour_At(QPoint place) {
+  return grab(QRect(place, QSize(1, 1))).toImage().pixelColor(0, 0);
+}
+
 // Selecting a day of another month moves all days, so the click is meant for what was there before.
 
 void TEPCalendar::mousePressEvent(QMouseEvent* event) {
@@ -213,9 +218,12 @@ void TEPCalendar::mousePressEvent(QMouseEvent* event) {
   const QPoint place = event->position().toPoint();
   const auto date = Date_At(place);
   if (!date || !(event->button() == Qt::LeftButton || event->button() == Qt::RightButton)) return;
-  if (event->button() == Qt::LeftButton)
-    press = TPress{place, *date, grab(QRect(place, QSize(1, 1))).toImage().pixelColor(0, 0)};
+  if (event->button() == Qt::LeftButton) press = TPress{place, *date, Colour_At(place)};
   Select(*date);
+}
+
+void TEPCalendar::mouseMoveEvent(QMouseEvent* event) {
+  setCursor(Is_Overflow(Colour_At(event->position().toPoint())) ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }
 
 void TEPCalendar::mouseReleaseEvent(QMouseEvent* event) {
@@ -275,16 +283,6 @@ void TEPCalendar::wheelEvent(QWheelEvent* event) {
 void TEPCalendar::contextMenuEvent(QContextMenuEvent* event) {
   const bool by_key = event->reason() == QContextMenuEvent::Keyboard;
   emit Menu_Asked(mapToGlobal(by_key ? Place_Of(Date()).center() : event->pos()));
-}
-
-void TEPCalendar::focusInEvent(QFocusEvent* event) {
-  QWidget::focusInEvent(event);
-  update();
-}
-
-void TEPCalendar::focusOutEvent(QFocusEvent* event) {
-  QWidget::focusOutEvent(event);
-  update();
 }
 
 }  // namespace KTReminds

@@ -64,13 +64,12 @@ class TEPCalendar : public QWidget {
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   /// Where the button went down.
@@ -82,6 +81,7 @@ class TEPCalendar : public QWidget {
 
   void Select(Kt_util_01::TDateTime date);
   bool Was_Pressed_At(QPoint place) const;
+  QColor Colour_At(QPoint place);
   QFont Heading_Font() const;
   int Heading_Height() const;
   QRect Cell_Place(TGrid_Cell cell) const;

@@ -79,8 +79,13 @@ TEST_P(Looks, Of_The_Window_On_The_Samples_Data) {
     ASSERT_TRUE(window.Tree().Select(kind, book, kind == TNode_Kind::Contact ? contact : ""));
     Look(&window, QStringLiteral("window_%1").arg(static_cast<int>(kind)));
   }
-  window.resize(560, 420);
-  Look(&window, QStringLiteral("window_narrow"));
+  for (const int view : {Page_Day, Page_Month}) {
+    window.resize(800, 600);
+    Control<TCalendar_HomePage_Frm>(&window, "Calendar_HomePage_Frm")->Show_Page(view);
+    Look(&window, QStringLiteral("window_view_%1").arg(view));
+    window.resize(560, 420);
+    Look(&window, QStringLiteral("window_narrow_%1").arg(view));
+  }
   Look_At_Dialog("contact", [&] { Edit_Contact(&window, contact); });
   Look_At_Dialog("book", [&] { Set_Up_Book(&window, book); });
   Look_At_Dialog("preferences", [&] { Edit_Preferences(&window, database.Path()); });

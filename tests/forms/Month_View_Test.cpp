@@ -44,7 +44,7 @@ struct Month_View : TView_Fixture {
     QRegion found;
     for (int x = cell.left(); x <= cell.right(); ++x)
       for (int y = cell.top(); y <= cell.bottom(); ++y)
-        if (Is_Of_Mark(drawn.pixelColor(x, y))) found += QRect(x, y, 1, 1);
+        if (Is_Overflow(drawn.pixelColor(x, y))) found += QRect(x, y, 1, 1);
     EXPECT_EQ(found.rectCount(), found.isEmpty() ? 0 : 1) << "no other colour in it";
     return found.boundingRect();
   }
@@ -131,16 +131,18 @@ TEST_F(Month_View, A_Click_On_The_Sign_Of_More_Entries_Opens_The_Day) {
   for (const bool dark : {false, true}) {
     const TPalette_Scope colours(dark);
     QPalette contrast = QApplication::palette();
-    contrast.setColor(QPalette::Text, QColor(Mark_Ground));
+    contrast.setColor(QPalette::Text, QColor(Overflow_Ground));
     CurrentDate = Monday;
     Display();
-    if (dark) grid->setPalette(contrast);
+    if (dark) home.setPalette(contrast);
     const QRect sign = Overflow(Monday + 7);
     EXPECT_TRUE(sign.size() == QSize(13, 9) && Overflow(Monday).isEmpty());
     QTest::mouseClick(grid, Qt::LeftButton, {}, sign.topLeft() - QPoint(1, 0));
     Settle();
     EXPECT_EQ(CurrentDate, Monday + 7) << "only selected";
     EXPECT_EQ(home.Asked, QList<qintptr>());
+    QTest::mouseMove(grid, sign.center());
+    EXPECT_EQ(grid->cursor().shape(), Qt::PointingHandCursor);
     QTest::mouseClick(grid, Qt::LeftButton, {}, sign.center());
     Settle();
     EXPECT_EQ(std::exchange(home.Asked, {}), QList<qintptr>{2});
@@ -149,7 +151,7 @@ TEST_F(Month_View, A_Click_On_The_Sign_Of_More_Entries_Opens_The_Day) {
     grid->render(&large);
     for (int x = 2 * sign.left(); x <= 2 * sign.right() + 1; ++x)
       for (int y = 2 * sign.top(); y <= 2 * sign.bottom() + 1; ++y)
-        ASSERT_TRUE(Is_Of_Mark(large.pixelColor(x, y)));
+        ASSERT_TRUE(Is_Overflow(large.pixelColor(x, y)));
   }
   // A click that goes to another month is meant for what was there before it.
   CurrentDate = Day(12, 31, 2023);
