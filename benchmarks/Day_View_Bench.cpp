@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "Bench_Database.h"
+#include "Bare_Entries.h"
 #include "Bench_Windows.h"
 #include "Entry_Model.h"
 #include "Kt_util_01.h"
@@ -32,42 +32,12 @@ double Middle_Day(const TSize& size) {
   return First_Day + size.Days / 2;
 }
 
-struct TBare_Entry {
-  std::string Key, Title, Location, Contact, ContactName, User, Status;
-  double EventDate, FirstDate;
-  int Priority, EventType, Percentage;
-  bool Private, AllDay, Done, Alarm;
-};
-
-std::vector<TBare_Entry> Read_Bare(sqlite3_stmt* statement, double day) {
-  const auto text = [statement](int column) {
-    return std::string(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
-                       static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
-  };
-  const auto number = [statement](int column) { return sqlite3_column_int(statement, column); };
-  sqlite3_bind_double(statement, 1, day);
-  std::vector<TBare_Entry> entries;
-  while (sqlite3_step(statement) == SQLITE_ROW) {
-    const int type = number(9), percentage = number(10);
-    entries.push_back(
-        {text(0), text(1), text(2), text(3), text(4), text(5),
-         type == 3 ? KTReminds::Task_Status_Text(static_cast<KTReminds::TTask_Status>(number(11)), percentage)
-                   : std::string(),
-         sqlite3_column_double(statement, 6), sqlite3_column_double(statement, 7), number(8), type,
-         percentage, number(12) != 0, number(13) != 0, number(14) != 0, number(15) != 0});
-  }
-  sqlite3_reset(statement);
-  return entries;
-}
-
 sqlite3_stmt* Day_Join(const TSize& size) {
-  return Prepare(Bare_Connection(Database_File(size)),
-                 "SELECT d.Key, e.Title, e.Location, d.Contact, c.DisplayName, e.User, d.EventDate, "
-                 "e.FirstDate, e.Priority, e.EventType, e.Percentage, e.Status, e.Private, e.AllDay, "
-                 "d.Actioned, a.Key IS NOT NULL FROM KT_Events_Data d JOIN KT_Events e ON e.Key = d.Event "
-                 "JOIN KT_Contacts c ON c.Key = d.Contact LEFT JOIN KT_Alarms a ON a.Key = d.Key "
-                 "WHERE d.Book = 'book' AND c.Deleted = 0 AND d.EventDate >= ?1 AND d.EventDate < ?1 + 1 "
-                 "ORDER BY d.EventDate, e.Priority");
+  sqlite3_stmt* join = Prepare(
+      Bare_Connection(Database_File(size)),
+      Bare_Join("d.Key", " AND d.EventDate >= ?1 AND d.EventDate < ?1 + 1 ORDER BY d.EventDate, e.Priority"));
+  sqlite3_bind_double(join, 1, Middle_Day(size));
+  return join;
 }
 
 void Refresh(KTReminds::TEntry_Model& model, const TSize& size) {
@@ -87,9 +57,9 @@ BENCHMARK(DayView)->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
 void DayView_Bare_Join(benchmark::State& state) {
   const TSize size = Days_Of(static_cast<int>(state.range(0)));
   sqlite3_stmt* join = Day_Join(size);
-  auto list = Read_Bare(join, Middle_Day(size));
+  auto list = Read_Bare(join);
   for (auto _ : state) {
-    list = Read_Bare(join, Middle_Day(size));
+    list = Read_Bare(join);
     benchmark::DoNotOptimize(list.data());
   }
   sqlite3_finalize(join);
@@ -103,7 +73,7 @@ BENCHMARK(DayView_Bare_Join)->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kMicr
       KTReminds::TEntry_Model model;
       Refresh(model, size);
       sqlite3_stmt* join = Day_Join(size);
-      const auto bare = Read_Bare(join, Middle_Day(size));
+      const auto bare = Read_Bare(join);
       sqlite3_finalize(join);
       if (static_cast<int>(bare.size()) != model.rowCount()) return "the lists differ in length";
       for (std::size_t i = 0; i < bare.size(); ++i) {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Bench_Database.h"
+#include "Bare_Entries.h"
 #include "Entry_Walk.h"
 #include "Kt_util_01.h"
 #include "Ratio_Main.h"
@@ -18,57 +18,6 @@ namespace {
 using namespace Bench;
 using Kt_data_01::TEventKey_List;
 using Kt_util_01::TDateTime;
-
-struct TBare_Entry {
-  std::string Key, Title, Location, Contact, ContactName, User, Status;
-  double EventDate, FirstDate;
-  int Priority, EventType, Percentage;
-  bool Private, AllDay, Done, Alarm;
-};
-
-// Without an order of its own, so that the engine may choose the fastest way.
-std::string Join(const char* alarm_key, const char* range) {
-  return std::string(
-             "SELECT d.Key, e.Title, e.Location, d.Contact, c.DisplayName, e.User, d.EventDate, e.FirstDate, "
-             "e.Priority, "
-             "e.EventType, e.Percentage, e.Status, e.Private, e.AllDay, d.Actioned, a.Key IS NOT NULL "
-             "FROM KT_Events_Data d JOIN KT_Events e ON e.Key = d.Event JOIN KT_Contacts c ON c.Key = "
-             "d.Contact "
-             "LEFT JOIN KT_Alarms a ON a.Key = ") +
-         alarm_key + " WHERE d.Book = 'book' AND c.Deleted = 0" + range;
-}
-
-std::vector<TBare_Entry> Read_Bare(sqlite3_stmt* statement, const std::string& user) {
-  const auto text = [statement](int column) {
-    return std::string(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
-                       static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
-  };
-  const auto number = [statement](int column) { return sqlite3_column_int(statement, column); };
-  std::vector<TBare_Entry> entries;
-  while (sqlite3_step(statement) == SQLITE_ROW) {
-    TBare_Entry& entry = entries.emplace_back();
-    entry.Key = text(0);
-    entry.Title = text(1);
-    entry.Location = text(2);
-    entry.Contact = text(3);
-    entry.ContactName = text(4);
-    entry.User = text(5);
-    entry.EventDate = sqlite3_column_double(statement, 6);
-    entry.FirstDate = sqlite3_column_double(statement, 7);
-    entry.Priority = number(8);
-    entry.EventType = number(9);
-    entry.Percentage = number(10);
-    if (entry.EventType == 3)
-      entry.Status =
-          KTReminds::Task_Status_Text(static_cast<KTReminds::TTask_Status>(number(11)), entry.Percentage);
-    entry.Private = number(12) != 0 && entry.User != user;
-    entry.AllDay = number(13) != 0;
-    entry.Done = number(14) != 0;
-    entry.Alarm = number(15) != 0 && !entry.Done && entry.User == user;
-  }
-  sqlite3_reset(statement);
-  return entries;
-}
 
 // The whole book, as Build_Reminder_AllView reads it, but for the sorting.
 TEventKey_List Read_All() {
@@ -82,7 +31,7 @@ TEventKey_List Read_All() {
 const TSize All_Size = {100'000, 20'000, 2'000, 2'100, 30};
 
 sqlite3_stmt* All_Join() {
-  static sqlite3_stmt* statement = Prepare(Bare_Connection(Database_File(All_Size)), Join("d.Key", ""));
+  static sqlite3_stmt* statement = Prepare(Bare_Connection(Database_File(All_Size)), Bare_Join("d.Key", ""));
   return statement;
 }
 
@@ -100,10 +49,9 @@ void AllView(benchmark::State& state) {
 BENCHMARK(AllView)->Unit(benchmark::kMillisecond);
 
 void AllView_Bare_Join(benchmark::State& state) {
-  const std::string user = Kt_util_01::User_Key();
-  benchmark::DoNotOptimize(Read_Bare(All_Join(), user).size());
+  benchmark::DoNotOptimize(Read_Bare(All_Join()).size());
   for (auto _ : state) {
-    auto list = Read_Bare(All_Join(), user);
+    auto list = Read_Bare(All_Join());
     benchmark::DoNotOptimize(list.data());
     state.PauseTiming();
     list.clear();
@@ -116,22 +64,8 @@ TDateTime Window_Start(const TSize& size) {
   return First_Day + size.Days / 2;
 }
 
-sqlite3_stmt* Window_Join(const TSize& size) {
-  static std::vector<std::pair<int, sqlite3_stmt*>> statements;
-  for (const auto& [occurrences, statement] : statements) {
-    if (occurrences == size.Occurrences) return statement;
-  }
-  sqlite3_stmt* made = Prepare(Bare_Connection(Database_File(size)),
-                               Join("d.Event", " AND d.EventDate >= ? AND d.EventDate < ?"));
-  statements.emplace_back(size.Occurrences, made);
-  return made;
-}
-
 std::vector<TBare_Entry> Read_Window_Bare(const TSize& size) {
-  sqlite3_stmt* statement = Window_Join(size);
-  sqlite3_bind_double(statement, 1, Window_Start(size));
-  sqlite3_bind_double(statement, 2, Window_Start(size) + 42);
-  return Read_Bare(statement, Kt_util_01::User_Key());
+  return Read_Bare_Window(size, Window_Start(size), 42);
 }
 
 void Read_Window(const TSize& size, TEventKey_List& list) {
@@ -188,7 +122,7 @@ std::string Compare(std::vector<TBare_Entry> bare, const TEventKey_List& list) {
     Ratio_Bench::Check_First("AllView reads what the join reads",
                              [] {
                                Use_Database(Database_File(All_Size));
-                               return Compare(Read_Bare(All_Join(), Kt_util_01::User_Key()), Read_All());
+                               return Compare(Read_Bare(All_Join()), Read_All());
                              }) &
     Ratio_Bench::Check_First("Window reads what the join reads", [] {
       for (const int occurrences : {10'000, 100'000, 1'000'000}) {
@@ -213,10 +147,10 @@ std::pair<double, double> List_Memory() {
     KTReminds::Build_Reminder_AllView({}, Book, list, true, true, nullptr);
     ours = static_cast<double>(Heap_In_Use() - empty) / static_cast<double>(list.Count());
   }
-  Read_Bare(All_Join(), Kt_util_01::User_Key());
+  Read_Bare(All_Join());
   const std::size_t again = Heap_In_Use();
   {
-    auto list = Read_Bare(All_Join(), Kt_util_01::User_Key());
+    auto list = Read_Bare(All_Join());
     list.shrink_to_fit();
     structs = static_cast<double>(Heap_In_Use() - again) / static_cast<double>(list.size());
   }
