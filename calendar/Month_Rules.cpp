@@ -4,22 +4,17 @@
 
 #include "Entry_Rows.h"
 #include "Kt_util_01.h"
+#include "View_Rules.h"
 
 namespace KTReminds {
 
 using namespace Kt_util_01;
-using Kt_data_01::TEventKey;
 
 namespace {
 
 constexpr std::int64_t First_Date = Day_From_Date(Min_Year, 1, 1),
                        Last_Date = Day_From_Date(Max_Year, 12, 31);
 constexpr std::size_t Most_Told = 20, Most_Shown = 300;
-
-// From Monday.
-int Weekday(std::int64_t day) {
-  return (Day_Of_Week(day) + 5) % 7;
-}
 
 std::int64_t Nearest_Date(TDateTime date) {
   return std::clamp(Whole_Day(date), First_Date, Last_Date);
@@ -38,7 +33,7 @@ std::string More(std::size_t count) {
 TMonth_Grid::TMonth_Grid(TDateTime any_date) {
   const std::int64_t day = Nearest_Date(any_date), begin = Month_Begin(day);
   date = static_cast<double>(day);
-  first = static_cast<double>(begin - Weekday(begin));
+  first = Week_Start(static_cast<double>(begin));
 }
 
 TDateTime TMonth_Grid::Day_In(TGrid_Cell cell) const {
@@ -73,7 +68,7 @@ TDateTime Add_Months(TDateTime date, int months) {
 TAround Around(TDateTime date) {
   const std::int64_t day = Nearest_Date(date), begin = Month_Begin(day);
   const TDate_Parts parts = Date_From_Day(day);
-  const auto monday = static_cast<double>(day - Weekday(day));
+  const TDateTime monday = Week_Start(static_cast<double>(day));
   return {monday, monday + 6, static_cast<double>(begin),
           static_cast<double>(begin + Days_In_Month(parts.Year, parts.Month) - 1)};
 }
