@@ -22,21 +22,24 @@ constexpr QRgb Cream = qRgb(0xFF, 0xFF, 0xEE), Cream_On_Dark = qRgb(0x3C, 0x3B, 
 constexpr QSize Overflow_Size(13, 9);
 constexpr int Overflow_Margin = 2;
 
-// Where in a day its lines stand, and the sign that there are more than fit.
+// The lines of a day that can be read, and the sign that there are more.
 struct TDay_Layout {
-  QRect Lines, Overflow;
-  int Line_Height, Fitting;
+  std::vector<QRect> Lines;
+  QRect Overflow;  // empty when all are shown
 
-  TDay_Layout(const TEPCalendar::TDay& day, const QFontMetrics& metrics, int count)
-      : Lines(day.Place.left() + Text_Margin, day.Band.bottom() + 1, day.Place.width() - 2 * Text_Margin,
-              day.Place.bottom() - day.Band.bottom()),
-        Line_Height(metrics.height()),
-        Fitting(qMin(count, Lines.height() / Line_Height)) {
-    if (Fitting == count) return;
+  TDay_Layout(const TEPCalendar::TDay& day, const QFontMetrics& metrics, std::size_t count) {
+    const int height = metrics.height(), least_width = metrics.horizontalAdvance(QStringLiteral("00:00"));
+    QRect room(day.Place.left() + Text_Margin, day.Band.bottom() + 1, day.Place.width() - 2 * Text_Margin,
+               height);
+    for (; Lines.size() < count && room.width() >= least_width && room.bottom() <= day.Place.bottom();
+         room.translate(0, height))
+      Lines.push_back(room);
+    if (Lines.size() == count) return;
     Overflow = QRect({}, Overflow_Size);
     Overflow.moveBottomRight(day.Place.bottomRight() - QPoint(Overflow_Margin, Overflow_Margin));
-    // A low row has room for it only beside the number.
-    if (Overflow.top() <= day.Band.bottom()) Overflow.moveLeft(day.Place.left() + Overflow_Margin);
+    if (Lines.empty() || !Lines.back().intersects(Overflow)) return;
+    Lines.back().setRight(Overflow.left() - Overflow_Margin);
+    if (Lines.back().width() < least_width) Lines.pop_back();
   }
 };
 
@@ -154,18 +157,14 @@ TEPCalendar::TColours TContacts_Page3c_Frm::Colours_Of(TDateTime date) const {
 void TContacts_Page3c_Frm::Draw_Day(QPainter& painter, const TEPCalendar::TDay& day) const {
   if (!ready) return;
   const TDay_Lines& all = Lines_Of(day.Date);
-  const TDay_Layout layout(day, painter.fontMetrics(), static_cast<int>(all.size()));
+  const TDay_Layout layout(day, painter.fontMetrics(), all.size());
   const QFont plain = painter.font();
   QFont struck = plain;
   struck.setStrikeOut(Kt_util_01::UseCompleteStyle());
-  for (int i = 0; i < layout.Fitting; ++i) {
-    const TMonth_Line& line = all[static_cast<std::size_t>(i)];
-    QRect place(layout.Lines.left(), layout.Lines.top() + i * layout.Line_Height, layout.Lines.width(),
-                layout.Line_Height);
-    if (place.intersects(layout.Overflow)) place.setRight(layout.Overflow.left() - Overflow_Margin);
-    painter.setFont(Has_State(*line.Entry) && line.Entry->Done ? struck : plain);
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     To_Qt(Shown_Part(line.Text)));
+  for (std::size_t i = 0; i < layout.Lines.size(); ++i) {
+    painter.setFont(Has_State(*all[i].Entry) && all[i].Entry->Done ? struck : plain);
+    painter.drawText(layout.Lines[i], Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     To_Qt(Shown_Part(all[i].Text)));
   }
   painter.setFont(plain);
   if (!layout.Overflow.isNull()) Draw_Overflow(painter, layout.Overflow);

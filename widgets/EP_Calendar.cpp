@@ -23,7 +23,8 @@ namespace {
 constexpr QSize Natural_Size(377, 394);
 constexpr int Natural_Heading = 17, Heading_Pixels = 13;
 constexpr QRgb Grey = qRgb(0x80, 0x80, 0x80), Grey_On_Dark = qRgb(0xB8, 0xB8, 0xB8);
-constexpr int Band_Margin = 2, Band_Height = 19;
+// Below the number there is always room for the sign of more entries.
+constexpr int Band_Margin = 2, Band_Height = 19, Least_Below = 11;
 constexpr int Wheel_Notch = 120;
 
 // Seen on every palette, and less than a text.
@@ -94,9 +95,10 @@ QSize TEPCalendar::sizeHint() const {
 
 QSize TEPCalendar::minimumSizeHint() const {
   const QFontMetrics metrics = fontMetrics();
-  constexpr int margins = 2 * (Band_Margin + 1);
-  return {TMonth_Grid::Columns * (metrics.horizontalAdvance(QStringLiteral("00")) + margins),
-          Heading_Height() + (TMonth_Grid::Rows - 1) * (metrics.height() + margins)};
+  constexpr int margins = 2 * Band_Margin + 1, least_column = 22;
+  const int column = qMax(least_column, metrics.horizontalAdvance(QStringLiteral("00")) + margins);
+  return {TMonth_Grid::Columns * column,
+          Heading_Height() + (TMonth_Grid::Rows - 1) * (metrics.height() + Least_Below + margins)};
 }
 
 // With the lines at its right and bottom.
@@ -156,8 +158,10 @@ void TEPCalendar::Draw_Cell(QPainter& painter, TGrid_Cell cell) const {
   painter.fillRect(QRect(whole.left(), place.bottom() + 1, whole.width(), 1), line);
   const TDateTime date = grid.Day_In(cell);
   if (!Has_Date(date)) return;
+  const int band_height =
+      qMin(qMax(Band_Height, fontMetrics().height()), place.height() - Band_Margin - Least_Below);
   const QRect band(place.left() + Band_Margin, place.top() + Band_Margin, place.width() - 2 * Band_Margin,
-                   qMin(qMax(Band_Height, fontMetrics().height()), place.height() - 2 * Band_Margin));
+                   band_height);
   TDay day{date, place, band, {palette().color(QPalette::Text), palette().color(QPalette::Base)}};
   if (events.Choose_Colours) day.Colours = events.Choose_Colours(date);
   painter.save();
