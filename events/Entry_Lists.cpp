@@ -59,14 +59,24 @@ void Rebuild(const std::vector<TItem_List*>& lists, const char* routine, TFill f
   end();
 }
 
-void Add_Day(TItem_List& list, const TOwner& owner, bool by_book, TDateTime day, bool include_completed) {
-  TEntry_Walk walk(Day_Of(owner, by_book, day), TAlarm_Key::Occurrence, TReading::Window);
+// Adds the entries and holidays of a day to each list, beginning with the first day.
+void Add_Days(const std::vector<TItem_List*>& lists, const TOwner& owner, bool by_book, TDateTime first_day,
+              bool include_completed) {
+  const std::int64_t first = Whole_Day(first_day);
+  const auto last_day = static_cast<TDateTime>(first + static_cast<std::int64_t>(lists.size()) - 1);
+  const auto add = [&](std::unique_ptr<TEventKey> entry) {
+    TItem_List& list = *lists.at(static_cast<std::size_t>(Whole_Day(entry->EventDate) - first));
+    Add_Item(list, std::move(entry));
+  };
+  TWalk_Range range = Day_Of(owner, by_book, last_day);
+  range.From = static_cast<TDateTime>(first);
+  TEntry_Walk walk(range, TAlarm_Key::Occurrence, TReading::Window);
   while (auto entry = walk.Next()) {
-    if (!entry->Done || include_completed) Add_Item(list, std::move(entry));
+    if (!entry->Done || include_completed) add(std::move(entry));
   }
   TEventKey_List holidays;
-  Build_Holidays_Data(holidays, day, day);
-  for (auto& holiday : holidays) Add_Item(list, std::move(holiday));
+  Build_Holidays_Data(holidays, first_day, last_day);
+  for (auto& holiday : holidays) add(std::move(holiday));
 }
 
 }  // namespace
@@ -142,17 +152,13 @@ void Build_Events_Data(const std::string& Contact, const std::string& Book, TEve
 void Build_Reminder_DayView(const std::string& Contact, const std::string& Book, TItem_List& List,
                             TDateTime Date, bool IncludeCompleted, bool ByBook) {
   Rebuild({&List}, "Build_Reminder_DayView", [&] {
-    Add_Day(List, {Book, Contact}, ByBook, Date, IncludeCompleted);
+    Add_Days({&List}, {Book, Contact}, ByBook, Date, IncludeCompleted);
   });
 }
 
 void Build_Day_Lists(const TOwner& owner, bool by_book, TDateTime first_day,
                      const std::vector<TItem_List*>& lists) {
-  Rebuild(lists, "Build_Reminder_DayView", [&] {
-    const TSnapshot snapshot;
-    TDateTime day = first_day;
-    for (TItem_List* list : lists) Add_Day(*list, owner, by_book, day++, true);
-  });
+  Rebuild(lists, "Build_Reminder_DayView", [&] { Add_Days(lists, owner, by_book, first_day, true); });
 }
 
 void Build_Reminder_AllView(const std::string& Contact, const std::string& Book, TItem_List& List,
