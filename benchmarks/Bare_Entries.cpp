@@ -1,5 +1,6 @@
 #include "Bare_Entries.h"
 
+#include <map>
 #include <utility>
 
 #include "Entry_Lists.h"
@@ -49,17 +50,13 @@ std::vector<TBare_Entry> Read_Bare(sqlite3_stmt* join) {
   return entries;
 }
 
-std::vector<TBare_Entry> Read_Bare_Window(const TSize& size, double first_day, int days) {
-  static std::vector<std::pair<int, sqlite3_stmt*>> statements;
-  sqlite3_stmt* join = nullptr;
-  for (const auto& [occurrences, made] : statements) {
-    if (occurrences == size.Occurrences) join = made;
-  }
-  if (!join) {
+std::vector<TBare_Entry> Read_Bare_Window(const TSize& size, double first_day, int days,
+                                          const char* alarm_key) {
+  static std::map<std::pair<int, std::string>, sqlite3_stmt*> statements;
+  sqlite3_stmt*& join = statements[{size.Occurrences, alarm_key}];
+  if (!join)
     join = Prepare(Bare_Connection(Database_File(size)),
-                   Bare_Join("d.Event", " AND d.EventDate >= ? AND d.EventDate < ?"));
-    statements.emplace_back(size.Occurrences, join);
-  }
+                   Bare_Join(alarm_key, " AND d.EventDate >= ? AND d.EventDate < ?"));
   sqlite3_bind_double(join, 1, first_day);
   sqlite3_bind_double(join, 2, first_day + days);
   return Read_Bare(join);

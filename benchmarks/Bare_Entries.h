@@ -20,7 +20,8 @@ struct TBare_Entry {
 std::string Bare_Join(const char* alarm_key, const char* rest);
 /// Runs a join whose parameters are bound, as its program's user.
 std::vector<TBare_Entry> Read_Bare(sqlite3_stmt* join);
-/// The occurrences of so many days from one on, with alarms by the key of the set, in the engine's own order.
-std::vector<TBare_Entry> Read_Bare_Window(const TSize& size, double first_day, int days);
+/// The occurrences of so many days from one on, with alarms by this key, in the engine's own order.
+std::vector<TBare_Entry> Read_Bare_Window(const TSize& size, double first_day, int days,
+                                          const char* alarm_key = "d.Event");
 
 }  // namespace Bench

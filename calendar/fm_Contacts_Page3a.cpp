@@ -122,20 +122,27 @@ void TContacts_Page3a_Frm::DoRefresh() {
   Rows_Are_Shown();
   const TDateTime monday = Week_Start(CurrentDate);
   std::vector<Kt_data_01::TItem_List*> lists;
-  for (int i = 0; i < Days; ++i) {
-    const TDay& day = days[static_cast<std::size_t>(i)];
-    const TDateTime date = monday + i;
+  for (const TDay& day : days) lists.push_back(&day.List->Items());
+  Show_Dates(monday);
+  Set_Weekheaders();
+  if (Outlives(this, [&] { Build_Day_Lists({NodeKey, OwnerKey}, WholeCalendar, monday, lists); }))
+    commands->Set_Btns();
+}
+
+void TContacts_Page3a_Frm::Show_Dates(TDateTime monday) {
+  const std::pair<TDateTime, TDateTime> dates(monday, Kt_util_01::Today());
+  if (dates == shown_dates) return;
+  shown_dates = dates;
+  TDateTime date = monday;
+  for (const TDay& day : days) {
     const QStringList titles = To_Qt_List(Week_Day_Titles(date));
-    day.Header->Show_Day(titles, date == Kt_util_01::Today());
+    day.Header->Show_Day(titles, date == dates.second);
     day.List->setAccessibleName(titles.front().trimmed());
     for (QWidget* tagged : std::initializer_list<QWidget*>{day.Header, day.List})
       tagged->setProperty("Tag", static_cast<qlonglong>(date));
-    lists.push_back(&day.List->Items());
+    ++date;
   }
-  Set_Weekheaders();
   ui->Label1->Set_Texts(To_Qt_List(Week_Titles(monday)));
-  if (Outlives(this, [&] { Build_Day_Lists({NodeKey, OwnerKey}, WholeCalendar, monday, lists); }))
-    commands->Set_Btns();
 }
 
 void TContacts_Page3a_Frm::Set_Weekheaders() {

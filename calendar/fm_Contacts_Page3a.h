@@ -41,6 +41,8 @@ class TContacts_Page3a_Frm : public TCalendar_View {
   void Make_Day(int index, QWidget* row);
   void Make_Move_Commands();
   void Divide_Panel();
+  /// Of a week and of today, in the title and the headers.
+  void Show_Dates(Kt_util_01::TDateTime monday);
   void Set_Weekheaders();
   void Step_Week(int weeks);
   /// Makes the day of a list the selected one, and tells the picker.
@@ -56,6 +58,7 @@ class TContacts_Page3a_Frm : public TCalendar_View {
   std::unique_ptr<Ui::Contacts_Page3a_Frm> ui;
   std::unique_ptr<Ui::View_Tools> tools;
   std::array<TDay, Days> days{};
+  std::optional<std::pair<Kt_util_01::TDateTime, Kt_util_01::TDateTime>> shown_dates;
   QAction* paste = nullptr;
   std::unique_ptr<Kt_data_01::TEventKey> cut_entry;
 };

@@ -62,7 +62,7 @@ TEntry_Walk::TEntry_Walk(const TWalk_Range& range, TAlarm_Key alarm_key, TReadin
   if (reading == TReading::Window) {
     const TOccurrence_Columns& column = Occurrence_Columns();
     // Over many days the same contacts come again and again, on a single one hardly.
-    constexpr int few_days = 2;
+    constexpr int few_days = 10;
     if (range.To - range.From < few_days) {
       occurrences.Prefetch(column.Contact, contacts);
     } else {
