@@ -94,10 +94,11 @@ QSize TEPCalendar::sizeHint() const {
 }
 
 QSize TEPCalendar::minimumSizeHint() const {
-  const QFontMetrics metrics = fontMetrics();
-  constexpr int margins = 2 * Band_Margin + 1, least_column = 22;
-  const int column = qMax(least_column, metrics.horizontalAdvance(QStringLiteral("00")) + margins);
-  return {TMonth_Grid::Columns * column,
+  constexpr int margins = 2 * Band_Margin + 1;
+  QFont today = font();
+  today.setBold(true);
+  const QFontMetrics metrics(today, this);
+  return {TMonth_Grid::Columns * (metrics.horizontalAdvance(QStringLiteral("00")) + margins + 1),
           Heading_Height() + (TMonth_Grid::Rows - 1) * (metrics.height() + Least_Below + margins)};
 }
 
