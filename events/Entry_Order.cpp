@@ -1,6 +1,7 @@
 #include "Entry_Order.h"
 
 #include <string>
+#include <tuple>
 #include <unordered_map>
 
 #include "Kt_util_01.h"
@@ -44,6 +45,18 @@ int Compare(const TEventKey& a, const TEventKey& b, int column, int by_text) {
   }
 }
 
+// Where an entry stands within its day.
+int Rank(const TEventKey& entry) {
+  if (entry.Is_Holiday()) return 0;
+  if (!entry.Timeless) return 3;
+  return entry.Is_Task() ? 2 : 1;
+}
+
+auto Position(const TEventKey& entry) {
+  return std::tuple(Whole_Day(entry.EventDate), Rank(entry),
+                    entry.Timeless ? 0 : Msec_Of_Day(entry.EventDate));
+}
+
 }  // namespace
 
 int CustomSortProc(const TList_Item& Item1, const TList_Item& Item2, int Column) {
@@ -69,6 +82,10 @@ void Sort_Items(TItem_List& List, int Column) {
     const int by_text = Column == 3 ? key_at[x]->compare(*key_at[y]) : 0;
     return Compare(*List[x].Data, *List[y].Data, Column, by_text) < 0;
   });
+}
+
+bool Comes_Before(const TEventKey& a, const TEventKey& b) {
+  return Position(a) < Position(b);
 }
 
 }  // namespace KTReminds

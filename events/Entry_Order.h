@@ -17,4 +17,8 @@ int CustomSortProc(const Kt_data_01::TList_Item& Item1, const Kt_data_01::TList_
 /// Sorts a list whose items all carry data as CustomSortProc orders them; equal items keep their order.
 void Sort_Items(Kt_data_01::TItem_List& List, int Column);
 
+/// The order of days on paper and in a terminal: by day, and within it holidays first, then all-day entries,
+/// tasks without a time, and the others by time.
+bool Comes_Before(const Kt_data_01::TEventKey& a, const Kt_data_01::TEventKey& b);
+
 }  // namespace KTReminds

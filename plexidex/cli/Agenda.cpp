@@ -1,8 +1,8 @@
 #include "Agenda.h"
 
 #include <algorithm>
-#include <tuple>
 
+#include "Entry_Order.h"
 #include "Entry_Walk.h"
 #include "Kt_util_01.h"
 
@@ -18,18 +18,6 @@ TAgenda_Entry Entry_Of(std::unique_ptr<TEventKey> data) {
   entry.Title = data->Private ? TText("Private") : data->Description;
   entry.Data = std::move(data);
   return entry;
-}
-
-// Where an entry stands within its day.
-int Rank(const TAgenda_Entry& entry) {
-  if (entry.Is_Holiday()) return 0;
-  if (!entry.Data->Timeless) return 3;
-  return entry.Data->Is_Task() ? 2 : 1;
-}
-
-auto Position(const TAgenda_Entry& entry) {
-  const TDateTime date = entry.Data->EventDate;
-  return std::tuple(Whole_Day(date), Rank(entry), entry.Data->Timeless ? 0 : Msec_Of_Day(date));
 }
 
 }  // namespace
@@ -54,8 +42,9 @@ std::vector<TAgenda_Entry> Build_Agenda(const TAgenda_Range& range) {
       entries.push_back(std::move(entry));
     }
   }
-  std::stable_sort(entries.begin(), entries.end(),
-                   [](const TAgenda_Entry& a, const TAgenda_Entry& b) { return Position(a) < Position(b); });
+  std::stable_sort(entries.begin(), entries.end(), [](const TAgenda_Entry& a, const TAgenda_Entry& b) {
+    return KTReminds::Comes_Before(*a.Data, *b.Data);
+  });
   return entries;
 }
 
