@@ -12,6 +12,7 @@
 #include "Commands.h"
 #include "Console_Prompts.h"
 #include "Kt_util_01.h"
+#include "Sheet_Output.h"
 #include "Window_Program.h"
 
 #if defined(__unix__) || defined(__APPLE__)
@@ -98,6 +99,7 @@ int main(int argc, char** argv) {
   }
   std::unique_ptr<Plexidex::TConsole_Progress> progress;
   if (Errors_Go_To_A_Terminal()) progress = std::make_unique<Plexidex::TConsole_Progress>(std::cerr);
-  const int status = Plexidex::Run_Program(args, std::cout, std::cerr, progress.get());
+  const int status =
+      Plexidex::Run_Program(args, std::cout, std::cerr, progress.get(), &Plexidex::Write_Pdf_Without_Display);
   return Output_Is_Complete() ? status : 1;
 }

@@ -30,7 +30,7 @@ std::string Sentence(std::string text) {
 // The command line: which commands there are, and what was typed.
 class TCommand_Line {
  public:
-  TCommand_Line() {
+  explicit TCommand_Line(const TPdf_Writer& write_pdf) : write_pdf(write_pdf) {
     app.require_subcommand(1);
     app.fallthrough();
     app.set_version_flag("--version", std::string("plexidex ") + Version(), "Says which version this is");
@@ -44,6 +44,7 @@ class TCommand_Line {
     Add_Mark("done", true, "Marks an entry as done");
     Add_Mark("undone", false, "Marks an entry as not done");
     Add_Export();
+    Add_Print();
     Add_Books();
     Add("check", "Checks that the database is sound", Run_Check, TDatabase::TMode::Must_Exist);
     Add_Sample();
@@ -154,6 +155,25 @@ class TCommand_Line {
         ->type_name("NAME");
   }
 
+  void Add_Print() {
+    auto* command = Add("print", "Prints a day, week, month or list as a PDF file",
+                        [this](const TConsole& c) { return Run_Print(c, print, write_pdf); });
+    command->add_option("--view", print.View, "day, week, month or list")->type_name("VIEW")->required();
+    command->add_option("--pdf", print.Pdf, "The file to write")->type_name("FILE.pdf")->required();
+    command->add_option("--date", print.Date, "A day of what is printed, by default today")
+        ->type_name("DATE");
+    command->add_option("--from", print.From, "The first day of a list, by default its first entry")
+        ->type_name("DATE");
+    command->add_option("--to", print.To, "The last day of a list, by default its last entry")
+        ->type_name("DATE");
+    command->add_option("--book", print.Book, "The book to print, by default the first")->type_name("NAME");
+    command->add_option("--contact", print.Contact, "Only the entries of this contact")->type_name("NAME");
+    command->add_option("--paper", print.Paper, "A4 or Letter, by default as usual in your country")
+        ->type_name("PAPER");
+    auto* landscape = command->add_flag("--landscape", print.Landscape, "On its side, as a month by default");
+    command->add_flag("--portrait", print.Portrait, "Upright, as all else by default")->excludes(landscape);
+  }
+
   void Add_Books() {
     auto* command = Add("books", "Lists the books", [this](const TConsole& c) {
       if (!new_book.empty()) Add_Book(new_book);
@@ -203,6 +223,8 @@ class TCommand_Line {
   TImport_Command import;
   TAgenda_Command agenda;
   TExport_Command exported;
+  TPrint_Command print;
+  const TPdf_Writer& write_pdf;
   bool book_keys = false;
   TDatabase::TMode mode = TDatabase::TMode::Must_Exist;
   TRun run;
@@ -215,12 +237,12 @@ struct TClose_At_End {
 }  // namespace
 
 int Run_Program(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
-                Kt_data_01::TProgress_Bar* progress) {
+                Kt_data_01::TProgress_Bar* progress, const TPdf_Writer& write_pdf) {
   TConsole_Prompts prompts(err);
   const TClose_At_End closing;
   try {
     Kt_util_01::CurrentDate = Kt_util_01::Today();
-    TCommand_Line line;
+    TCommand_Line line(write_pdf);
     if (!line.Parse(args, out)) return 0;
     const int status = line.Run({out, err, prompts, progress});
     return prompts.Failed() ? 1 : status;

@@ -11,6 +11,7 @@
 #include "Books.h"
 #include "Console_Prompts.h"
 #include "Kt_lists.h"
+#include "Paper.h"
 
 namespace Plexidex {
 
@@ -40,9 +41,14 @@ struct TAgenda_Command {
 struct TExport_Command {
   std::string File, Book;
 };
+struct TPrint_Command {
+  std::string View, Date, From, To, Book, Contact, Pdf, Paper;
+  bool Landscape = false, Portrait = false;
+};
 
 int Run_Import(const TConsole& console, const TImport_Command& command);
 int Run_Export(const TConsole& console, const TExport_Command& command);
+int Run_Print(const TConsole& console, const TPrint_Command& command, const TPdf_Writer& write_pdf);
 int Run_Agenda(const TConsole& console, const TAgenda_Command& command);
 /// `key` may also be the ending of exactly one occurrence's key.
 int Run_Mark(const TConsole& console, const std::string& key, bool done);

@@ -57,7 +57,8 @@ struct Commands_Test : TSeams_Test {
 TEST_F(Commands_Test, Help_On_Every_Level) {
   const TResult top = Run_With({"--help"});
   EXPECT_EQ(top.Status, 0);
-  for (const std::string command : {"import", "agenda", "done", "undone", "export", "books", "check"}) {
+  for (const std::string command :
+       {"import", "agenda", "done", "undone", "export", "print", "books", "check"}) {
     EXPECT_NE(top.Out.find("  " + command), std::string::npos);
     const TResult result = Run_With({command, "--help"});
     EXPECT_EQ(std::to_string(result.Status) + result.Err, "0");
@@ -91,6 +92,22 @@ TEST_F(Commands_Test, Mistakes_Give_One_Sentence) {
       {{"agenda", "--to", "yesterday"}, "The agenda would end on 1/14/2024, before it begins on 1/15/2024."},
       {{"import", "x.ics", "--book", "Wrok"}, "There is no book \"Wrok\"; the books are \"Home\", \"Work\"."},
       {{"export", "x.ics", "--book", "Wrok"}, "There is no book \"Wrok\"; the books are \"Home\", \"Work\"."},
+      {{"print", "--pdf", "x.pdf"}, "The command print needs a VIEW."},
+      {{"print", "--view", "week"}, "The command print needs a FILE.pdf."},
+      {{"print", "--view", "year", "--pdf", "x.pdf"},
+       "--view: \"year\" is none of day, week, month and list."},
+      {{"print", "--view", "day", "--pdf", "x.pdf", "--paper", "A5"},
+       "--paper: \"A5\" is neither A4 nor Letter."},
+      {{"print", "--view", "day", "--pdf", "x.pdf", "--landscape", "--portrait"},
+       "--landscape excludes --portrait."},
+      {{"print", "--view", "day", "--pdf", "x.pdf", "--to", "today"},
+       "--from and --to belong to --view list; a day takes --date."},
+      {{"print", "--view", "list", "--pdf", "x.pdf", "--date", "today"},
+       "A list takes --from and --to instead of --date."},
+      {{"print", "--view", "list", "--pdf", "x.pdf", "--from", "today", "--to", "yesterday"},
+       "The list would end on 1/14/2024, before it begins on 1/15/2024."},
+      {{"print", "--view", "list", "--pdf", "x.pdf", "--contact", "Anna"}, "There is no contact \"Anna\"."},
+      {{"print", "--view", "list", "--pdf", "x.pdf"}, "This program cannot print."},
       {{"books", "--add", "Home"}, "There is a book \"Home\" already."},
       {{"done", "abc"}, "There is no entry \"abc\"; the ending of a key needs at least 6 characters."},
       {{"done", "abcdef"}, "There is no entry \"abcdef\"."},
