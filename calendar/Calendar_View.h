@@ -32,6 +32,14 @@ class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
   /// Selects the entry with the key if it is shown; otherwise nothing changes.
   void Select_Entry(const std::string& key);
 
+  /// By its page number, and whose entries as Set_Keys has it.
+  struct TShown {
+    int Page;
+    TOwner Owner;
+    bool Whole_Calendar;
+  };
+  TShown Shown() const { return {page, {NodeKey, OwnerKey}, WholeCalendar}; }
+
  protected:
   /// Which controls give the commands on the date; what is missing, the view has not.
   struct TDate_Controls {

@@ -24,25 +24,28 @@ QPageLayout Layout_Of(TSheet_Kind kind, const TPaper& paper) {
                      {margin, margin, margin, margin}, QPageLayout::Millimeter);
 }
 
-int Draw_Sheet(const TSheet& sheet, QPagedPaintDevice& device, Kt_data_01::TProgress_Bar* progress, int first,
-               int last) {
+int Draw_Sheet(const TSheet& sheet, QPagedPaintDevice& device, Kt_data_01::TProgress_Bar* progress,
+               const TPage_Range& range) {
   QPainter painter;
-  first = qMax(1, first);
-  if (!painter.begin(&device)) throw ESheet_Error("The printer cannot be printed on.");
+  if (!painter.begin(&device)) throw ESheet_Error("Nothing was printed: the printer cannot be used.");
   const TSheet_Pages pages(sheet, device);
-  const int end = last > 0 ? qMin(last, pages.Count()) : pages.Count();
-  if (progress) progress->Set_Max(end);
-  for (int page = first; page <= end; ++page) {
-    if (page > first && !device.newPage()) throw ESheet_Error("The printer took no more than a part.");
+  const int first = qMax(1, range.First),
+            last = range.Last > 0 ? qMin(range.Last, pages.Count()) : pages.Count();
+  const auto check = [](bool taken) {
+    if (!taken) throw ESheet_Error("The printer has not taken all pages.");
+  };
+  if (progress) progress->Set_Max(last);
+  for (int page = first; page <= last; ++page) {
+    check(page == first || device.newPage());
     pages.Draw(painter, page - 1);
     if (progress) progress->Set_Position(page);
   }
-  if (!painter.end()) throw ESheet_Error("The printer took no more than a part.");
+  check(painter.end());
   return pages.Count();
 }
 
 int Write_Pdf(const TSheet& sheet, const QPageLayout& layout, const std::string& file,
-              Kt_data_01::TProgress_Bar* progress) {
+              Kt_data_01::TProgress_Bar* progress, const TPage_Range& range) {
   // What cannot be written is known before the work is done.
   Kt_data_01::TOutput_File out(file);
   QBuffer buffer;
@@ -53,7 +56,7 @@ int Write_Pdf(const TSheet& sheet, const QPageLayout& layout, const std::string&
     writer.setPageLayout(layout);
     writer.setTitle(QString::fromStdString(sheet.Title));
     writer.setCreator(QStringLiteral("Plexidex"));
-    count = Draw_Sheet(sheet, writer, progress);
+    count = Draw_Sheet(sheet, writer, progress, range);
   }
   out.Stream().write(buffer.data().constData(), buffer.size());
   out.Keep();

@@ -9,6 +9,7 @@
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Preferences.h"
+#include "Print_Dialogs.h"
 #include "Version.h"
 #include "Waiting.h"
 
@@ -47,6 +48,16 @@ void TMain_Window::Make_Menus() {
                     tr("Brings a calendar file into the selected book"), [this] { Import(); });
   export_book = add(file, tr("E&xport..."), Qt::CTRL | Qt::Key_E,
                     tr("Writes the selected book to a calendar file"), [this] { Export(); });
+  file->addSeparator();
+  const auto add_print = [&](const QString& text, const QKeySequence& keys, const QString& hint, auto run) {
+    print_actions << add(file, text, keys, hint, [this, run] {
+      if (const auto request = Shown_Sheet()) run(this, *request);
+    });
+  };
+  add_print(tr("&Print..."), QKeySequence::Print, tr("Prints the day, week, month or list that is shown"),
+            Print_With_Dialog);
+  add_print(tr("Print Pre&view..."), {}, tr("Shows the pages as they would be printed"), Preview_Print);
+  add_print(tr("Save as P&DF..."), {}, tr("Writes the pages to a PDF file"), Save_As_Pdf);
   file->addSeparator();
   add(file, tr("&Quit"), QKeySequence::Quit, tr("Leaves the program"), [this] { close(); });
 

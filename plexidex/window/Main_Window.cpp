@@ -96,6 +96,7 @@ TMain_Window::TMain_Window()
   Install_Contact_Opener({Is_Contact, [this](const std::string& contact) {
                             if (Edit_Contact(Active_Window(), contact)) Refresh();
                           }});
+  qApp->installEventFilter(this);
   Refresh();
 }
 
@@ -131,6 +132,7 @@ void TMain_Window::Node_Selected() {
     setWindowTitle(To_Qt(node.Book_Name.empty() ? "Plexidex" : node.Book_Name + " - Plexidex"));
     Show_Hint_Without_Page();
   }
+  Set_Print_Actions();
 }
 
 // The page that was shown may have refused to make way: false.
@@ -177,6 +179,37 @@ void TMain_Window::Set_Actions() {
        {new_event, new_task, new_contact, import_file, export_book, set_up_book, delete_book})
     action->setEnabled(book);
   for (QAction* action : {edit_contact, delete_contact}) action->setEnabled(contact);
+}
+
+std::optional<TSheet_Request> TMain_Window::Shown_Sheet() const {
+  const TForm* shown = page.Get();
+  if (!shown) return {};
+  static constexpr std::pair<int, TSheet_Kind> kinds[] = {{KTReminds::Page_Day, TSheet_Kind::Day},
+                                                          {KTReminds::Page_Week, TSheet_Kind::Week},
+                                                          {KTReminds::Page_Month, TSheet_Kind::Month},
+                                                          {KTReminds::Page_All, TSheet_Kind::List}};
+  for (const auto* view : shown->findChildren<KTReminds::TCalendar_View*>()) {
+    if (view->Is_Closed() || !view->isVisibleTo(shown)) continue;
+    const auto what = view->Shown();
+    for (const auto& [number, kind] : kinds) {
+      if (number == what.Page)
+        return TSheet_Request{kind, what.Owner, what.Whole_Calendar, Kt_util_01::CurrentDate, {}, {}};
+    }
+  }
+  return {};
+}
+
+void TMain_Window::Set_Print_Actions() {
+  const bool printable = Shown_Sheet().has_value();
+  for (QAction* action : print_actions) action->setEnabled(printable);
+}
+
+// A page changes its view without the host being told.
+bool TMain_Window::eventFilter(QObject* watched, QEvent* event) {
+  const auto type = event->type();
+  if ((type == QEvent::Show || type == QEvent::Hide) && qobject_cast<KTReminds::TCalendar_View*>(watched))
+    Set_Print_Actions();
+  return QMainWindow::eventFilter(watched, event);
 }
 
 void TMain_Window::Show_Contact(const std::string& contact) {

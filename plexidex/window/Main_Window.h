@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QMainWindow>
+#include <optional>
 #include <string>
 
 #include "Kt_forms.h"
+#include "Sheet.h"
 
 class QAction;
 class QLabel;
@@ -32,12 +34,16 @@ class TMain_Window : public QMainWindow {
 
  protected:
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   void Make_Menus();
   void Make_Tree_Menu();
   void Set_Actions();
+  /// What can be printed of the page that is shown: the view of a calendar that it holds.
+  std::optional<TSheet_Request> Shown_Sheet() const;
+  void Set_Print_Actions();
   void Read_Tree();
   /// Reads the tree again, and shows another page when what was selected is gone or called otherwise. True
   /// when it did.
@@ -74,6 +80,7 @@ class TMain_Window : public QMainWindow {
   QAction *new_event = nullptr, *new_task = nullptr, *new_contact = nullptr, *import_file = nullptr,
           *export_book = nullptr, *set_up_book = nullptr, *delete_book = nullptr, *edit_contact = nullptr,
           *delete_contact = nullptr;
+  QList<QAction*> print_actions;
 };
 
 }  // namespace Plexidex

@@ -4,7 +4,6 @@
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QPointer>
-#include <QProgressDialog>
 
 #include "Books.h"
 #include "Calendar_Export.h"
@@ -12,32 +11,13 @@
 #include "Kt_forms.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Progress_Dialog.h"
 
 namespace Plexidex {
 
 using namespace Kt_forms;
 
 namespace {
-
-// Ends what is under way; nothing of it is kept then.
-class ECancelled : public std::exception {};
-
-// A progress dialog that can be cancelled.
-class TProgress_Dialog : public Kt_data_01::TProgress_Bar {
- public:
-  TProgress_Dialog(QWidget* parent, const QString& text) : dialog(text, QObject::tr("Cancel"), 0, 0, parent) {
-    dialog.setWindowModality(Qt::WindowModal);
-    dialog.setMinimumDuration(300);
-  }
-  void Set_Max(std::int64_t steps) override { dialog.setMaximum(static_cast<int>(steps)); }
-  void Set_Position(std::int64_t steps) override {
-    dialog.setValue(static_cast<int>(steps));
-    if (dialog.wasCanceled()) throw ECancelled();
-  }
-
- private:
-  QProgressDialog dialog;
-};
 
 QString Summary(const TImport_Report& report) {
   QString text =

@@ -22,6 +22,7 @@
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Preferences.h"
+#include "Print_Dialogs.h"
 #include "Welcome.h"
 
 namespace Plexidex {
@@ -124,6 +125,9 @@ int Write_Pictures(TMain_Window& main_window, const std::string& target) {
   });
   pictures.Take_Dialog(QStringLiteral("new_contact"), [&] { New_Contact(&main_window, book); });
   pictures.Take_Dialog(QStringLiteral("book_set_up"), [&] { Set_Up_Book(&main_window, book); });
+  pictures.Take_Dialog(QStringLiteral("print_preview"), [&] {
+    Preview_Print(&main_window, {TSheet_Kind::Month, {book, {}}, true, Kt_util_01::CurrentDate, {}, {}});
+  });
   const std::string database = Kt_data_01::Shared_Database().Path();
   pictures.Take_Dialog(QStringLiteral("preferences"), [&] { Edit_Preferences(&main_window, database); });
   pictures.Take_Dialog(QStringLiteral("welcome"), [&] { Welcome(database); });

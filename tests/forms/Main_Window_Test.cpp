@@ -183,6 +183,53 @@ TEST_F(Main_Window, Books_Are_Made_Renamed_And_Removed) {
   EXPECT_EQ(Page(), " &File &Book &View &Help");
 }
 
+TEST_F(Main_Window, A_View_Of_The_Calendar_Is_Printed_Wherever_It_Is_Shown) {
+  std::string anna;
+  In_Update([&] { anna = Create_Contact(book, "Anna"); });
+  auto& tree = Open();
+  const QAction* print = nullptr;
+  for (const QAction* action : window->findChildren<QAction*>())
+    if (action->text() == QLatin1String("&Print...")) print = action;
+  ASSERT_TRUE(print);
+  const auto printable = [&](const char* label) {
+    Act(&*window, label);
+    Settle();
+    return print->isEnabled();
+  };
+  EXPECT_EQ(std::pair(printable("Permissions"), printable("Daily")), std::pair(false, true));
+  ASSERT_TRUE(tree.Select(TNode_Kind::Tasks, book));
+  EXPECT_FALSE(print->isEnabled());
+  ASSERT_TRUE(tree.Select(TNode_Kind::Contact, book, anna));
+  EXPECT_TRUE(print->isEnabled());
+  const TTemporary_Folder folder;
+  // Types the name of the file in a dialog.
+  const auto to = [&](const char* field, const char* file) {
+    return [=, path = folder.File(file)](QWidget* dialog) {
+      dialog->findChild<QLineEdit*>(QLatin1String(field))->setText(To_Qt(path));
+      Confirm(dialog);
+    };
+  };
+  Choose("Save as P&DF...", to("fileNameEdit", "saved"));
+  EXPECT_EQ(seams.Prompts.Notices, std::vector<std::string>{"Pages written: 1"});
+  // Where there is no printer its dialogs print to a file.
+  Choose("&Print...", to("filename", "printed.pdf"));
+  Choose("Print Pre&view...", [&](QWidget* preview) {
+    EXPECT_EQ(preview->findChild<QLabel*>()->text().toStdString(), "/ 1");
+    for (auto* action : preview->findChildren<QAction*>()) {
+      if (action->text() == QLatin1String("Print"))
+        With_Dialog(to("filename", "seen.pdf"), [=] { action->trigger(); });
+    }
+  });
+  for (const char* file : {"saved.pdf", "printed.pdf", "seen.pdf"}) {
+    EXPECT_EQ(File_Content(folder.File(file)).substr(0, 5), "%PDF-") << file;
+    EXPECT_EQ(std::filesystem::status(folder.File(file)).permissions(), std::filesystem::perms(0600))
+        << file << " is written as all files are, by whichever way";
+  }
+  const std::string bad = folder.File("saved.pdf/a.pdf");
+  seams.Prompts.Expect_Error("Print", "\"" + bad + "\" cannot be written: Not a directory.");
+  Choose("Save as P&DF...", to("fileNameEdit", "saved.pdf/a.pdf"));
+}
+
 TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
   Open();
   const std::string path = database.Path(), bad = path + ".txt", other = path + ".other";
