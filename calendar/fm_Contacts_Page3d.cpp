@@ -24,7 +24,7 @@ class TBuild_Progress : public Kt_data_01::TProgress_Bar {
     bar.setValue(static_cast<int>(steps));
     busy.Service();
     if (page.Is_Closed()) throw Kt_data_01::EAlready_Reported();
-    since.start();
+    if (steps > 0) since.start();
   }
 
  private:

@@ -166,8 +166,12 @@ void Build_Reminder_AllView(const std::string& Contact, const std::string& Book,
   constexpr std::int64_t progress_step = 1000;
   Rebuild({&List}, "Build_Reminder_AllView", [&] {
     TEntry_Walk walk(All_Of({Book, Contact}, ByBook), TAlarm_Key::Occurrence, TReading::Whole);
-    if (Progress) Progress->Set_Max(walk.Count());
     std::int64_t shown = 0;
+    if (Progress) {
+      const std::int64_t all = walk.Count();
+      Progress->Set_Max(all);
+      if (all > progress_step) Progress->Set_Position(shown);
+    }
     while (auto entry = walk.Next()) {
       if (Progress && walk.Passed() - shown >= progress_step) {
         shown = walk.Passed();

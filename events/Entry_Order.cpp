@@ -1,8 +1,11 @@
 #include "Entry_Order.h"
 
+#include <algorithm>
 #include <string>
 #include <tuple>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "Kt_util_01.h"
 
@@ -22,27 +25,50 @@ int Effective_Priority(const TEventKey& entry) {
   return entry.EventType == TEntry_Type::Other ? Priority_Of_Type_1 : entry.Priority;
 }
 
-int First_Not_Zero(int primary, int tie_break) {
-  return primary != 0 ? primary : tie_break;
-}
+// By what an entry is sorted, and by what where that is the same.
+using TSort_Key = std::pair<std::int64_t, std::int64_t>;
 
-// By any column but the text's, for which the caller has compared already.
-int Compare(const TEventKey& a, const TEventKey& b, int column, int by_text) {
+// `text` is the place of the text in the order of the texts.
+TSort_Key Key_Of(const TEventKey& entry, int column, std::int64_t text) {
+  const std::int64_t date = To_Msecs(entry.EventDate);
   switch (column) {
     case 0:
-      return First_Not_Zero(CompareBool(a.Done, b.Done), CompareDates(a.EventDate, b.EventDate));
+      return {entry.Done ? 1 : 0, date};
     case 1:
-      return First_Not_Zero(CompareBool(a.Alarm, b.Alarm), CompareDates(a.EventDate, b.EventDate));
+      return {entry.Alarm ? 1 : 0, date};
     case 2:
-      return First_Not_Zero(CompareDates(a.EventDate, b.EventDate), CompareInteger(a.Priority, b.Priority));
+      return {date, entry.Priority};
     case 3:
-      return First_Not_Zero(by_text, CompareDates(a.EventDate, b.EventDate));
+      return {text, date};
     case 4:
-      return First_Not_Zero(CompareInteger(Effective_Priority(a), Effective_Priority(b)),
-                            CompareDates(a.EventDate, b.EventDate));
+      return {Effective_Priority(entry), date};
     default:
-      return 0;
+      return {};
   }
+}
+
+// The places of the texts of a list's items, the same for texts that differ in case only. Entries of one set
+// share their text.
+std::vector<std::int64_t> Places_Of_Texts(const TItem_List& list) {
+  std::unordered_map<const char*, std::size_t> known;
+  std::vector<std::pair<std::string, std::size_t>> texts;
+  std::vector<std::size_t> text_at;
+  text_at.reserve(list.Count());
+  for (std::size_t i = 0; i < list.Count(); ++i) {
+    const std::string_view text = list[i].Data->FirstText.View();
+    const auto [found, is_new] = known.try_emplace(text.data(), texts.size());
+    if (is_new) texts.emplace_back(Sort_Key(text), texts.size());
+    text_at.push_back(found->second);
+  }
+  std::sort(texts.begin(), texts.end());
+  std::vector<std::int64_t> place_of(texts.size());
+  for (std::size_t i = 1; i < texts.size(); ++i)
+    place_of[texts[i].second] =
+        place_of[texts[i - 1].second] + (texts[i].first == texts[i - 1].first ? 0 : 1);
+  std::vector<std::int64_t> places;
+  places.reserve(text_at.size());
+  for (const std::size_t text : text_at) places.push_back(place_of[text]);
+  return places;
 }
 
 // Where an entry stands within its day.
@@ -62,26 +88,28 @@ auto Position(const TEventKey& entry) {
 int CustomSortProc(const TList_Item& Item1, const TList_Item& Item2, int Column) {
   const TEventKey& a = SortAscending ? *Item1.Data : *Item2.Data;
   const TEventKey& b = SortAscending ? *Item2.Data : *Item1.Data;
-  return Compare(a, b, Column, Column == 3 ? CompareText(a.FirstText, b.FirstText) : 0);
+  const int by_text = Column == 3 ? CompareText(a.FirstText, b.FirstText) : 0;
+  const TSort_Key first = Key_Of(a, Column, by_text), second = Key_Of(b, Column, 0);
+  return first < second ? -1 : first > second ? 1 : 0;
 }
 
 void Sort_Items(TItem_List& List, int Column) {
-  // Entries of one set share their text, and so its sort key.
-  std::unordered_map<const char*, std::string> sort_keys;
-  std::vector<const std::string*> key_at;
-  if (Column == 3) {
-    for (std::size_t i = 0; i < List.Count(); ++i) {
-      const std::string_view text = List[i].Data->FirstText.View();
-      const auto [key, fresh] = sort_keys.try_emplace(text.data());
-      if (fresh) key->second = Sort_Key(text);
-      key_at.push_back(&key->second);
-    }
-  }
-  List.Sort([&](std::uint32_t first, std::uint32_t second) {
-    const std::uint32_t x = SortAscending ? first : second, y = SortAscending ? second : first;
-    const int by_text = Column == 3 ? key_at[x]->compare(*key_at[y]) : 0;
-    return Compare(*List[x].Data, *List[y].Data, Column, by_text) < 0;
-  });
+  struct TPlace {
+    TSort_Key Key;
+    std::uint32_t Before;  // equal ones keep their order
+  };
+  const std::vector<std::int64_t> texts =
+      Column == 3 ? Places_Of_Texts(List) : std::vector<std::int64_t>(List.Count());
+  std::vector<TPlace> places(List.Count());
+  for (std::uint32_t i = 0; i < places.size(); ++i) places[i] = {Key_Of(*List[i].Data, Column, texts[i]), i};
+  const auto comes_before = [up = SortAscending](const TPlace& a, const TPlace& b) {
+    if (a.Key != b.Key) return (a.Key < b.Key) == up;
+    return a.Before < b.Before;
+  };
+  std::sort(places.begin(), places.end(), comes_before);
+  std::vector<std::uint32_t> order(places.size());
+  for (std::size_t i = 0; i < places.size(); ++i) order[i] = places[i].Before;
+  List.Reorder(order);
 }
 
 bool Comes_Before(const TEventKey& a, const TEventKey& b) {

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -65,8 +64,8 @@ class TItem_List {
   /// One item more, without a rebuild: before the one at the position, or at the end.
   TList_Item& Insert(std::size_t position, std::unique_ptr<TList_Item> item);
   void Remove(std::size_t position);
-  /// Stable. `less` gets positions as they are before the sort.
-  void Sort(const std::function<bool(std::uint32_t, std::uint32_t)>& less);
+  /// Puts the items into another order: order[i] is the position of the one that comes to i.
+  void Reorder(const std::vector<std::uint32_t>& order);
   /// Has a changed item drawn again; ignores an item that is not in the list.
   void Repaint(const TList_Item& item);
 

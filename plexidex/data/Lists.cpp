@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <numeric>
 
 #include "Kt_lists.h"
 
@@ -56,11 +55,8 @@ void TItem_List::Remove(std::size_t position) {
   if (observer && updating == 0) observer->Item_Removed(position);
 }
 
-void TItem_List::Sort(const std::function<bool(std::uint32_t, std::uint32_t)>& less) {
+void TItem_List::Reorder(const std::vector<std::uint32_t>& order) {
   Hide_Again();
-  std::vector<std::uint32_t> order(items.size());
-  std::iota(order.begin(), order.end(), 0U);
-  std::stable_sort(order.begin(), order.end(), less);
   std::vector<std::unique_ptr<TList_Item>> sorted(items.size());
   for (std::size_t i = 0; i < order.size(); ++i) sorted[i] = std::move(items[order[i]]);
   items.swap(sorted);
