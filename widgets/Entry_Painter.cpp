@@ -107,6 +107,7 @@ void TEntry_Painter::Measure(const QWidget& list) {
   date_sample = date;
   font = list.font();
   const QFontMetrics metrics(font, &list);
+  letter = metrics.averageCharWidth();
   widths.clear();
   for (const TEntry_Column& column : columns.Columns) {
     int width = metrics.horizontalAdvance(To_Qt(column.Sample));
@@ -162,8 +163,19 @@ std::optional<TEntry_Painter::TSpan> TEntry_Painter::Span_Of(int sort, const QWi
     if (columns.Columns[i].Cell != TCell::Time) left += widths[i] + (i < images_end ? 0 : Column_Gap);
   }
   if (*found < text_column) return TSpan{left, left + widths[*found], side};
-  for (std::size_t i = columns.Columns.size() - 1; i > *found; --i) right -= widths[i] + Column_Gap;
+  const std::size_t end = End_For(row_width);
+  if (*found >= end) return {};
+  for (std::size_t i = end - 1; i > *found; --i) right -= widths[i] + Column_Gap;
   return TSpan{*found == text_column ? left : right - widths[*found], right, side};
+}
+
+std::size_t TEntry_Painter::End_For(int row_width) const {
+  constexpr int least_letters = 10;
+  int room = row_width - Right_Margin;
+  for (std::size_t i = 0; i < widths.size(); ++i) {
+    if (i != text_column) room -= widths[i] + (i < images_end ? 0 : Column_Gap);
+  }
+  return room < least_letters * letter ? text_column + 1 : columns.Columns.size();
 }
 
 QSize TEntry_Painter::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {
@@ -191,7 +203,7 @@ void TEntry_Painter::paint(QPainter* painter, const QStyleOptionViewItem& option
   }
   Set_Style(row, entry);
   for (std::size_t i = images_end; i < text_column; ++i) Draw_From_Left(row, entry, i);
-  for (std::size_t i = columns.Columns.size() - 1; i > text_column; --i) Draw_From_Right(row, entry, i);
+  for (std::size_t i = End_For(option.rect.width()) - 1; i > text_column; --i) Draw_From_Right(row, entry, i);
   const QString text = Cell_Text(TCell::Text, entry);
   model.Set_Text_Right(index.row(), row.Rest.left() + painter->fontMetrics().horizontalAdvance(text));
   if (row.Rest.width() > 0) Draw_Cell(*painter, row.Rest, Qt::AlignLeft, text);

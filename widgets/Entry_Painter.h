@@ -33,7 +33,7 @@ class TEntry_Painter : public QStyledItemDelegate {
     TSide Side;
   };
   /// Where the column with a heading lies in the rows of a list that are so wide; the text's begins where it
-  /// does in a row without a time. Nothing when no column has that heading.
+  /// does in a row without a time. Nothing when no column has that heading, or there is no room for it.
   std::optional<TSpan> Span_Of(int sort, const QWidget& list, int row_width);
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -50,6 +50,8 @@ class TEntry_Painter : public QStyledItemDelegate {
   };
 
   void Measure(const QWidget& list);
+  /// Behind the last column that a row shows: where the text has hardly any room, it is the last.
+  std::size_t End_For(int row_width) const;
   void Set_Style(TRow& row, const Kt_data_01::TEventKey& entry) const;
   void Draw_Image(TRow& row, const Kt_data_01::TList_Item& item, std::size_t column) const;
   void Draw_From_Left(TRow& row, const Kt_data_01::TEventKey& entry, std::size_t column) const;
@@ -63,6 +65,7 @@ class TEntry_Painter : public QStyledItemDelegate {
   QFont font;
   QString time_sample, date_sample;
   std::vector<int> widths;
+  int letter = 0;  // width of an average one
   double now = 0;
   bool strike_completed = true;
 };

@@ -82,9 +82,13 @@ TEST_F(Day_View, Shortens_Its_Title_And_Headings_Where_There_Is_No_Room) {
   EXPECT_EQ(title(" Monday, 15 January 2024"), " Monday, 15 January 2024");
   EXPECT_EQ(title(" Mon, 15 Jan 2024"), " Mon, 15 Jan 2024 shortened");
   EXPECT_EQ(title(" 1/15/2024"), " 1/15/2024 shortened");
+  const auto* text = Control<QWidget>(view, "SortDescLabel");
+  const auto* priority = Control<QWidget>(view, "SortPrtyLabel");
+  list->resize(220, 100);
+  EXPECT_TRUE(priority->isVisible());
+  EXPECT_LT(text->geometry().right(), priority->x());
   list->resize(120, 100);
-  EXPECT_LT(Control<QWidget>(view, "SortDescLabel")->geometry().right(),
-            Control<QWidget>(view, "SortPrtyLabel")->x());
+  EXPECT_TRUE(text->isVisible() && !priority->isVisible()) << "the text has the room that there is";
 }
 
 TEST_F(Day_View, New_Entries_Belong_To_The_Owner_But_Tasks_Of_The_Whole_Calendar) {
