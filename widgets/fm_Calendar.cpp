@@ -15,9 +15,16 @@ namespace KTReminds {
 
 using namespace Kt_forms;
 
-TCalendarFrm::TCalendarFrm(QWidget* told, QWidget* parent)
-    : TForm(parent), notify(told), cal(new QCalendarWidget(this)) {
+TCalendarFrm::TCalendarFrm(QWidget* told, QWidget* parent) : TForm(parent), notify(told) {
   setObjectName(QStringLiteral("CalendarFrm"));
+}
+
+void TCalendarFrm::FormActivate() {
+  if (!cal) Make_Calendar();
+}
+
+void TCalendarFrm::Make_Calendar() {
+  cal = new QCalendarWidget(this);
   cal->setObjectName(QStringLiteral("Cal"));
   cal->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
   cal->setFirstDayOfWeek(First_Day_Of_Week());
@@ -43,6 +50,7 @@ TCalendarFrm::TCalendarFrm(QWidget* told, QWidget* parent)
     days->installEventFilter(this);
     days->viewport()->installEventFilter(this);
   }
+  cal->show();
 }
 
 bool TCalendarFrm::eventFilter(QObject* watched, QEvent* event) {
@@ -79,7 +87,7 @@ void TCalendarFrm::Set_Colours() {
 
 void TCalendarFrm::changeEvent(QEvent* event) {
   TForm::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) Set_Colours();
+  if (cal && event->type() == QEvent::PaletteChange) Set_Colours();
 }
 
 void TCalendarFrm::Show_Current_Date() {
@@ -93,7 +101,7 @@ void TCalendarFrm::Date_Picked(const QDate& date) {
 }
 
 void TCalendarFrm::Handle_Message(const TMessage& message) {
-  if (message.Number() == umDateChanged) Show_Current_Date();
+  if (cal && message.Number() == umDateChanged) Show_Current_Date();
 }
 
 TCalendarFrm* Show_Calendar(QWidget* Parent, QWidget* Notify) {

@@ -15,17 +15,20 @@ class TCalendarFrm : public Kt_forms::TForm {
   explicit TCalendarFrm(QWidget* notify, QWidget* parent = nullptr);
 
  protected:
+  void FormActivate() override;
   void Handle_Message(const Kt_forms::TMessage& message) override;
   void changeEvent(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void Make_Calendar();
   void Show_Current_Date();
   void Date_Picked(const QDate& date);
   void Set_Colours();
 
   QPointer<QWidget> notify;
-  QCalendarWidget* cal;
+  // Takes a large part of a page's time to be made, and most pages hide it.
+  QCalendarWidget* cal = nullptr;
   bool key_pressed = false;
 };
 

@@ -13,6 +13,7 @@ struct Date_Picker : TEditor_Fixture {
     panel.resize(300, 260);
     picker = Show_Calendar(&panel, &view);
     panel.show();
+    Settle();
     cal = Control<QCalendarWidget>(picker, "Cal");
     days = Control<QTableView>(cal, "qt_calendar_calendarview");
   }

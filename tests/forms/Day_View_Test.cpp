@@ -5,7 +5,7 @@
 namespace {
 
 struct Day_View : TView_Fixture {
-  Day_View() : TView_Fixture(&Display_Calendar_Dayview) {}
+  Day_View() : TView_Fixture(&Display_Calendar_Dayview) { Write_Bool("General", "Show Calendar", true); }
 
   /// The day of the title, of the calendar beside the list, and the entries.
   std::string Day() const {
@@ -106,6 +106,7 @@ TEST_F(Day_View, New_Entries_Belong_To_The_Owner_But_Tasks_Of_The_Whole_Calendar
 }
 
 TEST_F(Day_View, The_Calendar_Beside_The_List_Is_Remembered) {
+  Write_Bool("General", "Show Calendar", false);
   Display();
   const char* names = "CalPanel ToolButton4 GotoDate1";
   EXPECT_EQ(Seen(view, names), "hidden|-|-Show Calendar");

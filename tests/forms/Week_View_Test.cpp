@@ -5,7 +5,10 @@
 namespace {
 
 struct Week_View : TView_Fixture {
-  Week_View() : TView_Fixture(&Display_Calendar_Weekview) { home.resize(640, 500); }
+  Week_View() : TView_Fixture(&Display_Calendar_Weekview) {
+    home.resize(640, 500);
+    Write_Bool("General", "Show Calendar", true);
+  }
 
   template <class T>
   T* Of_Day(const char* name, int day) const {
