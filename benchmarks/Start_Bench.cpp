@@ -46,6 +46,6 @@ BENCHMARK(Start_Calendar)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 [[maybe_unused]] const bool Start_Expected =
     Ratio_Bench::Expect_Ratio("program start / empty window", "Start_Calendar/real_time",
-                              "Start_Empty_Window/real_time", 2, Ratio_Bench::TBound::At_Most);
+                              "Start_Empty_Window/real_time", 1.5, Ratio_Bench::TBound::At_Most);
 
 }  // namespace
