@@ -33,10 +33,16 @@ bool Display_Calendar_View(int page, QWidget* Parent, TForm_Reference& Form, con
                            const std::string& OwnerKey, bool WholeCalendar) {
   const auto* before = Form.As<TCalendar_View>();
   const std::string selected = before ? before->Selected_Key() : std::string();
+  const bool takes_keyboard =
+      before && before->Shown().Page != page && before->isAncestorOf(before->window()->focusWidget());
   for (const TView& view : Views) {
     if (view.Page != page) continue;
     if (!view.Display(Parent, Form, NodeKey, OwnerKey, WholeCalendar)) return false;
-    if (auto* shown = Form.As<TCalendar_View>()) shown->Select_Entry(selected);
+    // A long build can be overtaken by another page.
+    auto* shown = Form.As<TCalendar_View>();
+    if (!shown || shown->Shown().Page != page) return false;
+    if (takes_keyboard) shown->setFocus(Qt::OtherFocusReason);
+    shown->Select_Entry(selected);
     return true;
   }
   return false;

@@ -147,6 +147,7 @@ void TContacts_Page3a_Frm::Show_Dates(TDateTime monday) {
 
 void TContacts_Page3a_Frm::Set_Weekheaders() {
   for (const TDay& day : days) day.Header->Set_Bold(Day_Of(day.List) == Whole_Day(CurrentDate));
+  setFocusProxy(List_Of_Date());
 }
 
 bool TContacts_Page3a_Frm::eventFilter(QObject* watched, QEvent* event) {

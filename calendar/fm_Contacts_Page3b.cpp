@@ -28,6 +28,7 @@ TContacts_Page3b_Frm::TContacts_Page3b_Frm()
           .Views = View_Actions_Of(*tools)});
   commands->Add_List(ui->ListView1);
   commands->Add_Header(ui->EventTitlePanel, ui->ListView1);
+  setFocusProxy(ui->ListView1);
   connect(ui->SpeedButton1, &QToolButton::clicked, this, [this] { Step_Day(-1); });
   connect(ui->SpeedButton2, &QToolButton::clicked, this, [this] { Step_Day(+1); });
 }

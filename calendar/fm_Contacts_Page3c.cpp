@@ -71,6 +71,7 @@ TContacts_Page3c_Frm::TContacts_Page3c_Frm()
           .Today = {ui->ToolButton7, ui->Today1},
           .Views = {ui->ToolButton10, ui->ToolButton9, ui->ToolButton8, ui->ToolButton11}});
   TEPCalendar* grid = ui->MonthCal;
+  setFocusProxy(grid);
   grid->Set_Events({.Choose_Colours = [this](TDateTime date) { return Colours_Of(date); },
                     .Draw_Date = [this](QPainter& painter, const auto& day) { Draw_Day(painter, day); },
                     .Get_Tip = [this](TDateTime date) { return To_Qt(Day_Tip(Lines_Of(date))); }});

@@ -46,6 +46,7 @@ TContacts_Page3d_Frm::TContacts_Page3d_Frm()
   ui->ListView1->Set_Columns(All_Columns());
   commands->Add_List(ui->ListView1);
   commands->Add_Header(ui->EventTitlePanel, ui->ListView1);
+  setFocusProxy(ui->ListView1);
 }
 
 TContacts_Page3d_Frm::~TContacts_Page3d_Frm() = default;

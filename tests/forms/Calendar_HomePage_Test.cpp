@@ -3,6 +3,7 @@
 #include "Kt_labels.h"
 #include "Main_Window.h"
 #include "Message_Prompts.h"
+#include "Navigation_Tree.h"
 #include "Page_Numbers.h"
 #include "fm_Calendar_HomePage.h"
 
@@ -52,6 +53,28 @@ TEST_F(Calendar_HomePage, Remembers_Views_Only) {
   EXPECT_EQ(Shown(page), "Contacts_Page3a_Frm0 11");
   Act(page, "Daily");
   EXPECT_EQ(Shown(page), day);
+}
+
+TEST_F(Calendar_HomePage, A_View_Takes_Over_The_Keyboard_From_The_One_Before_It_Alone) {
+  auto* page = Display();
+  CurrentDate = Monday + 6;
+  page->DoRefresh();
+  const auto focus = [this] {
+    const QWidget* control = window->focusWidget();
+    return control ? control->objectName().toStdString() : "nothing";
+  };
+  Control<QWidget>(page, "ListView1")->setFocus();
+  for (const auto& [view, has_it] : {std::pair(Page_Month, "MonthCal"),
+                                     {Page_Week, "ListView7"},
+                                     {Page_All, "ListView1"},
+                                     {Page_Day, "ListView1"}}) {
+    Send_Message(page, umDisplayForm, view, 0);
+    EXPECT_EQ(focus(), has_it);
+  }
+  window->Tree().setFocus();
+  const std::string tree = focus();
+  Send_Message(page, umDisplayForm, Page_Month, 0);
+  EXPECT_EQ(focus(), tree);
 }
 
 TEST_F(Calendar_HomePage, Its_Menu_And_Tools_Are_The_Hosts_While_It_Is_Shown) {
