@@ -218,24 +218,33 @@ void TContacts_Page3a_Frm::Paste() {
   const std::unique_ptr<TEventKey> entry = std::move(cut_entry);
   paste->setEnabled(false);
   Say({});
-  if (entry && target) Move_Entry(*entry, target);
+  if (!entry || !target) return;
+  // It may have been changed since.
+  const TEventKey* now = entry.get();
+  for (const TDay& day : days) {
+    if (const int row = day.List->Row_Of(entry->Key.View()); row >= 0)
+      now = day.List->Items()[static_cast<std::size_t>(row)].Data.get();
+  }
+  Move_Entry(*now, target);
 }
 
 void TContacts_Page3a_Frm::Move_Entry(const TEventKey& entry, TWeek_List* target) {
-  const std::int64_t day = Day_Of(target);
-  if (Whole_Day(entry.EventDate) == day) return;
+  if (target->Row_Of(entry.Key.View()) >= 0) return;
   auto moved = std::make_unique<Kt_data_01::TList_Item>();
   moved->Data = std::make_unique<TEventKey>(entry);
-  moved->Data->EventDate =
-      static_cast<TDateTime>(day) + Kt_util_01::From_Msecs(Kt_util_01::Msec_Of_Day(entry.EventDate));
   moved->Image = State_Image(*moved->Data);
-  bool is_written = false;
-  if (!Outlives(this, [&] {
-        Change_In_Place(
-            [&] { is_written = Move_Occurrence(moved->Data->Key.Str(), moved->Data->EventDate); });
-      }))
-    return;
-  if (!is_written) return Look_At_Rows();
+  std::optional<TDateTime> date;
+  const auto move = [&] {
+    // The rights to what was cut may be others by now.
+    if (May_Move(moved.get()))
+      date = Move_Occurrence(moved->Data->Key.Str(), static_cast<TDateTime>(Day_Of(target)));
+  };
+  if (!Outlives(this, [&] { Change_In_Place(move); })) return;
+  if (!date) {
+    Kt_util_01::Sound(5);
+    return Look_At_Rows();
+  }
+  moved->Data->EventDate = *date;
   for (const TDay& day_shown : days) {
     if (const int row = day_shown.List->Row_Of(moved->Data->Key.View()); row >= 0)
       day_shown.List->Items().Remove(static_cast<std::size_t>(row));

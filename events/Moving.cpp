@@ -7,15 +7,22 @@ namespace KTReminds {
 
 using namespace Kt_data_01;
 
-bool Move_Occurrence(const std::string& key, TDateTime to) {
+std::optional<TDateTime> Move_Occurrence(const std::string& key, TDateTime to_day) {
   constexpr auto tag = "Moving:Move_Occurrence [KT_Events_Data]";
+  const TField date = Occurrence_Columns().EventDate;
   TTable occurrence(Events_Data, "Key");
-  if (!Read(tag, [&] { return occurrence.FindKey({key}); }).value_or(false)) return false;
-  return bool(Update(tag, [&] {
-    occurrence.Edit();
-    occurrence.Set(Occurrence_Columns().EventDate, to);
-    PostUpdate(occurrence);
-  }));
+  TDateTime to = to_day;
+  const auto is_found = Read(tag, [&] {
+    if (!occurrence.FindKey({key})) return false;
+    to += Kt_util_01::From_Msecs(Kt_util_01::Msec_Of_Day(occurrence.DateTime(date)));
+    return true;
+  });
+  const bool is_written = is_found.value_or(false) && Update(tag, [&] {
+                            occurrence.Edit();
+                            occurrence.Set(date, to);
+                            PostUpdate(occurrence);
+                          });
+  return is_written ? std::optional(to) : std::nullopt;
 }
 
 }  // namespace KTReminds

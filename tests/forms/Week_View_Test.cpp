@@ -150,11 +150,14 @@ TEST_F(Week_View, Cut_And_Paste_Move_To_A_Day_Of_Any_Week) {
   press(6, QKeySequence::Paste);
   EXPECT_EQ(Week(), "1private 6a*");
   press(6, QKeySequence::Cut);
+  Run_Sql("UPDATE KT_Events_Data SET EventDate = EventDate + 0.25 WHERE EventDate = 45311.5");
   Act(view, "SpeedButton2");
   press(6, QKeySequence::Paste);
-  EXPECT_EQ(Week() + Query_Text("SELECT max(EventDate) FROM KT_Events_Data"), "6a*45318.5");
+  press(7, QKeySequence::Paste);
+  EXPECT_EQ(Week() + Query_Text("SELECT max(EventDate) FROM KT_Events_Data"), "6a*45318.75")
+      << "once, at the time that it has by now";
   press(6, QKeySequence::Cut);
-  Run_Sql("DELETE FROM KT_Events_Data WHERE EventDate = 45318.5");
+  Run_Sql("DELETE FROM KT_Events_Data WHERE EventDate = 45318.75");
   Act(view, "SpeedButton1");
   press(6, QKeySequence::Paste);
   EXPECT_EQ(Week(), "1private") << "it is gone";
