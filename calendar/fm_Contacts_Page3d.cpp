@@ -13,23 +13,25 @@ using namespace Kt_forms;
 
 namespace {
 
-// Moves the bar, and ends the build when the page is closed.
+// Moves the bar, and ends the build when the page is closed, or the window with it.
 class TBuild_Progress : public Kt_data_01::TProgress_Bar {
  public:
-  TBuild_Progress(const TForm& page, QProgressBar& bar) : page(page), bar(bar) {}
+  TBuild_Progress(const TForm& page, QProgressBar& bar)
+      : page(page), bar(bar), is_seen(page.window()->isVisible()) {}
   void Set_Max(std::int64_t steps) override { bar.setMaximum(static_cast<int>(steps)); }
   void Set_Position(std::int64_t steps) override {
     constexpr int often_msecs = 20;
     if (steps == bar.maximum() || (since.isValid() && since.elapsed() < often_msecs)) return;
     bar.setValue(static_cast<int>(steps));
     busy.Service();
-    if (page.Is_Closed()) throw Kt_data_01::EAlready_Reported();
+    if (page.Is_Closed() || (is_seen && !page.window()->isVisible())) throw Kt_data_01::EAlready_Reported();
     if (steps > 0) since.start();
   }
 
  private:
   const TForm& page;
   QProgressBar& bar;
+  const bool is_seen;
   TBusy_Scope busy;
   QElapsedTimer since;  // the last time; the first rows are shown as soon as there are some
 };

@@ -146,8 +146,8 @@ class TModal_Scope {
 /// not change under: a dialog, a menu, a drag, a long step.
 void Look_At_Rows(QWidget* window);
 
-/// Alive during a long step of a page: the hourglass is shown, and what the user types or clicks waits.
-/// Pages that are closed meanwhile are freed afterwards.
+/// Alive during a long step of a page: the hourglass is shown, and what the user types or clicks waits, but
+/// for what is meant for a dialog. Pages that are closed meanwhile are freed afterwards.
 class TBusy_Scope : private QObject {
  public:
   TBusy_Scope();

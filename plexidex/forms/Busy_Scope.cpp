@@ -47,7 +47,8 @@ void TBusy_Scope::Service() {
 }
 
 bool TBusy_Scope::eventFilter(QObject* receiver, QEvent* event) {
-  if (!Is_Input(receiver, event)) return false;
+  // A dialog that has opened meanwhile must be answered before the step can go on.
+  if (QApplication::activeModalWidget() || !Is_Input(receiver, event)) return false;
   waiting.emplace_back(receiver, event->clone());
   return true;
 }

@@ -6,16 +6,17 @@ namespace {
 struct All_View : TView_Fixture {
   All_View() : TView_Fixture(&Display_Calendar_Allview) {}
 
-  /// Enough entries that it shows how far it is, and what happens then.
+  /// Enough entries that it shows how far it is, and what happens in the midst of that.
   void Show_Many(const std::function<void()>& meanwhile) {
     TNew_Event event = New_Event("many", Monday, 3'000);
     Write(event);
     Display();
     Add("last", 4'000);
-    QObject::connect(Control<QProgressBar>(view, "PB1"), &QProgressBar::valueChanged, view,
-                     [meanwhile](int value) {
-                       if (value > 0) meanwhile();
-                     });
+    const auto step = [meanwhile](int value) {
+      if (value > 0) meanwhile();
+    };
+    QObject::connect(Control<QProgressBar>(view, "PB1"), &QProgressBar::valueChanged, view, step,
+                     Qt::QueuedConnection);
   }
 };
 
@@ -63,17 +64,41 @@ TEST_F(All_View, Shows_Its_First_Rows_And_What_Goes_On_While_It_Builds) {
     form.As<TCalendar_View>()->DoRefresh();
     rows = static_cast<std::size_t>(list->model()->rowCount());
     EXPECT_TRUE(rows > 0 && rows < 3'001);
-    QTest::keyClick(home.windowHandle(), Qt::Key_Delete);
+    QTest::keyClick(home.windowHandle(), Qt::Key_Down);
+    EXPECT_EQ(list->Selected_Row(), -1) << "keys wait";
   });
+  list->setFocus();
   const QAbstractItemModelTester tester(list->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
   form.As<TCalendar_View>()->DoRefresh();
   EXPECT_GT(looks, 0);
   EXPECT_EQ(list->model()->rowCount(), 3'001);
   EXPECT_EQ(list->Items()[3'000].Data->Description.Str(), "last");
+  Settle();
+  EXPECT_EQ(list->Selected_Row(), looks - 1) << "and are not lost";
+}
+
+TEST_F(All_View, A_Dialog_That_Opens_While_It_Builds_Can_Be_Answered) {
+  QPointer<QMessageBox> asked;
+  Show_Many([&] {
+    if (asked) return;
+    asked = new QMessageBox(&home);
+    With_Dialog([](QWidget* box) { QTest::keyClick(box->windowHandle(), Qt::Key_Return); },
+                [&] { return asked->exec(); });
+  });
+  form.As<TCalendar_View>()->DoRefresh();
+  EXPECT_TRUE(asked && asked->result() == QMessageBox::Ok);
+  EXPECT_EQ(list->model()->rowCount(), 3'001);
 }
 
 TEST_F(All_View, Is_Closed_While_It_Builds) {
-  Show_Many([this] { EXPECT_TRUE(form.Get()->Close_Form()); });
+  const auto close_page = [this] { EXPECT_TRUE(form.Get()->Close_Form()); };
+  const auto close_window = [this] { home.close(); };
+  bool window_first = true;
+  Show_Many([&] { window_first ? void(close_window()) : close_page(); });
+  form.As<TCalendar_View>()->DoRefresh();
+  EXPECT_EQ(list->Items().Count(), 0U);
+  window_first = false;
+  home.show();
   const QPointer<TForm> alive = view;
   form.As<TCalendar_View>()->DoRefresh();
   EXPECT_TRUE(alive && list->Items().Count() == 0);
