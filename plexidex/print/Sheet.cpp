@@ -37,9 +37,10 @@ std::string Name_Of(const TSheet_Request& request) {
   return {};
 }
 
-// The views set their titles off by a blank.
+// The views set their titles off by a blank. A day behind the year 9999 has none.
 std::string Title_Of(const std::vector<std::string>& longest_first) {
-  return longest_first.front().substr(1);
+  const std::string& title = longest_first.front();
+  return title.empty() ? title : title.substr(1);
 }
 
 // The week that holds the year's first Thursday is its first.
@@ -141,9 +142,6 @@ void Place_Lines(TSheet& sheet, const std::vector<TFound>& found) {
     }
     sheet.Days[at].Lines.push_back(Line_Of(found[i]));
   }
-  std::erase_if(sheet.Days, [&sheet](const TSheet_Day& day) {
-    return sheet.Kind == TSheet_Kind::List && day.Lines.back().Holiday;
-  });
 }
 
 void Name_Sheet(TSheet& sheet, const TSheet_Request& request, const TDays& days) {
@@ -190,7 +188,7 @@ TSheet Build_Sheet(const TSheet_Request& request, TProgress_Bar* progress) {
   if (!first && !found.empty()) first = found.front().Entry->EventDate;
   if (!last && !found.empty()) last = found.back().Entry->EventDate;
   const TDays days = {first.value_or(0), last.value_or(0)};
-  if (request.Kind != TSheet_Kind::Month && first && last) Add_Holidays(found, days);
+  if (!list && request.Kind != TSheet_Kind::Month) Add_Holidays(found, days);
   std::stable_sort(found.begin(), found.end(), [](const TFound& a, const TFound& b) {
     return KTReminds::Comes_Before(*a.Entry, *b.Entry);
   });

@@ -53,8 +53,8 @@ class ESheet_Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Reads what is to be printed from one state of the database. Holidays stand on days and weeks, and in a
-/// list on the days that have entries. Progress, which may be null, is told how far it is. Throws
+/// Reads what is to be printed from one state of the database. Holidays stand where the views show
+/// them, on days and weeks. Progress, which may be null, is told how far it is. Throws
 /// EData_Error, and ESheet_Error when there are too many entries.
 TSheet Build_Sheet(const TSheet_Request& request, Kt_data_01::TProgress_Bar* progress);
 
