@@ -120,7 +120,7 @@ void TEntry_Commands::Run(const std::function<bool()>& dialog, const TEntry_Chan
   if (!Outlives(&form, [&] { confirmed = dialog(); })) return;
   // Also an editor that was cancelled may have written.
   if (!confirmed) return form.Look_At_Rows();
-  if (!Outlives(&form, [&] { page.Refresh_After(change); })) return;
+  if (!Keep_Place([&] { page.Refresh_After(change); })) return;
   if (change.Kind == TKind::Opened) Select_Key(change.Key);
   if (change.Kind == TKind::Deleted)
     list->Select_Row(std::min(change.Row, static_cast<int>(list->Items().Count()) - 1));
@@ -133,7 +133,18 @@ std::string TEntry_Commands::Selected_Key() const {
 
 void TEntry_Commands::Keep_Selection(const std::function<void()>& build) {
   const std::string key = Selected_Key();
-  if (Outlives(&form, build)) Select_Key(key);
+  // Also a selected entry that is out of sight stays there.
+  Keep_Place([&] {
+    if (Outlives(&form, build)) Select_Key(key);
+  });
+}
+
+bool TEntry_Commands::Keep_Place(const std::function<void()>& build) {
+  std::vector<int> top_rows;
+  for (const TEntry_List* list : lists) top_rows.push_back(list->Top_Row());
+  if (!Outlives(&form, build)) return false;
+  for (qsizetype i = 0; i < lists.size(); ++i) lists[i]->Scroll_To_Top(top_rows[static_cast<std::size_t>(i)]);
+  return true;
 }
 
 void TEntry_Commands::Select_Key(const std::string& key) {

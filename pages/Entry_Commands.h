@@ -95,6 +95,9 @@ class TEntry_Commands : public QObject {
   /// Runs a dialog, which says whether the user confirmed it, and has the page show what it did; an entry
   /// that was opened is selected again, or the one behind an entry that was deleted.
   void Run(const std::function<bool()>& dialog, const TEntry_Change& change);
+  /// Runs what builds the lists anew, which stay scrolled as they were. False when the page did not outlive
+  /// it.
+  bool Keep_Place(const std::function<void()>& build);
   void Clear_Others(const TEntry_List* list);
   void Sort();
   void Check_Order();

@@ -58,6 +58,14 @@ void TEntry_List::Select_Row(int row) {
   scrollTo(index);
 }
 
+int TEntry_List::Top_Row() const {
+  return qMax(0, indexAt(QPoint(0, 0)).row());
+}
+
+void TEntry_List::Scroll_To_Top(int row) {
+  scrollTo(entries->index(row), PositionAtTop);
+}
+
 QString TEntry_List::Tip_At(QPoint place) const {
   const TList_Item* item = TEntry_Model::Item(indexAt(place));
   if (!item || !item->Data) return {};

@@ -31,6 +31,9 @@ class TEntry_List : public QListView {
   int Row_Of(std::string_view key) const;
   /// Selects a row and scrolls it into view; one that does not exist selects nothing.
   void Select_Row(int row);
+  /// Which row is the topmost, and to have it so again after the rows were built anew.
+  int Top_Row() const;
+  void Scroll_To_Top(int row);
   /// The info tip at a place of the viewport: the entry's; empty where there is none, which the columns
   /// decide.
   QString Tip_At(QPoint place) const;

@@ -153,6 +153,13 @@ TEST_P(Entry_Commands_On_A_Page, Select_The_Next_After_A_Deletion_And_Keep_Up_Wi
   Show(other_window);
   home.activateWindow();
   EXPECT_TRUE(QTest::qWaitFor([&] { return seen() == "first e changed2"; })) << seen();
+  for (int i = 0; i < 60; ++i) Add("more", 0.6);
+  Display(true, 0);
+  list->scrollTo(list->model()->index(30, 0), QAbstractItemView::PositionAtTop);
+  Add("last", 0.9);
+  view->Look_At_Rows();
+  EXPECT_EQ(Shown().substr(Shown().size() - 4), "last");
+  EXPECT_TRUE(list->Top_Row() == 30 && list->Selected_Row() == 0) << "scrolled as it was";
 }
 
 TEST_P(Entry_Commands_On_A_Page, Let_The_Page_Be_Closed_Or_Freed_While_Their_Dialogs_Are_Open) {
