@@ -70,11 +70,9 @@ void TContacts_Page3a_Frm::Make_Day(int index, QWidget* row) {
   header->setObjectName(QStringLiteral("WeekHeader%1").arg(index + 1));
   list->setObjectName(QStringLiteral("ListView%1").arg(index + 1));
   days[static_cast<std::size_t>(index)] = {panel, header, list};
-  connect(header, &TWeek_Header::Clicked, this, [this, index] { Select_Day(index); });
+  connect(header, &TWeek_Header::Clicked, this, [this, list] { Select_Day(list); });
   connect(header, &TWeek_Header::Double_Clicked, this, [this] { Show_View(Page_Day); });
-  connect(list, &TEntry_List::Entered, this, [this, index] {
-    if (Whole_Day(CurrentDate) != Day_Of(days[static_cast<std::size_t>(index)].List)) Select_Day(index);
-  });
+  connect(list, &TEntry_List::Entered, this, [this, list] { Enter_Day(list); });
   connect(list, &TWeek_List::Step_Asked, this, [this, index](int step) { Step_To_List(index + step); });
   list->May_Drag = [list] {
     const bool may = May_Move(list->Selected());
@@ -177,8 +175,12 @@ void TContacts_Page3a_Frm::Step_Week(int weeks) {
   DoRefresh();
 }
 
-void TContacts_Page3a_Frm::Select_Day(int index) {
-  CurrentDate = static_cast<TDateTime>(Day_Of(days[static_cast<std::size_t>(index)].List));
+void TContacts_Page3a_Frm::Enter_Day(const TWeek_List* list) {
+  if (list != List_Of_Date()) Select_Day(list);
+}
+
+void TContacts_Page3a_Frm::Select_Day(const TWeek_List* list) {
+  CurrentDate = static_cast<TDateTime>(Day_Of(list));
   Tell_Picker();
   Set_Weekheaders();
 }
@@ -189,8 +191,9 @@ void TContacts_Page3a_Frm::Step_To_List(int index) {
     if (!Outlives(this, [&] { Step_Week(step); })) return;
     index -= step * Days;
   }
-  Select_Day(index);
-  days[static_cast<std::size_t>(index)].List->setFocus(Qt::TabFocusReason);
+  TWeek_List* list = days[static_cast<std::size_t>(index)].List;
+  Select_Day(list);
+  list->setFocus(Qt::TabFocusReason);
 }
 
 TWeek_List* TContacts_Page3a_Frm::List_Of_Date() const {
@@ -252,6 +255,8 @@ void TContacts_Page3a_Frm::Move_Entry(const TEventKey& entry, TWeek_List* target
   const std::size_t last = target->Items().Count();
   target->Items().Insert(last, std::move(moved));
   target->setFocus(Qt::OtherFocusReason);
+  // A window that is not active does not bring the keyboard there yet.
+  Enter_Day(target);
   target->Select_Row(static_cast<int>(last));
 }
 

@@ -46,7 +46,9 @@ class TContacts_Page3a_Frm : public TCalendar_View {
   void Set_Weekheaders();
   void Step_Week(int weeks);
   /// Makes the day of a list the selected one, and tells the picker.
-  void Select_Day(int index);
+  void Select_Day(const TWeek_List* list);
+  /// The same, unless it is selected already.
+  void Enter_Day(const TWeek_List* list);
   void Step_To_List(int index);
   TWeek_List* List_Of_Date() const;
   /// In the host's status bar.

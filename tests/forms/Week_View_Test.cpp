@@ -128,7 +128,10 @@ TEST_F(Week_View, A_Drop_Moves_The_Occurrence_To_The_End_Of_Another_Day) {
   EXPECT_EQ(Week(), "1private 1set 2set 4late 4alarm*") << "until the next refresh";
   EXPECT_FALSE(Drop("alarm", 4)) << "where it is";
   EXPECT_FALSE(Drop("private", 3));
+  QWidget other_window;
+  Show(other_window);
   EXPECT_TRUE(Drop("set", 3));
+  EXPECT_EQ(Bold(), "3 17");
   Sign_In({.Create = true, .Delete = true, .See = true});
   EXPECT_FALSE(Drop("late", 3));
   Display();
