@@ -142,8 +142,10 @@ class TModal_Scope {
   TModal_Scope& operator=(const TModal_Scope&) = delete;
 };
 
-/// Has every page of a window look at its rows, unless something is open or going on there that a page must
-/// not change under: a dialog, a menu, a drag, a long step.
+/// False while something is open or going on that a page must not change its rows under: a dialog, a menu, a
+/// click or drag.
+bool Rows_May_Change();
+/// Has every page of a window look at its rows, unless they may not change or a long step is going on.
 void Look_At_Rows(QWidget* window);
 
 /// Alive during a long step of a page: the hourglass is shown, and what the user types or clicks waits, but

@@ -53,10 +53,13 @@ bool TBusy_Scope::eventFilter(QObject* receiver, QEvent* event) {
   return true;
 }
 
+bool Rows_May_Change() {
+  return !QApplication::activeModalWidget() && !QApplication::activePopupWidget() &&
+         QApplication::mouseButtons() == Qt::NoButton;
+}
+
 void Look_At_Rows(QWidget* window) {
-  if (QApplication::activeModalWidget() || QApplication::activePopupWidget() ||
-      QApplication::mouseButtons() != Qt::NoButton)
-    return;
+  if (!Rows_May_Change()) return;
   QList<QPointer<TForm>> pages;
   for (TForm* page : window->findChildren<TForm*>()) pages.append(page);
   for (const QPointer<TForm>& page : pages) {

@@ -175,9 +175,13 @@ void TForm::Change_In_Place(const std::function<void()>& change) {
 }
 
 bool TForm::event(QEvent* event) {
-  // Not before what closed the other window has run to its end.
-  if (event->type() == QEvent::WindowActivate)
-    QMetaObject::invokeMethod(this, &TForm::Look_At_Rows, Qt::QueuedConnection);
+  // Not before what closed the other window has run to its end; nor under the click that came to this one.
+  if (event->type() == QEvent::WindowActivate) {
+    const auto look = [this] {
+      if (Rows_May_Change()) Look_At_Rows();
+    };
+    QMetaObject::invokeMethod(this, look, Qt::QueuedConnection);
+  }
   if (!Is_Message(event)) return QWidget::event(event);
   if (!closed) Report_Failures([&] { Handle_Message(*static_cast<TMessage*>(event)); });
   return true;

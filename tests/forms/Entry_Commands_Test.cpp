@@ -153,6 +153,14 @@ TEST_P(Entry_Commands_On_A_Page, Select_The_Next_After_A_Deletion_And_Keep_Up_Wi
   Show(other_window);
   home.activateWindow();
   EXPECT_TRUE(QTest::qWaitFor([&] { return seen() == "first e changed2"; })) << seen();
+  auto* popup = Control<QMenu>(view, "PopupMenu1");
+  popup->popup({});
+  Add("under a menu", 0.6);
+  QEvent activated(QEvent::WindowActivate);
+  QApplication::sendEvent(view, &activated);
+  Settle();
+  EXPECT_EQ(seen(), "first e changed2");
+  popup->close();
   for (int i = 0; i < 60; ++i) Add("more", 0.6);
   Display(true, 0);
   list->scrollTo(list->model()->index(30, 0), QAbstractItemView::PositionAtTop);
