@@ -108,10 +108,12 @@ class TTable {
   /// and parentheses. "" removes the filter. Throws EData_Error for an expression that cannot be parsed.
   void Set_Filter(std::string_view expression);
 
-  /// Reads rows of another table along with this view's batches: those whose unique key, by the index of
+  /// Reads rows of another table along with this view's batches: those whose key, by the index of
   /// `looked_up`, equals this view's column `via`. Inside a snapshot or bracket, looked_up.FindKey then finds
-  /// the row that belongs to this view's current row without a query; it is valid until this view moves. Both
-  /// views must live equally long and keep their indexes.
+  /// the row that belongs to this view's current row without a query; it is valid until this view moves.
+  /// Where the index is not unique, which one of the prefetched tables may have, a walk through this view
+  /// meets a row once with each that belongs to it, as long as neither table changes, or once without any;
+  /// Record_Count counts it once. Both views must live equally long and keep their indexes.
   void Prefetch(TField via, TTable& looked_up);
 
   void First();

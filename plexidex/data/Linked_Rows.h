@@ -10,15 +10,14 @@
 namespace Kt_data_01 {
 
 /// Prefetched rows (TTable::Prefetch): for each row of a reader's batch, the row of another table that it
-/// refers to. Row ID 0 where there is none.
+/// refers to, or one of them where it comes once with each. Row ID 0 where there is none.
 class TLinked_Rows {
  public:
-  /// `table`, `columns` and `key` are those of the other table; `via` is the reader's column that equals its
-  /// key.
-  TLinked_Rows(const TTable_Context& table, const TProjection& columns, int key, int via)
-      : table(table), columns(columns), key(key), via(via), rows(columns), next_rows(columns) {}
+  /// `table` and `columns` are those of the other table, `join` says how its rows are found.
+  TLinked_Rows(const TTable_Context& table, const TProjection& columns, const TJoin& join)
+      : table(table), join(join), rows(columns), next_rows(columns) {}
 
-  TJoin Join() const { return {&columns, key, via}; }
+  const TJoin& Join() const { return join; }
 
   /// While a batch is read: Begin, then Add for each row, and at the end Take, which replaces the rows of the
   /// batch before.
@@ -29,7 +28,7 @@ class TLinked_Rows {
   /// Reads the row from the columns that begin at `column` and returns the column after them.
   int Add(TStatement& statement, int column) {
     next_rows.Append(statement, column);
-    return column + static_cast<int>(columns.Columns.size()) + 1;
+    return column + static_cast<int>(join.Columns->Columns.size()) + 1;
   }
   void Take() {
     std::swap(rows, next_rows);
@@ -39,7 +38,7 @@ class TLinked_Rows {
   void Forget() { rows.Clear(); }
   /// To be called when a column of the batch has got another value.
   void Column_Changed(int column) {
-    if (column == via) Forget();
+    if (column == join.Via) Forget();
   }
 
   TRow_Store& Rows() { return rows; }
@@ -48,8 +47,7 @@ class TLinked_Rows {
 
  private:
   const TTable_Context& table;
-  const TProjection& columns;
-  const int key, via;
+  const TJoin join;
   TRow_Store rows, next_rows;
   std::uint64_t serial = 0, next_serial = 0;
 };

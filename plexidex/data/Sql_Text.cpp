@@ -22,38 +22,44 @@ std::string Select(const TProjection& columns) {
   return "SELECT " + Select_List(columns, "d") + From(*columns.Table);
 }
 
-std::string Order(const TTable_Def& table, const TRange_Shape& range, std::size_t from, bool ascending) {
+std::string Order(const TTable_Def& table, const TRange_Shape& range, std::size_t from, bool ascending,
+                  const std::string& joined_id = {}) {
   std::string order = " ORDER BY ";
   const char* direction = ascending ? "" : " DESC";
   for (std::size_t i = from; i < range.Columns.size(); ++i)
     order += Column_Sql(table, range.Columns[i]) + direction + ", ";
-  return order + "d.row_id" + direction;
+  order += std::string("d.row_id") + direction;
+  return joined_id.empty() ? order : order + ", " + joined_id + direction;
 }
 
-// "(a, b) >= (?, ?)" over the index columns from range.Equal to `to`, followed by the row ID if wanted.
+// "(a, b) >= (?, ?)" over the index columns from range.Equal to `to`, followed by the row IDs.
 std::string Tuple_Condition(const TTable_Def& table, const TRange_Shape& range, std::size_t to,
-                            bool with_row_id, const char* comparison) {
+                            std::initializer_list<std::string> row_ids, const char* comparison) {
   std::string left, right;
   const auto add = [&](const std::string& column) {
     left += (left.empty() ? "" : ", ") + column;
     right += right.empty() ? "?" : ", ?";
   };
   for (std::size_t i = range.Equal; i < to; ++i) add(Column_Sql(table, range.Columns[i]));
-  if (with_row_id) add("d.row_id");
+  for (const std::string& row_id : row_ids) {
+    if (!row_id.empty()) add(row_id);
+  }
   if (left.find(',') == std::string::npos) return left + comparison + right;
   return "(" + left + ")" + comparison + "(" + right + ")";
 }
 
-std::string Where(const TTable_Def& table, const TRange_Shape& range, TStep step) {
+std::string Where(const TTable_Def& table, const TRange_Shape& range, TStep step,
+                  const std::string& joined_id = {}) {
   std::string where;
   const auto add = [&](const std::string& condition) {
     where += (where.empty() ? " WHERE " : " AND ") + condition;
   };
   for (std::size_t i = 0; i < range.Equal; ++i) add(Column_Sql(table, range.Columns[i]) + " = ?");
   if (step.From_Row)
-    add(Tuple_Condition(table, range, range.Columns.size(), true, step.Ascending ? " > " : " < "));
-  if (Needs_Low(range, step)) add(Tuple_Condition(table, range, range.Low, false, " >= "));
-  if (Needs_High(range, step)) add(Tuple_Condition(table, range, range.High, false, " <= "));
+    add(Tuple_Condition(table, range, range.Columns.size(), {"d.row_id", joined_id},
+                        step.Ascending ? " > " : " < "));
+  if (Needs_Low(range, step)) add(Tuple_Condition(table, range, range.Low, {}, " >= "));
+  if (Needs_High(range, step)) add(Tuple_Condition(table, range, range.High, {}, " <= "));
   if (!range.Filter.empty()) add("(" + range.Filter + ")");
   return where;
 }
@@ -96,16 +102,17 @@ bool Needs_High(const TRange_Shape& range, TStep step) {
 std::string Fetch_Sql(const TProjection& columns, const TRange_Shape& range, const std::vector<TJoin>& joins,
                       TStep step) {
   const TTable_Def& table = *columns.Table;
-  std::string list = Select_List(columns, "d"), joined;
+  std::string list = Select_List(columns, "d"), joined, joined_id;
   for (std::size_t i = 0; i < joins.size(); ++i) {
     const TTable_Def& other = *joins[i].Columns->Table;
     const std::string alias = "l" + std::to_string(i);
     list += ", " + Select_List(*joins[i].Columns, alias);
     joined += " LEFT JOIN " + Quoted(other.Name) + " " + alias;
     joined += " ON " + alias + "." + Name_Of(other, joins[i].Key) + " = " + Column_Sql(table, joins[i].Via);
+    if (joins[i].Several) joined_id = alias + ".row_id";
   }
-  return "SELECT " + list + From(table) + joined + Where(table, range, step) +
-         Order(table, range, range.Equal, step.Ascending) + " LIMIT ?";
+  return "SELECT " + list + From(table) + joined + Where(table, range, step, joined_id) +
+         Order(table, range, range.Equal, step.Ascending, joined_id) + " LIMIT ?";
 }
 
 std::string Count_Sql(const TTable_Def& table, const TRange_Shape& range) {

@@ -33,17 +33,19 @@ struct TStep {
   bool Ascending = true, From_Row = false;
 };
 
-/// A left join with the row of another table whose column `Key` equals the column `Via`.
+/// A left join with the rows of another table whose column `Key` equals the column `Via`. At most one join of
+/// a batch may have several of them to a row, which then comes once with each, in their natural order.
 struct TJoin {
   const TProjection* Columns;
   int Key, Via;
+  bool Several = false;
 };
 
 // A selected row is its row ID, followed by the columns of the projection.
 
 /// A batch of rows, each followed by the joined ones. Parameters: the columns in which both ends are equal;
-/// after a row, its other index columns and its row ID; the other columns of the low end, if needed, and of
-/// the high end, if needed; the largest number of rows.
+/// after a row, its other index columns, its row ID and, where a join has several, the joined row's; the
+/// other columns of the low end, if needed, and of the high end, if needed; the largest number of rows.
 std::string Fetch_Sql(const TProjection& columns, const TRange_Shape& range, const std::vector<TJoin>& joins,
                       TStep step);
 /// Whether the batch can reach beyond this end.

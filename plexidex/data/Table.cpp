@@ -91,10 +91,11 @@ void TTable::Set_Filter(std::string_view expression) {
 }
 void TTable::Prefetch(TField via, TTable& looked_up) {
   TImpl& other = *looked_up.impl;
-  if (!other.Range.Finds_By_Text())
-    throw impl->Table.Error("prefetch", "the other table has no unique index to be found by");
-  TLinked_Rows& rows = impl->Reader.Prefetch(other.Table, other.Reader.Columns(),
-                                             other.Range.Shape().Columns[0], via.Position);
+  if (!other.Range.Has_Text_Key())
+    throw impl->Table.Error("prefetch", "the other table has no index to be found by");
+  const TRange_Shape& shape = other.Range.Shape();
+  TLinked_Rows& rows = impl->Reader.Prefetch(
+      other.Table, {&other.Reader.Columns(), shape.Columns[0], via.Position, !shape.Unique});
   impl->Cache.Forget();  // its rows lack the column
   other.Cache.Serve_From(impl->Reader, rows, via);
 }

@@ -17,7 +17,7 @@ std::optional<TTable_Cache::TFound> TTable_Cache::Find(std::string_view key) {
   if (source) {
     if (const auto found = Find_Linked(key)) return found;
   }
-  if (!is_on) return {};
+  if (!Keeps()) return {};
   return Find_Kept(key);
 }
 

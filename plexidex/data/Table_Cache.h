@@ -10,8 +10,8 @@
 
 namespace Kt_data_01 {
 
-/// Finds rows by a unique text key without a query: among the rows prefetched by another view
-/// (TTable::Prefetch), or among those found earlier (Set_Cache). Works only inside a snapshot or bracket, and
+/// Finds rows by a text key without a query: among the rows prefetched by another view (TTable::Prefetch), or
+/// by a unique one among those found earlier (Set_Cache). Works only inside a snapshot or bracket, and
 /// drops its rows when the table has changed.
 class TTable_Cache {
  public:
@@ -25,7 +25,7 @@ class TTable_Cache {
   };
   /// Whether Find may be called now.
   bool May_Find() const {
-    return (is_on || source) && range.Finds_By_Text() && range.Shape().Filter.empty() &&
+    return (Keeps() || (source && range.Has_Text_Key())) && range.Shape().Filter.empty() &&
            table.Database.Is_Stable();
   }
   /// Nothing when the caller has to query the engine. A miss in the cache is looked up and kept, so it may
@@ -41,6 +41,7 @@ class TTable_Cache {
   void Serve_From(const TTable_Reader& reader, TLinked_Rows& rows, TField column);
 
  private:
+  bool Keeps() const { return is_on && range.Finds_By_Text(); }
   std::optional<TFound> Find_Linked(std::string_view key) const;
   TFound Find_Kept(std::string_view key);
   // Queries the engine and keeps the result; returns as TRow_Cache::Find.

@@ -27,8 +27,8 @@ TTable_Range::TChange TTable_Range::Set_Index(std::string_view name) {
     for (const std::string_view column : index->Columns) shape.Columns.push_back(table.Def.Column(column));
   }
   shape.Unique = index && index->Unique;
-  finds_by_text = shape.Unique && shape.Columns.size() == 1 &&
-                  table.Def.Columns[static_cast<std::size_t>(shape.Columns[0])].Type == TColumn_Type::Text;
+  has_text_key = shape.Columns.size() == 1 &&
+                 table.Def.Columns[static_cast<std::size_t>(shape.Columns[0])].Type == TColumn_Type::Text;
   Cancel();
   return TChange::Shape;
 }
@@ -67,14 +67,15 @@ void TTable_Range::Check_Key(std::size_t columns) const {
     throw table.Error("find", "the key does not fit the index");
 }
 
-int TTable_Range::Bind_Step(TStatement& statement, TStep step, const TRow_Store& rows,
-                            std::size_t row) const {
+int TTable_Range::Bind_Step(TStatement& statement, TStep step, const TRow_Store& rows, std::size_t row,
+                            std::optional<std::int64_t> joined_row) const {
   int parameter = 0;
   for (std::size_t i = 0; i < shape.Equal; ++i) Bind(statement, parameter++, low[i].Value());
   if (step.From_Row) {
     for (std::size_t i = shape.Equal; i < shape.Columns.size(); ++i)
       rows.Bind(row, shape.Columns[i], statement, parameter++);
     statement.Bind(parameter++, rows.Id(row));
+    if (joined_row) statement.Bind(parameter++, *joined_row);
   }
   if (Needs_Low(shape, step)) {
     for (std::size_t i = shape.Equal; i < low.size(); ++i) Bind(statement, parameter++, low[i].Value());

@@ -1,6 +1,7 @@
 #include "Table_Reader.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace Kt_data_01 {
@@ -16,10 +17,9 @@ void TTable_Reader::Range_Changed(TTable_Range::TChange change) {
   Forget_Statements();
 }
 
-TLinked_Rows& TTable_Reader::Prefetch(const TTable_Context& other, const TProjection& other_columns, int key,
-                                      int via) {
-  links.push_back(std::make_unique<TLinked_Rows>(other, other_columns, key, via));
-  Read_Column(via);
+TLinked_Rows& TTable_Reader::Prefetch(const TTable_Context& other, const TJoin& join) {
+  links.push_back(std::make_unique<TLinked_Rows>(other, *join.Columns, join));
+  Read_Column(join.Via);
   Range_Changed(TTable_Range::TChange::Shape);
   return *links.back();
 }
@@ -220,7 +220,7 @@ void TTable_Reader::Fetch(TStep step) {
     bool all = true;
     {
       TUse use(statement);
-      const int parameter = range.Bind_Step(*use, step, batch, at);
+      const int parameter = range.Bind_Step(*use, step, batch, at, Joined_Row(step));
       use->Bind(parameter, static_cast<std::int64_t>(limit));
       const int own_columns = static_cast<int>(columns.Columns.size()) + 1;
       while (use->Step()) {
@@ -241,6 +241,16 @@ void TTable_Reader::Fetch(TStep step) {
     exhausted = all;
     serial = before;
   });
+}
+
+std::optional<std::int64_t> TTable_Reader::Joined_Row(TStep step) const {
+  for (const auto& link : links) {
+    if (!link->Join().Several) continue;
+    if (const auto row = Row_In_Batch(); row && *row < link->Rows().Count()) return link->Rows().Id(*row);
+    // Not known any more: behind all of them.
+    return step.Ascending ? std::numeric_limits<std::int64_t>::max() : 0;
+  }
+  return {};
 }
 
 void TTable_Reader::Begin_Batch_With_Row(std::uint64_t row_serial) {

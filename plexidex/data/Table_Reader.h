@@ -29,7 +29,7 @@ class TTable_Reader {
   /// To be called after each change of the range.
   void Range_Changed(TTable_Range::TChange change);
   /// Prefetches rows of another table along with each batch, see TLinked_Rows.
-  TLinked_Rows& Prefetch(const TTable_Context& other, const TProjection& other_columns, int key, int via);
+  TLinked_Rows& Prefetch(const TTable_Context& other, const TJoin& join);
   /// Whether the first batch is a large one.
   void Read_Far_Ahead(bool on) { first_limit = on ? Large_First_Batch : First_Batch; }
 
@@ -106,6 +106,8 @@ class TTable_Reader {
   void Read_Written();
   // Reads the next batch, at the range's end or after the current row.
   void Fetch(TStep step);
+  // The joined row after which a batch continues; nothing when no row comes with several.
+  std::optional<std::int64_t> Joined_Row(TStep step) const;
   // To be called when the batch consists of the current row only.
   void Begin_Batch_With_Row(std::uint64_t row_serial);
 

@@ -301,6 +301,36 @@ TEST_F(Table, Prefetched_Rows_Never_Show_What_Is_No_Longer_So) {
   });
 }
 
+TEST_F(Table, A_Row_Is_Met_Once_With_Each_That_Belongs_To_It) {
+  // More than a batch of them belong to one event, none to the next but one.
+  std::string expected;
+  In_Update([&] {
+    for (const int count : {1, 100, 0, 2}) {
+      Add_Event();
+      Run_Sql("UPDATE KT_Events SET EventType = 3, Title = '" + std::to_string(count) + "' WHERE Key = '" +
+              event + "'");
+      for (int i = 0; i < count; ++i) Add_Occurrence(i, "c" + std::to_string(i));
+      for (int i = 0; i < std::max(count, 1); ++i)
+        expected += std::to_string(count) + (count ? "c" + std::to_string(i) : "") + " ";
+    }
+  });
+  TTable walk(Events_Table, "EventType", {"Title"}), along(Events_Data, "Event", {"Contact"});
+  walk.SetRange({3}, {3});
+  walk.Prefetch(walk.Field("Key"), along);
+  TSnapshot snapshot;
+  const auto met = [&] {
+    std::string found(walk.Text(title));
+    if (along.FindKey({walk.Text(walk.Field("Key"))})) found += along.Text(along.Field("Contact"));
+    return found + " ";
+  };
+  std::string onward, back;
+  for (walk.First(); !walk.Eof(); walk.Next()) onward += met();
+  for (walk.Last(); !walk.Bof(); walk.Prior()) back = met() + back;
+  EXPECT_EQ(onward, expected);
+  EXPECT_EQ(back, expected);
+  EXPECT_EQ(walk.Record_Count(), 4);
+}
+
 TEST_F(Table, Keys_Are_Found_By_Their_Exact_Ending) {
   Run_Sql("INSERT INTO KT_Books (Key) VALUES ('abc-1234'), ('xyz-1234'), ('x-99%4')");
   using TKeys = std::vector<std::string>;
