@@ -5,6 +5,7 @@
 #include "Entry_Walk.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "List_Building.h"
 
 namespace KTReminds {
 
@@ -23,40 +24,16 @@ std::string Tag(const char* routine) {
   return std::string("Reminder_Utils:") + routine + " [KT_Events/KT_Events_Data/KT_Alarms]";
 }
 
-void Add_Item(TItem_List& list, std::unique_ptr<TEventKey> entry) {
-  auto item = std::make_unique<TList_Item>();
-  item->Image = entry->Is_Holiday() ? Image_Holiday : State_Image(*entry);
-  item->Data = std::move(entry);
-  list.Add(std::move(item));
-}
-
-// Clears lists, lets `fill` add items to them from the last to the first, and sorts; a failed read leaves all
-// of them empty. The lists tell their observers before the failure is reported.
+// Lets `fill` add items to lists from the last to the first, and sorts.
 template <class TFill>
-void Rebuild(const std::vector<TItem_List*>& lists, const char* routine, TFill fill) {
-  for (const TItem_List* list : lists) {
-    if (list->Is_Updating()) return;
-  }
-  for (TItem_List* list : lists) {
-    list->Begin_Update();
-    list->Clear();
-  }
-  const auto end = [&lists] {
-    for (TItem_List* list : lists) list->End_Update();
-  };
-  try {
+void Rebuild_Sorted(const std::vector<TItem_List*>& lists, const char* routine, TFill fill) {
+  Rebuild_Lists(lists, Tag(routine), [&] {
     fill();
     for (TItem_List* list : lists) {
       list->Reverse();
       Sort_Items(*list, SortKey);
     }
-  } catch (...) {
-    for (TItem_List* list : lists) list->Clear();
-    end();
-    FailRead(Tag(routine));
-    return;
-  }
-  end();
+  });
 }
 
 // Adds the entries and holidays of a day to each list, beginning with the first day.
@@ -81,23 +58,42 @@ void Add_Days(const std::vector<TItem_List*>& lists, const TOwner& owner, bool b
 
 }  // namespace
 
-std::string Task_Status_Text(TTask_Status status, int percentage) {
-  const std::string complete = std::to_string(percentage) + "% Complete";
+std::string_view Task_Status_Name(TTask_Status status) {
   switch (status) {
     case TTask_Status::Not_Started:
       return "Not Started";
     case TTask_Status::In_Progress:
-      return "In Progress " + complete;
+      return "In Progress";
     case TTask_Status::Completed:
       return "Completed";
     case TTask_Status::Pending:
-      return "Pending " + complete;
+      return "Pending";
     case TTask_Status::Postponed:
-      return "Postponed " + complete;
+      return "Postponed";
     case TTask_Status::Cancelled:
-      return "Cancelled " + complete;
+      return "Cancelled";
   }
   return "Unknown";
+}
+
+std::string Task_Status_Text(TTask_Status status, int percentage) {
+  const std::string name(Task_Status_Name(status));
+  switch (status) {
+    case TTask_Status::In_Progress:
+    case TTask_Status::Pending:
+    case TTask_Status::Postponed:
+    case TTask_Status::Cancelled:
+      return name + " " + std::to_string(percentage) + "% Complete";
+    default:
+      return name;
+  }
+}
+
+void Add_Item(TItem_List& list, std::unique_ptr<TEventKey> entry) {
+  auto item = std::make_unique<TList_Item>();
+  item->Image = entry->Is_Holiday() ? Image_Holiday : State_Image(*entry);
+  item->Data = std::move(entry);
+  list.Add(std::move(item));
 }
 
 std::optional<TDateTime> Nearest_Entry_Day(const TOwner& of_owner, bool by_book, TDateTime from,
@@ -151,20 +147,20 @@ void Build_Events_Data(const std::string& Contact, const std::string& Book, TEve
 
 void Build_Reminder_DayView(const std::string& Contact, const std::string& Book, TItem_List& List,
                             TDateTime Date, bool IncludeCompleted, bool ByBook) {
-  Rebuild({&List}, "Build_Reminder_DayView", [&] {
+  Rebuild_Sorted({&List}, "Build_Reminder_DayView", [&] {
     Add_Days({&List}, {Book, Contact}, ByBook, Date, IncludeCompleted);
   });
 }
 
 void Build_Day_Lists(const TOwner& owner, bool by_book, TDateTime first_day,
                      const std::vector<TItem_List*>& lists) {
-  Rebuild(lists, "Build_Reminder_DayView", [&] { Add_Days(lists, owner, by_book, first_day, true); });
+  Rebuild_Sorted(lists, "Build_Reminder_DayView", [&] { Add_Days(lists, owner, by_book, first_day, true); });
 }
 
 void Build_Reminder_AllView(const std::string& Contact, const std::string& Book, TItem_List& List,
                             bool IncludeCompleted, bool ByBook, TProgress_Bar* Progress) {
   constexpr std::int64_t progress_step = 1000;
-  Rebuild({&List}, "Build_Reminder_AllView", [&] {
+  Rebuild_Sorted({&List}, "Build_Reminder_AllView", [&] {
     TEntry_Walk walk(All_Of({Book, Contact}, ByBook), TAlarm_Key::Occurrence, TReading::Whole);
     std::int64_t shown = 0;
     if (Progress) {

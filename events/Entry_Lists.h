@@ -9,7 +9,9 @@
 
 namespace KTReminds {
 
-/// In words, where the status leaves it open with the percentage. "Unknown" for another number.
+/// The status in words; "Unknown" for another number.
+std::string_view Task_Status_Name(TTask_Status status);
+/// The same, where the status leaves it open with the percentage.
 std::string Task_Status_Text(TTask_Status status, int percentage);
 
 /// The nearest day strictly after, or with Backward strictly before, the day of Date on which the user may

@@ -1,11 +1,8 @@
 #include "Entry_Order.h"
 
-#include <algorithm>
 #include <string>
 #include <tuple>
 #include <unordered_map>
-#include <utility>
-#include <vector>
 
 #include "Kt_util_01.h"
 
@@ -20,10 +17,6 @@ bool SortAscending = true;
 namespace {
 
 constexpr int Priority_Of_Type_1 = 10;
-
-int Effective_Priority(const TEventKey& entry) {
-  return entry.EventType == TEntry_Type::Other ? Priority_Of_Type_1 : entry.Priority;
-}
 
 // By what an entry is sorted, and by what where that is the same.
 using TSort_Key = std::pair<std::int64_t, std::int64_t>;
@@ -45,30 +38,6 @@ TSort_Key Key_Of(const TEventKey& entry, int column, std::int64_t text) {
     default:
       return {};
   }
-}
-
-// The places of the texts of a list's items, the same for texts that differ in case only. Entries of one set
-// share their text.
-std::vector<std::int64_t> Places_Of_Texts(const TItem_List& list) {
-  std::unordered_map<const char*, std::size_t> known;
-  std::vector<std::pair<std::string, std::size_t>> texts;
-  std::vector<std::size_t> text_at;
-  text_at.reserve(list.Count());
-  for (std::size_t i = 0; i < list.Count(); ++i) {
-    const std::string_view text = list[i].Data->FirstText.View();
-    const auto [found, is_new] = known.try_emplace(text.data(), texts.size());
-    if (is_new) texts.emplace_back(Sort_Key(text), texts.size());
-    text_at.push_back(found->second);
-  }
-  std::sort(texts.begin(), texts.end());
-  std::vector<std::int64_t> place_of(texts.size());
-  for (std::size_t i = 1; i < texts.size(); ++i)
-    place_of[texts[i].second] =
-        place_of[texts[i - 1].second] + (texts[i].first == texts[i - 1].first ? 0 : 1);
-  std::vector<std::int64_t> places;
-  places.reserve(text_at.size());
-  for (const std::size_t text : text_at) places.push_back(place_of[text]);
-  return places;
 }
 
 // Where an entry stands within its day.
@@ -93,23 +62,36 @@ int CustomSortProc(const TList_Item& Item1, const TList_Item& Item2, int Column)
   return first < second ? -1 : first > second ? 1 : 0;
 }
 
+int Effective_Priority(const TEventKey& entry) {
+  return entry.EventType == TEntry_Type::Other ? Priority_Of_Type_1 : entry.Priority;
+}
+
+std::vector<std::int64_t> Places_Of_Texts(const TItem_List& list, TText TEventKey::*text_of) {
+  std::unordered_map<const char*, std::size_t> known;
+  std::vector<std::pair<std::string, std::size_t>> texts;
+  std::vector<std::size_t> text_at;
+  text_at.reserve(list.Count());
+  for (std::size_t i = 0; i < list.Count(); ++i) {
+    const std::string_view text = ((*list[i].Data).*text_of).View();
+    const auto [found, is_new] = known.try_emplace(text.data(), texts.size());
+    if (is_new) texts.emplace_back(Sort_Key(text), texts.size());
+    text_at.push_back(found->second);
+  }
+  std::sort(texts.begin(), texts.end());
+  std::vector<std::int64_t> place_of(texts.size());
+  for (std::size_t i = 1; i < texts.size(); ++i)
+    place_of[texts[i].second] =
+        place_of[texts[i - 1].second] + (texts[i].first == texts[i - 1].first ? 0 : 1);
+  std::vector<std::int64_t> places;
+  places.reserve(text_at.size());
+  for (const std::size_t text : text_at) places.push_back(place_of[text]);
+  return places;
+}
+
 void Sort_Items(TItem_List& List, int Column) {
-  struct TPlace {
-    TSort_Key Key;
-    std::uint32_t Before;  // equal ones keep their order
-  };
-  const std::vector<std::int64_t> texts =
-      Column == 3 ? Places_Of_Texts(List) : std::vector<std::int64_t>(List.Count());
-  std::vector<TPlace> places(List.Count());
-  for (std::uint32_t i = 0; i < places.size(); ++i) places[i] = {Key_Of(*List[i].Data, Column, texts[i]), i};
-  const auto comes_before = [up = SortAscending](const TPlace& a, const TPlace& b) {
-    if (a.Key != b.Key) return (a.Key < b.Key) == up;
-    return a.Before < b.Before;
-  };
-  std::sort(places.begin(), places.end(), comes_before);
-  std::vector<std::uint32_t> order(places.size());
-  for (std::size_t i = 0; i < places.size(); ++i) order[i] = places[i].Before;
-  List.Reorder(order);
+  std::vector<std::int64_t> texts(List.Count());
+  if (Column == 3) texts = Places_Of_Texts(List, &TEventKey::FirstText);
+  Sort_By(List, SortAscending, [&](std::size_t i) { return Key_Of(*List[i].Data, Column, texts[i]); });
 }
 
 bool Comes_Before(const TEventKey& a, const TEventKey& b) {

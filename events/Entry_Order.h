@@ -1,5 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
 #include "Kt_lists.h"
 
 namespace KTReminds {
@@ -16,6 +20,33 @@ int CustomSortProc(const Kt_data_01::TList_Item& Item1, const Kt_data_01::TList_
 
 /// Sorts a list whose items all carry data as CustomSortProc orders them; equal items keep their order.
 void Sort_Items(Kt_data_01::TItem_List& List, int Column);
+
+/// As a list sorted by priority counts it.
+int Effective_Priority(const Kt_data_01::TEventKey& entry);
+
+/// The places of one text of a list's items in the order of these texts, the same for texts that differ in
+/// case only. Texts that items share are compared once.
+std::vector<std::int64_t> Places_Of_Texts(const Kt_data_01::TItem_List& list,
+                                          Kt_data_01::TText Kt_data_01::TEventKey::*text_of);
+
+/// Sorts a list by what `key_of` gives for the item at a position; equal items keep their order, whatever the
+/// direction.
+template <class TKey_Of>
+void Sort_By(Kt_data_01::TItem_List& list, bool ascending, TKey_Of key_of) {
+  struct TPlace {
+    decltype(key_of(std::size_t{})) Key;
+    std::uint32_t Before;
+  };
+  std::vector<TPlace> places(list.Count());
+  for (std::uint32_t i = 0; i < places.size(); ++i) places[i] = {key_of(i), i};
+  std::sort(places.begin(), places.end(), [ascending](const TPlace& a, const TPlace& b) {
+    if (a.Key != b.Key) return (a.Key < b.Key) == ascending;
+    return a.Before < b.Before;
+  });
+  std::vector<std::uint32_t> order(places.size());
+  for (std::size_t i = 0; i < places.size(); ++i) order[i] = places[i].Before;
+  list.Reorder(order);
+}
 
 /// The order of days on paper and in a terminal: by day, and within it holidays first, then all-day entries,
 /// tasks without a time, and the others by time.

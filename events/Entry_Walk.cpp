@@ -43,16 +43,56 @@ TWalk_Range All_Of(const TOwner& owner, bool by_book) {
   return {owner, by_book, std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max()};
 }
 
+TTable Entry_Events(std::string_view index) {
+  return TTable(Events_Table, index,
+                {"Title", "Location", "FirstDate", "Freq", "User", "Private", "AllDay", "Priority",
+                 "EventType", "Percentage", "Status"});
+}
+
+TTable Entry_Contacts() {
+  return TTable(Contacts_Table, "Key", {"DisplayName", "Deleted"});
+}
+
+bool Is_Visible(TTable& contacts, std::string_view owner) {
+  return contacts.FindKey({owner}) && !contacts.Boolean(Contact_Columns().Deleted) &&
+         Access_Allowed(owner, Access_See);
+}
+
+std::unique_ptr<TEventKey> Entry_At(const TTable& occurrences, const TTable& events, const TTable& contacts) {
+  const TOccurrence_Columns& occurrence = Occurrence_Columns();
+  const TEvent_Columns& master = Event_Columns();
+  auto entry = std::make_unique<TEventKey>();
+  entry->Key = TText(occurrences.Text(occurrence.Key));
+  entry->Description = events.Shared_Text(master.Title);
+  entry->EventType = Read_Entry_Type(events);
+  entry->Percentage = static_cast<int>(events.Integer(master.Percentage));
+  if (entry->Is_Task()) {
+    entry->FirstText =
+        TText(Task_Status_Text(static_cast<TTask_Status>(events.Integer(master.Status)), entry->Percentage));
+    entry->SecondText = entry->Description;
+  } else {
+    entry->FirstText = entry->Description;
+    entry->SecondText = events.Shared_Text(master.Location);
+  }
+  entry->Contact = contacts.Shared_Text(Contact_Columns().Key);
+  entry->ContactName = contacts.Shared_Text(Contact_Columns().DisplayName);
+  entry->User = events.Shared_Text(master.User);
+  entry->Private = events.Boolean(master.Private) && entry->User != User_Key();
+  entry->Timeless = events.Boolean(master.AllDay);
+  entry->Priority = static_cast<int>(events.Integer(master.Priority));
+  entry->FirstDate = events.DateTime(master.FirstDate);
+  entry->EventDate = occurrences.DateTime(occurrence.EventDate);
+  entry->Done = occurrences.Boolean(occurrence.Actioned);
+  return entry;
+}
+
 TEntry_Walk::TEntry_Walk(const TWalk_Range& range, TAlarm_Key alarm_key, TReading reading)
     : occurrences(Events_Data, range.By_Book ? "BookandDate" : "ContactandDate",
                   {"Key", "Contact", "Event", "Actioned", "EventDate"}),
-      events(Events_Table, "Key",
-             {"Title", "Location", "FirstDate", "Freq", "User", "Private", "AllDay", "Priority", "EventType",
-              "Percentage", "Status"}),
-      contacts(Contacts_Table, "Key", {"DisplayName", "Deleted"}),
+      events(Entry_Events("Key")),
+      contacts(Entry_Contacts()),
       alarms(Alarms_Table, "Key", {"Key"}),
-      alarm_key(alarm_key),
-      user(User_Key()) {
+      alarm_key(alarm_key) {
   const std::string& owner = range.By_Book ? range.Owner.Book : range.Owner.Contact;
   occurrences.SetRange({owner, range.From}, {owner, range.To});
   if (reading == TReading::Whole) {
@@ -89,37 +129,11 @@ std::unique_ptr<TEventKey> TEntry_Walk::Next() {
 
 std::unique_ptr<TEventKey> TEntry_Walk::Entry() {
   const TOccurrence_Columns& occurrence = Occurrence_Columns();
-  const TEvent_Columns& master = Event_Columns();
-  const std::string_view contact = occurrences.Text(occurrence.Contact);
-  if (!contacts.FindKey({contact}) || contacts.Boolean(Contact_Columns().Deleted)) return nullptr;
-  if (!Access_Allowed(contact, Access_See)) return nullptr;
+  if (!Is_Visible(contacts, occurrences.Text(occurrence.Contact))) return nullptr;
   const std::string_view event = occurrences.Text(occurrence.Event);
   if (!events.FindKey({event})) return nullptr;
-
-  auto entry = std::make_unique<TEventKey>();
-  entry->Key = TText(occurrences.Text(occurrence.Key));
-  entry->Description = events.Shared_Text(master.Title);
-  entry->EventType = Read_Entry_Type(events);
-  entry->Percentage = static_cast<int>(events.Integer(master.Percentage));
-  if (entry->Is_Task()) {
-    entry->FirstText =
-        TText(Task_Status_Text(static_cast<TTask_Status>(events.Integer(master.Status)), entry->Percentage));
-    entry->SecondText = entry->Description;
-  } else {
-    entry->FirstText = entry->Description;
-    entry->SecondText = events.Shared_Text(master.Location);
-  }
-  entry->Contact = contacts.Shared_Text(Contact_Columns().Key);
-  entry->ContactName = contacts.Shared_Text(Contact_Columns().DisplayName);
-  entry->User = events.Shared_Text(master.User);
-  const bool own = events.Text(master.User) == user;
-  entry->Private = events.Boolean(master.Private) && !own;
-  entry->Timeless = events.Boolean(master.AllDay);
-  entry->Priority = static_cast<int>(events.Integer(master.Priority));
-  entry->FirstDate = events.DateTime(master.FirstDate);
-  entry->EventDate = occurrences.DateTime(occurrence.EventDate);
-  entry->Done = occurrences.Boolean(occurrence.Actioned);
-  if (own && !entry->Done)
+  auto entry = Entry_At(occurrences, events, contacts);
+  if (!entry->Done && entry->User == User_Key())
     entry->Alarm = alarms.FindKey({alarm_key == TAlarm_Key::Set ? event : entry->Key.View()});
   return entry;
 }

@@ -28,6 +28,16 @@ TWalk_Range Day_Of(const TOwner& owner, bool by_book, TDateTime day);
 /// All that there is.
 TWalk_Range All_Of(const TOwner& owner, bool by_book);
 
+/// Cursors with the columns that an entry is made from; the contacts by key.
+TTable Entry_Events(std::string_view index);
+TTable Entry_Contacts();
+/// Whether the current user may see entries of an owner, on whose row the contacts then stand: it is there
+/// and not deleted. Both throw EData_Error.
+bool Is_Visible(TTable& contacts, std::string_view owner);
+/// The entry of the rows at which three cursors stand, as if it had no alarm.
+std::unique_ptr<Kt_data_01::TEventKey> Entry_At(const TTable& occurrences, const TTable& events,
+                                                const TTable& contacts);
+
 /// Walks the occurrences that the current user may see, as entries. Owns its cursors; must not outlive a
 /// call, and throws EData_Error.
 class TEntry_Walk {
@@ -49,7 +59,6 @@ class TEntry_Walk {
   Kt_data_01::TSnapshot snapshot;
   TTable occurrences, events, contacts, alarms;
   const TAlarm_Key alarm_key;
-  const std::string user;
   std::int64_t passed = 0;
   bool started = false;
 };
