@@ -175,7 +175,9 @@ std::size_t TEntry_Painter::End_For(int row_width) const {
   for (std::size_t i = 0; i < widths.size(); ++i) {
     if (i != text_column) room -= widths[i] + (i < images_end ? 0 : Column_Gap);
   }
-  return room < least_letters * letter ? text_column + 1 : columns.Columns.size();
+  std::size_t end = columns.Columns.size();
+  while (end > text_column + 1 && room < least_letters * letter) room += widths[--end] + Column_Gap;
+  return end;
 }
 
 QSize TEntry_Painter::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {

@@ -50,7 +50,8 @@ class TEntry_Painter : public QStyledItemDelegate {
   };
 
   void Measure(const QWidget& list);
-  /// Behind the last column that a row shows: where the text has hardly any room, it is the last.
+  /// Behind the last column that a row shows: where the text has hardly any room, it gets that of the last
+  /// ones.
   std::size_t End_For(int row_width) const;
   void Set_Style(TRow& row, const Kt_data_01::TEventKey& entry) const;
   void Draw_Image(TRow& row, const Kt_data_01::TList_Item& item, std::size_t column) const;

@@ -38,7 +38,8 @@ void TSort_Header::Place_Labels() {
   for (const auto& [label, text] : labels) {
     const auto span = list->Column_Span(label->property("Tag").toInt());
     label->setVisible(span.has_value());
-    const int width = label->fontMetrics().horizontalAdvance(text);
+    // Rounded up, or the label would be cut for a fraction.
+    const int width = qCeil(QFontMetricsF(label->font(), label).horizontalAdvance(text));
     const int left = !span                       ? 0
                      : span->Side == TSide::Left ? span->Left + indent
                                                  : span->Right - right_margin - width;
