@@ -14,6 +14,7 @@ using namespace Kt_forms;
 
 TCalendar_HomePage_Frm::TCalendar_HomePage_Frm()
     : THome_Page({.Images = "CalHome_Enabled",
+                  .Tool_Bar = "ToolBar1",
                   .Search_Hint = tr("Search Calendar|Search the Address Book's Calendar"),
                   .Search_Page = Page_Calendar_Search,
                   .Permissions = tr("Calendar &Permissions..."),
@@ -61,9 +62,6 @@ void TCalendar_HomePage_Frm::New_Task() {
 
 void TCalendar_HomePage_Frm::Handle_Message(const TMessage& message) {
   switch (message.Number()) {
-    case umAddContact:
-      Post_Message(Get_ParentForm(this), umAddContact, 0, message.LParam);
-      break;
     case umRefreshDisplay:
       if (Outlives(this, [this] { DoRefresh(); })) show();
       break;

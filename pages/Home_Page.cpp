@@ -41,7 +41,7 @@ void Place_First(QToolBar* bar, QWidget* panel) {
 THome_Page::THome_Page(const THome_Texts& texts) : texts(texts), EnabledIcons(texts.Images) {}
 
 THome_Page::~THome_Page() {
-  delete ToolBar1;
+  delete tool_bar;
 }
 
 void THome_Page::Set_Tool_Panel(QWidget* panel) {
@@ -53,26 +53,28 @@ void THome_Page::Set_Up(const TControls& own_controls) {
   Make_Tool_Bar();
   Initialise_Form(this);
   if (QWidget* panel = Tool_Panel()) {
-    Place_First(ToolBar1, panel);
-    ToolBar1->show();
+    Place_First(tool_bar, panel);
+    tool_bar->show();
+  } else {
+    delete tool_bar;
   }
   Make_Menu();
   Merge_Menu(this, {Tools1});
-  controls.Navigation_Bar->setVisible(Kt_util_01::Read_Bool("General", "Navigation Bars", true));
+  controls.Navigation_Bar->setVisible(tool_bar && Kt_util_01::Read_Bool("General", "Navigation Bars", true));
   for (QWidget* control : controls.Permissions) control->setVisible(Kt_data_01::DB_Permissions);
 }
 
 void THome_Page::Make_Tool_Bar() {
-  ToolBar1 = new QToolBar(this);
-  ToolBar1->setObjectName(QStringLiteral("ToolBar1"));
-  ToolBar1->setIconSize({TImage_List::Size, TImage_List::Size});
-  auto* search = new QToolButton(ToolBar1);
+  tool_bar = new QToolBar(this);
+  tool_bar->setObjectName(QString::fromLatin1(texts.Tool_Bar));
+  tool_bar->setIconSize({TImage_List::Size, TImage_List::Size});
+  auto* search = new QToolButton(tool_bar);
   search->setObjectName(QStringLiteral("ToolButton5"));
   search->setToolTip(texts.Search_Hint);
   search->setIcon(EnabledIcons.Icon(0));
   search->setAutoRaise(true);
   search->setFocusPolicy(Qt::TabFocus);
-  ToolBar1->addWidget(search);
+  tool_bar->addWidget(search);
   connect(search, &QToolButton::clicked, this, &THome_Page::Search);
 }
 
@@ -184,6 +186,7 @@ void THome_Page::Tools1Click() {
 
 void THome_Page::Handle_Message(const TMessage& message) {
   if (message.Number() == umDisplayForm) Show_Page(static_cast<int>(message.WParam));
+  if (message.Number() == umAddContact) Post_Message(Get_ParentForm(this), umAddContact, 0, message.LParam);
   if (message.Number() != umGetFormName) return;
   if (TForm* shown = Current()) {
     Send_Message(shown, umGetFormName, 0, message.LParam);
@@ -196,12 +199,12 @@ void THome_Page::Handle_Message(const TMessage& message) {
 
 void THome_Page::FormActivate() {
   Merge_Menu(this, {Tools1});
-  if (ToolBar1) ToolBar1->show();
+  if (tool_bar) tool_bar->show();
 }
 
 void THome_Page::FormDeactivate() {
   Unmerge_Menu(this);
-  if (ToolBar1) ToolBar1->hide();
+  if (tool_bar) tool_bar->hide();
 }
 
 bool THome_Page::FormCloseQuery() {
@@ -212,7 +215,7 @@ bool THome_Page::FormCloseQuery() {
 void THome_Page::FormClose() {
   Save_Data();
   Close_Current();
-  if (ToolBar1) ToolBar1->hide();
+  if (tool_bar) tool_bar->hide();
 }
 
 }  // namespace KTReminds

@@ -14,6 +14,7 @@ namespace KTReminds {
 /// What a home page calls its things, and how it differs from the others.
 struct THome_Texts {
   const char* Images;                     // name of the image list, whose first image stands for the search
+  const char* Tool_Bar;                   // name of the bar of the search tool
   QString Search_Hint;                    // of the search tool, "short|long"
   int Search_Page;                        // the page for searching, which the form around the home page shows
   QString Permissions, Permissions_Hint;  // of the menu item
@@ -37,12 +38,13 @@ class THome_Page : public Kt_forms::TForm {
   /// Shows a page by its number; a number that is none of its pages' empties the panel.
   virtual void Show_Page(int Index);
 
-  /// Where the home pages that are made from now on put their tools; null for nowhere.
+  /// Where the home pages that are made from now on put their tools; null for those that are part of another
+  /// page, which have neither tools nor a navigation bar.
   static void Set_Tool_Panel(QWidget* panel);
 
  protected:
   struct TControls {
-    QWidget* Navigation_Bar;      // shown unless the user has done without
+    QWidget* Navigation_Bar;      // shown beside tools unless the user has done without
     QWidget* Setup_Panel;         // gets the page that is shown
     QList<QWidget*> Permissions;  // shown where there are permissions
   };
@@ -64,7 +66,7 @@ class THome_Page : public Kt_forms::TForm {
   void FormDeactivate() override;
   bool FormCloseQuery() override;
   void FormClose() override;
-  /// umDisplayForm and umGetFormName.
+  /// umDisplayForm, umGetFormName, and umAddContact, which is the host's.
   void Handle_Message(const Kt_forms::TMessage& message) override;
 
   std::string NodeKey, OwnerKey;
@@ -79,7 +81,7 @@ class THome_Page : public Kt_forms::TForm {
 
   const THome_Texts texts;
   const TImage_List EnabledIcons;
-  QPointer<QToolBar> ToolBar1;  // lies in the host's tool area, but is the page's
+  QPointer<QToolBar> tool_bar;  // lies in the host's tool area, but is the page's; null without one
   QMenu* Tools1 = nullptr;
   QAction *Administration1 = nullptr, *ChangePassword1 = nullptr;
 };
