@@ -35,3 +35,5 @@
 #include "fm_Contacts_Page3b.h"
 #include "fm_Contacts_Page3c.h"
 #include "fm_Contacts_Page3d.h"
+// The tasks' home page, of a book or a contact: Display_Task_Home_Page.
+#include "fm_Task_HomePage.h"

@@ -2,6 +2,7 @@
 
 #include "Image_List.h"
 #include "Reminder_Utils.h"
+#include "Task_Order.h"
 
 namespace KTReminds {
 
@@ -18,6 +19,8 @@ void Load_Package() {
   Loaded = true;
   SortKey = Column_Date;
   SortAscending = true;
+  TaskSortKey = Task_Column_Due;
+  TaskSortAscending = true;
 }
 
 void Unload_Package() {

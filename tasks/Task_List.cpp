@@ -39,11 +39,12 @@ bool Is_Listed(const TEventKey& task, TTask_Status status, TTask_Filter filter, 
   return true;
 }
 
-void Add_Tasks(TItem_List& list, const TOwner& owner, bool by_book, TTask_Filter filter) {
+void Add_Tasks(TItem_List& list, const TOwner& owner, TTask_Filter filter) {
   const TOccurrence_Columns& occurrence = Occurrence_Columns();
   const TEvent_Columns& master = Event_Columns();
   const TDateTime now = Now();
   const TSnapshot snapshot;
+  const bool by_book = owner.Contact.empty() || owner.Contact == Calendar_Of_Book(owner.Book);
   TTable events = Entry_Events("EventType"), contacts = Entry_Contacts();
   TTable occurrences(Events_Data, "Event", {"Key", "Contact", "Book", "Actioned", "EventDate"});
   const int task = static_cast<int>(TEntry_Type::Task);
@@ -110,9 +111,9 @@ std::string Task_Results_Caption(std::size_t found) {
   return "Search Results [" + std::to_string(found) + " Tasks found]";
 }
 
-void Build_Task_List(const TOwner& owner, bool by_book, TTask_Filter filter, TItem_List& list) {
+void Build_Task_List(const TOwner& owner, TTask_Filter filter, TItem_List& list) {
   Rebuild_Lists({&list}, "Task_List:Build_Task_List [KT_Events/KT_Events_Data/KT_Contacts]", [&] {
-    Add_Tasks(list, owner, by_book, filter);
+    Add_Tasks(list, owner, filter);
     Sort_Tasks(list);
   });
 }

@@ -16,10 +16,10 @@ TTask_Filter Task_Filter_Of(std::int64_t number);
 std::string Task_Caption(TTask_Filter filter);
 std::string Task_Results_Caption(std::size_t found);
 
-/// Clears a list and fills it with the tasks of a contact, or with `by_book` of a book, that the user may
-/// see, sorted by Sort_Tasks; their first text is the name of their status. A task that recurs is shown once:
-/// by its first date that is not marked complete, or the last one. After a failed read, which is reported,
-/// the list is empty.
-void Build_Task_List(const TOwner& owner, bool by_book, TTask_Filter filter, Kt_data_01::TItem_List& list);
+/// Clears a list and fills it with the tasks that the user may see, of a contact, or of the whole book where
+/// the owner is its calendar record or nobody, sorted by Sort_Tasks; their first text is the name of their
+/// status. A task that recurs is shown once: by its first date that is not marked complete, or the last one.
+/// After a failed read, which is reported, the list is empty.
+void Build_Task_List(const TOwner& owner, TTask_Filter filter, Kt_data_01::TItem_List& list);
 
 }  // namespace KTReminds

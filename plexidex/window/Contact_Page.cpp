@@ -3,6 +3,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QTabBar>
 #include <QVBoxLayout>
 
 #include "Contact_Dialog.h"
@@ -19,6 +20,7 @@ TContact_Page::TContact_Page()
     : name(new QLabel),
       edit(new QPushButton(tr("E&dit Contact..."))),
       details(new QFormLayout),
+      tabs(new QTabBar),
       view_panel(new QWidget) {
   setObjectName(QStringLiteral("Contact_Page"));
   name->setObjectName(QStringLiteral("Contact_Name"));
@@ -40,8 +42,20 @@ TContact_Page::TContact_Page()
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addLayout(head);
+  tabs->setObjectName(QStringLiteral("Tabs"));
+  tabs->setAccessibleName(tr("Calendar or tasks"));
+  tabs->setDrawBase(false);
+  tabs->setExpanding(false);
+  tabs->addTab(tr("C&alendar"));
+  tabs->addTab(tr("Tas&ks"));
+  layout->addWidget(tabs);
   layout->addWidget(view_panel, 1);
   Initialise_Form(this);
+  tabs->setCurrentIndex(Kt_util_01::Read_Bool("General", "Contact Tasks", false) ? 1 : 0);
+  connect(tabs, &QTabBar::currentChanged, this, [this](int tab) {
+    Kt_util_01::Write_Bool("General", "Contact Tasks", tab == 1);
+    Show_Tab();
+  });
   connect(edit, &QPushButton::clicked, this, &TContact_Page::Edit);
 }
 
@@ -82,7 +96,15 @@ void TContact_Page::Show_Contact() {
 void TContact_Page::Reload() {
   Rows_Are_Shown();
   Show_Contact();
-  Show_View(static_cast<int>(Kt_util_01::Read_Integer("General", "Contact View", KTReminds::Page_Day)));
+  Show_Tab();
+}
+
+void TContact_Page::Show_Tab() {
+  if (tabs->currentIndex() == 1) {
+    KTReminds::Display_Task_Home_Page(view_panel, view, Book(), Owner(), KTReminds::Page_Tasks, nullptr);
+  } else {
+    Show_View(static_cast<int>(Kt_util_01::Read_Integer("General", "Contact View", KTReminds::Page_Day)));
+  }
 }
 
 void TContact_Page::Show_View(int page) {
@@ -110,6 +132,8 @@ void TContact_Page::FormClose() {
 void TContact_Page::Handle_Message(const TMessage& message) {
   if (message.Number() == umGetFormName && view.Get()) {
     Send_Message(view.Get(), umGetFormName, 0, message.LParam);
+  } else if (message.Number() == umDisplayForm && message.WParam == KTReminds::Page_Task_Search) {
+    Post_Message(Get_ParentForm(this), umDisplayForm, message.WParam, 0);
   } else if (message.Number() == umDisplayForm) {
     Show_View(static_cast<int>(message.WParam));
   } else {

@@ -5,10 +5,12 @@
 class QFormLayout;
 class QLabel;
 class QPushButton;
+class QTabBar;
 
 namespace Plexidex {
 
-/// A contact: name and details, and below the contact's own calendar in the view that was shown last.
+/// A contact: name and details, and below the contact's own calendar in the view that was shown last, or the
+/// contact's tasks.
 class TContact_Page : public TBook_Page {
   Q_OBJECT
 
@@ -31,12 +33,14 @@ class TContact_Page : public TBook_Page {
   void Show_Contact();
   /// Another page than a view of the calendar is the day.
   void Show_View(int page);
+  void Show_Tab();
   void Show_Details();
   void Edit();
 
   QLabel* name;
   QPushButton* edit;
   QFormLayout* details;
+  QTabBar* tabs;
   QWidget* view_panel;
   Kt_forms::TForm_Reference view;
 };

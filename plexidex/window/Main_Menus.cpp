@@ -38,9 +38,9 @@ void TMain_Window::Make_Menus() {
   };
   QMenu* file = Add_Menu(menuBar(), "File", tr("&File"));
   new_event = add(file, tr("New &Event..."), QKeySequence::New, tr("Create a New Calendar Event"),
-                  [this] { Send_To_Page(umAddContactEvent, 0); });
+                  [this] { New_Entry(false); });
   new_task = add(file, tr("New &Task..."), Qt::CTRL | Qt::SHIFT | Qt::Key_N,
-                 tr("Create a New Address Book Task"), [this] { Send_To_Page(umAddContactEvent, 1); });
+                 tr("Create a New Address Book Task"), [this] { New_Entry(true); });
   new_contact = add(file, tr("New &Contact..."), Qt::CTRL | Qt::SHIFT | Qt::Key_C,
                     tr("Adds a contact to the address book"), [this] { Send_To_Page(umAddContact, 0); });
   file->addSeparator();

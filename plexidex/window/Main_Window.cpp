@@ -90,6 +90,9 @@ TMain_Window::TMain_Window()
   look->start(every_msecs);
   connect(tree, &TNavigation_Tree::Node_Selected, this, &TMain_Window::Node_Selected);
   connect(tree, &TNavigation_Tree::Node_Clicked_Again, this, [this] { Send_To_Page(umSelectNode, 0); });
+  connect(tree, &TNavigation_Tree::Node_Entered, this, [this] {
+    if (page.Get() && page.Get()->focusProxy()) page.Get()->setFocus();
+  });
   connect(place, &TPage_Place::Tree_Is_Stale, this, &TMain_Window::Reload_Tree);
   connect(place, &TPage_Place::Display_Page, this, &TMain_Window::Display_Host_Page);
   connect(place, &TPage_Place::Add_Contact, this, &TMain_Window::Add_Contact);
@@ -140,11 +143,11 @@ bool TMain_Window::Show_Page(const TNode& node) {
   switch (node.Kind) {
     case TNode_Kind::Calendar:
       return KTReminds::Display_Calendar_Home_Page(place, page, node.Book, node.Calendar, tool_area);
-    case TNode_Kind::Book:
     case TNode_Kind::Tasks:
-      return Display_Book_Page<TUpcoming_Page>(
-          place, page, node.Book, node.Calendar, [](TUpcoming_Page&) {},
-          [&](TUpcoming_Page& shown) { shown.Show_Tasks_Only(node.Kind == TNode_Kind::Tasks); });
+      return KTReminds::Display_Task_Home_Page(place, page, node.Book, node.Calendar, KTReminds::Page_Tasks,
+                                               tool_area);
+    case TNode_Kind::Book:
+      return Display_Book_Page<TUpcoming_Page>(place, page, node.Book, node.Calendar);
     case TNode_Kind::Contacts:
       return Display_Book_Page<TContacts_Page>(
           place, page, node.Book, node.Calendar, [this](TContacts_Page& made) {
@@ -220,6 +223,13 @@ void TMain_Window::Send_To_Page(int message, qintptr l_param) {
   Send_Message(page.Get(), message, 0, l_param);
 }
 
+void TMain_Window::New_Entry(bool task) {
+  if (!page.As<KTReminds::TTask_HomePage_Frm>()) return Send_To_Page(umAddContactEvent, task);
+  if (task) return Send_To_Page(umAddTask, 0);
+  const TNode node = tree->Current();
+  KTReminds::Reminder_Properties({}, node.Calendar, node.Book, {}, false);
+}
+
 std::string TMain_Window::Page_Name() const {
   char name[256] = "";
   Send_Message(page.Get(), umGetFormName, 0, reinterpret_cast<qintptr>(name));
@@ -228,6 +238,7 @@ std::string TMain_Window::Page_Name() const {
 
 void TMain_Window::Display_Host_Page(int index) {
   if (index == KTReminds::Page_Calendar_Search) Say_Not_Yet(tr("Searching the calendar"));
+  if (index == KTReminds::Page_Task_Search) Say_Not_Yet(tr("Searching the tasks"));
 }
 
 void TMain_Window::Say_Not_Yet(const QString& what) {

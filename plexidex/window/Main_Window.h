@@ -53,6 +53,7 @@ class TMain_Window : public QMainWindow {
   void Show_Hint_Without_Page();
   void Show_Contact(const std::string& contact);
   void Send_To_Page(int message, qintptr l_param);
+  void New_Entry(bool task);
   void Display_Host_Page(int index);
   void Say_Not_Yet(const QString& what);
 

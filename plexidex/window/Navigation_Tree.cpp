@@ -55,6 +55,8 @@ TNavigation_Tree::TNavigation_Tree(QWidget* parent) : QTreeWidget(parent) {
   connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* current) {
     if (!silent && current) emit Node_Selected();
   });
+  connect(this, &QTreeWidget::itemClicked, this, &TNavigation_Tree::Node_Entered);
+  connect(this, &QTreeWidget::itemActivated, this, &TNavigation_Tree::Node_Entered);
   connect(this, &QTreeWidget::itemExpanded, this, &TNavigation_Tree::Add_Contacts);
 }
 

@@ -39,6 +39,8 @@ class TNavigation_Tree : public QTreeWidget {
   void Node_Selected();
   /// The user has clicked on the node that was the current one already.
   void Node_Clicked_Again();
+  /// By a click or Enter: what was selected is what the user wants to work with.
+  void Node_Entered();
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;

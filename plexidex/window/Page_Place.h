@@ -51,19 +51,18 @@ class TBook_Page : public Kt_forms::TForm {
   std::string book_key, owner_key;
 };
 
-/// Embeds a page of the class, an existing one again, prepares it, and has it read what it shows; a new one
-/// is told to `made` once. Null when the page that is in the way refuses to close.
+/// Embeds a page of the class, an existing one again, and has it read what it shows; a new one is told to
+/// `made` once. Null when the page that is in the way refuses to close.
 template <class T>
 T* Display_Book_Page(
     QWidget* parent, Kt_forms::TForm_Reference& form, const std::string& book, const std::string& owner,
-    const std::function<void(T&)>& made, const std::function<void(T&)>& prepare = [](T&) {}) {
+    const std::function<void(T&)>& made = [](T&) {}) {
   const bool is_new = !form.As<T>();
   T* page = form.Reuse_Or_Replace<T>();
   if (!page) return nullptr;
   if (is_new) made(*page);
   Kt_forms::Embed_Page(page, parent);
   page->Set_Keys(book, owner);
-  prepare(*page);
   page->show();
   page->Reload();
   return page;

@@ -83,22 +83,14 @@ void TUpcoming_Page::Reload() {
   const int position = selected ? list->currentItem()->data(Time_Column, Entry_Role).toInt() : 0;
   list->clear();
   const TDateTime first = Today(), last = first + Days_Shown - 1;
-  heading->setText((tasks_only ? tr("Tasks that are open, or due from %1 to %2") : tr("From %1 to %2"))
-                       .arg(To_Qt(FormatDateTime("ddddd", first)), To_Qt(FormatDateTime("ddddd", last))));
-  const TDateTime from = tasks_only ? Encode_Date(Min_Year, 1, 1) : first,
-                  to = tasks_only ? Encode_Date(Max_Year, 12, 31) : last;
-  KTReminds::Build_Events_Data(Owner(), Book(), entries, from, to, true);
-  if (tasks_only) {
-    std::erase_if(entries, [&](const auto& entry) {
-      return !entry->Is_Task() || (entry->Done && (entry->EventDate < first || entry->EventDate > last));
-    });
-  } else {
-    Read("Upcoming_Page:Reload [KT_Holidays]", [&] {
-      TEventKey_List holidays;
-      Build_Holidays_Data(holidays, first, last);
-      for (auto& holiday : holidays) entries.push_back(std::move(holiday));
-    });
-  }
+  heading->setText(
+      tr("From %1 to %2").arg(To_Qt(FormatDateTime("ddddd", first)), To_Qt(FormatDateTime("ddddd", last))));
+  KTReminds::Build_Events_Data(Owner(), Book(), entries, first, last, true);
+  Read("Upcoming_Page:Reload [KT_Holidays]", [&] {
+    TEventKey_List holidays;
+    Build_Holidays_Data(holidays, first, last);
+    for (auto& holiday : holidays) entries.push_back(std::move(holiday));
+  });
   std::stable_sort(entries.begin(), entries.end(),
                    [](const auto& a, const auto& b) { return CompareDates(a->EventDate, b->EventDate) < 0; });
 

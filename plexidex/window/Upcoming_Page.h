@@ -9,14 +9,12 @@ class QTreeWidgetItem;
 
 namespace Plexidex {
 
-/// The entries of a book from today on, by day.
+/// The entries and holidays of a book from today on, by day.
 class TUpcoming_Page : public TBook_Page {
   Q_OBJECT
 
  public:
   TUpcoming_Page();
-  /// Tasks alone, or all entries and the holidays.
-  void Show_Tasks_Only(bool tasks) { tasks_only = tasks; }
   void Reload() override;
 
  private:
@@ -26,7 +24,6 @@ class TUpcoming_Page : public TBook_Page {
   void Delete();
   void Toggle_Done();
 
-  bool tasks_only = false;
   QLabel* heading;
   QTreeWidget* list;
   Kt_data_01::TEventKey_List entries;

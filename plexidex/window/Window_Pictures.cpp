@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPixmap>
+#include <QTabBar>
 #include <QTimer>
 #include <functional>
 #include <iostream>
@@ -80,7 +81,15 @@ void Take_Pages(TPictures& pictures, TMain_Window& window, const std::string& bo
   take(TNode_Kind::Tasks, "tasks");
   take(TNode_Kind::Contacts, "contacts");
   const auto contacts = Kt_data_01::List_Contacts(book, false);
-  if (!contacts.empty()) take(TNode_Kind::Contact, "contact", contacts.front().Key);
+  if (!contacts.empty()) {
+    take(TNode_Kind::Contact, "contact", contacts.front().Key);
+    if (auto* tabs = window.findChild<QTabBar*>(QStringLiteral("Tabs"))) {
+      const int shown = tabs->currentIndex();
+      tabs->setCurrentIndex(1 - shown);
+      take(TNode_Kind::Contact, "contact", contacts.front().Key);
+      tabs->setCurrentIndex(shown);
+    }
+  }
   window.Tree().Select(TNode_Kind::Calendar, book);
   auto* calendar = window.findChild<KTReminds::TCalendar_HomePage_Frm*>();
   if (!calendar) return;

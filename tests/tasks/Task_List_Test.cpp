@@ -39,8 +39,8 @@ struct Task_List : TDatabase_Test {
     return key;
   }
   /// Titles, "+" for one that is done, and the date due where it is not Monday.
-  std::string Shown(TTask_Filter filter = TTask_Filter::All, bool by_book = true) {
-    Build_Task_List({database.Book().Key, contact}, by_book, filter, list);
+  std::string Shown(TTask_Filter filter = TTask_Filter::All, const std::string& owner = {}) {
+    Build_Task_List({database.Book().Key, owner}, filter, list);
     return Titles();
   }
   std::string Titles() const {
@@ -84,7 +84,8 @@ TEST_F(Task_List, Only_What_Is_The_Books_Or_The_Contacts_And_May_Be_Seen) {
   In_Update([&] { second = Create_Book("Second"); });
   Run_Sql("UPDATE KT_Events_Data SET Book = '" + second.Key + "' WHERE Key = '" + Add("second", {}) + "'");
   EXPECT_EQ(Shown(), "books contacts");
-  EXPECT_EQ(Shown(TTask_Filter::All, false), "contacts");
+  EXPECT_EQ(Shown(TTask_Filter::All, database.Book().Calendar), "books contacts");
+  EXPECT_EQ(Shown(TTask_Filter::All, contact), "contacts");
   In_Update([this] { Set_Contact_Deleted(contact, true); });
   EXPECT_EQ(Shown(), "books");
   In_Update([this] {
