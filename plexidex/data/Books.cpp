@@ -2,6 +2,7 @@
 
 #include "Contacts.h"
 #include "Kt_util_01.h"
+#include "Templates.h"
 
 namespace Kt_data_01 {
 
@@ -43,7 +44,7 @@ TBook Create_Book(std::string_view name) {
   cursor.SetFields({book.Key, book.Name});
   PostUpdate(cursor);
   book.Calendar = Create_Contact(book.Key, name, {}, Contact_Type_Calendar);
-  Set_Other_Labels(book.Key, New_Book_Labels());
+  Add_First_Templates(book.Key);
   return book;
 }
 

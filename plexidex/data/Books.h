@@ -20,7 +20,8 @@ struct TBook {
 std::vector<TBook> List_Books();
 /// By its exact name.
 std::optional<TBook> Find_Book(std::string_view name);
-/// With its calendar record. Throws EData_Error when there is a book of this name already.
+/// With its calendar record and its first templates. Throws EData_Error when there is a book of this name
+/// already.
 TBook Create_Book(std::string_view name);
 /// False when there is no such book. Throws EData_Error when another one has this name.
 bool Rename_Book(std::string_view book, std::string_view name);

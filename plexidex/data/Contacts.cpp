@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Kt_util_01.h"
+#include "Templates.h"
 
 namespace Kt_data_01 {
 
@@ -11,9 +12,6 @@ namespace {
 std::string Other_Column(std::size_t number) {
   return "Other_" + std::to_string(number + 1);
 }
-
-// The host's own details belong to no template.
-constexpr std::string_view No_Template = {};
 
 // Sets one value of a contact and says who changed it, when. False if there is no such contact.
 bool Change_Contact(std::string_view contact, std::string_view column, const TValue& value) {
@@ -27,8 +25,24 @@ bool Change_Contact(std::string_view contact, std::string_view column, const TVa
   return true;
 }
 
-bool Find_Details(TTable& details, std::string_view contact) {
-  return details.FindKey({contact, No_Template});
+std::string Field_Column(int code) {
+  return "Field" + std::to_string(code);
+}
+
+constexpr int Last_Field = static_cast<int>(Contact_Fields);
+
+TAddress_Style Style_Of(std::string_view contact_template) {
+  const auto found = Find_Template(contact_template);
+  return found ? found->Address_Style : TAddress_Style::International;
+}
+
+void Insert_Details(std::string_view contact, std::string_view book) {
+  const auto templates = List_Templates(book);
+  TTable details(Contacts_Data);
+  details.Insert();
+  details.Set(details.Field("Contact"), contact);
+  details.Set(details.Field("Template"), templates.empty() ? std::string_view() : templates.front().Key);
+  PostUpdate(details);
 }
 
 }  // namespace
@@ -70,6 +84,7 @@ std::string Create_Contact(std::string_view book, std::string_view display_name,
   cursor.SetFields({key, display_name, type, book, parent, "", Kt_util_01::User_Key(), false,
                     Kt_util_01::User_Key(), Kt_util_01::Now()});
   PostUpdate(cursor);
+  if (type == Contact_Type_Contact) Insert_Details(key, book);
   return key;
 }
 
@@ -83,23 +98,29 @@ bool Set_Contact_Deleted(std::string_view contact, bool deleted) {
 
 TContact_Details Read_Contact_Details(std::string_view contact) {
   TContact_Details read;
-  TTable details(Contacts_Data, "ContactandTemplate");
-  if (!Find_Details(details, contact)) return read;
+  TTable details(Contacts_Data, "Contact");
+  if (!details.FindKey({contact})) return read;
   for (std::size_t i = 0; i < Other_Fields; ++i) read.Other[i] = details.Text(details.Field(Other_Column(i)));
+  for (int code = 1; code <= Last_Field; ++code)
+    read.Fields[code] = details.Text(details.Field(Field_Column(code)));
+  read.Template = details.Text(details.Field("Template"));
   read.Notes = details.Blob(details.Field("Notes"));
+  read.Fields = With_Address_In(read.Fields, Style_Of(read.Template));
   return read;
 }
 
-bool Write_Contact(std::string_view contact, std::string_view name, const TContact_Details& written) {
-  if (!Rename_Contact(contact, name)) return false;
-  TTable details(Contacts_Data, "ContactandTemplate");
-  if (Find_Details(details, contact)) {
-    details.Edit();
-  } else {
-    details.Insert();
-    details.Set(details.Field("Contact"), contact);
-    details.Set(details.Field("Template"), No_Template);
-  }
+bool Write_Contact_Details(std::string_view contact, const TContact_Details& written) {
+  const auto owner = Find_Contact(contact);
+  if (!owner) return false;
+  TTable details(Contacts_Data, "Contact");
+  // A damaged database may lack them.
+  if (!details.FindKey({contact})) Insert_Details(contact, owner->Book);
+  if (!details.FindKey({contact})) return false;
+  details.Edit();
+  if (!written.Template.empty()) details.Set(details.Field("Template"), written.Template);
+  const TContact_Fields fields =
+      With_Address_In(written.Fields, Style_Of(details.Text(details.Field("Template"))));
+  for (int code = 1; code <= Last_Field; ++code) details.Set(details.Field(Field_Column(code)), fields[code]);
   for (std::size_t i = 0; i < Other_Fields; ++i)
     details.Set(details.Field(Other_Column(i)), written.Other[i]);
   details.Set_Blob(details.Field("Notes"), written.Notes);
@@ -107,11 +128,8 @@ bool Write_Contact(std::string_view contact, std::string_view name, const TConta
   return true;
 }
 
-TOther_Texts New_Book_Labels() {
-  TOther_Texts labels = Other_Labels({});
-  labels[0] = "Phone";
-  labels[1] = "E-mail";
-  return labels;
+bool Write_Contact(std::string_view contact, std::string_view name, const TContact_Details& details) {
+  return Rename_Contact(contact, name) && Write_Contact_Details(contact, details);
 }
 
 TOther_Texts Other_Labels(std::string_view book) {

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Contact_Fields.h"
 #include "Kt_data_01.h"
 
 namespace Kt_data_01 {
@@ -22,15 +23,18 @@ inline constexpr std::size_t Other_Fields = 8;
 using TOther_Texts = std::array<std::string, Other_Fields>;
 
 struct TContact_Details {
-  TOther_Texts Other;  // see Other_Labels
-  std::string Notes;
+  TOther_Texts Other{};  // see Other_Labels
+  std::string Notes{};
+  std::string Template{};    // its key
+  TContact_Fields Fields{};  // the address as the template's style has it
 };
 
 /// The deleted or the other contacts of a book that the current user may see, by name, case-insensitive.
 std::vector<TContact> List_Contacts(std::string_view book, bool deleted);
 /// Nothing when there is no such contact, or the record is a folder or a calendar.
 std::optional<TContact> Find_Contact(std::string_view key);
-/// Returns the key of the new contact or folder; `parent` is a folder of the same book or empty.
+/// Returns the key of the new contact or folder; `parent` is a folder of the same book or empty. A contact
+/// gets the first template of its book.
 std::string Create_Contact(std::string_view book, std::string_view name, std::string_view parent = {},
                            int type = Contact_Type_Contact);
 /// A contact, folder or calendar record. False when there is none.
@@ -40,11 +44,12 @@ bool Set_Contact_Deleted(std::string_view contact, bool deleted);
 
 /// Empty texts for a contact without details.
 TContact_Details Read_Contact_Details(std::string_view contact);
-/// Name and details. False, with nothing written, when there is no such contact.
+/// Writes details; an empty template leaves the contact the one it has. False, with nothing written, when
+/// there is no such contact.
+bool Write_Contact_Details(std::string_view contact, const TContact_Details& details);
+/// The same with its name, and says who changed it, when.
 bool Write_Contact(std::string_view contact, std::string_view name, const TContact_Details& details);
 
-/// Those of a new book: Phone and E-mail, and those that a book without its own has.
-TOther_Texts New_Book_Labels();
 /// The labels of a book's "Other" fields; "Other 1" to "Other 8" where the book has none of its own.
 TOther_Texts Other_Labels(std::string_view book);
 void Set_Other_Labels(std::string_view book, const TOther_Texts& labels);

@@ -34,6 +34,29 @@ std::vector<TColumn_Def> Template_Columns() {
   return columns;
 }
 
+// Gives every book a person and a company, made in this order, and makes every contact a person. Keys are
+// UUIDs of version 7, a millisecond apart.
+constexpr const char* First_Templates_Sql = R"(
+    CREATE TEMP TABLE first_templates AS
+      SELECT 0 AS number, 'Person' AS name, 'Title' AS text1, 'Company' AS text2, 'Job title' AS text3,
+        'Home' AS tel1, 'Mobile' AS tel2, 'Work' AS tel3, 'E-mail at work' AS mail2
+      UNION ALL SELECT 1, 'Company', 'Contact person', 'Line of business', 'Customer number',
+        'Telephone', 'Mobile', '', '';
+    INSERT INTO "KT_Templates" ("Key", "Book", "Name", "Field38", "Field39", "Field40", "Field7", "Field8",
+        "Field9", "Field10", "Field29", "Field30", "Field31", "Field6")
+      SELECT substr(moment, 1, 8) || '-' || substr(moment, 9, 4) || '-7' || substr(chance, 1, 3) || '-8' ||
+          substr(chance, 4, 3) || '-' || substr(chance, 7, 12),
+        book, name, text1, text2, text3, tel1, tel2, tel3, 'Fax', 'E-mail', mail2, 'Web page', 'Address'
+      FROM (SELECT b."Key" AS book, f.*, lower(hex(randomblob(9))) AS chance,
+              printf('%012x', CAST(strftime('%s', 'now') AS INTEGER) * 1000 + f.number) AS moment
+            FROM "KT_Books" b, first_templates f ORDER BY b.row_id, f.number);
+    DROP TABLE first_templates;
+    INSERT INTO "KT_Contacts_Data" ("Contact") SELECT c."Key" FROM "KT_Contacts" c
+      WHERE c."Type" = 0 AND NOT EXISTS (SELECT 1 FROM "KT_Contacts_Data" d WHERE d."Contact" = c."Key");
+    UPDATE "KT_Contacts_Data" SET "Template" =
+      coalesce((SELECT t."Key" FROM "KT_Templates" t, "KT_Contacts" c
+                WHERE c."Key" = "Contact" AND t."Book" = c."Book" AND t."Name" = 'Person'), '');)";
+
 std::vector<TTable_Def> Make_Schema() {
   return {
       {"KT_Books", {{"Key", Text}, {"BookName", Text}}, {{"Key", {"Key"}, true}}},
@@ -242,7 +265,8 @@ const std::vector<TMigration>& Migrations() {
         CREATE UNIQUE INDEX "KT_Import_Texts_BookandUID" ON "KT_Import_Texts" ("Book", "UID");
         CREATE TABLE "KT_Import_Zones" ("Book" TEXT NOT NULL DEFAULT '', "Digest" TEXT NOT NULL DEFAULT '',
           "Content" BLOB, row_id INTEGER PRIMARY KEY);
-        CREATE UNIQUE INDEX "KT_Import_Zones_BookandDigest" ON "KT_Import_Zones" ("Book", "Digest");)"}};
+        CREATE UNIQUE INDEX "KT_Import_Zones_BookandDigest" ON "KT_Import_Zones" ("Book", "Digest");)"},
+                                                     {3, First_Templates_Sql}};
   return migrations;
 }
 

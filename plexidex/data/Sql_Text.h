@@ -92,6 +92,10 @@ std::string Unmatched_Count_Sql(const TTable_Def& table, std::string_view column
 std::string Outside_Sql(const TTable_Def& table, std::initializer_list<std::string_view> columns,
                         std::int64_t low, std::int64_t end);
 
+/// The contacts of a book that are deleted or not, each with columns of its details, and last the name of its
+/// template. Parameters: the book, whether they are deleted.
+std::string Contact_Rows_Sql(const std::vector<std::string>& details);
+
 /// The statements that create the schema.
 std::string Creation_Sql(TEngine& engine);
 

@@ -65,6 +65,28 @@ void Check_Events(std::vector<std::string>& findings) {
            });
 }
 
+void Check_Contacts(std::vector<std::string>& findings) {
+  const TTable_Def &contacts = Table_Def("KT_Contacts"), &details = Table_Def("KT_Contacts_Data"),
+                   &templates = Table_Def("KT_Templates"), &books = Table_Def("KT_Books");
+  Add_Rows(findings, Unmatched_Sql(templates, {"Book", "Name"}, books, "Key"), "templates without a book",
+           [](TStatement& row) {
+             return "The template " + In_Quotes(row.Text(1)) + " belongs to the book " +
+                    In_Quotes(row.Text(0)) + ", which is not there.";
+           });
+  Add_Rows(findings, Unmatched_Sql(details, {"Template", "Contact"}, templates, "Key"),
+           "contacts without a template", [](TStatement& row) {
+             return "The contact " + In_Quotes(row.Text(1)) + " has the template " + In_Quotes(row.Text(0)) +
+                    ", which is not there.";
+           });
+  const std::string of_a_contact = " AND " + Column_Sql(contacts, contacts.Known_Column("Type")) + " = " +
+                                   std::to_string(Contact_Type_Contact);
+  Add_Rows(findings, Unmatched_Sql(contacts, {"Key", "DisplayName"}, details, "Contact") + of_a_contact,
+           "contacts without details", [](TStatement& row) {
+             return "The contact " + In_Quotes(row.Text(0)) + " (" + std::string(row.Text(1)) +
+                    ") has no details.";
+           });
+}
+
 }  // namespace
 
 std::vector<std::string> Check_Store() {
@@ -73,6 +95,7 @@ std::vector<std::string> Check_Store() {
     const TSnapshot snapshot;
     Check_Storage(findings);
     Check_Events(findings);
+    Check_Contacts(findings);
   } catch (const EEngine_Error& e) {
     findings.push_back(std::string("The database cannot be read through: ") + e.what() + ".");
   }

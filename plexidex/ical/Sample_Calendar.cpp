@@ -6,10 +6,10 @@
 #include "Books.h"
 #include "Calendar_Import.h"
 #include "Contacts.h"
-#include "Event_Creation.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "Output_File.h"
+#include "Sample_Contacts.h"
 
 namespace Plexidex {
 
@@ -31,33 +31,6 @@ Kt_util_01::TDateTime Day_Of(const std::string& words, Kt_util_01::TDateTime tod
   }
   const int days = std::atoi(words.c_str() + at);
   return words.find("ago") == std::string::npos ? day + days : day - days;
-}
-
-struct TSample_Contact {
-  const char *Name, *Phone, *Mail, *Notes, *Event, *Location;
-  double In_Days;
-};
-constexpr TSample_Contact Contacts[] = {
-    {"Maria Lind", "0160 555 0142", "maria@example.org", "Runs the book club.", "Lunch with Maria",
-     "Corner café", 1 + 12.5 / 24},
-    {"Jonas Weber", "0160 555 0187", "jonas@example.org", "Likes dark chocolate.",
-     "Call Jonas about the trip", "", 18.0 / 24},
-};
-
-void Write_Contacts(const Kt_data_01::TBook& book, Kt_util_01::TDateTime today) {
-  Kt_data_01::Set_Other_Labels(book.Key, Kt_data_01::New_Book_Labels());
-  for (const TSample_Contact& contact : Contacts) {
-    KTReminds::TNew_Event event;
-    event.Owner = {book.Key, Kt_data_01::Create_Contact(book.Key, contact.Name)};
-    Kt_data_01::Write_Contact(event.Owner.Contact, contact.Name,
-                              {{contact.Phone, contact.Mail}, contact.Notes});
-    event.Record.Title = contact.Event;
-    event.Record.Location = contact.Location;
-    event.Record.User = Kt_util_01::User_Key();
-    event.Record.FirstDate = event.Record.Pattern.LastDate = today + contact.In_Days;
-    std::string master;
-    KTReminds::Create_Event(event, master);
-  }
 }
 
 // A file that goes when it is no longer needed.
@@ -82,9 +55,12 @@ TSample_Report Fill_With_Sample(const std::string& book_name, Kt_util_01::TDateT
   const Kt_data_01::TBook book = named ? *named : Kt_data_01::List_Books().front();
   report.Book = book.Name;
   if (!Kt_data_01::List_Contacts(book.Key, false).empty()) return report;
+  TSample_Contacts written;
   if (Kt_data_01::Update("Sample_Calendar:Fill_With_Sample [KT_Contacts/KT_Contacts_Data/KT_Events]",
-                         [&] { Write_Contacts(book, today); }))
-    report.Contacts = report.Entries = std::size(Contacts);
+                         [&] { written = Write_Sample_Contacts(book, today); })) {
+    report.Contacts = written.Contacts;
+    report.Entries = written.Entries;
+  }
   return report;
 }
 

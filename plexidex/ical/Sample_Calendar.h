@@ -14,7 +14,7 @@ struct TSample_Report {
   TImport_Report Calendar;                 // of the file
   std::int64_t Contacts = 0, Entries = 0;  // besides; none in a book that has contacts
 };
-/// Brings it into a book, "" being the first, with two contacts that have entries and details of their own.
+/// Brings it into a book, "" being the first, with some contacts that have entries and details of their own.
 /// Throws EImport_Error or EData_Error, with nothing of the part at fault written.
 TSample_Report Fill_With_Sample(const std::string& book, Kt_util_01::TDateTime today);
 /// Writes it to a file; how many components it has. Throws EOutput_Error.

@@ -51,7 +51,7 @@ class TBook_Dialog : public THost_Dialog {
     Form()->addRow(tr("&Name of the book:"), name);
     auto* group = new QGroupBox(tr("Labels of the contacts' \"Other\" fields"));
     auto* fields = new QFormLayout(group);
-    const TOther_Texts known = Key.empty() ? New_Book_Labels() : Other_Labels(Key);
+    const TOther_Texts known = Other_Labels(Key);
     for (std::size_t i = 0; i < Other_Fields; ++i) {
       labels[i] = new QLineEdit(To_Qt(known[i]));
       labels[i]->setObjectName(QStringLiteral("Label%1").arg(i + 1));

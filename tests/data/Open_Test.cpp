@@ -3,8 +3,11 @@
 
 #include <filesystem>
 #include <fstream>
+#include <regex>
 
 #include "Database_Test.h"
+#include "Store_Check.h"
+#include "Templates.h"
 
 namespace {
 
@@ -117,7 +120,9 @@ TEST_F(Open, Migrations_Run_In_Order_From_Where_The_Database_Stands) {
   EXPECT_EQ(Migrations().back().Version, Schema_Version);
 }
 
-TEST_F(Open, A_Migrated_Database_Is_Like_A_New_One) {
+// data/ holds a database of each earlier version as the program wrote it: a book with an event, a contact
+// with details and a deleted one without.
+TEST_F(Open, A_Database_Of_Every_Version_Becomes_Like_A_New_One_And_Keeps_What_It_Holds) {
   const auto layout = [this] {
     EXPECT_EQ(Refusal(), "opened");
     const auto engine = Open_Sqlite(file, {});
@@ -129,12 +134,37 @@ TEST_F(Open, A_Migrated_Database_Is_Like_A_New_One) {
     return std::string(columns->Text(0));
   };
   const std::string made = layout();
-  Open_Sqlite(file, {})->Execute(
-      "DROP TABLE KT_Import_Texts; DROP TABLE KT_Import_Zones; ALTER TABLE KT_Import_Events DROP COLUMN Part;"
-      "ALTER TABLE KT_Imports DROP COLUMN Zone; ALTER TABLE KT_Imports DROP COLUMN Imported;"
-      "ALTER TABLE KT_Imports DROP COLUMN Until; ALTER TABLE KT_Imports DROP COLUMN Cut; PRAGMA user_version "
-      "= 1");
-  EXPECT_EQ(layout(), made);
+  for (int version = 1; version < Schema_Version; ++version) {
+    std::filesystem::remove(file);
+    Open_Sqlite(file, {})->Execute(
+        "PRAGMA foreign_keys = OFF;" +
+        File_Content(KT_DATA_TEST_DATA "/schema_" + std::to_string(version) + ".sql"));
+    EXPECT_EQ(layout(), made) << version;
+    Open_Database(file, TDatabase::TMode::Must_Exist);
+    EXPECT_EQ(Check_Store(), std::vector<std::string>()) << version;
+    const TBook book = List_Books().at(0);
+    const auto templates = List_Templates(book.Key);
+    for (const char* contact : {"anna", "zoe"})
+      EXPECT_EQ(Find_Template(Read_Contact_Details(contact).Template).value().Name, "Person") << contact;
+    const TContact_Details anna = Read_Contact_Details("anna");
+    EXPECT_EQ(anna.Other[0] + anna.Other[7] + anna.Notes + Other_Labels(book.Key)[0],
+              "0160 1Lasttwo\nlinesPhone");
+    EXPECT_EQ(Find_Contact("anna")->Name + List_Contacts(book.Key, true).at(0).Name, "Anna BergZoe");
+    EXPECT_EQ(Counts(), "1 1 0");
+    // What a new book gets now, with keys of the usual form.
+    TBook another;
+    In_Update([&] { another = Create_Book("Another"); });
+    const auto usual = List_Templates(another.Key);
+    ASSERT_EQ(templates.size(), usual.size());
+    for (std::size_t i = 0; i < usual.size(); ++i) {
+      EXPECT_EQ(std::tie(templates[i].Name, templates[i].Labels, templates[i].Address_Style),
+                std::tie(usual[i].Name, usual[i].Labels, usual[i].Address_Style));
+      EXPECT_TRUE(
+          std::regex_match(templates[i].Key, std::regex("[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}")));
+    }
+    EXPECT_LT(templates[0].Key, templates[1].Key);
+    Close_Database();
+  }
 }
 
 }  // namespace

@@ -35,6 +35,19 @@ TEST_F(Store_Check, What_Does_Not_Belong_Together_Is_Named) {
                                          "1 occurrence belongs to the event \"e1\", which is not there."));
 }
 
+TEST_F(Store_Check, Contacts_And_Templates_That_Miss_Something_Are_Named) {
+  Run_Sql(
+      "INSERT INTO KT_Contacts (Key, DisplayName, Type) VALUES ('c1', 'Anna', 0), ('c2', 'Folder', 1);"
+      "INSERT INTO KT_Contacts (Key, Book) SELECT 'c3', Key FROM KT_Books;"
+      "INSERT INTO KT_Contacts_Data (Contact, Template) VALUES ('c3', 't2');"
+      "INSERT INTO KT_Templates (Key, Book, Name) VALUES ('t1', 'b2', 'Club')");
+  EXPECT_THAT(Check_Store(),
+              ElementsAre(HasSubstr("KT_Contacts refers"),
+                          "The template \"Club\" belongs to the book \"b2\", which is not there.",
+                          "The contact \"c3\" has the template \"t2\", which is not there.",
+                          "The contact \"c1\" (Anna) has no details."));
+}
+
 TEST_F(Store_Check, Dates_That_Are_None_Are_Named) {
   for (const char* date : {"1e300", "-1e300", "'tomorrow'", "2958466"}) {
     Run_Sql("UPDATE KT_Events_Data SET EventDate = " + std::string(date) + " WHERE Key = 'o2'");

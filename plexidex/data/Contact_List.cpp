@@ -1,0 +1,164 @@
+#include "Contact_List.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "Contact_Fields.h"
+#include "Kt_util_01.h"
+#include "Sql_Text.h"
+#include "Table_Context.h"
+
+namespace Kt_data_01 {
+
+namespace {
+
+// The fields of a kind.
+std::vector<std::string> Columns_Of(TField_Kind kind) {
+  std::vector<std::string> columns;
+  for (const TTemplate_Field& field : Template_Fields) {
+    if (field.Kind == kind) columns.push_back("Field" + std::to_string(field.Code));
+  }
+  return columns;
+}
+
+std::string First_Filled(TStatement& row, int from, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) {
+    if (const auto text = row.Text(from + static_cast<int>(i)); !text.empty()) return std::string(text);
+  }
+  return {};
+}
+
+std::string Digits_Of(std::string_view text) {
+  std::string digits;
+  for (const char c : text) {
+    if (c >= '0' && c <= '9') digits += c;
+  }
+  return digits;
+}
+
+}  // namespace
+
+const std::string& TContact_Row::Text(TContact_Column column) const {
+  switch (column) {
+    case TContact_Column::Telephone:
+      return Telephone;
+    case TContact_Column::Mail:
+      return Mail;
+    case TContact_Column::Template:
+      return Template;
+    default:
+      return Name;
+  }
+}
+
+std::vector<TContact_Row> Read_Contact_Rows(std::string_view book, bool deleted) {
+  const TSnapshot snapshot;
+  TTable_Context contacts(Shared_Database(), Table_Def("KT_Contacts"));
+  return contacts.Guarded("read", [&] {
+    std::vector<std::string> columns = Columns_Of(TField_Kind::Telephone);
+    const std::size_t telephones = columns.size();
+    for (std::string& column : Columns_Of(TField_Kind::Mail)) columns.push_back(std::move(column));
+    constexpr int first = 2;
+    const int first_mail = first + static_cast<int>(telephones),
+              name = first + static_cast<int>(columns.size());
+    std::vector<TContact_Row> rows;
+    TUse use(contacts.Database.Statement(Contact_Rows_Sql(columns)));
+    use->Bind(0, book);
+    use->Bind(1, std::int64_t{deleted});
+    while (use->Step()) {
+      if (!Access_Allowed(use->Text(0), Access_See)) continue;
+      rows.push_back(
+          {std::string(use->Text(0)), std::string(use->Text(1)), First_Filled(*use, first, telephones),
+           First_Filled(*use, first_mail, columns.size() - telephones), std::string(use->Text(name))});
+    }
+    return rows;
+  });
+}
+
+void TContact_List::Set_Rows(std::vector<TContact_Row> new_rows) {
+  rows = std::move(new_rows);
+  folded.clear();
+  starts.clear();
+  words.clear();
+  by_name.resize(rows.size());
+  std::iota(by_name.begin(), by_name.end(), 0U);
+  sorted = by_name;
+  Sort(TContact_Column::Name, true);
+  by_name = sorted;
+}
+
+void TContact_List::Sort(TContact_Column column, bool ascending) {
+  std::vector<std::string> keys(rows.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (const std::string& text = rows[i].Text(column); !text.empty()) keys[i] = Kt_util_01::Sort_Key(text);
+  }
+  sorted = by_name;
+  std::stable_sort(sorted.begin(), sorted.end(), [&](std::uint32_t a, std::uint32_t b) {
+    if (keys[a].empty() || keys[b].empty()) return !keys[a].empty() && keys[b].empty();
+    return ascending ? keys[a] < keys[b] : keys[b] < keys[a];
+  });
+  shown.clear();
+  std::copy_if(sorted.begin(), sorted.end(), std::back_inserter(shown),
+               [this](std::uint32_t row) { return Has_Words(row); });
+}
+
+void TContact_List::Fold() {
+  if (!starts.empty()) return;
+  starts.reserve(rows.size() + 1);
+  for (const TContact_Row& row : rows) {
+    starts.push_back(folded.size());
+    for (const std::string& text : {row.Name, row.Mail, row.Telephone, Digits_Of(row.Telephone)})
+      folded.append(text).append("\n");
+  }
+  starts.push_back(folded.size());
+  std::size_t at = 0;
+  std::string upper;
+  upper.reserve(folded.size());
+  for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+    const std::string one =
+        Kt_util_01::Simple_UpperCase(std::string_view(folded).substr(at, starts[i + 1] - at));
+    at = starts[i + 1];
+    starts[i] = upper.size();
+    upper += one;
+  }
+  starts.back() = upper.size();
+  folded = std::move(upper);
+}
+
+bool TContact_List::Has_Words(std::uint32_t row) const {
+  if (words.empty()) return true;
+  const auto text = std::string_view(folded).substr(starts[row], starts[row + 1] - starts[row]);
+  return std::all_of(words.begin(), words.end(),
+                     [text](const std::string& word) { return text.find(word) != std::string_view::npos; });
+}
+
+void TContact_List::Narrow(std::string_view text) {
+  Fold();
+  const std::vector<std::string> before = std::move(words);
+  words.clear();
+  std::string rest = Kt_util_01::Simple_UpperCase(text);
+  for (std::size_t at = 0; (at = rest.find_first_not_of(' ', at)) != std::string::npos;) {
+    const std::size_t next = std::min(rest.find(' ', at), rest.size());
+    words.push_back(rest.substr(at, next - at));
+    at = next;
+  }
+  // What had not the words before has not the longer ones.
+  const bool narrower = std::all_of(before.begin(), before.end(), [this](const std::string& word) {
+    return std::any_of(words.begin(), words.end(),
+                       [&](const std::string& longer) { return longer.find(word) != std::string::npos; });
+  });
+  TNumbers left;
+  const TNumbers& from = narrower ? shown : sorted;
+  std::copy_if(from.begin(), from.end(), std::back_inserter(left),
+               [this](std::uint32_t row) { return Has_Words(row); });
+  shown = std::move(left);
+}
+
+std::optional<std::size_t> TContact_List::Position_Of(std::string_view key) const {
+  const auto found =
+      std::find_if(shown.begin(), shown.end(), [&](std::uint32_t row) { return rows[row].Key == key; });
+  if (found == shown.end()) return {};
+  return static_cast<std::size_t>(found - shown.begin());
+}
+
+}  // namespace Kt_data_01

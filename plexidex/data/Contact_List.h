@@ -1,0 +1,57 @@
+#pragma once
+
+// The contacts of a book as rows, sorted and narrowed.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Kt_data_01 {
+
+enum class TContact_Column { Name, Telephone, Mail, Template };
+inline constexpr int Contact_Columns = 4;
+
+struct TContact_Row {
+  std::string Key, Name;
+  std::string Telephone, Mail;  // the first that the contact has
+  std::string Template;         // its name
+  const std::string& Text(TContact_Column column) const;
+};
+
+/// The deleted or the other contacts of a book that the current user may see, in no order, by one statement.
+/// Throws EData_Error.
+std::vector<TContact_Row> Read_Contact_Rows(std::string_view book, bool deleted);
+
+class TContact_List {
+ public:
+  /// Begins by name and not narrowed.
+  void Set_Rows(std::vector<TContact_Row> new_rows);
+  /// By the user's order of texts without regard to case, rows with equal texts by name; empty texts last.
+  void Sort(TContact_Column column, bool ascending);
+  /// Leaves those in which each word of the text occurs, in any case, in name, telephone, also by its digits
+  /// alone, or e-mail. Not in the template, whose name most rows share.
+  void Narrow(std::string_view text);
+
+  std::size_t Count() const { return shown.size(); }
+  std::size_t Count_Of_All() const { return rows.size(); }
+  const TContact_Row& Row(std::size_t position) const { return rows[shown[position]]; }
+  /// Nothing when it is not there or not shown.
+  std::optional<std::size_t> Position_Of(std::string_view key) const;
+
+ private:
+  using TNumbers = std::vector<std::uint32_t>;
+  void Fold();
+  bool Has_Words(std::uint32_t row) const;
+
+  std::vector<TContact_Row> rows;
+  TNumbers by_name;        // of all rows
+  TNumbers sorted, shown;  // all rows, and those that are left, in the order chosen
+  std::vector<std::string> words;
+  // All texts in upper case, and where those of each row begin; made when they are first needed.
+  std::string folded;
+  std::vector<std::size_t> starts;
+};
+
+}  // namespace Kt_data_01
