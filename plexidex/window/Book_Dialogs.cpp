@@ -2,13 +2,14 @@
 
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <array>
 
-#include "Books.h"
 #include "Contacts.h"
 #include "Host_Dialog.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Template_Dialogs.h"
 
 namespace Plexidex {
 
@@ -19,24 +20,6 @@ namespace {
 
 void Say_Removed(const std::string& caption) {
   Kt_util_01::Raise_Error(caption, "The book has been removed.");
-}
-
-// The book, when the user has the right to do this with it; what is in the way has been told.
-bool May_Act(const std::string& key, int level, const std::string& caption, TBook& book) {
-  bool allowed = false;
-  if (key.empty() || !Read("Book_Dialogs:May_Act [KT_Books/KT_Contacts/KT_Rights]", [&] {
-        for (const TBook& candidate : List_Books()) {
-          if (candidate.Key == key) book = candidate;
-        }
-        allowed = !book.Key.empty() && Access_Allowed(book.Calendar, level);
-      }))
-    return false;
-  if (book.Key.empty()) {
-    Say_Removed(caption);
-  } else if (!allowed) {
-    Kt_util_01::Sound(5);
-  }
-  return allowed;
 }
 
 class TBook_Dialog : public THost_Dialog {
@@ -58,6 +41,13 @@ class TBook_Dialog : public THost_Dialog {
       fields->addRow(tr("Field &%1:").arg(i + 1), labels[i]);
     }
     Form()->addRow(group);
+    if (!Key.empty()) {
+      auto* templates = new QPushButton(tr("Contact &Templates..."));
+      templates->setObjectName(QStringLiteral("Templates"));
+      templates->setAutoDefault(false);
+      connect(templates, &QPushButton::clicked, this, [this] { Edit_Templates(this, Key); });
+      Form()->addRow(templates);
+    }
     setMinimumWidth(fontMetrics().averageCharWidth() * 55);
     Finish();
     Guard_Inputs();
@@ -115,9 +105,26 @@ std::string Run(QWidget* window, const TBook& book) {
 
 }  // namespace
 
+bool May_Act_On_Book(const std::string& key, int level, const std::string& caption, TBook& book) {
+  bool allowed = false;
+  if (key.empty() || !Read("Book_Dialogs:May_Act [KT_Books/KT_Contacts/KT_Rights]", [&] {
+        for (const TBook& candidate : List_Books()) {
+          if (candidate.Key == key) book = candidate;
+        }
+        allowed = !book.Key.empty() && Access_Allowed(book.Calendar, level);
+      }))
+    return false;
+  if (book.Key.empty()) {
+    Say_Removed(caption);
+  } else if (!allowed) {
+    Kt_util_01::Sound(5);
+  }
+  return allowed;
+}
+
 bool Set_Up_Book(QWidget* window, const std::string& key) {
   TBook book;
-  return May_Act(key, Access_Update, "Book Set-up", book) && !Run(window, book).empty();
+  return May_Act_On_Book(key, Access_Update, "Book Set-up", book) && !Run(window, book).empty();
 }
 
 std::string New_Book(QWidget* window) {
@@ -126,7 +133,7 @@ std::string New_Book(QWidget* window) {
 
 bool Delete_Book_After_Asking(const std::string& key) {
   TBook book;
-  if (!May_Act(key, Access_Delete, "Delete Book", book)) return false;
+  if (!May_Act_On_Book(key, Access_Delete, "Delete Book", book)) return false;
   const std::string question =
       "Delete the book \"" + book.Name +
       "\" with its calendar, its tasks and all its contacts? They cannot be restored.";

@@ -3,7 +3,13 @@
 #include <QWidget>
 #include <string>
 
+#include "Books.h"
+
 namespace Plexidex {
+
+/// Finds a book with which the user has the right to do something, by the level of the right; what is in the
+/// way is told, a missing right by the warning sound.
+bool May_Act_On_Book(const std::string& key, int level, const std::string& caption, Kt_data_01::TBook& book);
 
 /// Lets the user change a book's name and the labels of its "Other" fields. True when something was saved.
 bool Set_Up_Book(QWidget* window, const std::string& book);

@@ -1,12 +1,14 @@
 #include "Contact_Dialog.h"
 
+#include <QComboBox>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
-#include <array>
+#include <QRegularExpression>
+#include <QVBoxLayout>
 
 #include "Books.h"
-#include "Contacts.h"
+#include "Contact_Sections.h"
+#include "Content_Scroll.h"
 #include "Host_Dialog.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
@@ -18,6 +20,14 @@ using namespace Kt_forms;
 
 namespace {
 
+// "Title", "Title and Fax", "Title, Company and Fax".
+std::string Names_Of(const TFitted& fitted) {
+  std::string names;
+  for (std::size_t i = 0; i < fitted.Left.size(); ++i)
+    names += (i == 0 ? "" : i + 1 == fitted.Left.size() ? " and " : ", ") + fitted.Left[i].first;
+  return names;
+}
+
 class TContact_Dialog : public THost_Dialog {
  public:
   // A new contact has no key yet.
@@ -26,27 +36,28 @@ class TContact_Dialog : public THost_Dialog {
         Key(edited.Key),
         book(edited.Book),
         name(new QLineEdit(To_Qt(edited.Name))),
-        notes(new QPlainTextEdit) {
+        kind(new QComboBox),
+        scroll(new TContent_Scroll),
+        templates(List_Templates(book)),
+        others(Other_Labels(book)) {
     setObjectName(QStringLiteral("Contact_Dialog"));
     name->setObjectName(QStringLiteral("Name"));
-    notes->setObjectName(QStringLiteral("Notes"));
-    notes->setTabChangesFocus(true);
+    kind->setObjectName(QStringLiteral("Template"));
     Form()->addRow(tr("&Name:"), name);
+    Form()->addRow(tr("&Template:"), kind);
+    static_cast<QVBoxLayout*>(layout())->insertWidget(1, scroll, 1);
     const TContact_Details details = Key.empty() ? TContact_Details{} : Read_Contact_Details(Key);
-    const TOther_Texts labels = Other_Labels(book);
-    for (std::size_t i = 0; i < Other_Fields; ++i) {
-      others[i] = new QLineEdit(To_Qt(details.Other[i]));
-      others[i]->setObjectName(QStringLiteral("Other%1").arg(i + 1));
-      // A label is the user's own text: an ampersand in it is no mnemonic.
-      Form()->addRow(To_Qt(labels[i]).replace(QLatin1Char('&'), QLatin1String("&&")) + QLatin1Char(':'),
-                     others[i]);
+    for (std::size_t i = 0; i < templates.size(); ++i) {
+      kind->addItem(To_Qt(templates[i].Name));
+      if (templates[i].Key == details.Template) shown = static_cast<int>(i);
     }
-    notes->setPlainText(To_Qt(details.Notes));
-    notes->setMinimumHeight(notes->fontMetrics().lineSpacing() * 4);
-    Form()->addRow(tr("N&otes:"), notes);
-    if (!Key.empty() && !Access_Allowed(Key, Access_Update)) Make_Read_Only();
-    setMinimumWidth(fontMetrics().averageCharWidth() * 60);
+    kind->setCurrentIndex(shown);
+    kind->setEnabled(!templates.empty());
+    Lay_Out(details);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 65);
     Finish();
+    if (!Key.empty() && !Access_Allowed(Key, Access_Update)) Make_Read_Only();
+    connect(kind, &QComboBox::currentIndexChanged, this, &TContact_Dialog::Change_Template);
     Guard_Inputs();
   }
 
@@ -61,36 +72,77 @@ class TContact_Dialog : public THost_Dialog {
       name->setFocus();
       return false;
     }
-    TContact_Details details;
-    for (std::size_t i = 0; i < Other_Fields; ++i) details.Other[i] = From_Qt(others[i]->text());
-    details.Notes = From_Qt(notes->toPlainText());
+    const TContact_Details details = sections->Details();
     std::string written = Key;
     // Another program may have removed what it belongs to.
-    bool is_there = false;
-    const bool saved = Update_Host("Contact_Dialog:Save [KT_Contacts/KT_Contacts_Data]", [&] {
-      if (written.empty() && !Calendar_Of_Book(book).empty()) written = Create_Contact(book, text);
+    bool is_there = false, has_template = true;
+    const bool saved = Update_Host("Contact_Dialog:Save [KT_Contacts/KT_Contacts_Data/KT_Templates]", [&] {
+      const bool has_book = !Calendar_Of_Book(book).empty();
+      has_template = !has_book || details.Template.empty() || Find_Template(details.Template);
+      if (!has_template) return;
+      if (written.empty() && has_book) written = Create_Contact(book, text);
       is_there = Write_Contact(written, text, details);
     });
-    if (saved && !is_there)
+    if (saved && !has_template) {
+      Kt_util_01::Raise_Error(
+          "Contact", "The template \"" + Shown_Template().Name + "\" has been removed; choose another one.");
+    } else if (saved && !is_there) {
       Kt_util_01::Raise_Error("Contact", Key.empty() ? "The book has been removed; the contact was not saved."
                                                      : "The contact has been removed and was not saved.");
+    }
     if (!saved || !is_there) return false;
     Key = written;
     return true;
   }
 
  private:
+  TTemplate Shown_Template() const {
+    return templates.empty() ? TTemplate{} : templates[static_cast<std::size_t>(shown)];
+  }
+
+  void Lay_Out(const TContact_Details& details) {
+    sections = new TContact_Sections(Shown_Template(), details, others);
+    // Frees the earlier ones.
+    scroll->setWidget(sections);
+    QWidget* before = kind;
+    for (auto* input : sections->findChildren<QWidget*>(QRegularExpression(QStringLiteral("^[A-Z]")))) {
+      setTabOrder(before, input);
+      before = input;
+    }
+  }
+
+  // What has no field in the other template is kept in the notes, or all stays as it was.
+  void Change_Template(int chosen) {
+    if (chosen < 0 || chosen == shown) return;
+    TContact_Details details = sections->Details();
+    const TTemplate& to = templates[static_cast<std::size_t>(chosen)];
+    const TFitted fitted = Fit(details.Fields, Shown_Template(), to);
+    const std::string question = "The template \"" + to.Name + "\" has no field for " + Names_Of(fitted) +
+                                 ". Put what the contact has there into its notes?";
+    if (!fitted.Left.empty() && Kt_util_01::Raise_Question("Contact", question) != Kt_util_01::Answer_Yes)
+      return kind->setCurrentIndex(shown);
+    shown = chosen;
+    details.Fields = fitted.Fields;
+    details.Notes = Notes_With(std::move(details.Notes), fitted);
+    Lay_Out(details);
+    Initialise_Form(this);
+  }
+
   void Make_Read_Only() {
     name->setReadOnly(true);
-    notes->setReadOnly(true);
-    for (QLineEdit* other : others) other->setReadOnly(true);
+    kind->setEnabled(false);
+    sections->Set_Read_Only();
     Buttons()->button(QDialogButtonBox::Cancel)->hide();
   }
 
   std::string book;
   QLineEdit* name;
-  std::array<QLineEdit*, Other_Fields> others{};
-  QPlainTextEdit* notes;
+  QComboBox* kind;
+  TContent_Scroll* scroll;
+  const std::vector<TTemplate> templates;
+  const TOther_Texts others;
+  TContact_Sections* sections = nullptr;
+  int shown = 0;
 };
 
 std::optional<TContact> Found(const std::string& key) {
@@ -101,7 +153,7 @@ std::optional<TContact> Found(const std::string& key) {
 
 bool Run(const TContact& contact, QWidget* window, std::string& key) {
   bool confirmed = false;
-  return Read("Contact_Dialog:Run [KT_Contacts_Data/KT_Fields]",
+  return Read("Contact_Dialog:Run [KT_Contacts_Data/KT_Fields/KT_Templates]",
               [&] {
                 TContact_Dialog dialog(contact, window);
                 confirmed = dialog.exec() == QDialog::Accepted;

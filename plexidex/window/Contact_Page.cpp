@@ -1,11 +1,11 @@
 #include "Contact_Page.h"
 
-#include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "Contact_Details.h"
 #include "Contact_Dialog.h"
 #include "Contacts.h"
 #include "KTReminds.h"
@@ -19,7 +19,7 @@ using namespace Kt_forms;
 TContact_Page::TContact_Page()
     : name(new QLabel),
       edit(new QPushButton(tr("E&dit Contact..."))),
-      details(new QFormLayout),
+      details(new TContact_Details_View),
       tabs(new QTabBar),
       view_panel(new QWidget) {
   setObjectName(QStringLiteral("Contact_Page"));
@@ -34,11 +34,10 @@ TContact_Page::TContact_Page()
   auto* top = new QHBoxLayout;
   top->addWidget(name, 1);
   top->addWidget(edit);
-  details->setContentsMargins(0, 0, 0, 4);
   auto* head = new QVBoxLayout;
   head->setContentsMargins(8, 6, 8, 0);
   head->addLayout(top);
-  head->addLayout(details);
+  head->addWidget(details);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addLayout(head);
@@ -60,33 +59,13 @@ TContact_Page::TContact_Page()
 }
 
 void TContact_Page::Show_Details() {
-  while (details->rowCount() > 0) details->removeRow(0);
-  name->clear();
   const auto contact = Kt_data_01::Find_Contact(Owner());
-  if (!contact) return;
-  name->setText(To_Qt(contact->Name));
-  const auto add = [this](const std::string& label, const std::string& text) {
-    if (text.empty()) return;
-    auto* caption = new QLabel(To_Qt(label) + QLatin1Char(':'));
-    auto* value = new QLabel(To_Qt(text));
-    for (QLabel* plain : {caption, value}) plain->setTextFormat(Qt::PlainText);
-    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    value->setWordWrap(true);
-    details->addRow(caption, value);
-  };
-  const Kt_data_01::TContact_Details known = Kt_data_01::Read_Contact_Details(Owner());
-  const Kt_data_01::TOther_Texts labels = Kt_data_01::Other_Labels(Book());
-  for (std::size_t i = 0; i < labels.size(); ++i) add(labels[i], known.Other[i]);
-  // Long notes would leave no room for the calendar: the first lines show that there are some.
-  constexpr qsizetype most = 200;
-  QString notes = To_Qt(known.Notes).section(QLatin1Char('\n'), 0, 2);
-  if (notes.size() > most || notes.size() < To_Qt(known.Notes).size())
-    notes = notes.left(most).trimmed() + QChar(0x2026);
-  add(From_Qt(tr("Notes")), From_Qt(notes));
+  name->setText(contact ? To_Qt(contact->Name) : QString());
+  contact ? details->Show_Details(*contact) : details->Clear();
 }
 
 void TContact_Page::Show_Contact() {
-  Kt_data_01::Read("Contact_Page:Reload [KT_Contacts/KT_Contacts_Data]", [this] {
+  Kt_data_01::Read("Contact_Page:Reload [KT_Contacts/KT_Contacts_Data/KT_Templates]", [this] {
     Show_Details();
     edit->setText(Kt_data_01::Access_Allowed(Owner(), Kt_data_01::Access_Update) ? tr("E&dit Contact...")
                                                                                  : tr("&Open Contact..."));

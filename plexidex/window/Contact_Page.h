@@ -2,12 +2,13 @@
 
 #include "Page_Place.h"
 
-class QFormLayout;
 class QLabel;
 class QPushButton;
 class QTabBar;
 
 namespace Plexidex {
+
+class TContact_Details_View;
 
 /// A contact: name and details, and below the contact's own calendar in the view that was shown last, or the
 /// contact's tasks.
@@ -39,7 +40,7 @@ class TContact_Page : public TBook_Page {
 
   QLabel* name;
   QPushButton* edit;
-  QFormLayout* details;
+  TContact_Details_View* details;
   QTabBar* tabs;
   QWidget* view_panel;
   Kt_forms::TForm_Reference view;

@@ -2,12 +2,15 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QHeaderView>
 #include <QLabel>
-#include <QListWidget>
+#include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
+#include <QTableView>
 #include <QVBoxLayout>
 
-#include "Books.h"
+#include "Contact_Model.h"
 #include "Contacts.h"
 #include "Host_Dialog.h"
 #include "Kt_update.h"
@@ -18,12 +21,11 @@ namespace Plexidex {
 using namespace Kt_data_01;
 using namespace Kt_forms;
 
-namespace {
-constexpr int Key_Role = Qt::UserRole;
-}
-
 TContacts_Page::TContacts_Page()
-    : list(new QListWidget),
+    : model(new TContact_Model(this)),
+      list(new QTableView),
+      filter(new QLineEdit),
+      count(new QLabel),
       deleted(new QCheckBox(tr("&Show deleted contacts"))),
       add(new QPushButton(tr("&New Contact..."))),
       open(new QPushButton(tr("&Open"))),
@@ -31,7 +33,32 @@ TContacts_Page::TContacts_Page()
   setObjectName(QStringLiteral("Contacts_Page"));
   list->setObjectName(QStringLiteral("Contacts"));
   list->setAccessibleName(tr("Contacts"));
-  list->setUniformItemSizes(true);
+  list->setModel(model);
+  list->setSelectionBehavior(QAbstractItemView::SelectRows);
+  list->setSelectionMode(QAbstractItemView::SingleSelection);
+  list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  list->setTabKeyNavigation(false);
+  list->setShowGrid(false);
+  list->setWordWrap(false);
+  list->verticalHeader()->hide();
+  list->verticalHeader()->setDefaultSectionSize(list->fontMetrics().height() + 6);
+  constexpr int chars_of_a_telephone = 20, chars_of_a_template = 16;
+  QHeaderView* header = list->horizontalHeader();
+  header->setHighlightSections(false);
+  header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  header->setSectionResizeMode(QHeaderView::Stretch);
+  for (const auto& [column, chars] : {std::pair(TContact_Column::Telephone, chars_of_a_telephone),
+                                      {TContact_Column::Template, chars_of_a_template}}) {
+    header->setSectionResizeMode(static_cast<int>(column), QHeaderView::Interactive);
+    header->resizeSection(static_cast<int>(column), list->fontMetrics().averageCharWidth() * chars);
+  }
+  header->setSortIndicator(static_cast<int>(TContact_Column::Name), Qt::AscendingOrder);
+  list->setSortingEnabled(true);
+  filter->setObjectName(QStringLiteral("Filter"));
+  filter->setPlaceholderText(tr("Type to narrow the list"));
+  filter->setClearButtonEnabled(true);
+  filter->setStatusTip(tr("Leaves the contacts in which each of these words occurs"));
+  count->setObjectName(QStringLiteral("Shown_Count"));
   deleted->setObjectName(QStringLiteral("Show_Deleted"));
   add->setObjectName(QStringLiteral("New_Contact"));
   open->setObjectName(QStringLiteral("Open_Contact"));
@@ -43,8 +70,15 @@ TContacts_Page::TContacts_Page()
   for (QPushButton* button : {add, open, remove}) buttons->addWidget(button);
   buttons->addStretch();
   buttons->addWidget(deleted);
+  auto* narrowing = new QHBoxLayout;
+  auto* caption = new QLabel(tr("&Filter:"));
+  caption->setBuddy(filter);
+  narrowing->addWidget(caption);
+  narrowing->addWidget(filter, 1);
+  narrowing->addWidget(count);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(buttons);
+  layout->addLayout(narrowing);
   layout->addWidget(list);
   Initialise_Form(this);
 
@@ -55,8 +89,19 @@ TContacts_Page::TContacts_Page()
   connect(erase, &QAction::triggered, this, [this] {
     if (!deleted->isChecked()) Delete_Or_Restore();
   });
-  connect(list, &QListWidget::currentItemChanged, this, &TContacts_Page::Set_Buttons);
-  connect(list, &QListWidget::itemActivated, this, &TContacts_Page::Open);
+  auto* down = new QAction(filter);
+  down->setShortcut(Qt::Key_Down);
+  down->setShortcutContext(Qt::WidgetShortcut);
+  filter->addAction(down);
+  connect(down, &QAction::triggered, list, [this] { list->setFocus(Qt::ShortcutFocusReason); });
+  connect(filter, &QLineEdit::returnPressed, this, &TContacts_Page::Open);
+  connect(filter, &QLineEdit::textChanged, this, [this](const QString& text) {
+    Keep_Selected([&] { model->Narrow(text); });
+    Say_Count();
+  });
+  connect(list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          &TContacts_Page::Set_Buttons);
+  connect(list, &QTableView::activated, this, &TContacts_Page::Open);
   connect(deleted, &QCheckBox::toggled, this, [this] { Reload(); });
   connect(add, &QPushButton::clicked, this,
           [this] { Post_Message(Get_ParentForm(this), umAddContact, 0, 0); });
@@ -66,23 +111,40 @@ TContacts_Page::TContacts_Page()
 
 void TContacts_Page::Reload() {
   Rows_Are_Shown();
-  const QString selected = Selected();
-  const int row = list->currentRow();
-  list->clear();
-  Read("Contacts_Page:Reload [KT_Contacts]", [&] {
-    for (const TContact& contact : List_Contacts(Book(), deleted->isChecked())) {
-      auto* item = new QListWidgetItem(To_Qt(contact.Name), list);
-      item->setData(Key_Role, To_Qt(contact.Key));
-      if (To_Qt(contact.Key) == selected) list->setCurrentItem(item);
-    }
+  Read("Contacts_Page:Reload [KT_Contacts/KT_Contacts_Data/KT_Templates]", [this] {
+    auto rows = Read_Contact_Rows(Book(), deleted->isChecked());
+    Keep_Selected([&] { model->Show_Rows(std::move(rows)); });
   });
-  if (!list->currentItem()) list->setCurrentRow(qMax(0, qMin(row, list->count() - 1)));
+  Say_Count();
+}
+
+void TContacts_Page::Keep_Selected(const std::function<void()>& change) {
+  const QString selected = Selected();
+  const int row = list->currentIndex().row();
+  change();
+  Select(selected, row);
   Set_Buttons();
 }
 
+void TContacts_Page::Select(const QString& key, int row) {
+  const auto found = model->List().Position_Of(From_Qt(key));
+  const int last = model->rowCount() - 1;
+  if (last < 0) return;
+  list->setCurrentIndex(model->index(found ? static_cast<int>(*found) : qBound(0, row, last), 0));
+}
+
+void TContacts_Page::Say_Count() {
+  const auto shown = static_cast<qulonglong>(model->List().Count()),
+             all = static_cast<qulonglong>(model->List().Count_Of_All());
+  const QLocale locale;
+  count->setText(shown == all ? tr("%1 contacts").arg(locale.toString(all))
+                              : tr("%1 of %2 contacts").arg(locale.toString(shown), locale.toString(all)));
+}
+
 QString TContacts_Page::Selected() const {
-  const QListWidgetItem* item = list->currentItem();
-  return item ? item->data(Key_Role).toString() : QString();
+  const QModelIndex current = list->currentIndex();
+  return current.isValid() ? To_Qt(model->List().Row(static_cast<std::size_t>(current.row())).Key)
+                           : QString();
 }
 
 void TContacts_Page::Set_Buttons() {

@@ -3,12 +3,17 @@
 #include "Page_Place.h"
 
 class QCheckBox;
-class QListWidget;
+class QLabel;
+class QLineEdit;
 class QPushButton;
+class QTableView;
 
 namespace Plexidex {
 
-/// The contacts of a book, those that are kept or those that were deleted.
+class TContact_Model;
+
+/// The contacts of a book, those that are kept or those that were deleted, sorted by a column and narrowed to
+/// what is typed.
 class TContacts_Page : public TBook_Page {
   Q_OBJECT
 
@@ -23,11 +28,19 @@ class TContacts_Page : public TBook_Page {
 
  private:
   QString Selected() const;
+  /// Selects the contact, or the row when it is not there.
+  void Select(const QString& key, int row);
+  /// Changes the rows and keeps what is selected.
+  void Keep_Selected(const std::function<void()>& change);
+  void Say_Count();
   void Set_Buttons();
   void Open();
   void Delete_Or_Restore();
 
-  QListWidget* list;
+  TContact_Model* model;
+  QTableView* list;
+  QLineEdit* filter;
+  QLabel* count;
   QCheckBox* deleted;
   QPushButton *add, *open, *remove;
 };

@@ -66,6 +66,9 @@ void TMain_Window::Make_Menus() {
       [this] { Add_Book(); });
   set_up_book = add(book, tr("Book &Set-up..."), {}, tr("Allows the book's name and fields to be changed"),
                     [this] { Set_Up_Selected_Book(); });
+  edit_templates = add(book, tr("Contact &Templates..."), {},
+                       tr("Allows the kinds of contact and their fields to be changed"),
+                       [this] { Edit_Templates_Of_Selected_Book(); });
   delete_book = add(book, tr("&Delete Book..."), {}, tr("Removes the selected book with all it holds"),
                     [this] { Delete_Selected_Book(); });
   book->addSeparator();

@@ -20,6 +20,7 @@
 #include "Kt_util_01.h"
 #include "Navigation_Tree.h"
 #include "Page_Place.h"
+#include "Template_Dialogs.h"
 #include "Transfer.h"
 #include "Upcoming_Page.h"
 
@@ -179,7 +180,7 @@ void TMain_Window::Set_Actions() {
   const TNode node = tree->Current();
   const bool book = node.Kind != TNode_Kind::None, contact = node.Kind == TNode_Kind::Contact;
   for (QAction* action :
-       {new_event, new_task, new_contact, import_file, export_book, set_up_book, delete_book})
+       {new_event, new_task, new_contact, import_file, export_book, set_up_book, edit_templates, delete_book})
     action->setEnabled(book);
   for (QAction* action : {edit_contact, delete_contact}) action->setEnabled(contact);
 }
@@ -281,6 +282,11 @@ void TMain_Window::Set_Up_Selected_Book() {
   } else {
     Reload_Tree();
   }
+}
+
+void TMain_Window::Edit_Templates_Of_Selected_Book() {
+  Edit_Templates(this, tree->Current().Book);
+  Refresh();
 }
 
 void TMain_Window::Delete_Selected_Book() {

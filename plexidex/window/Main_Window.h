@@ -62,6 +62,7 @@ class TMain_Window : public QMainWindow {
   void Delete_Selected_Contact();
   void Add_Book();
   void Set_Up_Selected_Book();
+  void Edit_Templates_Of_Selected_Book();
   void Delete_Selected_Book();
   void Import();
   void Export();
@@ -79,8 +80,8 @@ class TMain_Window : public QMainWindow {
   QLabel* no_page;
   Kt_forms::TForm_Reference page;
   QAction *new_event = nullptr, *new_task = nullptr, *new_contact = nullptr, *import_file = nullptr,
-          *export_book = nullptr, *set_up_book = nullptr, *delete_book = nullptr, *edit_contact = nullptr,
-          *delete_contact = nullptr;
+          *export_book = nullptr, *set_up_book = nullptr, *edit_templates = nullptr, *delete_book = nullptr,
+          *edit_contact = nullptr, *delete_contact = nullptr;
   QList<QAction*> print_actions;
 };
 

@@ -24,6 +24,7 @@
 #include "Navigation_Tree.h"
 #include "Preferences.h"
 #include "Print_Dialogs.h"
+#include "Template_Dialogs.h"
 #include "Welcome.h"
 
 namespace Plexidex {
@@ -81,14 +82,14 @@ void Take_Pages(TPictures& pictures, TMain_Window& window, const std::string& bo
   take(TNode_Kind::Tasks, "tasks");
   take(TNode_Kind::Contacts, "contacts");
   const auto contacts = Kt_data_01::List_Contacts(book, false);
-  if (!contacts.empty()) {
-    take(TNode_Kind::Contact, "contact", contacts.front().Key);
-    if (auto* tabs = window.findChild<QTabBar*>(QStringLiteral("Tabs"))) {
-      const int shown = tabs->currentIndex();
-      tabs->setCurrentIndex(1 - shown);
-      take(TNode_Kind::Contact, "contact", contacts.front().Key);
-      tabs->setCurrentIndex(shown);
-    }
+  constexpr std::size_t most_contacts = 10;
+  for (std::size_t i = 0; i < contacts.size() && i < most_contacts; ++i)
+    take(TNode_Kind::Contact, ("contact_" + std::to_string(i + 1)).c_str(), contacts[i].Key);
+  if (auto* tabs = window.findChild<QTabBar*>(QStringLiteral("Tabs")); tabs && !contacts.empty()) {
+    const int shown = tabs->currentIndex();
+    tabs->setCurrentIndex(1 - shown);
+    take(TNode_Kind::Contact, "contact", contacts.back().Key);
+    tabs->setCurrentIndex(shown);
   }
   window.Tree().Select(TNode_Kind::Calendar, book);
   auto* calendar = window.findChild<KTReminds::TCalendar_HomePage_Frm*>();
@@ -133,6 +134,13 @@ int Write_Pictures(TMain_Window& main_window, const std::string& target) {
     KTReminds::Update_Recurring(whole);
   });
   pictures.Take_Dialog(QStringLiteral("new_contact"), [&] { New_Contact(&main_window, book); });
+  if (const auto contacts = Kt_data_01::List_Contacts(book, false); !contacts.empty())
+    pictures.Take_Dialog(QStringLiteral("contact_dialog"),
+                         [&] { Edit_Contact(&main_window, contacts.front().Key); });
+  if (const auto templates = Kt_data_01::List_Templates(book); !templates.empty()) {
+    pictures.Take_Dialog(QStringLiteral("templates"), [&] { Edit_Templates(&main_window, book); });
+    pictures.Take_Dialog(QStringLiteral("template"), [&] { Edit_Template(&main_window, templates.front()); });
+  }
   pictures.Take_Dialog(QStringLiteral("book_set_up"), [&] { Set_Up_Book(&main_window, book); });
   pictures.Take_Dialog(QStringLiteral("print_preview"), [&] {
     Preview_Print(&main_window, {TSheet_Kind::Month, {book, {}}, true, Kt_util_01::CurrentDate, {}, {}});

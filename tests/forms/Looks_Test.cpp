@@ -6,6 +6,7 @@
 #include "Navigation_Tree.h"
 #include "Preferences.h"
 #include "Sample_Calendar.h"
+#include "Template_Dialogs.h"
 #include "Welcome.h"
 
 using namespace Plexidex;
@@ -87,6 +88,8 @@ TEST_P(Looks, Of_The_Window_On_The_Samples_Data) {
     Look(&window, QStringLiteral("window_narrow_%1").arg(view));
   }
   Look_At_Dialog("contact", [&] { Edit_Contact(&window, contact); });
+  Look_At_Dialog("templates", [&] { Edit_Templates(&window, book); });
+  Look_At_Dialog("template", [&] { Edit_Template(&window, Kt_data_01::List_Templates(book).front()); });
   Look_At_Dialog("book", [&] { Set_Up_Book(&window, book); });
   Look_At_Dialog("preferences", [&] { Edit_Preferences(&window, database.Path()); });
   Look_At_Dialog("welcome", [&] { EXPECT_FALSE(Welcome(database.Path())); });

@@ -141,10 +141,10 @@ TEST_F(Main_Window, Contacts_Are_Added_Edited_Deleted_Restored_And_Opened) {
   Act(&*window, "Show_Deleted");
   EXPECT_FALSE(Control<QPushButton>(&*window, "Open_Contact")->isEnabled());
   Act(&*window, "Delete_Or_Restore");
-  EXPECT_EQ(Control<QListWidget>(&*window, "Contacts")->count(), 0);
+  EXPECT_EQ(Control<QTableView>(&*window, "Contacts")->model()->rowCount(), 0);
   EXPECT_EQ(Below(tree.currentItem()), "Berta|Zoe & Co");
   Act(&*window, "Show_Deleted");
-  Confirm(Control<QListWidget>(&*window, "Contacts"));
+  Confirm(Control<QTableView>(&*window, "Contacts"));
   Settle();
   EXPECT_EQ(tree.Current().Contact, Query_Text("SELECT Key FROM KT_Contacts WHERE DisplayName = 'Berta'"));
   auto& entries = Control<TEntry_List>(&*window, "ListView1")->Items();

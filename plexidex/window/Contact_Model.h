@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <functional>
+
+#include "Contact_List.h"
+
+namespace Plexidex {
+
+/// The contacts of a book as a table.
+class TContact_Model : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  using QAbstractTableModel::QAbstractTableModel;
+
+  /// Keeps the order and what it is narrowed to.
+  void Show_Rows(std::vector<Kt_data_01::TContact_Row> rows);
+  void Narrow(const QString& text);
+  const Kt_data_01::TContact_List& List() const { return list; }
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  void sort(int column, Qt::SortOrder order) override;
+
+ private:
+  void Rebuild(const std::function<void()>& change);
+
+  Kt_data_01::TContact_List list;
+  std::string narrowed_to;
+  Kt_data_01::TContact_Column sorted_by = Kt_data_01::TContact_Column::Name;
+  bool ascending = true;
+};
+
+}  // namespace Plexidex

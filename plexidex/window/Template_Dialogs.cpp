@@ -1,0 +1,251 @@
+#include "Template_Dialogs.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "Book_Dialogs.h"
+#include "Host_Dialog.h"
+#include "Kt_update.h"
+#include "Kt_util_01.h"
+#include "Templates.h"
+
+namespace Plexidex {
+
+using namespace Kt_data_01;
+using namespace Kt_forms;
+
+namespace {
+
+void Say_Removed(const TTemplate& gone) {
+  Kt_util_01::Raise_Error("Contact Templates", "The template \"" + gone.Name + "\" has been removed.");
+}
+
+class TTemplate_Dialog : public THost_Dialog {
+ public:
+  // A new template has no key yet.
+  TTemplate_Dialog(const TTemplate& edited, QWidget* parent)
+      : THost_Dialog(edited.Key.empty() ? tr("New Template") : tr("Template"), parent),
+        Edited(edited),
+        name(new QLineEdit(To_Qt(edited.Name))),
+        style(new QComboBox) {
+    setObjectName(QStringLiteral("Template_Dialog"));
+    name->setObjectName(QStringLiteral("Name"));
+    style->setObjectName(QStringLiteral("Address_Style"));
+    Form()->addRow(tr("&Name of the template:"), name);
+    auto* hint =
+        new QLabel(tr("Name the fields that its contacts have. One without a name is shown only "
+                      "where a contact has something there."));
+    hint->setWordWrap(true);
+    Form()->addRow(hint);
+    auto *left = new QVBoxLayout, *right = new QVBoxLayout;
+    Add_Section(left, tr("Texts"), TField_Kind::Text);
+    QFormLayout* address = Add_Section(left, tr("Address"), TField_Kind::Address);
+    Add_Section(right, tr("Telephones"), TField_Kind::Telephone);
+    Add_Section(right, tr("E-mail"), TField_Kind::Mail);
+    Add_Section(right, tr("Web"), TField_Kind::Web);
+    for (const auto& [value, text] :
+         {std::pair(TAddress_Style::International, tr("International: lines as they are written")),
+          {TAddress_Style::US, tr("US: street, city, state, ZIP code, country")},
+          {TAddress_Style::UK, tr("UK: lines, postcode, country")}})
+      style->addItem(text, static_cast<int>(value));
+    style->setCurrentIndex(style->findData(static_cast<int>(edited.Address_Style)));
+    address->addRow(tr("&Style:"), style);
+    auto* sections = new QHBoxLayout;
+    for (QVBoxLayout* column : {left, right}) {
+      column->addStretch();
+      sections->addLayout(column, 1);
+    }
+    Form()->addRow(sections);
+    Finish();
+    Guard_Inputs();
+  }
+
+  TTemplate Edited;
+
+ protected:
+  bool Save() override {
+    TTemplate written = Edited;
+    written.Name = From_Qt(name->text().simplified());
+    if (written.Name.empty()) return Name_Again("A template needs a name.");
+    for (std::size_t i = 0; i < labels.size(); ++i) written.Labels[i] = From_Qt(labels[i]->text().trimmed());
+    written.Address_Style = static_cast<TAddress_Style>(style->currentData().toInt());
+    // Another program may have removed it or its book, or used the name.
+    bool is_there = true, taken = false;
+    const bool saved = Update_Host("Template_Dialogs:Save [KT_Templates]", [&] {
+      taken = Is_Template_Name_Taken(written.Book, written.Name, written.Key);
+      is_there = !Calendar_Of_Book(written.Book).empty() && (taken || Write_Template(written));
+    });
+    if (saved && !is_there) {
+      Say_Removed(Edited.Key.empty() ? written : Edited);
+    } else if (taken) {
+      return Name_Again("There is a template \"" + written.Name + "\" already; choose another name.");
+    }
+    if (!saved || !is_there) return false;
+    Edited = written;
+    return true;
+  }
+
+ private:
+  QFormLayout* Add_Section(QVBoxLayout* column, const QString& title, TField_Kind kind) {
+    auto* group = new QGroupBox(title);
+    auto* form = new QFormLayout(group);
+    int number = 0;
+    for (std::size_t i = 0; i < Template_Fields.size(); ++i) {
+      if (Template_Fields[i].Kind != kind) continue;
+      labels[i] = new QLineEdit(To_Qt(Edited.Labels[i]));
+      labels[i]->setObjectName(QStringLiteral("Label%1").arg(Template_Fields[i].Code));
+      labels[i]->setAccessibleName(tr("%1, field %2").arg(title).arg(++number));
+      constexpr int chars_of_a_label = 20;
+      labels[i]->setMinimumWidth(fontMetrics().averageCharWidth() * chars_of_a_label);
+      form->addRow(tr("Field %1:").arg(number), labels[i]);
+    }
+    column->addWidget(group);
+    return form;
+  }
+
+  bool Name_Again(const std::string& why) {
+    Kt_util_01::Raise_Error(From_Qt(windowTitle()), why);
+    name->setFocus();
+    name->selectAll();
+    return false;
+  }
+
+  QLineEdit* name;
+  std::array<QLineEdit*, Template_Fields.size()> labels{};
+  QComboBox* style;
+};
+
+class TTemplates_Dialog : public THost_Dialog {
+ public:
+  TTemplates_Dialog(const TBook& book, QWidget* parent)
+      : THost_Dialog(tr("Contact Templates"), parent),
+        book(book),
+        list(new QListWidget),
+        edit(new QPushButton(tr("&Edit..."))),
+        remove(new QPushButton(tr("&Remove..."))) {
+    setObjectName(QStringLiteral("Templates_Dialog"));
+    list->setObjectName(QStringLiteral("Template_List"));
+    edit->setObjectName(QStringLiteral("Edit_Template"));
+    remove->setObjectName(QStringLiteral("Remove_Template"));
+    auto* add = new QPushButton(tr("&New..."));
+    add->setObjectName(QStringLiteral("New_Template"));
+    auto* caption = new QLabel(tr("&Kinds of contact in \"%1\":")
+                                   .arg(To_Qt(book.Name).replace(QLatin1Char('&'), QLatin1String("&&"))));
+    caption->setTextFormat(Qt::PlainText);
+    caption->setBuddy(list);
+    auto* buttons = new QVBoxLayout;
+    for (QPushButton* button : {add, edit, remove}) {
+      button->setAutoDefault(false);
+      buttons->addWidget(button);
+    }
+    buttons->addStretch();
+    auto* row = new QHBoxLayout;
+    row->addWidget(list, 1);
+    row->addLayout(buttons);
+    Form()->addRow(caption);
+    Form()->addRow(row);
+    Buttons()->button(QDialogButtonBox::Cancel)->hide();
+    Buttons()->button(QDialogButtonBox::Ok)->setText(tr("&Close"));
+    connect(add, &QPushButton::clicked, this, [this] { Edit({{}, this->book.Key, {}, {}, {}}); });
+    connect(edit, &QPushButton::clicked, this, [this] { Edit(Selected()); });
+    connect(remove, &QPushButton::clicked, this, &TTemplates_Dialog::Remove);
+    connect(list, &QListWidget::itemActivated, this, [this] { Edit(Selected()); });
+    setMinimumWidth(fontMetrics().averageCharWidth() * 55);
+    Show_Templates({});
+    Finish();
+  }
+
+ protected:
+  bool Save() override { return true; }
+
+ private:
+  void Show_Templates(const std::string& selected) {
+    const int row = list->currentRow();
+    list->clear();
+    templates = List_Templates(book.Key);
+    for (const TTemplate& one : templates) {
+      list->addItem(To_Qt(one.Name));
+      if (one.Key == selected) list->setCurrentRow(list->count() - 1);
+    }
+    if (list->currentRow() < 0) list->setCurrentRow(qBound(0, row, list->count() - 1));
+    edit->setEnabled(!templates.empty());
+    remove->setEnabled(!templates.empty());
+  }
+
+  TTemplate Selected() const {
+    const auto row = static_cast<std::size_t>(list->currentRow());
+    return row < templates.size() ? templates[row] : TTemplate{};
+  }
+
+  void Read_Again(const std::string& selected) {
+    Read("Template_Dialogs:Read [KT_Templates]", [&] { Show_Templates(selected); });
+  }
+
+  void Edit(const TTemplate& edited) {
+    if (edited.Book.empty()) return;
+    std::string key;
+    if (Outlives(this, [&] { key = Edit_Template(this, edited); })) Read_Again(key);
+  }
+
+  // The contacts that have the template get the first of the others.
+  void Remove() {
+    const TTemplate removed = Selected();
+    const auto other = std::find_if(templates.begin(), templates.end(),
+                                    [&](const TTemplate& one) { return one.Key != removed.Key; });
+    if (removed.Key.empty()) return;
+    if (other == templates.end())
+      return Kt_util_01::Raise_Error("Contact Templates",
+                                     "\"" + removed.Name + "\" is the book's last template and stays.");
+    const TTemplate instead = *other;
+    std::int64_t contacts = 0;
+    if (!Read("Template_Dialogs:Remove [KT_Contacts_Data]", [&] { contacts = Contacts_With(removed.Key); }))
+      return;
+    std::string question = "Remove the template \"" + removed.Name + "\"?";
+    if (contacts > 0)
+      question += (contacts == 1 ? " The contact that has it gets"
+                                 : " The " + std::to_string(contacts) + " contacts that have it get") +
+                  std::string(" the template \"") + instead.Name +
+                  "\"; what has no field there goes into the notes.";
+    if (Kt_util_01::Raise_Question("Contact Templates", question) != Kt_util_01::Answer_Yes) return;
+    bool are_there = false;
+    const bool done = Update_Host("Template_Dialogs:Remove [KT_Templates/KT_Contacts_Data]", [&] {
+      // As they are now: another program may have changed them.
+      const auto from = Find_Template(removed.Key), to = Find_Template(instead.Key);
+      are_there = from && to;
+      if (are_there) Remove_Template(*from, *to);
+    });
+    if (done && !are_there) Say_Removed(Find_Template(removed.Key) ? instead : removed);
+    Read_Again({});
+  }
+
+  const TBook book;
+  QListWidget* list;
+  QPushButton *edit, *remove;
+  std::vector<TTemplate> templates;
+};
+
+}  // namespace
+
+std::string Edit_Template(QWidget* window, const TTemplate& edited) {
+  TTemplate_Dialog dialog(edited, window);
+  dialog.exec();
+  return dialog.Edited.Key;
+}
+
+void Edit_Templates(QWidget* window, const std::string& key) {
+  TBook book;
+  if (!May_Act_On_Book(key, Access_Update, "Contact Templates", book)) return;
+  Read("Template_Dialogs:Edit_Templates [KT_Templates]", [&] {
+    TTemplates_Dialog dialog(book, window);
+    dialog.exec();
+  });
+}
+
+}  // namespace Plexidex

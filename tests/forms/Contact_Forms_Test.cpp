@@ -1,0 +1,253 @@
+#include <QAbstractItemModelTester>
+
+#include "Contact_Dialog.h"
+#include "Contact_Model.h"
+#include "Contact_Page.h"
+#include "Contacts_Page.h"
+#include "Editor_Fixture.h"
+#include "Template_Dialogs.h"
+#include "Web_Links.h"
+
+using namespace Plexidex;
+
+namespace {
+
+struct Contact_Forms : TEditor_Fixture {
+  ~Contact_Forms() override { Install_Link_Opener({}); }
+
+  TTemplate Of(const char* name) const {
+    for (const TTemplate& one : List_Templates(book)) {
+      if (one.Name == name) return one;
+    }
+    throw std::runtime_error(name);
+  }
+  std::string Add(const char* name, const TContact_Details& details) const {
+    std::string key;
+    In_Update([&] { Write_Contact(key = Create_Contact(book, name), name, details); });
+    return key;
+  }
+  // The fields in the order in which Tab comes to them.
+  static std::string Tab_Order(QWidget* form) {
+    std::string names;
+    Control<QLineEdit>(form, "Name")->setFocus();
+    do {
+      names += form->focusWidget()->objectName().toStdString() + " ";
+      QTest::keyClick(form->focusWidget(), Qt::Key_Tab);
+    } while (!form->focusWidget()->objectName().isEmpty() && form->focusWidget()->objectName() != "Name");
+    return names;
+  }
+
+  const std::string book = database.Book().Key;
+};
+
+TEST_F(Contact_Forms, A_Contact_Is_Laid_Out_By_Its_Template_And_Loses_Nothing_When_That_Changes) {
+  In_Update([&] {
+    TTemplate company = Of("Company");
+    company.Address_Style = TAddress_Style::US;
+    Write_Template(company);
+  });
+  std::string key;
+  With_Dialog(
+      [&](QWidget* form) {
+        const std::string others = "Other1 Other2 Other3 Other4 Other5 Other6 Other7 Other8 Notes ";
+        EXPECT_EQ(Tab_Order(form),
+                  "Name Template Field1 Field2 Field3 Field12 Field13 Field14 Field15 Field17 "
+                  "Field18 Field19 Field6 " +
+                      others);
+        Act(form, "Name=Anna|Field1=Dr.|Field14=0160|Field6=1 Elm St");
+        const std::string question =
+            "The template \"Company\" has no field for Title. Put what the contact has there into its notes?";
+        for (const int answer : {Answer_No, Answer_Yes}) {
+          seams.Prompts.Expect_Question("Contact", question, answer);
+          Act(form, "Template=Company");
+          const bool stays = answer == Answer_No;
+          EXPECT_EQ(Seen(form, "Template Field1"), stays ? "Person|Dr." : "Company|");
+        }
+        Settle();
+        EXPECT_EQ(Tab_Order(form),
+                  "Name Template Field1 Field2 Field3 Field12 Field13 Field15 Field17 Field19 "
+                  "Field7 Field8 Field9 Field10 Field20 " +
+                      others);
+        EXPECT_EQ(Seen(form, "Field1 Field12 Field7 Notes"), "|0160|1 Elm St|Title: Dr.");
+        Confirm_With("Field8=Reno|Field9=NV")(form);
+      },
+      [&] { key = New_Contact({}, book); });
+  TContact_Details details = Read_Contact_Details(key);
+  EXPECT_EQ(details.Fields[Field_Address] + details.Fields[12] + details.Notes,
+            "1 Elm St\nReno, NV0160Title: Dr.");
+  EXPECT_EQ(details.Template, Of("Company").Key);
+  // What has no label any more is still there to be seen.
+  In_Update([&] {
+    TTemplate company = Of("Company");
+    company.Labels = {};
+    Write_Template(company);
+  });
+  With_Dialog(
+      [&](QWidget* form) {
+        EXPECT_EQ(Seen(form, "Field12 Field8"), "0160|Reno");
+        In_Update([&] { Remove_Template(Of("Company"), Of("Person")); });
+        seams.Prompts.Expect_Error("Contact",
+                                   "The template \"Company\" has been removed; choose another one.");
+        Confirm(form);
+        Act(form, "Template=Person");
+        seams.Prompts.Expect_Question("Discard changes?",
+                                      "The changes in \"Contact\" have not been saved.\r\n\r\nDiscard them?",
+                                      Answer_No);
+        Cancel(form);
+        Confirm_With("Name=Berta")(form);
+      },
+      [&] { EXPECT_TRUE(Edit_Contact({}, key)); });
+  details = Read_Contact_Details(key);
+  EXPECT_EQ(Find_Contact(key)->Name + details.Fields[Field_Address] + details.Fields[12],
+            "Berta1 Elm St\nReno, NV0160");
+}
+
+TEST_F(Contact_Forms, Templates_Are_Added_Changed_And_Removed) {
+  const std::string anna = Add("Anna", {});
+  const auto press = [](QWidget* form, const char* button, const std::function<void(QWidget*)>& act = {}) {
+    act ? With_Dialog(act, [&] { Act(form, button); }) : Act(form, button);
+    QStringList shown;
+    auto* list = Control<QListWidget>(form, "Template_List");
+    for (int i = 0; i < list->count(); ++i) shown << list->item(i)->text();
+    return (shown.join(QLatin1Char(' ')) + QLatin1Char('/') + list->currentItem()->text()).toStdString();
+  };
+  With_Dialog(
+      [&](QWidget* form) {
+        const auto name_it = [&](QWidget* dialog) {
+          seams.Prompts.Expect_Error("New Template", "A template needs a name.");
+          Confirm(dialog);
+          seams.Prompts.Expect_Error("New Template",
+                                     "There is a template \"person\" already; choose another name.");
+          Confirm_With("Name=person")(dialog);
+          Confirm_With("Name=Club|Label12=Office|Address_Style=UK: lines, postcode, country")(dialog);
+        };
+        EXPECT_EQ(press(form, "New_Template", name_it), "Person Company Club/Club");
+        EXPECT_EQ(press(form, "Edit_Template", Confirm_With("Name=Choir")), "Person Company Choir/Choir");
+        Control<QListWidget>(form, "Template_List")->setCurrentRow(0);
+        seams.Prompts.Expect_Question("Contact Templates",
+                                      "Remove the template \"Person\"? The contact that has it gets the "
+                                      "template \"Company\"; what has no field there goes into the notes.",
+                                      Answer_Yes);
+        EXPECT_EQ(press(form, "Remove_Template"), "Company Choir/Company");
+        seams.Prompts.Expect_Question("Contact Templates",
+                                      "Remove the template \"Company\"? The contact that has it gets the "
+                                      "template \"Choir\"; what has no field there goes into the notes.",
+                                      Answer_Yes);
+        EXPECT_EQ(press(form, "Remove_Template"), "Choir/Choir");
+        seams.Prompts.Expect_Error("Contact Templates", "\"Choir\" is the book's last template and stays.");
+        press(form, "Remove_Template");
+        Confirm(form);
+      },
+      [&] { Edit_Templates({}, book); });
+  const TTemplate choir = Of("Choir");
+  EXPECT_EQ(choir.Labels[5] + std::to_string(static_cast<int>(choir.Address_Style)), "Office3");
+  EXPECT_EQ(Read_Contact_Details(anna).Template, choir.Key);
+}
+
+TEST_F(Contact_Forms, A_Page_Shows_What_Is_Filled_And_Opens_Telephone_Mail_And_Web) {
+  TContact_Details details;
+  for (const auto& [code, text] : {std::pair(12, "+49 (0)30 1"),
+                                   {13, "ask Bert"},
+                                   {17, "a@example.org"},
+                                   {19, "file:///etc/passwd"},
+                                   {6, "<b>Street</b>\nTown"}})
+    details.Fields[code] = text;
+  details.Other[2] = "third";
+  TContact_Page page;
+  page.Set_Keys(book, Add("Anna", details));
+  page.Reload();
+  Show(page);
+  EXPECT_EQ(Seen(&page, "Contact_Name Field12 Field13 Field17 Field19 Field6 Other3"),
+            "Anna|+49 (0)30 1|ask Bert|a@example.org|file:///etc/passwd|<b>Street</b>\nTown|third");
+  for (const char* empty : {"Field1", "Field18", "Other1", "Notes"})
+    EXPECT_FALSE(page.findChild<QWidget*>(QLatin1String(empty))) << empty;
+  std::string opened;
+  Install_Link_Opener([&](const QUrl& url) {
+    opened += url.toEncoded().toStdString() + " ";
+    return url.scheme() != QLatin1String("mailto");
+  });
+  seams.Prompts.Expect_Error("Contact",
+                             "There is no program on this machine that opens \"mailto:a@example.org\".");
+  for (const char* field : {"Field12", "Field13", "Field17", "Field19"}) {
+    Act(&page, field);
+    Settle();
+  }
+  Open_Link(QUrl(QStringLiteral("file:///etc/passwd")));
+  EXPECT_EQ(opened, "tel:+49301 mailto:a@example.org ");
+  page.Close_Form();
+}
+
+TEST(Links, Are_Made_Of_What_Can_Be_Opened_Alone) {
+  using enum TField_Kind;
+  struct {
+    TField_Kind Kind;
+    const char *Text, *Link;
+  } const cases[] = {
+      {Telephone, " 0160 / 555-01 ", "tel:016055501"},
+      {Telephone, "112", "tel:112"},
+      {Telephone, "030 555 01 ext. 3", "tel:03055501"},
+      {Telephone, "1-800-FLOWERS", ""},
+      {Telephone, "none", ""},
+      {Mail, "Anna <anna@example.org>", "mailto:anna@example.org"},
+      {Mail, "a@example.org?cc=b@example.org", "mailto:a@example.org%3Fcc=b@example.org"},
+      {Mail, "anna", ""},
+      {Web, "www.example.org/a?b=1", "https://www.example.org/a?b=1"},
+      {Web, "http://example", "http://example"},
+      {Web, "javascript:alert(1)", ""},
+      {Web, "javascript://example.org/%0Aalert(1)", ""},
+      {Web, "file:///etc/passwd", ""},
+      {Web, "see the card", ""},
+      {Text, "www.example.org", ""},
+      {Address, "0160 555", ""},
+  };
+  for (const auto& one : cases) {
+    const auto link = Link_To(one.Kind, QString::fromLatin1(one.Text));
+    EXPECT_EQ(link ? link->toEncoded().toStdString() : "", one.Link) << one.Text;
+  }
+}
+
+TEST_F(Contact_Forms, The_List_Is_Sorted_By_A_Column_And_Narrowed_As_One_Types) {
+  const auto add = [&](const char* name, const char* telephone) {
+    TContact_Details details;
+    details.Fields[13] = telephone;
+    return Add(name, details);
+  };
+  add("anna", "3");
+  add("Bert", "2");
+  const std::string carl = add("Carl", "1");
+  TContacts_Page page;
+  page.Set_Keys(book, {});
+  page.Reload();
+  Show(page);
+  auto* list = Control<QTableView>(&page, "Contacts");
+  const QAbstractItemModelTester tester(list->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+  const auto shown = [&] {
+    std::string names;
+    for (int row = 0; row < list->model()->rowCount(); ++row) {
+      const QString name = list->model()->index(row, 0).data().toString();
+      names += (row == list->currentIndex().row() ? "*" : "") + name.toStdString() + " ";
+    }
+    return names + Seen(&page, "Shown_Count");
+  };
+  EXPECT_EQ(shown(), "*anna Bert Carl 3 contacts");
+  QTest::keyClicks(Control<QLineEdit>(&page, "Filter"), "r");
+  EXPECT_EQ(shown(), "*Bert Carl 2 of 3 contacts");
+  auto* header = list->horizontalHeader();
+  QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, {header->sectionViewportPosition(1) + 8, 8});
+  EXPECT_EQ(shown(), "Carl *Bert 2 of 3 contacts") << "the contact stays selected";
+  QTest::keyClick(Control<QLineEdit>(&page, "Filter"), Qt::Key_Down);
+  EXPECT_EQ(Where(&page), "Contacts");
+  QTest::keyClick(list, Qt::Key_Up);
+  QSignalSpy opened(&page, &TContacts_Page::Open_Contact);
+  Confirm(list);
+  ASSERT_EQ(opened.size(), 1);
+  EXPECT_EQ(opened[0][0].toString().toStdString(), carl);
+  In_Update([&] { Set_Contact_Deleted(carl, true); });
+  page.Reload();
+  EXPECT_EQ(shown(), "*Bert 1 of 2 contacts") << "order and filter stay";
+  Act(&page, "Filter=");
+  EXPECT_EQ(shown(), "*Bert anna 2 contacts");
+  page.Close_Form();
+}
+
+}  // namespace
