@@ -25,6 +25,10 @@ QSize TContent_Scroll::sizeHint() const {
   return {natural.width() + verticalScrollBar()->sizeHint().width(), qMin(high, Most_High())};
 }
 
+QSize TContent_Scroll::minimumSizeHint() const {
+  return QScrollArea::minimumSizeHint().boundedTo(sizeHint());
+}
+
 // Texts wrap at another place.
 void TContent_Scroll::resizeEvent(QResizeEvent* event) {
   QScrollArea::resizeEvent(event);

@@ -11,6 +11,7 @@ class TContent_Scroll : public QScrollArea {
  public:
   explicit TContent_Scroll(QWidget* parent = nullptr);
   QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
 
  protected:
   /// How high it may be by itself.

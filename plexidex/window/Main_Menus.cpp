@@ -101,7 +101,7 @@ void TMain_Window::Make_Tree_Menu() {
     return line;
   };
   tree->addActions({new_event, new_task, new_contact, separator(), edit_contact, delete_contact, separator(),
-                    set_up_book, delete_book});
+                    set_up_book, edit_templates, delete_book});
 }
 
 void TMain_Window::Preferences() {

@@ -77,15 +77,19 @@ class TTemplate_Dialog : public THost_Dialog {
     for (std::size_t i = 0; i < labels.size(); ++i) written.Labels[i] = From_Qt(labels[i]->text().trimmed());
     written.Address_Style = static_cast<TAddress_Style>(style->currentData().toInt());
     // Another program may have removed it or its book, or used the name.
-    bool is_there = true, taken = false;
+    bool has_book = true, is_there = true, taken = false;
     const bool saved = Update_Host("Template_Dialogs:Save [KT_Templates]", [&] {
+      has_book = !Calendar_Of_Book(written.Book).empty();
       taken = Is_Template_Name_Taken(written.Book, written.Name, written.Key);
-      is_there = !Calendar_Of_Book(written.Book).empty() && (taken || Write_Template(written));
+      is_there = has_book && (taken || Write_Template(written));
     });
-    if (saved && !is_there) {
-      Say_Removed(Edited.Key.empty() ? written : Edited);
-    } else if (taken) {
+    if (taken)
       return Name_Again("There is a template \"" + written.Name + "\" already; choose another name.");
+    if (saved && !has_book) {
+      Kt_util_01::Raise_Error(From_Qt(windowTitle()),
+                              "The book has been removed; the template was not saved.");
+    } else if (saved && !is_there) {
+      Say_Removed(Edited);
     }
     if (!saved || !is_there) return false;
     Edited = written;
@@ -96,6 +100,8 @@ class TTemplate_Dialog : public THost_Dialog {
   QFormLayout* Add_Section(QVBoxLayout* column, const QString& title, TField_Kind kind) {
     auto* group = new QGroupBox(title);
     auto* form = new QFormLayout(group);
+    const auto count = std::count_if(Template_Fields.begin(), Template_Fields.end(),
+                                     [kind](const TTemplate_Field& field) { return field.Kind == kind; });
     int number = 0;
     for (std::size_t i = 0; i < Template_Fields.size(); ++i) {
       if (Template_Fields[i].Kind != kind) continue;
@@ -104,7 +110,7 @@ class TTemplate_Dialog : public THost_Dialog {
       labels[i]->setAccessibleName(tr("%1, field %2").arg(title).arg(++number));
       constexpr int chars_of_a_label = 20;
       labels[i]->setMinimumWidth(fontMetrics().averageCharWidth() * chars_of_a_label);
-      form->addRow(tr("Field %1:").arg(number), labels[i]);
+      form->addRow(count > 1 ? tr("Field %1:").arg(number) : tr("Field:"), labels[i]);
     }
     column->addWidget(group);
     return form;
@@ -215,13 +221,15 @@ class TTemplates_Dialog : public THost_Dialog {
                   "\"; what has no field there goes into the notes.";
     if (Kt_util_01::Raise_Question("Contact Templates", question) != Kt_util_01::Answer_Yes) return;
     bool are_there = false;
+    TTemplate gone = removed;
     const bool done = Update_Host("Template_Dialogs:Remove [KT_Templates/KT_Contacts_Data]", [&] {
       // As they are now: another program may have changed them.
       const auto from = Find_Template(removed.Key), to = Find_Template(instead.Key);
       are_there = from && to;
+      if (from) gone = instead;
       if (are_there) Remove_Template(*from, *to);
     });
-    if (done && !are_there) Say_Removed(Find_Template(removed.Key) ? instead : removed);
+    if (done && !are_there) Say_Removed(gone);
     Read_Again({});
   }
 
