@@ -56,12 +56,14 @@ int TContact_Details_View::Most_High() const {
   return parentWidget() ? parentWidget()->height() * 2 / 5 : TContent_Scroll::Most_High();
 }
 
-void TContact_Details_View::resizeEvent(QResizeEvent* event) {
+void TContact_Details_View::Set_Direction() {
   constexpr int chars_of_two_columns = 70;
-  if (columns)
-    columns->setDirection(width() < fontMetrics().averageCharWidth() * chars_of_two_columns
-                              ? QBoxLayout::TopToBottom
-                              : QBoxLayout::LeftToRight);
+  const bool narrow = width() < fontMetrics().averageCharWidth() * chars_of_two_columns;
+  if (columns) columns->setDirection(narrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+}
+
+void TContact_Details_View::resizeEvent(QResizeEvent* event) {
+  Set_Direction();
   TContent_Scroll::resizeEvent(event);
 }
 
@@ -79,7 +81,7 @@ QWidget* TContact_Details_View::Value(const QString& name, const QString& text,
     connect(copy, &QAction::triggered, this, [text] { QApplication::clipboard()->setText(text); });
     label->addAction(copy);
     label->setContextMenuPolicy(Qt::ActionsContextMenu);
-    label->setToolTip(link->toDisplayString().toHtmlEscaped());
+    label->setToolTip(QString::fromLatin1(link->toEncoded()));
     label->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     value = label;
   } else {
@@ -124,6 +126,7 @@ void TContact_Details_View::Show_Details(const TContact& contact) {
   whole->setContentsMargins(0, 0, 0, 4);
   columns = new QBoxLayout(QBoxLayout::LeftToRight);
   columns->setSpacing(8);
+  Set_Direction();
   whole->addLayout(columns);
   for (const TColumn& column : {left, right}) {
     columns->addLayout(column.Form, column.Lines > 0 ? 1 : 0);

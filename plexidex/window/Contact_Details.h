@@ -32,8 +32,11 @@ class TContact_Details_View : public TContent_Scroll {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  /// A line of the template; nothing for an empty text.
+  /// What shows a text, by its name, and opens its link if it has one.
   QWidget* Value(const QString& name, const QString& text, const std::optional<QUrl>& link);
+
+  /// Side by side where there is room.
+  void Set_Direction();
 
   QBoxLayout* columns = nullptr;
 };

@@ -137,8 +137,8 @@ void TContacts_Page::Say_Count() {
   const auto shown = static_cast<qulonglong>(model->List().Count()),
              all = static_cast<qulonglong>(model->List().Count_Of_All());
   const QLocale locale;
-  count->setText(shown == all ? tr("%1 contacts").arg(locale.toString(all))
-                              : tr("%1 of %2 contacts").arg(locale.toString(shown), locale.toString(all)));
+  const QString of = all == 1 ? tr("1 contact") : tr("%1 contacts").arg(locale.toString(all));
+  count->setText(shown == all ? of : tr("%1 of %2").arg(locale.toString(shown), of));
 }
 
 QString TContacts_Page::Selected() const {
