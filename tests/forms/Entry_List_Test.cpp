@@ -219,6 +219,8 @@ TEST_F(Entry_List, Headings_Stand_Over_The_Columns_Of_A_Description) {
   }
   EXPECT_FALSE(list.Column_Span(6));
   EXPECT_NE(list.Tip_At(At(0, 590)), QString()) << "not on its text alone";
+  for (int width = 440; width > 200 && list.Column_Span(5); --width) list.resize(width, 200);
+  EXPECT_TRUE(list.Column_Span(4) && !list.Column_Span(5)) << "the last column goes first";
 }
 
 }  // namespace
