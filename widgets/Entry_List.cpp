@@ -33,8 +33,7 @@ Kt_data_01::TItem_List& TEntry_List::Items() {
 }
 
 TList_Item* TEntry_List::Selected() {
-  const int row = Selected_Row();
-  return row < 0 ? nullptr : &entries->Items()[static_cast<std::size_t>(row)];
+  return entries->Item_Of_Row(Selected_Row());
 }
 
 int TEntry_List::Selected_Row() const {

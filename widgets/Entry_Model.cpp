@@ -18,6 +18,11 @@ const TList_Item* TEntry_Model::Item(const QModelIndex& index) {
   return position ? &model->items[*position] : nullptr;
 }
 
+TList_Item* TEntry_Model::Item_Of_Row(int row) {
+  const auto position = Position(row);
+  return position ? &items[*position] : nullptr;
+}
+
 void TEntry_Model::Set_Text_Right(int row, int right) {
   if (const auto position = Position(row)) items[*position].Data->TextRight = right;
 }

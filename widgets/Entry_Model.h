@@ -19,6 +19,8 @@ class TEntry_Model : public QAbstractListModel, private Kt_data_01::TItem_Observ
   Kt_data_01::TItem_List& Items() { return items; }
   /// Null for an index that is invalid or of another model. Valid until the list changes.
   static const Kt_data_01::TList_Item* Item(const QModelIndex& index);
+  /// Null for a row that does not exist, and for one that is being removed: its item is gone by then.
+  Kt_data_01::TList_Item* Item_Of_Row(int row);
   /// Keeps in the entry of a row how far to the right its text was drawn. Nobody is told.
   void Set_Text_Right(int row, int right);
 
