@@ -14,6 +14,16 @@ namespace KTReminds {
 
 class TCalendarFrm;
 
+/// Which controls give the commands on the date; what is missing, the view has not.
+struct TDate_Controls {
+  Kt_forms::TTitle_Label* Title = nullptr;  // says what is shown
+  QWidget* Calendar_Panel = nullptr;        // gets the date picker, and is hidden at first
+  TCommand Calendar = {};                   // shows and hides the panel
+  TCommand Previous = {}, Next = {};        // entry
+  TCommand Today = {};
+  QList<QAction*> Views = {};  // each asks for the view that is its "Tag"
+};
+
 /// What the views of the calendar have in common: the commands on their entries, and those on the date that
 /// is shown, with a date picker where a view has one. A view adds its layout and shows its entries.
 class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
@@ -41,16 +51,6 @@ class TCalendar_View : public Kt_forms::TForm, protected TEntry_Page {
   TShown Shown() const { return {page, {NodeKey, OwnerKey}, WholeCalendar}; }
 
  protected:
-  /// Which controls give the commands on the date; what is missing, the view has not.
-  struct TDate_Controls {
-    Kt_forms::TTitle_Label* Title = nullptr;  // says what is shown
-    QWidget* Calendar_Panel = nullptr;        // gets the date picker, and is hidden at first
-    TCommand Calendar = {};                   // shows and hides the panel
-    TCommand Previous = {}, Next = {};        // entry
-    TCommand Today = {};
-    QList<QAction*> Views = {};  // each asks for the view that is its "Tag"
-  };
-
   /// `page` is the view's own page number.
   explicit TCalendar_View(int page);
   /// To be called in a view's constructor once its layout is there, with the panel and the bar of its tools;

@@ -2,7 +2,7 @@
 
 // The tools and the popup menu of the day view, for the views that have the same.
 
-#include "Entry_Commands.h"
+#include "Calendar_View.h"
 #include "ui_View_Tools.h"
 
 namespace KTReminds {
@@ -22,6 +22,17 @@ inline TEntry_Controls Entry_Controls_Of(const Ui::View_Tools& tools) {
 inline QList<QAction*> View_Actions_Of(const Ui::View_Tools& tools) {
   return {tools.ToolButton10, tools.ToolButton9,  tools.ToolButton8, tools.ToolButton11,
           tools.DailyView1,   tools.MonthlyView1, tools.AllView1};
+}
+
+inline TDate_Controls Date_Controls_Of(const Ui::View_Tools& tools, Kt_forms::TTitle_Label* title,
+                                       QWidget* calendar_panel) {
+  return {.Title = title,
+          .Calendar_Panel = calendar_panel,
+          .Calendar = {tools.ToolButton4, tools.GotoDate1},
+          .Previous = {tools.PrevBtn, tools.PrevMenu},
+          .Next = {tools.Nextbtn, tools.NextMenu},
+          .Today = {tools.ToolButton7, tools.Today1},
+          .Views = View_Actions_Of(tools)};
 }
 
 }  // namespace KTReminds

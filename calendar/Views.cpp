@@ -1,5 +1,7 @@
 #include "Views.h"
 
+#include <algorithm>
+
 #include "Page_Numbers.h"
 #include "fm_Contacts_Page3a.h"
 #include "fm_Contacts_Page3b.h"

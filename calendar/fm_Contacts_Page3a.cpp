@@ -43,13 +43,7 @@ TContacts_Page3a_Frm::TContacts_Page3a_Frm()
   ui->Panel12->installEventFilter(this);
   Make_Move_Commands();
   Set_Up(ui->Panel7, tools->ToolBar1, Entry_Controls_Of(*tools),
-         {.Title = ui->Label1,
-          .Calendar_Panel = ui->CalPanel,
-          .Calendar = {tools->ToolButton4, tools->GotoDate1},
-          .Previous = {tools->PrevBtn, tools->PrevMenu},
-          .Next = {tools->Nextbtn, tools->NextMenu},
-          .Today = {tools->ToolButton7, tools->Today1},
-          .Views = View_Actions_Of(*tools)});
+         Date_Controls_Of(*tools, ui->Label1, ui->CalPanel));
   for (const TDay& day : days) commands->Add_List(day.List);
   connect(ui->SpeedButton1, &QToolButton::clicked, this, [this] { Step_Week(-1); });
   connect(ui->SpeedButton2, &QToolButton::clicked, this, [this] { Step_Week(+1); });

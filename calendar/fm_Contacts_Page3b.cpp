@@ -19,13 +19,7 @@ TContacts_Page3b_Frm::TContacts_Page3b_Frm()
   ui->setupUi(this);
   tools->setupUi(ui->Panel7);
   Set_Up(ui->Panel7, tools->ToolBar1, Entry_Controls_Of(*tools),
-         {.Title = ui->Label1,
-          .Calendar_Panel = ui->CalPanel,
-          .Calendar = {tools->ToolButton4, tools->GotoDate1},
-          .Previous = {tools->PrevBtn, tools->PrevMenu},
-          .Next = {tools->Nextbtn, tools->NextMenu},
-          .Today = {tools->ToolButton7, tools->Today1},
-          .Views = View_Actions_Of(*tools)});
+         Date_Controls_Of(*tools, ui->Label1, ui->CalPanel));
   commands->Add_List(ui->ListView1);
   commands->Add_Header(ui->EventTitlePanel, ui->ListView1);
   setFocusProxy(ui->ListView1);
