@@ -66,6 +66,18 @@ struct TWait_Cursor {
   ~TWait_Cursor() { QGuiApplication::restoreOverrideCursor(); }
 };
 
+// Reads a sheet and has it printed.
+template <class TPrint>
+void With_Printer(QWidget* window, const TSheet_Request& request, TPrint print) {
+  Report_Failure_Of([&] {
+    const TSheet sheet = Read_Sheet(window, request);
+    QPrinter printer(QPrinter::HighResolution);
+    Prepare(printer, sheet);
+    const TModal_Scope modal;
+    print(printer, sheet);
+  });
+}
+
 QString File_Name_For(const TSheet& sheet) {
   return To_Qt(sheet.Title).replace(QLatin1Char('/'), QLatin1Char('-')) + QStringLiteral(".pdf");
 }
@@ -73,11 +85,7 @@ QString File_Name_For(const TSheet& sheet) {
 }  // namespace
 
 void Print_With_Dialog(QWidget* window, const TSheet_Request& request) {
-  Report_Failure_Of([&] {
-    const TSheet sheet = Read_Sheet(window, request);
-    QPrinter printer(QPrinter::HighResolution);
-    Prepare(printer, sheet);
-    const TModal_Scope modal;
+  With_Printer(window, request, [window](QPrinter& printer, const TSheet& sheet) {
     QPrintDialog dialog(&printer, window);
     if (dialog.exec() == QDialog::Accepted) Print_On(printer, window, sheet);
   });
@@ -85,11 +93,7 @@ void Print_With_Dialog(QWidget* window, const TSheet_Request& request) {
 
 void Preview_Print(QWidget* window, const TSheet_Request& request) {
   constexpr int wide = 860, high = 900, frame = 40;
-  Report_Failure_Of([&] {
-    const TSheet sheet = Read_Sheet(window, request);
-    QPrinter printer(QPrinter::HighResolution);
-    Prepare(printer, sheet);
-    const TModal_Scope modal;
+  With_Printer(window, request, [window](QPrinter& printer, const TSheet& sheet) {
     QPrintPreviewDialog dialog(&printer, window);
     dialog.resize(QSize(wide, high).boundedTo(dialog.screen()->availableSize() - QSize(frame, frame)));
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&](QPrinter* on) {
