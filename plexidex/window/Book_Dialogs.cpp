@@ -58,7 +58,7 @@ class TBook_Dialog : public THost_Dialog {
  protected:
   bool Save() override {
     const std::string text = From_Qt(name->text().trimmed());
-    if (text.empty()) return Name_Again("A book needs a name.");
+    if (text.empty()) return Refuse(name, "A book needs a name.");
     TOther_Texts texts;
     for (std::size_t i = 0; i < Other_Fields; ++i) texts[i] = From_Qt(labels[i]->text().trimmed());
     std::string written = Key;
@@ -75,7 +75,7 @@ class TBook_Dialog : public THost_Dialog {
       }
       if (is_there) Set_Other_Labels(written, texts);
     });
-    if (taken) return Name_Again("There is a book \"" + text + "\" already; choose another name.");
+    if (taken) return Refuse(name, "There is a book \"" + text + "\" already; choose another name.");
     if (saved && !is_there) Say_Removed(From_Qt(windowTitle()));
     if (!saved || !is_there) return false;
     Key = written;
@@ -83,13 +83,6 @@ class TBook_Dialog : public THost_Dialog {
   }
 
  private:
-  bool Name_Again(const std::string& why) {
-    Kt_util_01::Raise_Error(From_Qt(windowTitle()), why);
-    name->setFocus();
-    name->selectAll();
-    return false;
-  }
-
   QLineEdit* name;
   std::array<QLineEdit*, Other_Fields> labels{};
 };

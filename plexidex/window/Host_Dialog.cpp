@@ -33,6 +33,13 @@ void THost_Dialog::accept() {
   if (Save()) QDialog::accept();
 }
 
+bool THost_Dialog::Refuse(QLineEdit* input, const std::string& why) {
+  Kt_util_01::Raise_Error(From_Qt(windowTitle()), why);
+  input->setFocus();
+  input->selectAll();
+  return false;
+}
+
 bool Update_Host(const char* tag, const std::function<void()>& body) {
   const Kt_data_01::TUpdate_Result result = Kt_data_01::Update(tag, body);
   // The reason is told once, and not while no window is there to show it.

@@ -2,7 +2,9 @@
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QLineEdit>
 #include <functional>
+#include <string>
 
 #include "Kt_forms.h"
 
@@ -21,6 +23,8 @@ class THost_Dialog : public Kt_forms::TDialog_Form {
   virtual bool Save() = 0;
   /// To be called when all controls are in the form.
   void Finish();
+  /// For Save: says why what is typed into an input cannot be, and brings the user back to it. False.
+  bool Refuse(QLineEdit* input, const std::string& why);
   QFormLayout* Form() { return form; }
   QDialogButtonBox* Buttons() { return buttons; }
 

@@ -73,7 +73,7 @@ class TTemplate_Dialog : public THost_Dialog {
   bool Save() override {
     TTemplate written = Edited;
     written.Name = From_Qt(name->text().simplified());
-    if (written.Name.empty()) return Name_Again("A template needs a name.");
+    if (written.Name.empty()) return Refuse(name, "A template needs a name.");
     for (std::size_t i = 0; i < labels.size(); ++i) written.Labels[i] = From_Qt(labels[i]->text().trimmed());
     written.Address_Style = static_cast<TAddress_Style>(style->currentData().toInt());
     // Another program may have removed it or its book, or used the name.
@@ -84,7 +84,7 @@ class TTemplate_Dialog : public THost_Dialog {
       is_there = has_book && (taken || Write_Template(written));
     });
     if (taken)
-      return Name_Again("There is a template \"" + written.Name + "\" already; choose another name.");
+      return Refuse(name, "There is a template \"" + written.Name + "\" already; choose another name.");
     if (saved && !has_book) {
       Kt_util_01::Raise_Error(From_Qt(windowTitle()),
                               "The book has been removed; the template was not saved.");
@@ -114,13 +114,6 @@ class TTemplate_Dialog : public THost_Dialog {
     }
     column->addWidget(group);
     return form;
-  }
-
-  bool Name_Again(const std::string& why) {
-    Kt_util_01::Raise_Error(From_Qt(windowTitle()), why);
-    name->setFocus();
-    name->selectAll();
-    return false;
   }
 
   QLineEdit* name;
