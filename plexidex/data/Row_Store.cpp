@@ -46,20 +46,22 @@ TRow_Store::TCell TRow_Store::Stored(std::string_view text) {
 
 void TRow_Store::Append(TStatement& statement, int column) {
   ids.push_back(statement.Integer(column++));
+  cells.resize(cells.size() + projection->Types.size());
+  if (ids.back() == 0) return;
+  TCell* cell = &*cells.end() - projection->Types.size();
   for (const TColumn_Type type : projection->Types) {
-    TCell cell{};
     switch (type) {
       case TColumn_Type::Text:
-        cell = Stored(statement.Text(column));
+        *cell = Stored(statement.Text(column));
         break;
       case TColumn_Type::DateTime:
-        cell.real = statement.Real(column);
+        cell->real = statement.Real(column);
         break;
       default:
-        cell.integer = statement.Integer(column);
+        cell->integer = statement.Integer(column);
         break;
     }
-    cells.push_back(cell);
+    ++cell;
     ++column;
   }
 }
@@ -86,8 +88,14 @@ bool TRow_Store::Read_Again(std::size_t row, TStatement& statement) {
 
 TText TRow_Store::Shared_Text(std::size_t row, int slot) {
   if (shared.size() < cells.size()) shared.resize(cells.size());
-  TText& text = shared[row * projection->Columns.size() + static_cast<std::size_t>(slot)];
-  if (text.Empty()) text = TText(Text(row, slot));
+  const std::size_t width = projection->Columns.size();
+  TText& text = shared[row * width + static_cast<std::size_t>(slot)];
+  if (text.Empty()) {
+    // Rows that follow each other often say the same.
+    const TText* before = row > 0 ? &text - width : nullptr;
+    const std::string_view stored = Text(row, slot);
+    text = before && *before == stored ? *before : TText(stored);
+  }
   return text;
 }
 

@@ -142,6 +142,7 @@ class TSqlite_Engine final : public TEngine {
       Execute("PRAGMA cache_size = " + std::to_string(-options.Cache_Bytes / 1024));
       if (options.Max_Pages > 0) Execute("PRAGMA max_page_count = " + std::to_string(options.Max_Pages));
       data_version = Prepare("PRAGMA data_version");
+      begin = Prepare("BEGIN");
     } catch (...) {
       sqlite3_close(connection);
       throw;
@@ -149,6 +150,7 @@ class TSqlite_Engine final : public TEngine {
   }
   ~TSqlite_Engine() override {
     data_version.reset();
+    begin.reset();
     sqlite3_close(connection);
   }
   TSqlite_Engine(const TSqlite_Engine&) = delete;
@@ -205,7 +207,8 @@ class TSqlite_Engine final : public TEngine {
     return "it is read-only";
   }
   void Begin_Read() override {
-    Execute("BEGIN");
+    begin->Step();
+    begin->Reset();
     try {
       External_Changes();  // the snapshot is taken by the first read
     } catch (...) {
@@ -329,7 +332,7 @@ class TSqlite_Engine final : public TEngine {
   std::chrono::steady_clock::time_point busy_since;
   std::minstd_rand random{std::random_device{}()};
   sqlite3* connection = nullptr;
-  std::unique_ptr<TStatement> data_version;
+  std::unique_ptr<TStatement> data_version, begin;
 };
 
 }  // namespace
