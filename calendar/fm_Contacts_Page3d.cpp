@@ -13,19 +13,24 @@ using namespace Kt_forms;
 
 namespace {
 
-// Moves the bar, and ends the build when the page is closed, or the window with it.
+using TItems = std::vector<std::unique_ptr<Kt_data_01::TList_Item>>;
+
+// Moves the bar, and ends the build when the page is closed, or the window with it. Frees the items of the
+// last build a few at a time.
 class TBuild_Progress : public Kt_data_01::TProgress_Bar {
  public:
-  TBuild_Progress(const TForm& page, QProgressBar& bar)
-      : page(page), bar(bar), is_seen(page.window()->isVisible()) {}
+  TBuild_Progress(const TForm& page, QProgressBar& bar, TItems old_items)
+      : page(page), bar(bar), is_seen(page.window()->isVisible()), old_items(std::move(old_items)) {}
   void Set_Max(std::int64_t steps) override { bar.setMaximum(static_cast<int>(steps)); }
   void Set_Position(std::int64_t steps) override {
     constexpr int often_msecs = 20;
+    constexpr std::size_t few_items = 200;
+    if (since.isValid()) old_items.resize(old_items.size() - std::min(old_items.size(), few_items));
     if (steps == bar.maximum() || (since.isValid() && since.elapsed() < often_msecs)) return;
     bar.setValue(static_cast<int>(steps));
     busy.Service();
     if (page.Is_Closed() || (is_seen && !page.window()->isVisible())) throw Kt_data_01::EAlready_Reported();
-    if (steps > 0) since.start();
+    since.start();
   }
 
  private:
@@ -33,6 +38,7 @@ class TBuild_Progress : public Kt_data_01::TProgress_Bar {
   QProgressBar& bar;
   const bool is_seen;
   TBusy_Scope busy;
+  TItems old_items;
   QElapsedTimer since;  // the last time; the first rows are shown as soon as there are some
 };
 
@@ -101,12 +107,12 @@ void TContacts_Page3d_Frm::Fill_List() {
   ui->PBPanel->show();
   auto& items = ui->ListView1->Items();
   items.Begin_Update();
-  items.Clear();
+  TItems old_items = items.Take_Out();
   items.End_Update();
   ui->Label2->repaint();
   ui->ListView1->repaint();
   {
-    TBuild_Progress progress(*this, *ui->PB1);
+    TBuild_Progress progress(*this, *ui->PB1, std::move(old_items));
     Build_Reminder_AllView(OwnerKey, NodeKey, items, true, WholeCalendar, &progress);
   }
   ui->NoEventsPanel->setText(none);

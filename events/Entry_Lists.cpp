@@ -159,15 +159,11 @@ void Build_Day_Lists(const TOwner& owner, bool by_book, TDateTime first_day,
 
 void Build_Reminder_AllView(const std::string& Contact, const std::string& Book, TItem_List& List,
                             bool IncludeCompleted, bool ByBook, TProgress_Bar* Progress) {
-  constexpr std::int64_t progress_step = 1000;
+  constexpr std::int64_t progress_step = 100;
   Rebuild_Sorted({&List}, "Build_Reminder_AllView", [&] {
     TEntry_Walk walk(All_Of({Book, Contact}, ByBook), TAlarm_Key::Occurrence, TReading::Whole);
     std::int64_t shown = 0;
-    if (Progress) {
-      const std::int64_t all = walk.Count();
-      Progress->Set_Max(all);
-      if (all > progress_step) Progress->Set_Position(shown);
-    }
+    if (Progress) Progress->Set_Max(walk.Count());
     while (auto entry = walk.Next()) {
       if (Progress && walk.Passed() - shown >= progress_step) {
         shown = walk.Passed();

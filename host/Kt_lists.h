@@ -50,13 +50,16 @@ class TItem_List {
   /// Not owned; null for none.
   void Set_Observer(TItem_Observer* new_observer) { observer = new_observer; }
 
-  /// Between these the contents change as a whole; they nest. Clear and Add may be called only inside.
+  /// Between these the contents change as a whole; they nest. Clear, Take_Out and Add may be called only
+  /// inside.
   void Begin_Update();
   void End_Update();
   bool Is_Updating() const { return updating > 0; }
   /// In the midst of an update: shows what has been added, to which only Add may add until the end.
   void Show_So_Far();
   void Clear();
+  /// Clears, but leaves it to the caller to free the items, which takes long for many.
+  std::vector<std::unique_ptr<TList_Item>> Take_Out();
   TList_Item& Add(std::unique_ptr<TList_Item> item);
   /// Turns the order round: adding at the end and reversing once gives the order of inserting each at the
   /// top.

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "Kt_lists.h"
 
@@ -29,8 +30,12 @@ void TItem_List::Hide_Again() {
 }
 
 void TItem_List::Clear() {
+  Take_Out();
+}
+
+std::vector<std::unique_ptr<TList_Item>> TItem_List::Take_Out() {
   Hide_Again();
-  items.clear();
+  return std::exchange(items, {});
 }
 
 TList_Item& TItem_List::Add(std::unique_ptr<TList_Item> item) {
