@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Journal.h"
 #include "Kt_util_01.h"
 #include "Templates.h"
 
@@ -52,12 +53,12 @@ std::vector<TContact> List_Contacts(std::string_view book, bool deleted) {
   TSnapshot snapshot;
   TTable contacts(Contacts_Table, "TypeBookandParent", {"Key", "DisplayName", "Deleted"});
   const TField key = contacts.Field("Key"), name = contacts.Field("DisplayName"),
-               gone = contacts.Field("Deleted");
+               gone = contacts.Field("Deleted"), folder = contacts.Field("Parent");
   contacts.SetRange({Contact_Type_Contact, book}, {Contact_Type_Contact, book});
   for (contacts.First(); !contacts.Eof(); contacts.Next()) {
     if (contacts.Boolean(gone) != deleted || !Access_Allowed(contacts.Text(key), Access_See)) continue;
     TContact contact{std::string(contacts.Text(key)), std::string(contacts.Text(name)), std::string(book),
-                     deleted};
+                     deleted, std::string(contacts.Text(folder))};
     sorted.emplace_back(Kt_util_01::Sort_Key(contact.Name), std::move(contact));
   }
   std::stable_sort(sorted.begin(), sorted.end(),
@@ -69,11 +70,12 @@ std::vector<TContact> List_Contacts(std::string_view book, bool deleted) {
 }
 
 std::optional<TContact> Find_Contact(std::string_view key) {
-  TTable contacts(Contacts_Table, "Key", {"DisplayName", "Type", "Book", "Deleted"});
+  TTable contacts(Contacts_Table, "Key", {"DisplayName", "Type", "Book", "Parent", "Deleted"});
   if (!contacts.FindKey({key}) || contacts.Integer(contacts.Field("Type")) != Contact_Type_Contact) return {};
   return TContact{std::string(key), std::string(contacts.Text(contacts.Field("DisplayName"))),
                   std::string(contacts.Text(contacts.Field("Book"))),
-                  contacts.Boolean(contacts.Field("Deleted"))};
+                  contacts.Boolean(contacts.Field("Deleted")),
+                  std::string(contacts.Text(contacts.Field("Parent")))};
 }
 
 std::string Create_Contact(std::string_view book, std::string_view display_name, std::string_view parent,
@@ -84,7 +86,10 @@ std::string Create_Contact(std::string_view book, std::string_view display_name,
   cursor.SetFields({key, display_name, type, book, parent, "", Kt_util_01::User_Key(), false,
                     Kt_util_01::User_Key(), Kt_util_01::Now()});
   PostUpdate(cursor);
-  if (type == Contact_Type_Contact) Insert_Details(key, book);
+  if (type == Contact_Type_Contact) {
+    Insert_Details(key, book);
+    Log_Contact(key, TJournal_Type::Created, display_name);
+  }
   return key;
 }
 
@@ -93,7 +98,32 @@ bool Rename_Contact(std::string_view contact, std::string_view name) {
 }
 
 bool Set_Contact_Deleted(std::string_view contact, bool deleted) {
-  return Change_Contact(contact, "Deleted", deleted);
+  const auto found = Find_Contact(contact);
+  if (!found || found->Deleted == deleted) return found.has_value();
+  Change_Contact(contact, "Deleted", deleted);
+  Log_Contact(contact, deleted ? TJournal_Type::Deleted : TJournal_Type::Restored, found->Name);
+  return true;
+}
+
+bool Set_Contact_Owner(std::string_view contact, std::string_view user) {
+  const auto found = Find_Contact(contact);
+  if (!found) return false;
+  TTable contacts(Contacts_Table, "Key", {"User"});
+  contacts.FindKey({contact});
+  const std::string before(contacts.Text(contacts.Field("User")));
+  if (before == user) return true;
+  const std::string name_before = Get_UserName(before);
+  Change_Contact(contact, "User", user);
+  Log_Contact(contact, TJournal_Type::Owner_Changed, found->Name,
+              (name_before.empty() ? "To " : "From " + name_before + " to ") + Get_UserName(user));
+  return true;
+}
+
+void Note_Change(std::string_view contact, std::string_view what) {
+  const auto found = Find_Contact(contact);
+  if (!found) return;
+  Change_Contact(contact, "DisplayName", found->Name);
+  Log_Contact(contact, TJournal_Type::Updated, found->Name, what);
 }
 
 TContact_Details Read_Contact_Details(std::string_view contact) {
@@ -129,7 +159,15 @@ bool Write_Contact_Details(std::string_view contact, const TContact_Details& wri
 }
 
 bool Write_Contact(std::string_view contact, std::string_view name, const TContact_Details& details) {
-  return Rename_Contact(contact, name) && Write_Contact_Details(contact, details);
+  const auto before = Find_Contact(contact);
+  if (!before) return false;
+  const TContact_Details details_before = Read_Contact_Details(contact);
+  Write_Contact_Details(contact, details);
+  const bool renamed = before->Name != name;
+  if (!renamed && Read_Contact_Details(contact) == details_before) return true;
+  Change_Contact(contact, "DisplayName", name);
+  Log_Contact(contact, TJournal_Type::Updated, name, renamed ? "Renamed from " + before->Name : "");
+  return true;
 }
 
 TOther_Texts Other_Labels(std::string_view book) {

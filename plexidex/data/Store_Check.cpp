@@ -87,6 +87,55 @@ void Check_Contacts(std::vector<std::string>& findings) {
            });
 }
 
+void Check_What_Contacts_Have(std::vector<std::string>& findings) {
+  const TTable_Def &contacts = Table_Def("KT_Contacts"), &categories = Table_Def("KT_Categories"),
+                   &members = Table_Def("KT_Categories_InUse");
+  Add_Rows(findings, Unmatched_Sql(categories, {"Book", "Name"}, Table_Def("KT_Books"), "Key"),
+           "categories without a book", [](TStatement& row) {
+             return "The category " + In_Quotes(row.Text(1)) + " belongs to the book " +
+                    In_Quotes(row.Text(0)) + ", which is not there.";
+           });
+  Add_Rows(findings, Unmatched_Sql(members, {"Category", "Contact"}, categories, "Key"),
+           "members of missing categories", [](TStatement& row) {
+             return "The contact " + In_Quotes(row.Text(1)) + " belongs to the category " +
+                    In_Quotes(row.Text(0)) + ", which is not there.";
+           });
+  for (const auto& [table, what] : {std::pair(&members, "membership of a category"),
+                                    {&Table_Def("KT_Links"), "link"},
+                                    {&Table_Def("KT_Log"), "journal entry"},
+                                    {&Table_Def("KT_Flags"), "tag"}}) {
+    const std::string kind(what);
+    Add_Rows(findings, Unmatched_Sql(*table, {"Contact"}, contacts, "Key"), "of a missing contact: " + kind,
+             [&](TStatement& row) {
+               return "There is a " + kind + " of the contact " + In_Quotes(row.Text(0)) +
+                      ", which is not there.";
+             });
+  }
+}
+
+void Check_Folders(std::vector<std::string>& findings) {
+  const TTable_Def& contacts = Table_Def("KT_Contacts");
+  const auto of = [&](const char* column) { return Column_Sql(contacts, contacts.Known_Column(column)); };
+  Add_Rows(findings,
+           Unmatched_Sql(contacts, {"Parent", "Key", "DisplayName"}, contacts, "Key") + " AND " +
+               of("Parent") + " <> ''",
+           "contacts in missing folders", [](TStatement& row) {
+             return In_Quotes(row.Text(1)) + " (" + std::string(row.Text(2)) + ") lies in the folder " +
+                    In_Quotes(row.Text(0)) + ", which is not there.";
+           });
+  std::map<std::string, std::string> parents;
+  TTable table(Contacts_Table, {"Key", "Type", "Parent"});
+  table.Set_Filter("Type = " + std::to_string(Contact_Type_Folder));
+  for (table.First(); !table.Eof(); table.Next())
+    parents.emplace(table.Text(table.Field("Key")), table.Text(table.Field("Parent")));
+  for (const auto& [key, parent] : parents) {
+    std::string at = parent;
+    for (std::size_t steps = 0; steps < parents.size() && at != key && parents.contains(at); ++steps)
+      at = parents[at];
+    if (at == key) findings.push_back("The folder " + In_Quotes(key) + " lies in itself.");
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> Check_Store() {
@@ -96,6 +145,8 @@ std::vector<std::string> Check_Store() {
     Check_Storage(findings);
     Check_Events(findings);
     Check_Contacts(findings);
+    Check_What_Contacts_Have(findings);
+    Check_Folders(findings);
   } catch (const EEngine_Error& e) {
     findings.push_back(std::string("The database cannot be read through: ") + e.what() + ".");
   }

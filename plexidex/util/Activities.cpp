@@ -4,8 +4,9 @@ namespace Kt_util_01 {
 
 const std::vector<TActivity>& Populate_Activities() {
   static const std::vector<TActivity> activities = {
-      {1, "Telephone Call"}, {2, "Letter"}, {3, "E-Mail"},          {4, "Fax"},    {5, "Meeting"},
-      {6, "Visit"},          {17, "Task"},  {18, "Calendar Event"}, {19, "Other"},
+      {0, "Phone Call Made"}, {19, "Phone Call Received"}, {1, "E-Mail Sent"},    {13, "E-Mail Received"},
+      {14, "Fax Sent"},       {15, "Fax Received"},        {16, "Letter Sent"},   {17, "Letter Received"},
+      {18, "Meeting"},        {20, "Conversation"},        {2, "Internet Visit"}, {21, "Other"},
   };
   return activities;
 }

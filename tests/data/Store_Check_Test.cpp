@@ -40,12 +40,26 @@ TEST_F(Store_Check, Contacts_And_Templates_That_Miss_Something_Are_Named) {
       "INSERT INTO KT_Contacts (Key, DisplayName, Type) VALUES ('c1', 'Anna', 0), ('c2', 'Folder', 1);"
       "INSERT INTO KT_Contacts (Key, Book) SELECT 'c3', Key FROM KT_Books;"
       "INSERT INTO KT_Contacts_Data (Contact, Template) VALUES ('c3', 't2');"
-      "INSERT INTO KT_Templates (Key, Book, Name) VALUES ('t1', 'b2', 'Club')");
+      "INSERT INTO KT_Templates (Key, Book, Name) VALUES ('t1', 'b2', 'Club');"
+      "INSERT INTO KT_Categories (Key, Book, Name) VALUES ('k1', 'b2', 'Choir');"
+      "INSERT INTO KT_Categories_InUse VALUES ('k1', 'c9', NULL), ('k2', 'c3', NULL);"
+      "INSERT INTO KT_Links (Contact) VALUES ('c8'); INSERT INTO KT_Log (Contact) VALUES ('c7');"
+      "INSERT INTO KT_Flags (Contact) VALUES ('c6');"
+      "UPDATE KT_Contacts SET Parent = 'f' WHERE Key = 'c1'; UPDATE KT_Contacts SET Parent = Key, "
+      "Type = 1 WHERE Key = 'c2'");
   EXPECT_THAT(Check_Store(),
               ElementsAre(HasSubstr("KT_Contacts refers"),
                           "The template \"Club\" belongs to the book \"b2\", which is not there.",
                           "The contact \"c3\" has the template \"t2\", which is not there.",
-                          "The contact \"c1\" (Anna) has no details."));
+                          "The contact \"c1\" (Anna) has no details.",
+                          "The category \"Choir\" belongs to the book \"b2\", which is not there.",
+                          "The contact \"c3\" belongs to the category \"k2\", which is not there.",
+                          "There is a membership of a category of the contact \"c9\", which is not there.",
+                          "There is a link of the contact \"c8\", which is not there.",
+                          "There is a journal entry of the contact \"c7\", which is not there.",
+                          "There is a tag of the contact \"c6\", which is not there.",
+                          "\"c1\" (Anna) lies in the folder \"f\", which is not there.",
+                          "The folder \"c2\" lies in itself."));
 }
 
 TEST_F(Store_Check, Dates_That_Are_None_Are_Named) {

@@ -36,7 +36,7 @@ TEST_F(Reminder_Form, A_New_Event_Is_Filled_In_By_Keyboard_And_Saved) {
   EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{2, 3, 2}));
   EXPECT_EQ(Query_Rows("Title, Location, Priority, Private, Freq, Type, Notes, Offset, WAVFile",
                        "KT_Events, KT_Alarms"),
-            "Lunch|Canteen|2|1|0|5|Bring money|1440|<Standard Beep>");
+            "Lunch|Canteen|2|1|0|18|Bring money|1440|<Standard Beep>");
   EXPECT_EQ(Dates() + "/" + Counts(), "0.604/1 1 1");
   EXPECT_FALSE(Properties("", [](QWidget* editor) { Act(editor, "CancelBtn"); }));
   EXPECT_EQ(Counts(), "1 1 1") << "nothing is left behind";
