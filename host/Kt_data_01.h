@@ -201,6 +201,9 @@ inline constexpr int Contact_Type_Calendar = 2;
 /// Key of a book's calendar record; "" for an unknown book.
 std::string Calendar_Of_Book(std::string_view book);
 
+/// The keys of all folders below a folder, at whatever depth; without it. None for an unknown one.
+std::vector<std::string> Get_SubGroups(std::string_view folder);
+
 /// Switches record caching on and off around a long scan: rows found by a unique key are kept, and a table in
 /// which much is looked up is read as a whole. The cache is used only inside a snapshot or bracket, and
 /// emptied when the table changes.

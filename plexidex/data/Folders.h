@@ -1,0 +1,40 @@
+#pragma once
+
+// The folders of a book's contacts. What writes must be called inside an update bracket; reading and writing
+// throw EData_Error.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Kt_data_01 {
+
+struct TFolder {
+  std::string Key, Name;
+  std::string Parent;  // "" at the top of the book
+  int Depth = 0;       // 0 at the top
+};
+
+/// Those that the current user may see, each before those in it, by name. One that lies in none of these, or
+/// in itself, is at the top.
+std::vector<TFolder> List_Folders(std::string_view book);
+
+/// How many contacts, deleted ones included, and folders lie directly in it.
+struct TFolder_Content {
+  std::int64_t Contacts = 0, Folders = 0;
+};
+TFolder_Content Content_Of_Folder(std::string_view folder);
+
+/// Whether another folder in `parent`, or at the top, has this name, whatever the case.
+bool Is_Folder_Name_Taken(std::string_view book, std::string_view parent, std::string_view name,
+                          std::string_view own_key);
+/// What lies in it moves to where it lay. False when there is no such folder.
+bool Remove_Folder(std::string_view folder);
+
+enum class TMove { Done, Gone, Into_Itself, Other_Book };
+/// Moves a contact, which its journal tells, or a folder with all it holds; "" is the top of its book.
+/// Nothing is written unless it is Done.
+TMove Move_To_Folder(std::string_view key, std::string_view folder);
+
+}  // namespace Kt_data_01
