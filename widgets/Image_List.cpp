@@ -19,6 +19,7 @@ constexpr const char* View_Images[] = {
     "week_view", "month_view", "today",     "open_event", "sort",       "reminder", "note",
     "clock",     "holiday",    "open_task", "done_task",  "done_event", "add_task", "all_events"};
 constexpr const char* Home_Images[] = {"search"};
+constexpr const char* Contact_Images[] = {"folder", "tagged"};
 
 // The colour that stands for the ink in the drawings.
 constexpr const char* Placeholder = "#101010";
@@ -116,6 +117,8 @@ TImage_List::TImage_List(const char* name) {
     enabled = list == "P3_Enabled";
   } else if (list == "CalHome_Enabled" || list == "TaskHome_Enabled") {
     images = Home_Images;
+  } else if (list == "Contacts") {
+    images = Contact_Images;
   }
 }
 

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <numeric>
+#include <unordered_map>
 
+#include "Categories.h"
 #include "Contact_Fields.h"
+#include "Folders.h"
 #include "Kt_util_01.h"
 #include "Sql_Text.h"
 #include "Table_Context.h"
+#include "Tags.h"
 
 namespace Kt_data_01 {
 
@@ -28,6 +32,74 @@ std::string First_Filled(TStatement& row, int from, std::size_t count) {
   return {};
 }
 
+class TRow_Reader {
+ public:
+  TRow_Reader(std::string_view book, std::vector<TContact_Row>& rows)
+      : columns(Columns_Of(TField_Kind::Telephone)), telephones(columns.size()), rows(rows) {
+    for (std::string& column : Columns_Of(TField_Kind::Mail)) columns.push_back(std::move(column));
+    for (TFolder& one : List_Folders(book)) folders.emplace(std::move(one.Key), std::move(one.Name));
+  }
+
+  // Appends those of a folder, or all of the book.
+  void Read(TDatabase& database, std::string_view book, bool deleted, std::string_view folder) {
+    constexpr int first = 2;
+    const int first_mail = first + static_cast<int>(telephones),
+              name = first + static_cast<int>(columns.size()), parent = name + 1;
+    TUse use(database.Statement(Contact_Rows_Sql(columns, !folder.empty())));
+    use->Bind(0, book);
+    use->Bind(1, std::int64_t{deleted});
+    if (!folder.empty()) use->Bind(2, folder);
+    while (use->Step()) {
+      if (!Access_Allowed(use->Text(0), Access_See)) continue;
+      rows.push_back({std::string(use->Text(0)), std::string(use->Text(1)),
+                      First_Filled(*use, first, telephones),
+                      First_Filled(*use, first_mail, columns.size() - telephones),
+                      std::string(use->Text(name)), Folder_Name(use->Text(parent))});
+    }
+  }
+
+ private:
+  // The rows of a folder come one after the other.
+  const std::string& Folder_Name(std::string_view key) {
+    if (key != last_key) {
+      last_key = key;
+      const auto found = folders.find(last_key);
+      last_name = found == folders.end() ? std::string() : found->second;
+    }
+    return last_name;
+  }
+
+  std::vector<std::string> columns;
+  const std::size_t telephones;
+  std::unordered_map<std::string, std::string> folders;
+  std::string last_key, last_name;
+  std::vector<TContact_Row>& rows;
+};
+
+// Categories and tags.
+void Add_What_Few_Have(TDatabase& database, std::string_view book, std::vector<TContact_Row>& rows) {
+  const auto categories = List_Categories(book);
+  const auto tagged = Tagged_Contacts();
+  if (categories.empty() && tagged.empty()) return;
+  std::unordered_map<std::string_view, TContact_Row*> by_key;
+  by_key.reserve(rows.size());
+  for (TContact_Row& row : rows) by_key.emplace(row.Key, &row);
+  for (const TCategory& category : categories) {
+    TUse use(database.Statement(Members_Sql()));
+    use->Bind(0, category.Key);
+    while (use->Step()) {
+      const auto found = by_key.find(use->Text(0));
+      if (found == by_key.end()) continue;
+      std::string& names = found->second->Categories;
+      if (!names.empty()) names += ", ";
+      names += category.Name;
+    }
+  }
+  for (const std::string& contact : tagged) {
+    if (const auto found = by_key.find(contact); found != by_key.end()) found->second->Tagged = true;
+  }
+}
+
 std::string Digits_Of(std::string_view text) {
   std::string digits;
   for (const char c : text) {
@@ -46,31 +118,29 @@ const std::string& TContact_Row::Text(TContact_Column column) const {
       return Mail;
     case TContact_Column::Template:
       return Template;
+    case TContact_Column::Folder:
+      return Folder;
+    case TContact_Column::Categories:
+      return Categories;
     default:
       return Name;
   }
 }
 
-std::vector<TContact_Row> Read_Contact_Rows(std::string_view book, bool deleted) {
+std::vector<TContact_Row> Read_Contact_Rows(std::string_view book, bool deleted, std::string_view folder) {
   const TSnapshot snapshot;
-  TTable_Context contacts(Shared_Database(), Table_Def("KT_Contacts"));
+  const TTable_Context contacts(Shared_Database(), Table_Def("KT_Contacts"));
   return contacts.Guarded("read", [&] {
-    std::vector<std::string> columns = Columns_Of(TField_Kind::Telephone);
-    const std::size_t telephones = columns.size();
-    for (std::string& column : Columns_Of(TField_Kind::Mail)) columns.push_back(std::move(column));
-    constexpr int first = 2;
-    const int first_mail = first + static_cast<int>(telephones),
-              name = first + static_cast<int>(columns.size());
     std::vector<TContact_Row> rows;
-    TUse use(contacts.Database.Statement(Contact_Rows_Sql(columns)));
-    use->Bind(0, book);
-    use->Bind(1, std::int64_t{deleted});
-    while (use->Step()) {
-      if (!Access_Allowed(use->Text(0), Access_See)) continue;
-      rows.push_back(
-          {std::string(use->Text(0)), std::string(use->Text(1)), First_Filled(*use, first, telephones),
-           First_Filled(*use, first_mail, columns.size() - telephones), std::string(use->Text(name))});
+    TRow_Reader reader(book, rows);
+    if (folder.empty()) {
+      reader.Read(contacts.Database, book, deleted, {});
+    } else {
+      reader.Read(contacts.Database, book, deleted, folder);
+      for (const std::string& below : Get_SubGroups(folder))
+        reader.Read(contacts.Database, book, deleted, below);
     }
+    Add_What_Few_Have(contacts.Database, book, rows);
     return rows;
   });
 }
@@ -152,6 +222,12 @@ void TContact_List::Narrow(std::string_view text) {
   std::copy_if(from.begin(), from.end(), std::back_inserter(left),
                [this](std::uint32_t row) { return Has_Words(row); });
   shown = std::move(left);
+}
+
+std::optional<std::size_t> TContact_List::Set_Tagged(std::string_view key, bool tagged) {
+  const auto position = Position_Of(key);
+  if (position) rows[shown[*position]].Tagged = tagged;
+  return position;
 }
 
 std::optional<std::size_t> TContact_List::Position_Of(std::string_view key) const {

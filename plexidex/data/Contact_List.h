@@ -10,19 +10,23 @@
 
 namespace Kt_data_01 {
 
-enum class TContact_Column { Name, Telephone, Mail, Template };
-inline constexpr int Contact_Columns = 4;
+enum class TContact_Column { Name, Telephone, Mail, Template, Folder, Categories };
+inline constexpr int Contact_Columns = 6;
 
 struct TContact_Row {
   std::string Key, Name;
   std::string Telephone, Mail;  // the first that the contact has
   std::string Template;         // its name
+  std::string Folder;           // the name of one that the user may see
+  std::string Categories{};     // by name: "Club, Friends"
+  bool Tagged = false;          // by the current user
   const std::string& Text(TContact_Column column) const;
 };
 
-/// The deleted or the other contacts of a book that the current user may see, in no order, by one statement.
-/// Throws EData_Error.
-std::vector<TContact_Row> Read_Contact_Rows(std::string_view book, bool deleted);
+/// The deleted or the other contacts of a book, or of one of its folders and all below it, that the current
+/// user may see, in no order. Throws EData_Error.
+std::vector<TContact_Row> Read_Contact_Rows(std::string_view book, bool deleted,
+                                            std::string_view folder = {});
 
 class TContact_List {
  public:
@@ -31,12 +35,14 @@ class TContact_List {
   /// By the user's order of texts without regard to case, rows with equal texts by name; empty texts last.
   void Sort(TContact_Column column, bool ascending);
   /// Leaves those in which each word of the text occurs, in any case, in name, telephone, also by its digits
-  /// alone, or e-mail. Not in the template, whose name most rows share.
+  /// alone, or e-mail. Not in template, folder and categories, whose names many rows share.
   void Narrow(std::string_view text);
 
   std::size_t Count() const { return shown.size(); }
   std::size_t Count_Of_All() const { return rows.size(); }
   const TContact_Row& Row(std::size_t position) const { return rows[shown[position]]; }
+  /// Its position as Position_Of has it.
+  std::optional<std::size_t> Set_Tagged(std::string_view key, bool tagged);
   /// Nothing when it is not there or not shown.
   std::optional<std::size_t> Position_Of(std::string_view key) const;
 

@@ -94,6 +94,12 @@ std::vector<TFolder> List_Folders(std::string_view book) {
   return std::move(descent.Taken);
 }
 
+std::optional<TFolder> Find_Folder(std::string_view book, std::string_view key) {
+  const auto place = Folder_Place(key);
+  if (!place || place->Book != book) return {};
+  return TFolder{std::string(key), place->Name, place->Parent};
+}
+
 std::vector<std::string> Get_SubGroups(std::string_view folder) {
   const auto place = Folder_Place(folder);
   if (!place) return {};

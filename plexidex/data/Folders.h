@@ -4,6 +4,7 @@
 // throw EData_Error.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,9 @@ struct TFolder {
 /// Those that the current user may see, each before those in it, by name. One that lies in none of these, or
 /// in itself, is at the top.
 std::vector<TFolder> List_Folders(std::string_view book);
+
+/// A folder of the book, whoever may see it.
+std::optional<TFolder> Find_Folder(std::string_view book, std::string_view key);
 
 /// How many contacts, deleted ones included, and folders lie directly in it.
 struct TFolder_Content {

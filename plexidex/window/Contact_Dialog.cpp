@@ -9,6 +9,7 @@
 #include "Books.h"
 #include "Contact_Sections.h"
 #include "Content_Scroll.h"
+#include "Folders.h"
 #include "Host_Dialog.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
@@ -35,6 +36,7 @@ class TContact_Dialog : public THost_Dialog {
       : THost_Dialog(edited.Key.empty() ? tr("New Contact") : tr("Contact"), parent),
         Key(edited.Key),
         book(edited.Book),
+        folder(edited.Folder),
         name(new QLineEdit(To_Qt(edited.Name))),
         kind(new QComboBox),
         scroll(new TContent_Scroll),
@@ -80,8 +82,12 @@ class TContact_Dialog : public THost_Dialog {
       const bool has_book = !Calendar_Of_Book(book).empty();
       has_template = !has_book || details.Template.empty() || Find_Template(details.Template);
       if (!has_template) return;
-      if (written.empty() && has_book) written = Create_Contact(book, text);
-      is_there = Write_Contact(written, text, details);
+      if (!written.empty()) {
+        is_there = Write_Contact(written, text, details);
+      } else if (has_book) {
+        written = Create_Contact(book, text, Find_Folder(book, folder) ? folder : std::string());
+        is_there = Write_Contact_Details(written, details);
+      }
     });
     if (saved && !has_template) {
       Kt_util_01::Raise_Error(
@@ -135,7 +141,7 @@ class TContact_Dialog : public THost_Dialog {
     Buttons()->button(QDialogButtonBox::Cancel)->hide();
   }
 
-  std::string book;
+  const std::string book, folder;
   QLineEdit* name;
   QComboBox* kind;
   TContent_Scroll* scroll;
@@ -174,8 +180,9 @@ bool Edit_Contact(QWidget* window, const std::string& contact) {
   return found && Run(*found, window, key);
 }
 
-std::string New_Contact(QWidget* window, const std::string& book) {
+std::string New_Contact(QWidget* window, const std::string& book, const std::string& folder) {
   TContact contact;
+  contact.Folder = folder;
   contact.Book = book;
   std::string key;
   Run(contact, window, key);

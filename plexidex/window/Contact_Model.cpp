@@ -1,5 +1,7 @@
 #include "Contact_Model.h"
 
+#include "Contact_Drag.h"
+#include "Image_List.h"
 #include "Kt_forms.h"
 
 namespace Plexidex {
@@ -50,9 +52,41 @@ int TContact_Model::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant TContact_Model::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)) return {};
+  if (!index.isValid()) return {};
   const TContact_Row& row = list.Row(static_cast<std::size_t>(index.row()));
-  return To_Qt(row.Text(static_cast<TContact_Column>(index.column())));
+  const auto column = static_cast<TContact_Column>(index.column());
+  const bool marked = row.Tagged && column == TContact_Column::Name;
+  switch (role) {
+    case Qt::DisplayRole:
+      return To_Qt(row.Text(column));
+    case Qt::AccessibleTextRole:
+      return marked ? tr("%1, tagged").arg(To_Qt(row.Name)) : To_Qt(row.Text(column));
+    case Qt::ToolTipRole:
+      return column == TContact_Column::Categories ? To_Qt(row.Categories) : QVariant();
+    case Qt::DecorationRole:
+      return marked ? KTReminds::TImage_List("Contacts").Icon(1) : QVariant();
+    default:
+      return {};
+  }
+}
+
+void TContact_Model::Set_Tagged(const QString& key, bool tagged) {
+  if (const auto row = list.Set_Tagged(From_Qt(key), tagged)) {
+    const QModelIndex cell = index(static_cast<int>(*row), static_cast<int>(TContact_Column::Name));
+    emit dataChanged(cell, cell);
+  }
+}
+
+Qt::ItemFlags TContact_Model::flags(const QModelIndex& index) const {
+  return QAbstractTableModel::flags(index) | (index.isValid() ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
+}
+
+QMimeData* TContact_Model::mimeData(const QModelIndexList& indexes) const {
+  TDragged_Contacts dragged{book, {}};
+  for (const QModelIndex& one : indexes) {
+    if (one.column() == 0) dragged.Keys.push_back(list.Row(static_cast<std::size_t>(one.row())).Key);
+  }
+  return To_Mime(dragged);
 }
 
 QVariant TContact_Model::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -66,6 +100,10 @@ QVariant TContact_Model::headerData(int section, Qt::Orientation orientation, in
       return tr("E-mail");
     case TContact_Column::Template:
       return tr("Template");
+    case TContact_Column::Folder:
+      return tr("Folder");
+    case TContact_Column::Categories:
+      return tr("Categories");
   }
   return {};
 }

@@ -18,18 +18,24 @@ class TContact_Model : public QAbstractTableModel {
   void Show_Rows(std::vector<Kt_data_01::TContact_Row> rows);
   void Narrow(const QString& text);
   const Kt_data_01::TContact_List& List() const { return list; }
+  /// Marks the row of a contact, if it is there, without reading it again.
+  void Set_Tagged(const QString& key, bool tagged);
+  /// Whose contacts are dragged.
+  void Set_Book(const std::string& key) { book = key; }
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   void sort(int column, Qt::SortOrder order) override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+  QMimeData* mimeData(const QModelIndexList& indexes) const override;
 
  private:
   void Rebuild(const std::function<void()>& change);
 
   Kt_data_01::TContact_List list;
-  std::string narrowed_to;
+  std::string book, narrowed_to;
   Kt_data_01::TContact_Column sorted_by = Kt_data_01::TContact_Column::Name;
   bool ascending = true;
 };

@@ -9,17 +9,47 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "Contact_Model.h"
 #include "Contacts.h"
+#include "Folder_Dialogs.h"
 #include "Host_Dialog.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Tags.h"
 
 namespace Plexidex {
 
 using namespace Kt_data_01;
 using namespace Kt_forms;
+
+namespace {
+
+constexpr std::pair<TContact_Column, int> Column_Chars[] = {
+    {TContact_Column::Telephone, 20}, {TContact_Column::Template, 13}, {TContact_Column::Folder, 14}};
+// A narrower page drops the column.
+constexpr std::pair<TContact_Column, int> Least_Chars[] = {{TContact_Column::Categories, 105},
+                                                           {TContact_Column::Folder, 85}};
+
+// A user without the right hears the warning sound.
+bool May_Delete(const std::vector<std::string>& contacts) {
+  bool allowed = false;
+  Read("Contacts_Page:May_Delete [KT_Contacts/KT_Rights]", [&] {
+    allowed = std::all_of(contacts.begin(), contacts.end(),
+                          [](const std::string& key) { return Access_Allowed(key, Access_Delete); });
+  });
+  if (!allowed) Kt_util_01::Sound(5);
+  return allowed;
+}
+
+bool Set_Deleted(const std::vector<std::string>& contacts, bool gone) {
+  return Update_Host("Contacts_Page:Set_Deleted [KT_Contacts]", [&] {
+    for (const std::string& key : contacts) Set_Contact_Deleted(key, gone);
+  });
+}
+
+}  // namespace
 
 TContacts_Page::TContacts_Page()
     : model(new TContact_Model(this)),
@@ -31,29 +61,7 @@ TContacts_Page::TContacts_Page()
       open(new QPushButton(tr("&Open"))),
       remove(new QPushButton) {
   setObjectName(QStringLiteral("Contacts_Page"));
-  list->setObjectName(QStringLiteral("Contacts"));
-  list->setAccessibleName(tr("Contacts"));
-  list->setModel(model);
-  list->setSelectionBehavior(QAbstractItemView::SelectRows);
-  list->setSelectionMode(QAbstractItemView::SingleSelection);
-  list->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  list->setTabKeyNavigation(false);
-  list->setShowGrid(false);
-  list->setWordWrap(false);
-  list->verticalHeader()->hide();
-  list->verticalHeader()->setDefaultSectionSize(list->fontMetrics().height() + 6);
-  constexpr int chars_of_a_telephone = 20, chars_of_a_template = 16;
-  QHeaderView* header = list->horizontalHeader();
-  header->setHighlightSections(false);
-  header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  header->setSectionResizeMode(QHeaderView::Stretch);
-  for (const auto& [column, chars] : {std::pair(TContact_Column::Telephone, chars_of_a_telephone),
-                                      {TContact_Column::Template, chars_of_a_template}}) {
-    header->setSectionResizeMode(static_cast<int>(column), QHeaderView::Interactive);
-    header->resizeSection(static_cast<int>(column), list->fontMetrics().averageCharWidth() * chars);
-  }
-  header->setSortIndicator(static_cast<int>(TContact_Column::Name), Qt::AscendingOrder);
-  list->setSortingEnabled(true);
+  Set_Up_List();
   filter->setObjectName(QStringLiteral("Filter"));
   filter->setPlaceholderText(tr("Type to narrow the list"));
   filter->setClearButtonEnabled(true);
@@ -82,13 +90,7 @@ TContacts_Page::TContacts_Page()
   layout->addWidget(list);
   Initialise_Form(this);
 
-  auto* erase = new QAction(list);
-  erase->setShortcut(Qt::Key_Delete);
-  erase->setShortcutContext(Qt::WidgetShortcut);
-  list->addAction(erase);
-  connect(erase, &QAction::triggered, this, [this] {
-    if (!deleted->isChecked()) Delete_Or_Restore();
-  });
+  Add_Commands();
   auto* down = new QAction(filter);
   down->setShortcut(Qt::Key_Down);
   down->setShortcutContext(Qt::WidgetShortcut);
@@ -99,8 +101,7 @@ TContacts_Page::TContacts_Page()
     Keep_Selected([&] { model->Narrow(text); });
     Say_Count();
   });
-  connect(list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-          &TContacts_Page::Set_Buttons);
+  connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &TContacts_Page::Set_Buttons);
   connect(list, &QTableView::activated, this, &TContacts_Page::Open);
   connect(deleted, &QCheckBox::toggled, this, [this] { Reload(); });
   connect(add, &QPushButton::clicked, this,
@@ -109,20 +110,81 @@ TContacts_Page::TContacts_Page()
   connect(remove, &QPushButton::clicked, this, &TContacts_Page::Delete_Or_Restore);
 }
 
+void TContacts_Page::Set_Up_List() {
+  list->setObjectName(QStringLiteral("Contacts"));
+  list->setAccessibleName(tr("Contacts"));
+  list->setModel(model);
+  list->setSelectionBehavior(QAbstractItemView::SelectRows);
+  list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  list->setDragDropMode(QAbstractItemView::DragOnly);
+  list->setTabKeyNavigation(false);
+  list->setShowGrid(false);
+  list->setWordWrap(false);
+  list->verticalHeader()->hide();
+  list->verticalHeader()->setDefaultSectionSize(list->fontMetrics().height() + 6);
+  QHeaderView* header = list->horizontalHeader();
+  header->setHighlightSections(false);
+  header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  header->setSectionResizeMode(QHeaderView::Stretch);
+  for (const auto& [column, chars] : Column_Chars) {
+    header->setSectionResizeMode(static_cast<int>(column), QHeaderView::Interactive);
+    header->resizeSection(static_cast<int>(column), list->fontMetrics().averageCharWidth() * chars);
+  }
+  header->setSortIndicator(static_cast<int>(TContact_Column::Name), Qt::AscendingOrder);
+  list->setSortingEnabled(true);
+}
+
+void TContacts_Page::Add_Commands() {
+  list->setContextMenuPolicy(Qt::ActionsContextMenu);
+  const auto add_command = [this](const char* name, const QString& text, const QString& hint, auto run) {
+    auto* action = new QAction(text, list);
+    action->setObjectName(QLatin1String(name));
+    action->setStatusTip(hint);
+    connect(action, &QAction::triggered, this, run);
+    list->addAction(action);
+    return action;
+  };
+  add_command("Open", tr("&Open"), open->statusTip(), &TContacts_Page::Open);
+  tag = add_command("Tag", tr("&Tag"), tr("Marks the selected contacts, for yourself alone"),
+                    &TContacts_Page::Tag);
+  tag->setCheckable(true);
+  tag->setShortcut(Qt::CTRL | Qt::Key_T);
+  add_command("Move", tr("&Move to Folder..."), tr("Moves the selected contacts to a folder of the book"),
+              &TContacts_Page::Move);
+  QAction* erase = add_command("Delete", tr("&Delete..."), {}, [this] {
+    if (!deleted->isChecked()) Delete_Or_Restore();
+  });
+  erase->setShortcut(Qt::Key_Delete);
+  erase->setShortcutContext(Qt::WidgetShortcut);
+}
+
+void TContacts_Page::resizeEvent(QResizeEvent* event) {
+  TBook_Page::resizeEvent(event);
+  for (const auto& [column, chars] : Least_Chars)
+    list->setColumnHidden(static_cast<int>(column), width() < list->fontMetrics().averageCharWidth() * chars);
+}
+
 void TContacts_Page::Reload() {
   Rows_Are_Shown();
-  Read("Contacts_Page:Reload [KT_Contacts/KT_Contacts_Data/KT_Templates]", [this] {
-    auto rows = Read_Contact_Rows(Book(), deleted->isChecked());
+  model->Set_Book(Book());
+  Read("Contacts_Page:Reload [KT_Contacts/KT_Contacts_Data/KT_Templates/KT_Categories/KT_Flags]", [this] {
+    auto rows = Read_Contact_Rows(Book(), deleted->isChecked(), folder);
     Keep_Selected([&] { model->Show_Rows(std::move(rows)); });
   });
   Say_Count();
 }
 
 void TContacts_Page::Keep_Selected(const std::function<void()>& change) {
-  const QString selected = Selected();
+  const QString current = Selected();
+  const std::vector<std::string> selected = All_Selected();
   const int row = list->currentIndex().row();
   change();
-  Select(selected, row);
+  Select(current, row);
+  for (const std::string& key : selected) {
+    if (const auto found = selected.size() > 1 ? model->List().Position_Of(key) : std::nullopt)
+      list->selectionModel()->select(model->index(static_cast<int>(*found), 0),
+                                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  }
   Set_Buttons();
 }
 
@@ -147,17 +209,50 @@ QString TContacts_Page::Selected() const {
                            : QString();
 }
 
+std::vector<std::string> TContacts_Page::All_Selected() const {
+  QModelIndexList rows = list->selectionModel()->selectedRows();
+  std::sort(rows.begin(), rows.end());
+  std::vector<std::string> keys;
+  for (const QModelIndex& one : rows)
+    keys.push_back(model->List().Row(static_cast<std::size_t>(one.row())).Key);
+  return keys;
+}
+
 void TContacts_Page::Set_Buttons() {
   const bool restoring = deleted->isChecked();
   remove->setText(restoring ? tr("&Restore") : tr("&Delete..."));
   remove->setAccessibleName(restoring ? tr("Restore") : tr("Delete"));
   remove->setStatusTip(restoring ? tr("Brings the selected contact back, with all its entries")
                                  : tr("Deletes the selected contact, which can be restored"));
+  const bool any = list->selectionModel()->hasSelection() && !Selected().isEmpty();
   bool allowed = false;
   Read("Contacts_Page:Set_Buttons [KT_Rights/KT_Users]",
-       [&] { allowed = !Selected().isEmpty() && Access_Allowed(From_Qt(Selected()), Access_Delete); });
+       [&] { allowed = any && Access_Allowed(From_Qt(Selected()), Access_Delete); });
   remove->setEnabled(allowed);
-  open->setEnabled(!Selected().isEmpty() && !restoring);
+  open->setEnabled(any && !restoring);
+  for (QAction* action : list->actions()) action->setEnabled(any);
+  tag->setChecked(any && model->List().Row(static_cast<std::size_t>(list->currentIndex().row())).Tagged);
+}
+
+// As the current one is to be, so are all.
+void TContacts_Page::Tag() {
+  const auto keys = All_Selected();
+  const bool tagged = tag->isChecked();
+  Change_In_Place([&] {
+    if (Update_Host("Contacts_Page:Tag [KT_Flags]", [&] {
+          for (const std::string& key : keys) Set_Tagged(key, tagged);
+        })) {
+      for (const std::string& key : keys) model->Set_Tagged(To_Qt(key), tagged);
+    }
+  });
+  Set_Buttons();
+}
+
+void TContacts_Page::Move() {
+  bool moved = false;
+  if (!Outlives(this, [&] { moved = Move_With_Dialog(window(), Book(), All_Selected()); }) || !moved) return;
+  Reload();
+  emit Contacts_Changed();
 }
 
 void TContacts_Page::Open() {
@@ -166,13 +261,12 @@ void TContacts_Page::Open() {
 
 void TContacts_Page::Delete_Or_Restore() {
   if (!remove->isEnabled()) return Kt_util_01::Sound(5);
-  const std::string contact = From_Qt(Selected());
+  const std::vector<std::string> contacts = All_Selected();
   bool done = false;
   if (!Outlives(this,
                 [&, restoring = deleted->isChecked()] {
-                  done = restoring ? Update_Host("Contacts_Page:Restore [KT_Contacts]",
-                                                 [&] { Set_Contact_Deleted(contact, false); })
-                                   : Delete_Contact(contact);
+                  done = restoring ? May_Delete(contacts) && Set_Deleted(contacts, false)
+                                   : Delete_Contacts(contacts);
                 }) ||
       !done)
     return;
@@ -180,24 +274,21 @@ void TContacts_Page::Delete_Or_Restore() {
   emit Contacts_Changed();
 }
 
-bool Delete_Contact(const std::string& contact) {
-  std::optional<TContact> found;
-  bool allowed = false;
-  if (!Read("Contacts_Page:Delete_Contact [KT_Contacts/KT_Rights]", [&] {
-        found = Find_Contact(contact);
-        allowed = found && Access_Allowed(contact, Access_Delete);
-      }))
+bool Delete_Contacts(const std::vector<std::string>& contacts) {
+  std::optional<TContact> first;
+  if (contacts.empty() ||
+      !Read("Contacts_Page:Delete_Contacts [KT_Contacts]", [&] { first = Find_Contact(contacts.front()); }) ||
+      !first || !May_Delete(contacts))
     return false;
-  if (!allowed) {
-    if (found) Kt_util_01::Sound(5);
-    return false;
-  }
   const std::string question =
-      "Delete the contact \"" + found->Name +
-      "\"? It is kept with its entries among the deleted contacts and can be restored.";
+      contacts.size() == 1
+          ? "Delete the contact \"" + first->Name +
+                "\"? It is kept with its entries among the deleted contacts and can be restored."
+          : "Delete the " + std::to_string(contacts.size()) +
+                " selected contacts? They are kept with their entries among the deleted contacts and can be "
+                "restored.";
   if (Kt_util_01::Raise_Question("Delete Contact", question) != Kt_util_01::Answer_Yes) return false;
-  return Update_Host("Contacts_Page:Delete_Contact [KT_Contacts]",
-                     [&] { Set_Contact_Deleted(contact, true); });
+  return Set_Deleted(contacts, true);
 }
 
 }  // namespace Plexidex

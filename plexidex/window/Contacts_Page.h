@@ -2,6 +2,7 @@
 
 #include "Page_Place.h"
 
+class QAction;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
@@ -12,22 +13,34 @@ namespace Plexidex {
 
 class TContact_Model;
 
-/// The contacts of a book, those that are kept or those that were deleted, sorted by a column and narrowed to
-/// what is typed.
+/// The contacts of a book or of one of its folders, those that are kept or those that were deleted, sorted by
+/// a column and narrowed to what is typed. They are dragged from here to a folder.
 class TContacts_Page : public TBook_Page {
   Q_OBJECT
 
  public:
   TContacts_Page();
+  /// To be called before the page is read; "" shows the whole book.
+  void Set_Folder(const std::string& key) { folder = key; }
   void Reload() override;
+  /// Lets the user choose the folder for the selected contacts.
+  void Move();
 
  signals:
   void Open_Contact(const QString& key);
-  /// Contacts were deleted or restored here.
+  /// Contacts were deleted, restored or moved here.
   void Contacts_Changed();
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void Set_Up_List();
+  void Add_Commands();
+  /// The current one.
   QString Selected() const;
+  /// All that are selected, in the order shown.
+  std::vector<std::string> All_Selected() const;
   /// Selects the contact, or the row when it is not there.
   void Select(const QString& key, int row);
   /// Changes the rows and keeps what is selected.
@@ -35,6 +48,7 @@ class TContacts_Page : public TBook_Page {
   void Say_Count();
   void Set_Buttons();
   void Open();
+  void Tag();
   void Delete_Or_Restore();
 
   TContact_Model* model;
@@ -43,10 +57,12 @@ class TContacts_Page : public TBook_Page {
   QLabel* count;
   QCheckBox* deleted;
   QPushButton *add, *open, *remove;
+  QAction* tag = nullptr;
+  std::string folder;
 };
 
-/// Asks, and deletes a contact, which can be restored. True when it is done; a user without the right hears
+/// Asks, and deletes contacts, which can be restored. True when it is done; a user without the right hears
 /// the warning sound.
-bool Delete_Contact(const std::string& contact);
+bool Delete_Contacts(const std::vector<std::string>& contacts);
 
 }  // namespace Plexidex

@@ -2,6 +2,7 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QSplitter>
 
 #include "Database.h"
@@ -78,6 +79,15 @@ void TMain_Window::Make_Menus() {
   delete_contact =
       add(book, tr("Delete &Contact..."), {}, tr("Deletes the selected contact, which can be restored"),
           [this] { Delete_Selected_Contact(); });
+  move_contacts = add(book, tr("&Move to Folder..."), Qt::CTRL | Qt::SHIFT | Qt::Key_M,
+                      tr("Moves what is selected to a folder of the book"), [this] { Move_Selected(); });
+  book->addSeparator();
+  new_folder = add(book, tr("New &Folder..."), Qt::CTRL | Qt::SHIFT | Qt::Key_F,
+                   tr("Adds a folder for contacts, in the one that is selected"), [this] { Add_Folder(); });
+  rename_folder = add(book, tr("&Rename Folder..."), Qt::Key_F2, tr("Allows the folder's name to be changed"),
+                      [this] { Rename_Selected_Folder(); });
+  remove_folder = add(book, tr("Rem&ove Folder..."), {}, tr("Removes the folder and keeps what lies in it"),
+                      [this] { Remove_Selected_Folder(); });
 
   QMenu* view = Add_Menu(menuBar(), "View", tr("&View"));
   add(view, tr("&Refresh"), QKeySequence::Refresh, tr("Reads what is shown again"), [this] {
@@ -100,8 +110,16 @@ void TMain_Window::Make_Tree_Menu() {
     line->setSeparator(true);
     return line;
   };
-  tree->addActions({new_event, new_task, new_contact, separator(), edit_contact, delete_contact, separator(),
-                    set_up_book, edit_templates, delete_book});
+  tree->addActions({new_event, new_task, new_contact, new_folder, separator(), edit_contact, delete_contact,
+                    move_contacts, rename_folder, remove_folder, separator(), set_up_book, edit_templates,
+                    delete_book});
+  auto* erase = new QShortcut(Qt::Key_Delete, tree);
+  erase->setContext(Qt::WidgetShortcut);
+  connect(erase, &QShortcut::activated, this, [this] {
+    for (QAction* remove : {delete_contact, remove_folder}) {
+      if (remove->isEnabled()) return remove->trigger();
+    }
+  });
 }
 
 void TMain_Window::Preferences() {

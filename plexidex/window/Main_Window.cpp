@@ -94,6 +94,8 @@ TMain_Window::TMain_Window()
   connect(tree, &TNavigation_Tree::Node_Entered, this, [this] {
     if (page.Get() && page.Get()->focusProxy()) page.Get()->setFocus();
   });
+  // Queued: the drag ends first.
+  connect(tree, &TNavigation_Tree::Dropped, this, &TMain_Window::Move_Dropped, Qt::QueuedConnection);
   connect(place, &TPage_Place::Tree_Is_Stale, this, &TMain_Window::Reload_Tree);
   connect(place, &TPage_Place::Display_Page, this, &TMain_Window::Display_Host_Page);
   connect(place, &TPage_Place::Add_Contact, this, &TMain_Window::Add_Contact);
@@ -150,14 +152,8 @@ bool TMain_Window::Show_Page(const TNode& node) {
     case TNode_Kind::Book:
       return Display_Book_Page<TUpcoming_Page>(place, page, node.Book, node.Calendar);
     case TNode_Kind::Contacts:
-      return Display_Book_Page<TContacts_Page>(
-          place, page, node.Book, node.Calendar, [this](TContacts_Page& made) {
-            // Queued: the page that asks is closed by what it asks for.
-            connect(
-                &made, &TContacts_Page::Open_Contact, this,
-                [this](const QString& key) { Show_Contact(From_Qt(key)); }, Qt::QueuedConnection);
-            connect(&made, &TContacts_Page::Contacts_Changed, this, &TMain_Window::Reload_Tree);
-          });
+    case TNode_Kind::Folder:
+      return Show_Contacts(node);
     case TNode_Kind::Contact:
       return Display_Book_Page<TContact_Page>(
           place, page, node.Book, node.Contact, [this](TContact_Page& made) {
@@ -178,11 +174,14 @@ void TMain_Window::Show_Hint_Without_Page() {
 
 void TMain_Window::Set_Actions() {
   const TNode node = tree->Current();
-  const bool book = node.Kind != TNode_Kind::None, contact = node.Kind == TNode_Kind::Contact;
-  for (QAction* action :
-       {new_event, new_task, new_contact, import_file, export_book, set_up_book, edit_templates, delete_book})
+  const bool book = node.Kind != TNode_Kind::None, contact = node.Kind == TNode_Kind::Contact,
+             folder = node.Kind == TNode_Kind::Folder;
+  for (QAction* action : {new_event, new_task, new_contact, import_file, export_book, set_up_book,
+                          edit_templates, delete_book, new_folder})
     action->setEnabled(book);
   for (QAction* action : {edit_contact, delete_contact}) action->setEnabled(contact);
+  for (QAction* action : {rename_folder, remove_folder}) action->setEnabled(folder);
+  move_contacts->setEnabled(contact || folder || node.Kind == TNode_Kind::Contacts);
 }
 
 std::optional<TSheet_Request> TMain_Window::Shown_Sheet() const {
@@ -216,10 +215,6 @@ bool TMain_Window::eventFilter(QObject* watched, QEvent* event) {
   return QMainWindow::eventFilter(watched, event);
 }
 
-void TMain_Window::Show_Contact(const std::string& contact) {
-  tree->Select(TNode_Kind::Contact, tree->Current().Book, contact);
-}
-
 void TMain_Window::Send_To_Page(int message, qintptr l_param) {
   Send_Message(page.Get(), message, 0, l_param);
 }
@@ -244,29 +239,6 @@ void TMain_Window::Display_Host_Page(int index) {
 
 void TMain_Window::Say_Not_Yet(const QString& what) {
   statusBar()->showMessage(tr("%1 is not possible in this version yet.").arg(what), 15'000);
-}
-
-void TMain_Window::Add_Contact() {
-  const std::string book = tree->Current().Book;
-  const std::string key = book.empty() ? std::string() : New_Contact(this, book);
-  if (key.empty()) return void(Reload_Tree());
-  Read_Tree();
-  if (!tree->Select(TNode_Kind::Contact, book, key)) Node_Selected();
-}
-
-void TMain_Window::Edit_Selected_Contact() {
-  if (Edit_Contact(this, tree->Current().Contact)) {
-    Refresh();
-  } else {
-    Reload_Tree();
-  }
-}
-
-void TMain_Window::Delete_Selected_Contact() {
-  const TNode node = tree->Current();
-  if (!Delete_Contact(node.Contact)) return void(Reload_Tree());
-  Read_Tree();
-  if (!tree->Select(TNode_Kind::Contacts, node.Book)) Node_Selected();
 }
 
 void TMain_Window::Add_Book() {

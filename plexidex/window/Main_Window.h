@@ -50,6 +50,7 @@ class TMain_Window : public QMainWindow {
   bool Reload_Tree();
   void Node_Selected();
   bool Show_Page(const TNode& node);
+  bool Show_Contacts(const TNode& node);
   void Show_Hint_Without_Page();
   void Show_Contact(const std::string& contact);
   void Send_To_Page(int message, qintptr l_param);
@@ -60,6 +61,11 @@ class TMain_Window : public QMainWindow {
   void Add_Contact();
   void Edit_Selected_Contact();
   void Delete_Selected_Contact();
+  void Add_Folder();
+  void Rename_Selected_Folder();
+  void Remove_Selected_Folder();
+  void Move_Selected();
+  void Move_Dropped(const QString& book, const QStringList& keys, const QString& folder);
   void Add_Book();
   void Set_Up_Selected_Book();
   void Edit_Templates_Of_Selected_Book();
@@ -81,7 +87,8 @@ class TMain_Window : public QMainWindow {
   Kt_forms::TForm_Reference page;
   QAction *new_event = nullptr, *new_task = nullptr, *new_contact = nullptr, *import_file = nullptr,
           *export_book = nullptr, *set_up_book = nullptr, *edit_templates = nullptr, *delete_book = nullptr,
-          *edit_contact = nullptr, *delete_contact = nullptr;
+          *edit_contact = nullptr, *delete_contact = nullptr, *new_folder = nullptr, *rename_folder = nullptr,
+          *remove_folder = nullptr, *move_contacts = nullptr;
   QList<QAction*> print_actions;
 };
 

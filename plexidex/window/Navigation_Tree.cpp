@@ -1,11 +1,16 @@
 #include "Navigation_Tree.h"
 
+#include <QDropEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <map>
 
 #include "Books.h"
+#include "Contact_Drag.h"
 #include "Contacts.h"
+#include "Folders.h"
+#include "Image_List.h"
 #include "Kt_forms.h"
 #include "Kt_update.h"
 
@@ -18,7 +23,7 @@ namespace {
 constexpr int Kind_Role = Qt::UserRole;
 constexpr int Book_Role = Qt::UserRole + 1;
 constexpr int Calendar_Role = Qt::UserRole + 2;
-constexpr int Contact_Role = Qt::UserRole + 3;
+constexpr int Key_Role = Qt::UserRole + 3;   // of a contact or folder
 constexpr int Read_Role = Qt::UserRole + 4;  // the contacts below have been read
 
 // The contacts last.
@@ -45,6 +50,9 @@ TNavigation_Tree::TNavigation_Tree(QWidget* parent) : QTreeWidget(parent) {
   setHeaderHidden(true);
   setUniformRowHeights(true);
   setAccessibleName(tr("Books"));
+  setDragDropMode(DragDrop);
+  constexpr int unfold_msecs = 700;
+  setAutoExpandDelay(unfold_msecs);
   // However narrow the window is, these can be read.
   constexpr int depth = 2, margins = 10;
   int widest = 0;
@@ -64,8 +72,15 @@ TNode TNavigation_Tree::Node_Of(const QTreeWidgetItem* item) {
   if (!item) return {};
   const QTreeWidgetItem* book = item;
   while (book->parent()) book = book->parent();
-  return {Kind_Of(item), From_Qt(book->data(0, Book_Role).toString()), From_Qt(book->text(0)),
-          From_Qt(book->data(0, Calendar_Role).toString()), From_Qt(item->data(0, Contact_Role).toString())};
+  const TNode_Kind kind = Kind_Of(item);
+  const std::string key = From_Qt(item->data(0, Key_Role).toString());
+  const bool contact = kind == TNode_Kind::Contact;
+  return {kind,
+          From_Qt(book->data(0, Book_Role).toString()),
+          From_Qt(book->text(0)),
+          From_Qt(book->data(0, Calendar_Role).toString()),
+          contact ? key : std::string(),
+          contact ? From_Qt(item->parent()->data(0, Key_Role).toString()) : key};
 }
 
 TNode TNavigation_Tree::Current() const {
@@ -77,17 +92,40 @@ void TNavigation_Tree::Add_Contacts(QTreeWidgetItem* contacts_node) {
   if (Kind_Of(contacts_node) != TNode_Kind::Contacts || contacts_node->data(0, Read_Role).toBool()) return;
   contacts_node->setData(0, Read_Role, true);
   Kt_data_01::Read("Navigation_Tree:Add_Contacts [KT_Contacts]", [&] {
-    QList<QTreeWidgetItem*> items;
-    for (const Kt_data_01::TContact& contact :
-         Kt_data_01::List_Contacts(Node_Of(contacts_node).Book, false)) {
+    const std::string book = Node_Of(contacts_node).Book;
+    std::map<std::string, QTreeWidgetItem*> folders;
+    std::map<QTreeWidgetItem*, QList<QTreeWidgetItem*>> below;
+    const QIcon icon = KTReminds::TImage_List("Contacts").Icon(0);
+    for (const Kt_data_01::TFolder& folder : Kt_data_01::List_Folders(book)) {
+      const auto parent = folders.find(folder.Parent);
+      auto* item = Add_Node(parent == folders.end() ? contacts_node : parent->second, To_Qt(folder.Name),
+                            TNode_Kind::Folder);
+      item->setData(0, Key_Role, To_Qt(folder.Key));
+      item->setIcon(0, icon);
+      folders[folder.Key] = item;
+    }
+    for (const Kt_data_01::TContact& contact : Kt_data_01::List_Contacts(book, false)) {
       auto* item = new QTreeWidgetItem({To_Qt(contact.Name)});
       item->setData(0, Kind_Role, static_cast<int>(TNode_Kind::Contact));
-      item->setData(0, Contact_Role, To_Qt(contact.Key));
-      items.append(item);
+      item->setData(0, Key_Role, To_Qt(contact.Key));
+      const auto folder = folders.find(contact.Folder);
+      below[folder == folders.end() ? contacts_node : folder->second].append(item);
     }
-    contacts_node->addChildren(items);
-    if (items.isEmpty()) contacts_node->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicator);
+    for (const auto& [parent, items] : below) parent->addChildren(items);
+    if (contacts_node->childCount() == 0)
+      contacts_node->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicator);
   });
+}
+
+QTreeWidgetItem* TNavigation_Tree::Find_Below(QTreeWidgetItem* item, TNode_Kind kind,
+                                              const QString& key) const {
+  for (int i = 0; i < item->childCount(); ++i) {
+    QTreeWidgetItem* child = item->child(i);
+    if (Kind_Of(child) == kind && child->data(0, Key_Role).toString() == key) return child;
+    if (Kind_Of(child) != TNode_Kind::Folder) continue;
+    if (QTreeWidgetItem* found = Find_Below(child, kind, key)) return found;
+  }
+  return nullptr;
 }
 
 QTreeWidgetItem* TNavigation_Tree::Find(const TNode& node) const {
@@ -98,12 +136,11 @@ QTreeWidgetItem* TNavigation_Tree::Find(const TNode& node) const {
     for (int i = 0; i < book->childCount(); ++i) {
       QTreeWidgetItem* child = book->child(i);
       if (Kind_Of(child) == node.Kind) return child;
-      if (node.Kind != TNode_Kind::Contact || Kind_Of(child) != TNode_Kind::Contacts) continue;
+      if (Kind_Of(child) != TNode_Kind::Contacts) continue;
+      if (node.Kind != TNode_Kind::Contact && node.Kind != TNode_Kind::Folder) continue;
       const_cast<TNavigation_Tree*>(this)->Add_Contacts(child);
-      for (int c = 0; c < child->childCount(); ++c) {
-        if (From_Qt(child->child(c)->data(0, Contact_Role).toString()) == node.Contact)
-          return child->child(c);
-      }
+      return Find_Below(child, node.Kind,
+                        To_Qt(node.Kind == TNode_Kind::Contact ? node.Contact : node.Folder));
     }
   }
   return nullptr;
@@ -112,7 +149,7 @@ QTreeWidgetItem* TNavigation_Tree::Find(const TNode& node) const {
 void TNavigation_Tree::Reload() {
   const QScopedValueRollback quiet(silent, true);
   const TNode selected = Current();
-  QStringList folded, unfolded_contacts;
+  QStringList folded, unfolded_contacts, unfolded_folders;
   for (int b = 0; b < topLevelItemCount(); ++b) {
     const QTreeWidgetItem* book = topLevelItem(b);
     if (!book->isExpanded()) folded << book->data(0, Book_Role).toString();
@@ -120,6 +157,10 @@ void TNavigation_Tree::Reload() {
       if (Kind_Of(book->child(i)) == TNode_Kind::Contacts && book->child(i)->isExpanded())
         unfolded_contacts << book->data(0, Book_Role).toString();
     }
+  }
+  for (QTreeWidgetItemIterator i(this, QTreeWidgetItemIterator::HasChildren); *i; ++i) {
+    if (Kind_Of(*i) == TNode_Kind::Folder && (*i)->isExpanded())
+      unfolded_folders << (*i)->data(0, Key_Role).toString();
   }
   const int scrolled = verticalScrollBar()->value();
   clear();
@@ -135,6 +176,10 @@ void TNavigation_Tree::Reload() {
       const QString key = To_Qt(book.Key);
       item->setExpanded(!folded.contains(key));
       contacts->setExpanded(unfolded_contacts.contains(key));
+      for (const QString& folder : unfolded_contacts.contains(key) ? unfolded_folders : QStringList()) {
+        if (QTreeWidgetItem* found = Find_Below(contacts, TNode_Kind::Folder, folder))
+          found->setExpanded(true);
+      }
     }
   });
   if (QTreeWidgetItem* again = Find(selected)) {
@@ -147,8 +192,8 @@ void TNavigation_Tree::Reload() {
   }
 }
 
-bool TNavigation_Tree::Select(TNode_Kind kind, const std::string& book, const std::string& contact) {
-  QTreeWidgetItem* item = Find({kind, book, {}, {}, contact});
+bool TNavigation_Tree::Select(TNode_Kind kind, const std::string& book, const std::string& key) {
+  QTreeWidgetItem* item = Find({kind, book, {}, {}, key, key});
   if (item && item == currentItem()) {
     emit Node_Selected();
   } else if (item) {
@@ -163,6 +208,47 @@ void TNavigation_Tree::mousePressEvent(QMouseEvent* event) {
       event->button() == Qt::LeftButton && before && itemAt(event->position().toPoint()) == before;
   QTreeWidget::mousePressEvent(event);
   if (again && currentItem() == before) emit Node_Clicked_Again();
+}
+
+QMimeData* TNavigation_Tree::mimeData(const QList<QTreeWidgetItem*>& items) const {
+  TDragged_Contacts dragged;
+  for (const QTreeWidgetItem* item : items) {
+    const TNode node = Node_Of(item);
+    dragged.Book = node.Book;
+    if (node.Kind == TNode_Kind::Contact || node.Kind == TNode_Kind::Folder)
+      dragged.Keys.push_back(node.Kind == TNode_Kind::Contact ? node.Contact : node.Folder);
+  }
+  return To_Mime(dragged);
+}
+
+const QTreeWidgetItem* TNavigation_Tree::Target(const QDropEvent& event) const {
+  const auto dragged = From_Mime(event.mimeData());
+  const QTreeWidgetItem* item = itemAt(event.position().toPoint());
+  if (item && Kind_Of(item) == TNode_Kind::Contact) item = item->parent();
+  if (!dragged || !item || dragged->Book != Node_Of(item).Book) return nullptr;
+  return Kind_Of(item) == TNode_Kind::Folder || Kind_Of(item) == TNode_Kind::Contacts ? item : nullptr;
+}
+
+void TNavigation_Tree::dragEnterEvent(QDragEnterEvent* event) {
+  if (From_Mime(event->mimeData())) event->acceptProposedAction();
+}
+
+void TNavigation_Tree::dragMoveEvent(QDragMoveEvent* event) {
+  // Scrolls, and unfolds what one stays over.
+  QTreeWidget::dragMoveEvent(event);
+  Target(*event) ? event->acceptProposedAction() : event->ignore();
+}
+
+void TNavigation_Tree::dropEvent(QDropEvent* event) {
+  const QTreeWidgetItem* target = Target(*event);
+  if (!target) return event->ignore();
+  event->acceptProposedAction();
+  stopAutoScroll();
+  setState(NoState);
+  const auto dragged = From_Mime(event->mimeData());
+  QStringList keys;
+  for (const std::string& key : dragged->Keys) keys << To_Qt(key);
+  emit Dropped(To_Qt(dragged->Book), keys, target->data(0, Key_Role).toString());
 }
 
 }  // namespace Plexidex

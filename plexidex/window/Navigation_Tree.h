@@ -5,7 +5,7 @@
 
 namespace Plexidex {
 
-enum class TNode_Kind { None, Book, Calendar, Tasks, Contacts, Contact };
+enum class TNode_Kind { None, Book, Calendar, Tasks, Contacts, Folder, Contact };
 
 /// What a node stands for, by keys.
 struct TNode {
@@ -13,11 +13,13 @@ struct TNode {
   std::string Book, Book_Name;
   std::string Calendar;  // the book's calendar record
   std::string Contact;
+  std::string Folder;  // itself, or in which the contact lies; "" at the top
 
   bool operator==(const TNode&) const = default;
 };
 
-/// The books, each with its calendar, its tasks and its contacts.
+/// The books, each with its calendar, its tasks and its contacts in their folders. Contacts and folders can
+/// be dragged to another folder.
 class TNavigation_Tree : public QTreeWidget {
   Q_OBJECT
 
@@ -30,9 +32,9 @@ class TNavigation_Tree : public QTreeWidget {
   /// Whether the last Reload could read the books.
   bool Was_Read() const { return was_read; }
   TNode Current() const;
-  /// Selects the node of this kind of a book, of this contact if it is one, and tells so once, also when it
-  /// was selected already; false when there is none.
-  bool Select(TNode_Kind kind, const std::string& book, const std::string& contact = {});
+  /// Selects the node of this kind of a book, of this contact or folder if it is one, and tells so once, also
+  /// when it was selected already; false when there is none.
+  bool Select(TNode_Kind kind, const std::string& book, const std::string& contact_or_folder = {});
 
  signals:
   /// The user has chosen another node, or Select this one.
@@ -41,14 +43,23 @@ class TNavigation_Tree : public QTreeWidget {
   void Node_Clicked_Again();
   /// By a click or Enter: what was selected is what the user wants to work with.
   void Node_Entered();
+  /// Contacts and folders of a book were dropped on one of its folders, or on its contacts: "".
+  void Dropped(const QString& book, const QStringList& keys, const QString& folder);
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
+  QMimeData* mimeData(const QList<QTreeWidgetItem*>& items) const override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   static TNode Node_Of(const QTreeWidgetItem* item);
   QTreeWidgetItem* Find(const TNode& node) const;
+  QTreeWidgetItem* Find_Below(QTreeWidgetItem* item, TNode_Kind kind, const QString& key) const;
   void Add_Contacts(QTreeWidgetItem* contacts_node);
+  /// The contacts or folder that a drop there would go to; null when it takes nothing.
+  const QTreeWidgetItem* Target(const QDropEvent& event) const;
 
   bool silent = false, was_read = true;
 };

@@ -2,8 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include "Categories.h"
+#include "Contact_List.h"
 #include "Database_Test.h"
 #include "Store_Check.h"
+#include "Tags.h"
 
 using namespace testing;
 
@@ -78,6 +81,30 @@ TEST_F(Folders, A_Removed_One_Leaves_What_It_Held_To_The_One_Above) {
   EXPECT_EQ(Shown() + Query_Text("SELECT count(*) FROM KT_Rights"), "friends .Choir Work 0");
   EXPECT_EQ(Find_Contact(anna)->Folder, friends);
   EXPECT_EQ(Check_Store(), std::vector<std::string>());
+}
+
+TEST_F(Folders, The_List_Of_One_Has_What_Lies_Below_With_Folder_Categories_And_Tag) {
+  In_Update([&] {
+    const std::string bert = Create_Contact(book, "Bert", choir);
+    Create_Contact(book, "Zoe", work);
+    for (const std::string& one : {anna, bert})
+      Set_Categories(one, {Find_Or_Add_Category(book, "Sings"), Find_Or_Add_Category(book, "friend")});
+    Set_Tagged(bert, true);
+  });
+  const auto shown = [&](const std::string& folder) {
+    std::string texts;
+    TContact_List list;
+    list.Set_Rows(Read_Contact_Rows(book, false, folder));
+    list.Sort(TContact_Column::Folder, true);
+    for (std::size_t i = 0; i < list.Count(); ++i) {
+      const TContact_Row& row = list.Row(i);
+      texts += row.Name + (row.Tagged ? "!" : "") + "/" + row.Folder + "/" + row.Categories + " ";
+    }
+    return texts;
+  };
+  const std::string below = "Bert!/Choir/friend, Sings Anna/Club/friend, Sings ";
+  EXPECT_EQ(shown(friends), below);
+  EXPECT_EQ(shown({}), below + "Zoe/Work/ ");
 }
 
 TEST_F(Folders, Damage_And_Missing_Rights_Hide_None_That_May_Be_Seen) {

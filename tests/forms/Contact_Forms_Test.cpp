@@ -5,6 +5,7 @@
 #include "Contact_Page.h"
 #include "Contacts_Page.h"
 #include "Editor_Fixture.h"
+#include "Tags.h"
 #include "Template_Dialogs.h"
 #include "Web_Links.h"
 
@@ -247,6 +248,30 @@ TEST_F(Contact_Forms, The_List_Is_Sorted_By_A_Column_And_Narrowed_As_One_Types) 
   EXPECT_EQ(shown(), "*Bert 1 of 2 contacts") << "order and filter stay";
   Act(&page, "Filter=");
   EXPECT_EQ(shown(), "*Bert anna 2 contacts");
+  list->selectAll();
+  QTest::keyClick(list, Qt::Key_T, Qt::ControlModifier);
+  EXPECT_EQ(Tagged_Contacts().size(), 2U);
+  EXPECT_EQ(list->model()->index(1, 0).data(Qt::AccessibleTextRole).toString(), "anna, tagged");
+  QTest::keyClick(list, Qt::Key_T, Qt::ControlModifier);
+  EXPECT_EQ(Tagged_Contacts().size(), 0U);
+  const auto columns = [&](int width) {
+    page.resize(width, 300);
+    Settle();
+    std::string names;
+    for (int column = 0; column < list->model()->columnCount(); ++column) {
+      if (!list->isColumnHidden(column))
+        names += list->model()->headerData(column, Qt::Horizontal).toString().toStdString() + " ";
+    }
+    return names;
+  };
+  EXPECT_EQ(columns(1200), "Name Telephone E-mail Template Folder Categories ");
+  EXPECT_EQ(columns(300), "Name Telephone E-mail Template ");
+  seams.Prompts.Expect_Question("Delete Contact",
+                                "Delete the 2 selected contacts? They are kept with their entries among the "
+                                "deleted contacts and can be restored.",
+                                Answer_Yes);
+  QTest::keyClick(list, Qt::Key_Delete);
+  EXPECT_EQ(shown(), "0 contacts");
   page.Close_Form();
 }
 

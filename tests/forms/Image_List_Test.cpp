@@ -28,8 +28,11 @@ std::set<QRgb> Colours(const QImage& image, int least_opacity = 255) {
 constexpr QRgb Black = qRgb(0, 0, 0), White = qRgb(255, 255, 255);
 
 TEST(Image_List, Has_Different_Pictures_By_Number) {
-  for (const auto& [name, count] :
-       {std::pair("P3_Enabled", 21), {"P3_Disabled", 21}, {"TaskHome_Enabled", 1}, {"p3_enabled", 0}}) {
+  for (const auto& [name, count] : {std::pair("P3_Enabled", 21),
+                                    {"P3_Disabled", 21},
+                                    {"TaskHome_Enabled", 1},
+                                    {"Contacts", 2},
+                                    {"p3_enabled", 0}}) {
     const TImage_List list(name);
     ASSERT_EQ(list.Count(), count) << name;
     std::set<QByteArray> pictures;

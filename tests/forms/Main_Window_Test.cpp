@@ -154,6 +154,101 @@ TEST_F(Main_Window, Contacts_Are_Added_Edited_Deleted_Restored_And_Opened) {
   EXPECT_EQ(Query_Text("SELECT Contact FROM KT_Events_Data ORDER BY row_id DESC"), tree.Current().Contact);
 }
 
+TEST_F(Main_Window, Folders_Are_Made_Renamed_Filled_And_Removed) {
+  std::string zoe, other;
+  In_Update([&] {
+    zoe = Create_Contact(book, "Zoe");
+    Create_Contact(book, "Anna");
+    other = Create_Book("Other").Key;
+  });
+  auto& tree = Open();
+  Show(*window);
+  // The folders and contacts of the book, deeper ones behind a dot.
+  const auto below = [&] {
+    std::string texts;
+    tree.Select(TNode_Kind::Contacts, book);
+    const QTreeWidgetItem* contacts = tree.currentItem();
+    tree.expandAll();
+    for (QTreeWidgetItemIterator i(tree.currentItem()); *i && *i != tree.topLevelItem(1); ++i) {
+      if (*i == contacts) continue;
+      texts += ((*i)->parent() == contacts             ? ""
+                : (*i)->parent()->parent() == contacts ? "."
+                                                       : "..") +
+               (*i)->text(0).toStdString() + " ";
+    }
+    return texts;
+  };
+  ASSERT_TRUE(tree.Select(TNode_Kind::Contacts, book));
+  Choose("New &Folder...", Confirm_With("Name=Friends"));
+  EXPECT_EQ(tree.Current().Kind, TNode_Kind::Folder);
+  Choose("New &Folder...", Confirm_With("Name=Club"));
+  const std::string club = tree.Current().Folder;
+  Choose("New &Contact...", Confirm_With("Name=Bert"));
+  Choose("New &Folder...", [&](QWidget* form) {
+    seams.Prompts.Expect_Error("New Folder", "A folder needs a name.");
+    Confirm(form);
+    Confirm_With("Name=Choir")(form);
+  });
+  const std::string choir = tree.Current().Folder;
+  EXPECT_EQ(below(), "Friends .Club ..Choir ..Bert Anna Zoe ");
+  const auto drop = [&](const QAbstractItemView* from, const QModelIndexList& what, const std::string& on) {
+    const std::unique_ptr<QMimeData> dragged(from->model()->mimeData(what));
+    ASSERT_TRUE(dragged);
+    tree.Select(on.empty() ? TNode_Kind::Contacts : TNode_Kind::Folder, book, on);
+    tree.expandAll();
+    const QPoint at = tree.visualItemRect(tree.currentItem()).center();
+    // The one that takes the drag is sent what follows.
+    QDragEnterEvent enter(at, Qt::CopyAction, dragged.get(), Qt::LeftButton, {});
+    QApplication::sendEvent(tree.viewport(), &enter);
+    QDragMoveEvent move(at, Qt::CopyAction, dragged.get(), Qt::LeftButton, {});
+    QApplication::sendEvent(tree.viewport(), &move);
+    EXPECT_TRUE(move.isAccepted());
+    QDropEvent event(at, Qt::CopyAction, dragged.get(), Qt::LeftButton, {});
+    QApplication::sendEvent(tree.viewport(), &event);
+    Settle();
+  };
+  ASSERT_TRUE(tree.Select(TNode_Kind::Contacts, book));
+  Settle();
+  auto* list = Control<QTableView>(&*window, "Contacts");
+  list->selectAll();
+  drop(list, list->selectionModel()->selectedIndexes(), choir);
+  EXPECT_EQ(below(), "Friends .Club ..Choir ..Anna ..Bert ..Zoe ");
+  EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Contacts WHERE Parent = '" + choir + "'"), 3);
+  const auto node = [&](const std::string& key) {
+    tree.Select(TNode_Kind::Folder, book, key);
+    return QModelIndexList{tree.currentIndex()};
+  };
+  seams.Prompts.Expect_Error("Move to Folder",
+                             "The folder \"Club\" cannot be moved into itself or into a folder below it; "
+                             "nothing was moved.");
+  drop(&tree, node(club), choir);
+  drop(&tree, node(club), {});
+  EXPECT_EQ(below(), "Club .Choir ..Anna ..Bert ..Zoe Friends ");
+  ASSERT_TRUE(tree.Select(TNode_Kind::Contact, book, zoe));
+  Choose("&Move to Folder...", [](QWidget* form) {
+    EXPECT_EQ(Control<QLabel>(form, "What")->text(), "&Move \"Zoe\" to:");
+    auto* folders = Control<QTreeWidget>(form, "Folders");
+    folders->setCurrentItem(folders->topLevelItem(0)->child(1));
+    Confirm(form);
+  });
+  EXPECT_EQ(From_Qt(tree.currentItem()->parent()->text(0)), "Friends");
+  node(choir);
+  EXPECT_EQ(Control<QTableView>(&*window, "Contacts")->model()->rowCount(), 2);
+  window->activateWindow();
+  tree.setFocus();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&*window));
+  With_Dialog(Confirm_With("Name=Singers"), [&] { QTest::keyClick(&tree, Qt::Key_F2); });
+  seams.Prompts.Expect_Question(
+      "Remove Folder",
+      "Remove the folder \"Singers\"? Its contacts and folders are kept and move to "
+      "the folder \"Club\".",
+      Answer_Yes);
+  window->activateWindow();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&*window));
+  QTest::keyClick(&tree, Qt::Key_Delete);
+  EXPECT_EQ(below(), "Club .Anna .Bert Friends .Zoe ");
+}
+
 TEST_F(Main_Window, Books_Are_Made_Renamed_And_Removed) {
   auto& tree = Open();
   const std::string first = database.Book().Name;

@@ -1,0 +1,240 @@
+#include "Folder_Dialogs.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+
+#include "Contacts.h"
+#include "Folders.h"
+#include "Host_Dialog.h"
+#include "Image_List.h"
+#include "Kt_update.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_data_01;
+using namespace Kt_forms;
+
+namespace {
+
+// Whose rights a place in a book has.
+std::string Owner_Of(const std::string& book, const std::string& folder) {
+  return folder.empty() ? Calendar_Of_Book(book) : folder;
+}
+
+bool May(const std::string& owner, int level) {
+  bool allowed = false;
+  Read("Folder_Dialogs:May [KT_Contacts/KT_Rights]", [&] { allowed = Access_Allowed(owner, level); });
+  if (!allowed) Kt_util_01::Sound(5);
+  return allowed;
+}
+
+void Say_Removed(const std::string& caption) {
+  Kt_util_01::Raise_Error(caption, "The folder has been removed.");
+}
+
+class TFolder_Dialog : public THost_Dialog {
+ public:
+  // A new folder has no key yet.
+  TFolder_Dialog(const std::string& book, const TFolder& edited, QWidget* parent)
+      : THost_Dialog(edited.Key.empty() ? tr("New Folder") : tr("Rename Folder"), parent),
+        Edited(edited),
+        book(book),
+        name(new QLineEdit(To_Qt(edited.Name))) {
+    setObjectName(QStringLiteral("Folder_Dialog"));
+    name->setObjectName(QStringLiteral("Name"));
+    Form()->addRow(tr("&Name of the folder:"), name);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 55);
+    Finish();
+    Guard_Inputs();
+  }
+
+  TFolder Edited;
+
+ protected:
+  bool Save() override {
+    const std::string text = From_Qt(name->text().simplified());
+    if (text.empty()) return Refuse(name, "A folder needs a name.");
+    std::string written = Edited.Key;
+    // Another program may have removed where it lies, or used the name.
+    bool is_there = false, taken = false;
+    const bool saved = Update_Host("Folder_Dialogs:Save [KT_Contacts]", [&] {
+      is_there = Edited.Parent.empty() ? !Calendar_Of_Book(book).empty()
+                                       : Find_Folder(book, Edited.Parent).has_value();
+      taken = is_there && Is_Folder_Name_Taken(book, Edited.Parent, text, written);
+      if (!is_there || taken) return;
+      if (written.empty()) {
+        written = Create_Contact(book, text, Edited.Parent, Contact_Type_Folder);
+      } else {
+        is_there = Rename_Contact(written, text);
+      }
+    });
+    if (taken) return Refuse(name, "There is a folder \"" + text + "\" there already; choose another name.");
+    if (saved && !is_there) Say_Removed(From_Qt(windowTitle()));
+    if (!saved || !is_there) return false;
+    Edited.Key = written;
+    return true;
+  }
+
+ private:
+  const std::string book;
+  QLineEdit* name;
+};
+
+// The folders of a book under its contacts, which stand for no folder.
+class TMove_Dialog : public THost_Dialog {
+ public:
+  TMove_Dialog(const std::string& book, const QString& what, QWidget* parent)
+      : THost_Dialog(tr("Move to Folder"), parent), tree(new QTreeWidget) {
+    setObjectName(QStringLiteral("Move_Dialog"));
+    tree->setObjectName(QStringLiteral("Folders"));
+    tree->setHeaderHidden(true);
+    auto* caption = new QLabel(tr("&Move %1 to:").arg(what));
+    caption->setObjectName(QStringLiteral("What"));
+    caption->setTextFormat(Qt::PlainText);
+    caption->setWordWrap(true);
+    caption->setBuddy(tree);
+    Form()->addRow(caption);
+    Form()->addRow(tree);
+    auto* top = new QTreeWidgetItem(tree, {tr("Contacts (no folder)")});
+    QList<QTreeWidgetItem*> last{top};
+    for (const TFolder& one : List_Folders(book)) {
+      last.resize(one.Depth + 1);
+      auto* item = new QTreeWidgetItem(last.back(), {To_Qt(one.Name)});
+      item->setData(0, Qt::UserRole, To_Qt(one.Key));
+      item->setIcon(0, KTReminds::TImage_List("Contacts").Icon(0));
+      last.append(item);
+    }
+    tree->expandAll();
+    tree->setCurrentItem(top);
+    connect(tree, &QTreeWidget::itemActivated, this, [this] { accept(); });
+    setMinimumSize(fontMetrics().averageCharWidth() * 45, fontMetrics().lineSpacing() * 22);
+    Finish();
+  }
+  std::string Chosen() const {
+    return tree->currentItem() ? From_Qt(tree->currentItem()->data(0, Qt::UserRole).toString())
+                               : std::string();
+  }
+
+ protected:
+  bool Save() override { return true; }
+
+ private:
+  QTreeWidget* tree;
+};
+
+struct TPlaced {
+  std::string Name, Book;
+  TFolder Folder;  // its own key, name and parent
+};
+
+// A folder the user may see, with its book.
+std::optional<TPlaced> Place_Of(const std::string& key) {
+  TTable table(Contacts_Table, "Key", {"DisplayName", "Book", "Parent", "Type"});
+  if (!table.FindKey({key}) || table.Integer(table.Field("Type")) == Contact_Type_Calendar) return {};
+  TPlaced placed{
+      std::string(table.Text(table.Field("DisplayName"))), std::string(table.Text(table.Field("Book"))), {}};
+  placed.Folder = {key, placed.Name, std::string(table.Text(table.Field("Parent")))};
+  return placed;
+}
+
+std::optional<TPlaced> Read_Place(const std::string& key, const std::string& caption) {
+  std::optional<TPlaced> place;
+  if (Read("Folder_Dialogs:Read_Place [KT_Contacts]", [&] { place = Place_Of(key); }) && !place)
+    Say_Removed(caption);
+  return place;
+}
+
+std::string In_Quotes(const std::string& text) {
+  return '"' + text + '"';
+}
+
+}  // namespace
+
+std::string New_Folder(QWidget* window, const std::string& book, const std::string& parent) {
+  std::string key;
+  Read("Folder_Dialogs:New_Folder [KT_Contacts]", [&] {
+    if (!May(Owner_Of(book, parent), Access_Create)) return;
+    TFolder_Dialog dialog(book, {{}, {}, parent}, window);
+    if (dialog.exec() == QDialog::Accepted) key = dialog.Edited.Key;
+  });
+  return key;
+}
+
+bool Edit_Folder(QWidget* window, const std::string& folder) {
+  const auto place = Read_Place(folder, "Rename Folder");
+  if (!place || !May(folder, Access_Update)) return false;
+  TFolder_Dialog dialog(place->Book, place->Folder, window);
+  return dialog.exec() == QDialog::Accepted;
+}
+
+bool Delete_Folder_After_Asking(const std::string& folder) {
+  const auto place = Read_Place(folder, "Remove Folder");
+  if (!place || !May(folder, Access_Delete)) return false;
+  TFolder_Content content;
+  TFolder above;
+  if (!Read("Folder_Dialogs:Delete_Folder [KT_Contacts]", [&] {
+        content = Content_Of_Folder(folder);
+        above = Find_Folder(place->Book, place->Folder.Parent).value_or(TFolder{});
+      }))
+    return false;
+  std::string question = "Remove the folder " + In_Quotes(place->Name) + "?";
+  if (content.Contacts + content.Folders > 0)
+    question += " Its contacts and folders are kept and move to " +
+                (above.Key.empty() ? "the top of the book" : "the folder " + In_Quotes(above.Name)) + ".";
+  if (Kt_util_01::Raise_Question("Remove Folder", question) != Kt_util_01::Answer_Yes) return false;
+  return Update_Host("Folder_Dialogs:Delete_Folder [KT_Contacts]", [&] { Remove_Folder(folder); });
+}
+
+bool Move_Contacts(const std::string& book, const std::vector<std::string>& keys, const std::string& folder) {
+  std::string refused;
+  const bool saved = Update_Host("Folder_Dialogs:Move [KT_Contacts]", [&] {
+    if (!Access_Allowed(Owner_Of(book, folder), Access_Create))
+      refused = "You have no right to put anything there.";
+    // All are looked at first, so that nothing is written when one stays.
+    for (const std::string& key : keys) {
+      const auto place = Place_Of(key);
+      if (place && !Access_Allowed(key, Access_Update))
+        refused = "You have no right to move " + In_Quotes(place->Name) + "; nothing was moved.";
+    }
+    if (!refused.empty()) return;
+    for (const std::string& key : keys) {
+      const auto place = Place_Of(key);
+      switch (Move_To_Folder(key, folder)) {
+        case TMove::Done:
+          break;
+        case TMove::Gone:
+          refused = "The folder, or what was to be moved there, has been removed; nothing was moved.";
+          break;
+        case TMove::Into_Itself:
+          refused = "The folder " + In_Quotes(place->Name) +
+                    " cannot be moved into itself or into a folder below it; nothing was moved.";
+          break;
+        case TMove::Other_Book:
+          refused = In_Quotes(place->Name) + " cannot be moved to another book; nothing was moved.";
+          break;
+      }
+      if (!refused.empty()) throw EAlready_Reported();
+    }
+  });
+  if (!refused.empty()) Kt_util_01::Raise_Error("Move to Folder", refused);
+  return saved && refused.empty();
+}
+
+bool Move_With_Dialog(QWidget* window, const std::string& book, const std::vector<std::string>& keys) {
+  std::optional<std::string> folder;
+  if (keys.empty() || !Read("Folder_Dialogs:Move [KT_Contacts]", [&] {
+        const auto first = Place_Of(keys.front());
+        const QString what = keys.size() == 1 && first
+                                 ? QLatin1Char('"') + To_Qt(first->Name) + QLatin1Char('"')
+                                 : QWidget::tr("%1 contacts").arg(keys.size());
+        TMove_Dialog dialog(book, what, window);
+        if (dialog.exec() == QDialog::Accepted) folder = dialog.Chosen();
+      }))
+    return false;
+  return folder && Move_Contacts(book, keys, *folder);
+}
+
+}  // namespace Plexidex
