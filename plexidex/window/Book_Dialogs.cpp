@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <array>
 
+#include "Category_Dialogs.h"
 #include "Contacts.h"
 #include "Host_Dialog.h"
 #include "Kt_update.h"
@@ -46,7 +47,14 @@ class TBook_Dialog : public THost_Dialog {
       templates->setObjectName(QStringLiteral("Templates"));
       templates->setAutoDefault(false);
       connect(templates, &QPushButton::clicked, this, [this] { Edit_Templates(this, Key); });
-      Form()->addRow(templates);
+      auto* categories = new QPushButton(tr("&Categories..."));
+      categories->setObjectName(QStringLiteral("Categories"));
+      categories->setAutoDefault(false);
+      connect(categories, &QPushButton::clicked, this, [this] { Edit_Categories(this, Key); });
+      auto* both = new QHBoxLayout;
+      both->addWidget(templates);
+      both->addWidget(categories);
+      Form()->addRow(both);
     }
     setMinimumWidth(fontMetrics().averageCharWidth() * 55);
     Finish();

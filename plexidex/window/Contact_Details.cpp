@@ -7,7 +7,9 @@
 #include <QLabel>
 #include <optional>
 
+#include "Categories.h"
 #include "Contacts.h"
+#include "Folders.h"
 #include "Kt_forms.h"
 #include "Kt_labels.h"
 #include "Templates.h"
@@ -120,6 +122,12 @@ void TContact_Details_View::Show_Details(const TContact& contact) {
     if (text.isEmpty()) continue;
     (right.Lines < left.Lines ? right : left)
         .Add(labels[i], Value(QStringLiteral("Other%1").arg(i + 1), text, {}));
+  }
+  const auto folder = Find_Folder(contact.Book, contact.Folder);
+  for (const auto& [label, text] : {std::pair(tr("Folder"), folder ? To_Qt(folder->Name) : QString()),
+                                    {tr("Categories"), To_Qt(Names_Of(Categories_Of(contact.Key)))}}) {
+    if (!text.isEmpty())
+      (right.Lines < left.Lines ? right : left).Add(From_Qt(label), Value(label, text, {}));
   }
   auto* content = new QWidget;
   auto* whole = new QVBoxLayout(content);

@@ -7,6 +7,8 @@
 #include <QVBoxLayout>
 
 #include "Books.h"
+#include "Categories.h"
+#include "Category_Dialogs.h"
 #include "Contact_Sections.h"
 #include "Content_Scroll.h"
 #include "Folders.h"
@@ -41,13 +43,18 @@ class TContact_Dialog : public THost_Dialog {
         kind(new QComboBox),
         scroll(new TContent_Scroll),
         templates(List_Templates(book)),
-        others(Other_Labels(book)) {
+        others(Other_Labels(book)),
+        categories(new TCategory_Boxes(book, Key)) {
     setObjectName(QStringLiteral("Contact_Dialog"));
     name->setObjectName(QStringLiteral("Name"));
     kind->setObjectName(QStringLiteral("Template"));
     Form()->addRow(tr("&Name:"), name);
     Form()->addRow(tr("&Template:"), kind);
     static_cast<QVBoxLayout*>(layout())->insertWidget(1, scroll, 1);
+    auto* below = new QFormLayout;
+    below->addRow(tr("&Categories:"), categories);
+    static_cast<QVBoxLayout*>(layout())->insertLayout(2, below);
+    connect(categories, &TCategory_Boxes::Changed, this, [this] { Note_Change(); });
     const TContact_Details details = Key.empty() ? TContact_Details{} : Read_Contact_Details(Key);
     for (std::size_t i = 0; i < templates.size(); ++i) {
       kind->addItem(To_Qt(templates[i].Name));
@@ -84,9 +91,11 @@ class TContact_Dialog : public THost_Dialog {
       if (!has_template) return;
       if (!written.empty()) {
         is_there = Write_Contact(written, text, details);
+        if (is_there) Change_Categories(written, categories->Keys());
       } else if (has_book) {
         written = Create_Contact(book, text, Find_Folder(book, folder) ? folder : std::string());
         is_there = Write_Contact_Details(written, details);
+        Set_Categories(written, categories->Keys());
       }
     });
     if (saved && !has_template) {
@@ -138,6 +147,7 @@ class TContact_Dialog : public THost_Dialog {
     name->setReadOnly(true);
     kind->setEnabled(false);
     sections->Set_Read_Only();
+    categories->Set_Read_Only();
     Buttons()->button(QDialogButtonBox::Cancel)->hide();
   }
 
@@ -147,6 +157,7 @@ class TContact_Dialog : public THost_Dialog {
   TContent_Scroll* scroll;
   const std::vector<TTemplate> templates;
   const TOther_Texts others;
+  TCategory_Boxes* categories;
   TContact_Sections* sections = nullptr;
   int shown = 0;
 };

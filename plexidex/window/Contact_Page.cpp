@@ -8,16 +8,29 @@
 #include "Contact_Details.h"
 #include "Contact_Dialog.h"
 #include "Contacts.h"
+#include "Host_Dialog.h"
+#include "Image_List.h"
+#include "Journal_Page.h"
 #include "KTReminds.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Links_Page.h"
+#include "Tags.h"
 
 namespace Plexidex {
 
 using namespace Kt_forms;
 
+namespace {
+
+// As they are stored: never renumber.
+enum class TTab { Calendar, Tasks, Links, Journal };
+
+}  // namespace
+
 TContact_Page::TContact_Page()
     : name(new QLabel),
+      tag(new QPushButton(KTReminds::TImage_List("Contacts").Icon(1), tr("&Tag"))),
       edit(new QPushButton(tr("E&dit Contact..."))),
       details(new TContact_Details_View),
       tabs(new QTabBar),
@@ -26,6 +39,11 @@ TContact_Page::TContact_Page()
   name->setObjectName(QStringLiteral("Contact_Name"));
   edit->setObjectName(QStringLiteral("Edit_Contact"));
   edit->setStatusTip(tr("Allows the contact's name and details to be changed"));
+  tag->setObjectName(QStringLiteral("Tag"));
+  tag->setCheckable(true);
+  tag->setShortcut(Qt::CTRL | Qt::Key_T);
+  tag->setToolTip(tr("Tag (%1)").arg(tag->shortcut().toString(QKeySequence::NativeText)));
+  tag->setStatusTip(tr("Marks the contact, for yourself alone"));
   QFont large = name->font();
   large.setBold(true);
   large.setPointSizeF(large.pointSizeF() * 1.3);
@@ -33,6 +51,7 @@ TContact_Page::TContact_Page()
   name->setWordWrap(true);
   auto* top = new QHBoxLayout;
   top->addWidget(name, 1);
+  top->addWidget(tag);
   top->addWidget(edit);
   auto* head = new QVBoxLayout;
   head->setContentsMargins(8, 6, 8, 0);
@@ -42,19 +61,23 @@ TContact_Page::TContact_Page()
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addLayout(head);
   tabs->setObjectName(QStringLiteral("Tabs"));
-  tabs->setAccessibleName(tr("Calendar or tasks"));
+  tabs->setAccessibleName(tr("Calendar, tasks, links or journal"));
   tabs->setDrawBase(false);
   tabs->setExpanding(false);
   tabs->addTab(tr("C&alendar"));
   tabs->addTab(tr("Tas&ks"));
+  tabs->addTab(tr("&Links"));
+  tabs->addTab(tr("&Journal"));
   layout->addWidget(tabs);
   layout->addWidget(view_panel, 1);
   Initialise_Form(this);
-  tabs->setCurrentIndex(Kt_util_01::Read_Bool("General", "Contact Tasks", false) ? 1 : 0);
+  tabs->setCurrentIndex(
+      qBound(0, static_cast<int>(Kt_util_01::Read_Integer("General", "Contact Tab", 0)), tabs->count() - 1));
   connect(tabs, &QTabBar::currentChanged, this, [this](int tab) {
-    Kt_util_01::Write_Bool("General", "Contact Tasks", tab == 1);
+    Kt_util_01::Write_Integer("General", "Contact Tab", tab);
     Show_Tab();
   });
+  connect(tag, &QPushButton::clicked, this, &TContact_Page::Tag);
   connect(edit, &QPushButton::clicked, this, &TContact_Page::Edit);
 }
 
@@ -67,6 +90,7 @@ void TContact_Page::Show_Details() {
 void TContact_Page::Show_Contact() {
   Kt_data_01::Read("Contact_Page:Reload [KT_Contacts/KT_Contacts_Data/KT_Templates]", [this] {
     Show_Details();
+    tag->setChecked(Kt_data_01::Is_Tagged(Owner()));
     edit->setText(Kt_data_01::Access_Allowed(Owner(), Kt_data_01::Access_Update) ? tr("E&dit Contact...")
                                                                                  : tr("&Open Contact..."));
   });
@@ -79,11 +103,27 @@ void TContact_Page::Reload() {
 }
 
 void TContact_Page::Show_Tab() {
-  if (tabs->currentIndex() == 1) {
-    KTReminds::Display_Task_Home_Page(view_panel, view, Book(), Owner(), KTReminds::Page_Tasks, nullptr);
-  } else {
-    Show_View(static_cast<int>(Kt_util_01::Read_Integer("General", "Contact View", KTReminds::Page_Day)));
+  switch (static_cast<TTab>(tabs->currentIndex())) {
+    case TTab::Tasks:
+      KTReminds::Display_Task_Home_Page(view_panel, view, Book(), Owner(), KTReminds::Page_Tasks, nullptr);
+      break;
+    case TTab::Links:
+      Display_Book_Page<TLinks_Page>(view_panel, view, Book(), Owner());
+      break;
+    case TTab::Journal:
+      Display_Book_Page<TJournal_Page>(view_panel, view, Book(), Owner());
+      break;
+    default:
+      Show_View(static_cast<int>(Kt_util_01::Read_Integer("General", "Contact View", KTReminds::Page_Day)));
   }
+}
+
+void TContact_Page::Tag() {
+  Change_In_Place([this] {
+    if (!Update_Host("Contact_Page:Tag [KT_Flags]",
+                     [this] { Kt_data_01::Set_Tagged(Owner(), tag->isChecked()); }))
+      tag->setChecked(!tag->isChecked());
+  });
 }
 
 void TContact_Page::Show_View(int page) {

@@ -10,8 +10,8 @@ namespace Plexidex {
 
 class TContact_Details_View;
 
-/// A contact: name and details, and below the contact's own calendar in the view that was shown last, or the
-/// contact's tasks.
+/// A contact: name and details, and below the contact's own calendar in the view that was shown last, its
+/// tasks, its links or its journal.
 class TContact_Page : public TBook_Page {
   Q_OBJECT
 
@@ -37,9 +37,10 @@ class TContact_Page : public TBook_Page {
   void Show_Tab();
   void Show_Details();
   void Edit();
+  void Tag();
 
   QLabel* name;
-  QPushButton* edit;
+  QPushButton *tag, *edit;
   TContact_Details_View* details;
   QTabBar* tabs;
   QWidget* view_panel;

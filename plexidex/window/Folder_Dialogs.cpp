@@ -1,8 +1,6 @@
 #include "Folder_Dialogs.h"
 
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTreeWidget>
 
 #include "Contacts.h"
@@ -11,6 +9,7 @@
 #include "Image_List.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Name_Dialog.h"
 
 namespace Plexidex {
 
@@ -35,53 +34,32 @@ void Say_Removed(const std::string& caption) {
   Kt_util_01::Raise_Error(caption, "The folder has been removed.");
 }
 
-class TFolder_Dialog : public THost_Dialog {
- public:
-  // A new folder has no key yet.
-  TFolder_Dialog(const std::string& book, const TFolder& edited, QWidget* parent)
-      : THost_Dialog(edited.Key.empty() ? tr("New Folder") : tr("Rename Folder"), parent),
-        Edited(edited),
-        book(book),
-        name(new QLineEdit(To_Qt(edited.Name))) {
-    setObjectName(QStringLiteral("Folder_Dialog"));
-    name->setObjectName(QStringLiteral("Name"));
-    Form()->addRow(tr("&Name of the folder:"), name);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 55);
-    Finish();
-    Guard_Inputs();
-  }
-
-  TFolder Edited;
-
- protected:
-  bool Save() override {
-    const std::string text = From_Qt(name->text().simplified());
-    if (text.empty()) return Refuse(name, "A folder needs a name.");
-    std::string written = Edited.Key;
+// A new folder has no key yet. The key, or "" when it was cancelled.
+std::string Enter(const std::string& book, TFolder edited, QWidget* window) {
+  const TSave_Name save = [&](const std::string& name) -> std::optional<std::string> {
+    std::string written = edited.Key;
     // Another program may have removed where it lies, or used the name.
     bool is_there = false, taken = false;
     const bool saved = Update_Host("Folder_Dialogs:Save [KT_Contacts]", [&] {
-      is_there = Edited.Parent.empty() ? !Calendar_Of_Book(book).empty()
-                                       : Find_Folder(book, Edited.Parent).has_value();
-      taken = is_there && Is_Folder_Name_Taken(book, Edited.Parent, text, written);
+      is_there = edited.Parent.empty() ? !Calendar_Of_Book(book).empty()
+                                       : Find_Folder(book, edited.Parent).has_value();
+      taken = is_there && Is_Folder_Name_Taken(book, edited.Parent, name, written);
       if (!is_there || taken) return;
       if (written.empty()) {
-        written = Create_Contact(book, text, Edited.Parent, Contact_Type_Folder);
+        written = Create_Contact(book, name, edited.Parent, Contact_Type_Folder);
       } else {
-        is_there = Rename_Contact(written, text);
+        is_there = Rename_Contact(written, name);
       }
     });
-    if (taken) return Refuse(name, "There is a folder \"" + text + "\" there already; choose another name.");
-    if (saved && !is_there) Say_Removed(From_Qt(windowTitle()));
-    if (!saved || !is_there) return false;
-    Edited.Key = written;
-    return true;
-  }
-
- private:
-  const std::string book;
-  QLineEdit* name;
-};
+    if (!saved) return std::string();
+    if (taken) return "There is a folder \"" + name + "\" there already; choose another name.";
+    if (!is_there) return std::string("The folder has been removed.");
+    edited.Key = written;
+    return {};
+  };
+  const QString title = edited.Key.empty() ? QWidget::tr("New Folder") : QWidget::tr("Rename Folder");
+  return Enter_Name(window, title, QWidget::tr("folder"), edited.Name, save) ? edited.Key : std::string();
+}
 
 // The folders of a book under its contacts, which stand for no folder.
 class TMove_Dialog : public THost_Dialog {
@@ -110,7 +88,9 @@ class TMove_Dialog : public THost_Dialog {
     tree->expandAll();
     tree->setCurrentItem(top);
     connect(tree, &QTreeWidget::itemActivated, this, [this] { accept(); });
-    setMinimumSize(fontMetrics().averageCharWidth() * 45, fontMetrics().lineSpacing() * 22);
+    constexpr int chars_wide = 45, lines_high = 16;
+    tree->setMinimumSize(fontMetrics().averageCharWidth() * chars_wide,
+                         fontMetrics().lineSpacing() * lines_high);
     Finish();
   }
   std::string Chosen() const {
@@ -130,7 +110,6 @@ struct TPlaced {
   TFolder Folder;  // its own key, name and parent
 };
 
-// A folder the user may see, with its book.
 std::optional<TPlaced> Place_Of(const std::string& key) {
   TTable table(Contacts_Table, "Key", {"DisplayName", "Book", "Parent", "Type"});
   if (!table.FindKey({key}) || table.Integer(table.Field("Type")) == Contact_Type_Calendar) return {};
@@ -157,8 +136,7 @@ std::string New_Folder(QWidget* window, const std::string& book, const std::stri
   std::string key;
   Read("Folder_Dialogs:New_Folder [KT_Contacts]", [&] {
     if (!May(Owner_Of(book, parent), Access_Create)) return;
-    TFolder_Dialog dialog(book, {{}, {}, parent}, window);
-    if (dialog.exec() == QDialog::Accepted) key = dialog.Edited.Key;
+    key = Enter(book, {{}, {}, parent}, window);
   });
   return key;
 }
@@ -166,8 +144,7 @@ std::string New_Folder(QWidget* window, const std::string& book, const std::stri
 bool Edit_Folder(QWidget* window, const std::string& folder) {
   const auto place = Read_Place(folder, "Rename Folder");
   if (!place || !May(folder, Access_Update)) return false;
-  TFolder_Dialog dialog(place->Book, place->Folder, window);
-  return dialog.exec() == QDialog::Accepted;
+  return !Enter(place->Book, place->Folder, window).empty();
 }
 
 bool Delete_Folder_After_Asking(const std::string& folder) {

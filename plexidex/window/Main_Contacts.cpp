@@ -1,11 +1,13 @@
 // The main window's commands on contacts and their folders.
 
+#include "Category_Dialogs.h"
 #include "Contact_Dialog.h"
 #include "Contacts_Page.h"
 #include "Folder_Dialogs.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Page_Place.h"
+#include "Template_Dialogs.h"
 
 namespace Plexidex {
 
@@ -48,6 +50,16 @@ void TMain_Window::Delete_Selected_Contact() {
   if (!Delete_Contacts({node.Contact})) return void(Reload_Tree());
   Read_Tree();
   if (!tree->Select(TNode_Kind::Contacts, node.Book)) Node_Selected();
+}
+
+void TMain_Window::Edit_Templates_Of_Selected_Book() {
+  Edit_Templates(this, tree->Current().Book);
+  Refresh();
+}
+
+void TMain_Window::Edit_Categories_Of_Selected_Book() {
+  Edit_Categories(this, tree->Current().Book);
+  Refresh();
 }
 
 void TMain_Window::Add_Folder() {

@@ -70,6 +70,9 @@ void TMain_Window::Make_Menus() {
   edit_templates = add(book, tr("Contact &Templates..."), {},
                        tr("Allows the kinds of contact and their fields to be changed"),
                        [this] { Edit_Templates_Of_Selected_Book(); });
+  edit_categories = add(book, tr("Contact Cate&gories..."), {},
+                        tr("Allows the categories of the book's contacts to be changed"),
+                        [this] { Edit_Categories_Of_Selected_Book(); });
   delete_book = add(book, tr("&Delete Book..."), {}, tr("Removes the selected book with all it holds"),
                     [this] { Delete_Selected_Book(); });
   book->addSeparator();
@@ -112,7 +115,7 @@ void TMain_Window::Make_Tree_Menu() {
   };
   tree->addActions({new_event, new_task, new_contact, new_folder, separator(), edit_contact, delete_contact,
                     move_contacts, rename_folder, remove_folder, separator(), set_up_book, edit_templates,
-                    delete_book});
+                    edit_categories, delete_book});
   auto* erase = new QShortcut(Qt::Key_Delete, tree);
   erase->setContext(Qt::WidgetShortcut);
   connect(erase, &QShortcut::activated, this, [this] {

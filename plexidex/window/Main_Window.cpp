@@ -13,14 +13,12 @@
 #include "Book_Dialogs.h"
 #include "Contact_Dialog.h"
 #include "Contact_Page.h"
-#include "Contacts_Page.h"
 #include "Database.h"
 #include "Image_List.h"
 #include "KTReminds.h"
 #include "Kt_util_01.h"
 #include "Navigation_Tree.h"
 #include "Page_Place.h"
-#include "Template_Dialogs.h"
 #include "Transfer.h"
 #include "Upcoming_Page.h"
 
@@ -177,7 +175,7 @@ void TMain_Window::Set_Actions() {
   const bool book = node.Kind != TNode_Kind::None, contact = node.Kind == TNode_Kind::Contact,
              folder = node.Kind == TNode_Kind::Folder;
   for (QAction* action : {new_event, new_task, new_contact, import_file, export_book, set_up_book,
-                          edit_templates, delete_book, new_folder})
+                          edit_templates, edit_categories, delete_book, new_folder})
     action->setEnabled(book);
   for (QAction* action : {edit_contact, delete_contact}) action->setEnabled(contact);
   for (QAction* action : {rename_folder, remove_folder}) action->setEnabled(folder);
@@ -254,11 +252,6 @@ void TMain_Window::Set_Up_Selected_Book() {
   } else {
     Reload_Tree();
   }
-}
-
-void TMain_Window::Edit_Templates_Of_Selected_Book() {
-  Edit_Templates(this, tree->Current().Book);
-  Refresh();
 }
 
 void TMain_Window::Delete_Selected_Book() {

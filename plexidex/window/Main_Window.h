@@ -69,6 +69,7 @@ class TMain_Window : public QMainWindow {
   void Add_Book();
   void Set_Up_Selected_Book();
   void Edit_Templates_Of_Selected_Book();
+  void Edit_Categories_Of_Selected_Book();
   void Delete_Selected_Book();
   void Import();
   void Export();
@@ -86,8 +87,9 @@ class TMain_Window : public QMainWindow {
   QLabel* no_page;
   Kt_forms::TForm_Reference page;
   QAction *new_event = nullptr, *new_task = nullptr, *new_contact = nullptr, *import_file = nullptr,
-          *export_book = nullptr, *set_up_book = nullptr, *edit_templates = nullptr, *delete_book = nullptr,
-          *edit_contact = nullptr, *delete_contact = nullptr, *new_folder = nullptr, *rename_folder = nullptr,
+          *export_book = nullptr, *set_up_book = nullptr, *edit_templates = nullptr,
+          *edit_categories = nullptr, *delete_book = nullptr, *edit_contact = nullptr,
+          *delete_contact = nullptr, *new_folder = nullptr, *rename_folder = nullptr,
           *remove_folder = nullptr, *move_contacts = nullptr;
   QList<QAction*> print_actions;
 };

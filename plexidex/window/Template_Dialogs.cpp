@@ -1,19 +1,16 @@
 #include "Template_Dialogs.h"
 
-#include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "Book_Dialogs.h"
-#include "Host_Dialog.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "List_Dialog.h"
 #include "Templates.h"
 
 namespace Plexidex {
@@ -121,84 +118,38 @@ class TTemplate_Dialog : public THost_Dialog {
   QComboBox* style;
 };
 
-class TTemplates_Dialog : public THost_Dialog {
+class TTemplates_Dialog : public TList_Dialog {
  public:
   TTemplates_Dialog(const TBook& book, QWidget* parent)
-      : THost_Dialog(tr("Contact Templates"), parent),
-        book(book),
-        list(new QListWidget),
-        edit(new QPushButton(tr("&Edit..."))),
-        remove(new QPushButton(tr("&Remove..."))) {
-    setObjectName(QStringLiteral("Templates_Dialog"));
-    list->setObjectName(QStringLiteral("Template_List"));
-    edit->setObjectName(QStringLiteral("Edit_Template"));
-    remove->setObjectName(QStringLiteral("Remove_Template"));
-    auto* add = new QPushButton(tr("&New..."));
-    add->setObjectName(QStringLiteral("New_Template"));
-    auto* caption = new QLabel(tr("&Kinds of contact in \"%1\":")
-                                   .arg(To_Qt(book.Name).replace(QLatin1Char('&'), QLatin1String("&&"))));
-    caption->setTextFormat(Qt::PlainText);
-    caption->setBuddy(list);
-    auto* buttons = new QVBoxLayout;
-    for (QPushButton* button : {add, edit, remove}) {
-      button->setAutoDefault(false);
-      buttons->addWidget(button);
-    }
-    buttons->addStretch();
-    auto* row = new QHBoxLayout;
-    row->addWidget(list, 1);
-    row->addLayout(buttons);
-    Form()->addRow(caption);
-    Form()->addRow(row);
-    Buttons()->button(QDialogButtonBox::Cancel)->hide();
-    Buttons()->button(QDialogButtonBox::Ok)->setText(tr("&Close"));
-    connect(add, &QPushButton::clicked, this, [this] { Edit({{}, this->book.Key, {}, {}, {}}); });
-    connect(edit, &QPushButton::clicked, this, [this] { Edit(Selected()); });
-    connect(remove, &QPushButton::clicked, this, &TTemplates_Dialog::Remove);
-    connect(list, &QListWidget::itemActivated, this, [this] { Edit(Selected()); });
-    setMinimumWidth(fontMetrics().averageCharWidth() * 55);
-    Show_Templates({});
+      : TList_Dialog(tr("Contact Templates"),
+                     tr("&Kinds of contact in \"%1\":")
+                         .arg(To_Qt(book.Name).replace(QLatin1Char('&'), QLatin1String("&&"))),
+                     QStringLiteral("Template"), tr("&Edit..."), parent),
+        book(book) {
+    TTemplates_Dialog::Show_Names({});
     Finish();
   }
 
  protected:
-  bool Save() override { return true; }
-
- private:
-  void Show_Templates(const std::string& selected) {
-    const int row = list->currentRow();
-    list->clear();
+  QStringList Read_Names() override {
     templates = List_Templates(book.Key);
-    for (const TTemplate& one : templates) {
-      list->addItem(To_Qt(one.Name));
-      if (one.Key == selected) list->setCurrentRow(list->count() - 1);
-    }
-    if (list->currentRow() < 0) list->setCurrentRow(qBound(0, row, list->count() - 1));
-    edit->setEnabled(!templates.empty());
-    remove->setEnabled(!templates.empty());
+    QStringList names;
+    for (const TTemplate& one : templates) names << To_Qt(one.Name);
+    return names;
   }
-
-  TTemplate Selected() const {
-    const auto row = static_cast<std::size_t>(list->currentRow());
-    return row < templates.size() ? templates[row] : TTemplate{};
+  int Position_Of(const std::string& key) const override {
+    const auto found = std::find_if(templates.begin(), templates.end(),
+                                    [&](const TTemplate& one) { return one.Key == key; });
+    return found == templates.end() ? -1 : static_cast<int>(found - templates.begin());
   }
-
-  void Read_Again(const std::string& selected) {
-    Read("Template_Dialogs:Read [KT_Templates]", [&] { Show_Templates(selected); });
-  }
-
-  void Edit(const TTemplate& edited) {
-    if (edited.Book.empty()) return;
-    std::string key;
-    if (Outlives(this, [&] { key = Edit_Template(this, edited); })) Read_Again(key);
-  }
+  std::string Add() override { return Edit_Template(this, {{}, book.Key, {}, {}, {}}); }
+  std::string Edit(std::size_t position) override { return Edit_Template(this, templates[position]); }
 
   // The contacts that have the template get the first of the others.
-  void Remove() {
-    const TTemplate removed = Selected();
+  void Remove(std::size_t position) override {
+    const TTemplate removed = templates[position];
     const auto other = std::find_if(templates.begin(), templates.end(),
                                     [&](const TTemplate& one) { return one.Key != removed.Key; });
-    if (removed.Key.empty()) return;
     if (other == templates.end())
       return Kt_util_01::Raise_Error("Contact Templates",
                                      "\"" + removed.Name + "\" is the book's last template and stays.");
@@ -223,12 +174,10 @@ class TTemplates_Dialog : public THost_Dialog {
       if (are_there) Remove_Template(*from, *to);
     });
     if (done && !are_there) Say_Removed(gone);
-    Read_Again({});
   }
 
+ private:
   const TBook book;
-  QListWidget* list;
-  QPushButton *edit, *remove;
   std::vector<TTemplate> templates;
 };
 

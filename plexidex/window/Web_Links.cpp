@@ -1,6 +1,8 @@
 #include "Web_Links.h"
 
 #include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
 #include <algorithm>
 
 #include "Kt_forms.h"
@@ -88,13 +90,45 @@ void Install_Link_Opener(TLink_Opener opener) {
   Opener() = std::move(opener);
 }
 
+namespace {
+
+bool Open(const QUrl& link) {
+  if (Opener() ? Opener()(link) : QDesktopServices::openUrl(link)) return true;
+  Kt_util_01::Raise_Error("Contact", "There is no program on this machine that opens \"" +
+                                         Kt_forms::From_Qt(link.toString()) + "\".");
+  return false;
+}
+
+}  // namespace
+
 void Open_Link(const QUrl& link) {
   static const QStringList schemes{QStringLiteral("http"), QStringLiteral("https"), QStringLiteral("mailto"),
                                    QStringLiteral("tel")};
-  if (!schemes.contains(link.scheme())) return;
-  if (Opener() ? Opener()(link) : QDesktopServices::openUrl(link)) return;
-  Kt_util_01::Raise_Error("Contact", "There is no program on this machine that opens \"" +
-                                         Kt_forms::From_Qt(link.toString()) + "\".");
+  if (schemes.contains(link.scheme())) Open(link);
+}
+
+std::optional<QUrl> Document_Link(const QString& target) {
+  QString path = target.trimmed();
+  if (path.startsWith(QLatin1String("file://"))) path = QUrl(path).toLocalFile();
+  if (path == QLatin1String("~") || path.startsWith(QLatin1String("~/")))
+    path.replace(0, 1, QDir::homePath());
+  if (QDir::isAbsolutePath(path)) return QUrl::fromLocalFile(path);
+  return Link_To(TField_Kind::Web, target);
+}
+
+bool Open_Document(const QString& target) {
+  const auto link = Document_Link(target);
+  if (!link) {
+    Kt_util_01::Raise_Error("Link", "\"" + Kt_forms::From_Qt(target) +
+                                        "\" is neither a web address nor the whole path of a file.");
+    return false;
+  }
+  if (link->isLocalFile() && !QFileInfo::exists(link->toLocalFile())) {
+    Kt_util_01::Raise_Error("Link",
+                            "The file \"" + Kt_forms::From_Qt(link->toLocalFile()) + "\" is not there.");
+    return false;
+  }
+  return Open(*link);
 }
 
 }  // namespace Plexidex

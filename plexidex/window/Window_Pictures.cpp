@@ -9,17 +9,24 @@
 #include <QPixmap>
 #include <QTabBar>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
 #include <iostream>
 
 #include "Book_Dialogs.h"
 #include "Books.h"
+#include "Category_Dialogs.h"
 #include "Contact_Dialog.h"
 #include "Contacts.h"
 #include "Database.h"
+#include "Folder_Dialogs.h"
+#include "Folders.h"
+#include "Journal_Page.h"
 #include "KTReminds.h"
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
+#include "Links.h"
+#include "Links_Page.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Preferences.h"
@@ -85,12 +92,19 @@ void Take_Pages(TPictures& pictures, TMain_Window& window, const std::string& bo
   constexpr std::size_t most_contacts = 10;
   for (std::size_t i = 0; i < contacts.size() && i < most_contacts; ++i)
     take(TNode_Kind::Contact, ("contact_" + std::to_string(i + 1)).c_str(), contacts[i].Key);
-  if (auto* tabs = window.findChild<QTabBar*>(QStringLiteral("Tabs")); tabs && !contacts.empty()) {
+  const auto full = std::find_if(contacts.begin(), contacts.end(), [](const Kt_data_01::TContact& one) {
+    return !Kt_data_01::List_Links(one.Key).empty();
+  });
+  if (auto* tabs = window.findChild<QTabBar*>(QStringLiteral("Tabs")); tabs && full != contacts.end()) {
     const int shown = tabs->currentIndex();
-    tabs->setCurrentIndex(1 - shown);
-    take(TNode_Kind::Contact, "contact", contacts.back().Key);
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+      tabs->setCurrentIndex(tab);
+      if (tab != shown) take(TNode_Kind::Contact, "contact", full->Key);
+    }
     tabs->setCurrentIndex(shown);
   }
+  if (const auto folders = Kt_data_01::List_Folders(book); !folders.empty())
+    take(TNode_Kind::Folder, "folder", folders.front().Key);
   window.Tree().Select(TNode_Kind::Calendar, book);
   auto* calendar = window.findChild<KTReminds::TCalendar_HomePage_Frm*>();
   if (!calendar) return;
@@ -140,6 +154,15 @@ int Write_Pictures(TMain_Window& main_window, const std::string& target) {
   if (const auto templates = Kt_data_01::List_Templates(book); !templates.empty()) {
     pictures.Take_Dialog(QStringLiteral("templates"), [&] { Edit_Templates(&main_window, book); });
     pictures.Take_Dialog(QStringLiteral("template"), [&] { Edit_Template(&main_window, templates.front()); });
+  }
+  pictures.Take_Dialog(QStringLiteral("categories"), [&] { Edit_Categories(&main_window, book); });
+  pictures.Take_Dialog(QStringLiteral("new_folder"), [&] { New_Folder(&main_window, book, {}); });
+  if (const auto contacts = Kt_data_01::List_Contacts(book, false); !contacts.empty()) {
+    pictures.Take_Dialog(QStringLiteral("move_to_folder"),
+                         [&] { Move_With_Dialog(&main_window, book, {contacts.front().Key}); });
+    pictures.Take_Dialog(QStringLiteral("link"), [&] { Enter_Link(&main_window, contacts.front().Key); });
+    pictures.Take_Dialog(QStringLiteral("journal_entry"),
+                         [&] { Enter_Journal_Entry(&main_window, contacts.front().Key); });
   }
   pictures.Take_Dialog(QStringLiteral("book_set_up"), [&] { Set_Up_Book(&main_window, book); });
   pictures.Take_Dialog(QStringLiteral("print_preview"), [&] {

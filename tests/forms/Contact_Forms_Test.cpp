@@ -1,10 +1,13 @@
 #include <QAbstractItemModelTester>
 
+#include "Categories.h"
+#include "Category_Dialogs.h"
 #include "Contact_Dialog.h"
 #include "Contact_Model.h"
 #include "Contact_Page.h"
 #include "Contacts_Page.h"
 #include "Editor_Fixture.h"
+#include "Journal.h"
 #include "Tags.h"
 #include "Template_Dialogs.h"
 #include "Web_Links.h"
@@ -178,6 +181,153 @@ TEST_F(Contact_Forms, A_Page_Shows_What_Is_Filled_And_Opens_Telephone_Mail_And_W
   page.Close_Form();
 }
 
+struct Contact_Parts : Contact_Forms {
+  Contact_Parts() {
+    page.Set_Keys(book, anna);
+    page.Reload();
+    Show(page);
+  }
+  // Shows a tab, whose list is below.
+  QTreeWidget* Tab(int tab, const char* name) {
+    Control<QTabBar>(&page, "Tabs")->setCurrentIndex(tab);
+    Settle();
+    return Control<QTreeWidget>(&page, name);
+  }
+  static std::string Rows(const QTreeWidget* list, int from = 0) {
+    std::string rows;
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+      for (int column = from; column < list->columnCount(); ++column)
+        rows += list->topLevelItem(i)->text(column).toStdString() + "|";
+    }
+    return rows;
+  }
+  void Press(const char* button, const std::function<void(QWidget*)>& act) {
+    With_Dialog(act, [&] { Act(&page, button); });
+  }
+
+  const std::string anna = Add("Anna", {});
+  TContact_Page page;
+};
+
+TEST_F(Contact_Parts, Links_Are_Added_Opened_And_Removed_And_The_Journal_Tells) {
+  QTreeWidget* links = Tab(2, "Links");
+  EXPECT_EQ(Seen(&page, "Open_Link Add_Link Edit_Link Remove_Link"),
+            "(&Open)|Add &Link...|(Ed&it...)|(&Remove...)");
+  Press("Add_Link", [&](QWidget* form) {
+    seams.Prompts.Expect_Error("New Link", "A link needs a title, a file or a web address.");
+    Confirm(form);
+    Confirm_With("Target=" + database.Path())(form);
+  });
+  for (const char* link : {"Title=Site|Target=example.org/a", "Title=Gone|Target=/nowhere/a.txt"})
+    Press("Add_Link", Confirm_With(link));
+  EXPECT_EQ(Rows(links), "test.db|" + database.Path() + "|Site|example.org/a|Gone|/nowhere/a.txt|");
+  std::string opened;
+  Install_Link_Opener([&](const QUrl& url) {
+    opened += url.toString().toStdString() + " ";
+    return true;
+  });
+  seams.Prompts.Expect_Error("Link", "The file \"/nowhere/a.txt\" is not there.");
+  for (int row = 0; row < 3; ++row) {
+    links->setCurrentItem(links->topLevelItem(row));
+    Confirm(links);
+  }
+  QTest::mouseClick(links->viewport(), Qt::LeftButton, {},
+                    links->visualItemRect(links->topLevelItem(1)).center());
+  EXPECT_EQ(opened, "file://" + database.Path() + " https://example.org/a https://example.org/a ");
+  links->setCurrentItem(links->topLevelItem(1));
+  Press("Edit_Link", Confirm_With("Title=Page"));
+  seams.Prompts.Expect_Question("Link", "Remove the link \"Page\"? The file itself stays.", Answer_Yes);
+  Act(&page, "Remove_Link");
+  EXPECT_EQ(Rows(links), "test.db|" + database.Path() + "|Gone|/nowhere/a.txt|");
+  const std::string kinds = Rows(Tab(3, "Journal"));
+  const auto count = [&](const std::string& kind) {
+    return kinds.find(kind) == std::string::npos
+               ? 0
+               : 1 + (kinds.find(kind, kinds.find(kind) + 1) != std::string::npos);
+  };
+  EXPECT_EQ(count("Link Added") + count("Link Opened") * 10 + count("Link Removed") * 100, 122);
+  page.Close_Form();
+}
+
+TEST_F(Contact_Parts, The_Journal_Takes_What_Is_Typed_And_Keeps_What_The_Host_Wrote) {
+  QTreeWidget* journal = Tab(3, "Journal");
+  EXPECT_EQ(Rows(journal, 1), "Contact Created|Anna|");
+  EXPECT_EQ(Seen(&page, "Edit_Entry Remove_Entry"), "(Ed&it...)|(&Remove...)");
+  Press("Add_Entry", [&](QWidget* form) {
+    EXPECT_EQ(Seen(form, "Kind Date Time"), "Phone Call Made|1/15/2024|12:00 PM");
+    seams.Prompts.Expect_Error("New Journal Entry", "\"25:00\" is no time of day; write it as h:mm AP.");
+    Confirm_With("Time=25:00")(form);
+    Confirm_With("Kind=Meeting|Date=1/14/24|Time=9:30 AM|Text=About the trip")(form);
+  });
+  EXPECT_EQ(Rows(journal),
+            "1/15/2024 12:00 PM|Contact Created|Anna|1/14/2024 9:30 AM|Meeting|About the trip|");
+  journal->setCurrentItem(journal->topLevelItem(1));
+  With_Dialog(Confirm_With("Kind=Letter Sent|Date=1/16/24"), [&] { Confirm(journal); });
+  EXPECT_EQ(Rows(journal, 1), "Letter Sent|About the trip|Contact Created|Anna|");
+  journal->setCurrentItem(journal->topLevelItem(0));
+  seams.Prompts.Expect_Question("Journal", "Remove the journal entry \"Letter Sent\" of 1/16/2024 9:30 AM?",
+                                Answer_Yes);
+  Act(&page, "Remove_Entry");
+  EXPECT_EQ(Rows(journal, 1), "Contact Created|Anna|");
+  Sign_In({.See = true});
+  page.Reload();
+  EXPECT_EQ(Seen(&page, "Add_Entry"), "(Add &Entry...)");
+  page.Close_Form();
+}
+
+TEST_F(Contact_Parts, Categories_Are_Checked_Named_And_Shown_And_A_Tag_Is_The_Users) {
+  std::string choir;
+  In_Update([&] {
+    choir = Find_Or_Add_Category(book, "Choir");
+    Find_Or_Add_Category(book, "Work");
+  });
+  With_Dialog(
+      [&](QWidget* form) {
+        auto* boxes = Control<QListWidget>(form, "Categories");
+        boxes->item(0)->setCheckState(Qt::Checked);
+        With_Dialog(
+            [&](QWidget* dialog) {
+              seams.Prompts.Expect_Error("New Category",
+                                         "There is a category \"choir\" already; choose another name.");
+              Confirm_With("Name=choir")(dialog);
+              Confirm_With("Name=Zoo")(dialog);
+            },
+            [&] { Act(form, "New_Category"); });
+        seams.Prompts.Expect_Question("Discard changes?",
+                                      "The changes in \"Contact\" have not been saved.\r\n\r\nDiscard them?",
+                                      Answer_No);
+        Cancel(form);
+        In_Update([&] { Remove_Category(choir); });
+        Confirm(form);
+      },
+      [&] { Act(&page, "Edit_Contact"); });
+  EXPECT_EQ(Seen(&page, "Categories"), "Choir, Zoo") << "also one that was removed meanwhile";
+  EXPECT_EQ(List_Journal(anna).front().Text, "Categories: Choir, Zoo");
+  Act(&page, "Tag");
+  EXPECT_TRUE(Is_Tagged(anna));
+  With_Dialog(
+      [&](QWidget* form) {
+        const auto names = [&] {
+          QStringList shown;
+          auto* list = Control<QListWidget>(form, "Category_List");
+          for (int i = 0; i < list->count(); ++i) shown << list->item(i)->text();
+          return shown.join(QLatin1Char(' ')).toStdString();
+        };
+        With_Dialog(Confirm_With("Name=Alps"), [&] { Act(form, "New_Category"); });
+        With_Dialog(Confirm_With("Name=Zurich"), [&] { Act(form, "Edit_Category"); });
+        EXPECT_EQ(names(), "Choir Work Zoo Zurich");
+        Control<QListWidget>(form, "Category_List")->setCurrentRow(0);
+        seams.Prompts.Expect_Question(
+            "Categories", "Remove the category \"Choir\"? The contact that belongs to it stays without it.",
+            Answer_Yes);
+        Act(form, "Remove_Category");
+        EXPECT_EQ(names(), "Work Zoo Zurich");
+        Confirm(form);
+      },
+      [&] { Edit_Categories({}, book); });
+  page.Close_Form();
+}
+
 TEST(Links, Are_Made_Of_What_Can_Be_Opened_Alone) {
   using enum TField_Kind;
   struct {
@@ -204,6 +354,15 @@ TEST(Links, Are_Made_Of_What_Can_Be_Opened_Alone) {
   for (const auto& one : cases) {
     const auto link = Link_To(one.Kind, QString::fromLatin1(one.Text));
     EXPECT_EQ(link ? link->toEncoded().toStdString() : "", one.Link) << one.Text;
+  }
+  for (const auto& [text, document] : {std::pair(" /tmp/a b.pdf", "file:///tmp/a%20b.pdf"),
+                                       {"file:///tmp/a.pdf", "file:///tmp/a.pdf"},
+                                       {"www.example.org", "https://www.example.org"},
+                                       {"a.pdf/", "https://a.pdf/"},
+                                       {"ftp://example.org", ""},
+                                       {"notes", ""}}) {
+    const auto link = Document_Link(QString::fromLatin1(text));
+    EXPECT_EQ(link ? link->toEncoded().toStdString() : "", document) << text;
   }
 }
 

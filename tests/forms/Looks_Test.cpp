@@ -1,7 +1,11 @@
 #include "Book_Dialogs.h"
+#include "Category_Dialogs.h"
 #include "Contact_Dialog.h"
 #include "Editor_Fixture.h"
+#include "Folder_Dialogs.h"
+#include "Journal_Page.h"
 #include "KTReminds.h"
+#include "Links_Page.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Preferences.h"
@@ -80,6 +84,12 @@ TEST_P(Looks, Of_The_Window_On_The_Samples_Data) {
     ASSERT_TRUE(window.Tree().Select(kind, book, kind == TNode_Kind::Contact ? contact : ""));
     Look(&window, QStringLiteral("window_%1").arg(static_cast<int>(kind)));
   }
+  ASSERT_TRUE(window.Tree().Select(TNode_Kind::Contact, book, contact));
+  for (const int tab : {2, 3}) {
+    Control<QTabBar>(&window, "Tabs")->setCurrentIndex(tab);
+    Look(&window, QStringLiteral("contact_tab_%1").arg(tab));
+  }
+  window.Tree().Select(TNode_Kind::Calendar, book);
   for (const int view : {Page_Day, Page_Month}) {
     window.resize(800, 600);
     Control<TCalendar_HomePage_Frm>(&window, "Calendar_HomePage_Frm")->Show_Page(view);
@@ -90,6 +100,11 @@ TEST_P(Looks, Of_The_Window_On_The_Samples_Data) {
   Look_At_Dialog("contact", [&] { Edit_Contact(&window, contact); });
   Look_At_Dialog("templates", [&] { Edit_Templates(&window, book); });
   Look_At_Dialog("template", [&] { Edit_Template(&window, Kt_data_01::List_Templates(book).front()); });
+  Look_At_Dialog("categories", [&] { Edit_Categories(&window, book); });
+  Look_At_Dialog("folder", [&] { New_Folder(&window, book, {}); });
+  Look_At_Dialog("move", [&] { Move_With_Dialog(&window, book, {contact}); });
+  Look_At_Dialog("link", [&] { Enter_Link(&window, contact); });
+  Look_At_Dialog("journal", [&] { Enter_Journal_Entry(&window, contact); });
   Look_At_Dialog("book", [&] { Set_Up_Book(&window, book); });
   Look_At_Dialog("preferences", [&] { Edit_Preferences(&window, database.Path()); });
   Look_At_Dialog("welcome", [&] { EXPECT_FALSE(Welcome(database.Path())); });
