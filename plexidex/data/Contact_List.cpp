@@ -224,10 +224,10 @@ void TContact_List::Narrow(std::string_view text) {
   shown = std::move(left);
 }
 
-std::optional<std::size_t> TContact_List::Set_Tagged(std::string_view key, bool tagged) {
-  const auto position = Position_Of(key);
-  if (position) rows[shown[*position]].Tagged = tagged;
-  return position;
+void TContact_List::Set_Tagged(const std::unordered_set<std::string>& keys, bool tagged) {
+  for (TContact_Row& row : rows) {
+    if (keys.contains(row.Key)) row.Tagged = tagged;
+  }
 }
 
 std::optional<std::size_t> TContact_List::Position_Of(std::string_view key) const {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace Kt_data_01 {
@@ -41,8 +42,9 @@ class TContact_List {
   std::size_t Count() const { return shown.size(); }
   std::size_t Count_Of_All() const { return rows.size(); }
   const TContact_Row& Row(std::size_t position) const { return rows[shown[position]]; }
-  /// Its position as Position_Of has it.
-  std::optional<std::size_t> Set_Tagged(std::string_view key, bool tagged);
+  void Set_Tagged(const std::unordered_set<std::string>& keys, bool tagged);
+  /// The number of a row, which it keeps in every order until others are set.
+  std::uint32_t Number(std::size_t position) const { return shown[position]; }
   /// Nothing when it is not there or not shown.
   std::optional<std::size_t> Position_Of(std::string_view key) const;
 

@@ -1,6 +1,7 @@
 #include "Folders.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include "Contacts.h"
@@ -30,7 +31,9 @@ std::vector<TFolder> Read_Folders(std::string_view book) {
 // Appends a folder and those below it that have not been taken yet.
 class TDescent {
  public:
-  explicit TDescent(const std::vector<TFolder>& folders) : folders(folders) {}
+  explicit TDescent(const std::vector<TFolder>& folders) {
+    for (const TFolder& folder : folders) by_parent.emplace(folder.Parent, &folder);
+  }
 
   void Take(const TFolder& folder, int depth) {
     if (!taken.insert(folder.Key).second) return;
@@ -39,16 +42,15 @@ class TDescent {
     Take_Below(folder.Key, depth + 1);
   }
   void Take_Below(std::string_view parent, int depth) {
-    for (const TFolder& folder : folders) {
-      if (folder.Parent == parent) Take(folder, depth);
-    }
+    const auto [first, last] = by_parent.equal_range(parent);
+    for (auto folder = first; folder != last; ++folder) Take(*folder->second, depth);
   }
 
   std::vector<TFolder> Taken;
 
  private:
-  const std::vector<TFolder>& folders;
-  std::set<std::string> taken;
+  std::multimap<std::string_view, const TFolder*> by_parent;
+  std::set<std::string_view> taken;
 };
 
 struct TPlace {

@@ -116,6 +116,9 @@ TCategory_Boxes::TCategory_Boxes(const std::string& book, const std::string& con
   boxes->setResizeMode(QListView::Adjust);
   boxes->setTabKeyNavigation(false);
   boxes->setSpacing(2);
+  boxes->setSelectionMode(QAbstractItemView::NoSelection);
+  // As behind other check boxes, which cannot be seen on the ground of a dark list.
+  boxes->viewport()->setAutoFillBackground(false);
   constexpr int lines = 3;
   boxes->setFixedHeight(
       qMax(boxes->minimumSizeHint().height(), (boxes->fontMetrics().lineSpacing() + 8) * lines));

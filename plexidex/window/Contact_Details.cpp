@@ -123,7 +123,8 @@ void TContact_Details_View::Show_Details(const TContact& contact) {
     (right.Lines < left.Lines ? right : left)
         .Add(labels[i], Value(QStringLiteral("Other%1").arg(i + 1), text, {}));
   }
-  const auto folder = Find_Folder(contact.Book, contact.Folder);
+  auto folder = Find_Folder(contact.Book, contact.Folder);
+  if (folder && !Access_Allowed(folder->Key, Access_See)) folder.reset();
   for (const auto& [label, text] : {std::pair(tr("Folder"), folder ? To_Qt(folder->Name) : QString()),
                                     {tr("Categories"), To_Qt(Names_Of(Categories_Of(contact.Key)))}}) {
     if (!text.isEmpty())

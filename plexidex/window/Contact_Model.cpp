@@ -33,13 +33,14 @@ void TContact_Model::sort(int column, Qt::SortOrder order) {
   ascending = order == Qt::AscendingOrder;
   emit layoutAboutToBeChanged();
   const QModelIndexList kept = persistentIndexList();
-  QStringList keys;
-  for (const QModelIndex& one : kept) keys << To_Qt(list.Row(static_cast<std::size_t>(one.row())).Key);
+  std::vector<std::uint32_t> numbers;
+  for (const QModelIndex& one : kept) numbers.push_back(list.Number(static_cast<std::size_t>(one.row())));
   list.Sort(sorted_by, ascending);
-  for (qsizetype i = 0; i < kept.size(); ++i) {
-    const auto row = list.Position_Of(From_Qt(keys[i]));
-    changePersistentIndex(kept[i], row ? index(static_cast<int>(*row), kept[i].column()) : QModelIndex());
-  }
+  // All of them may be selected.
+  std::vector<int> rows(list.Count_Of_All());
+  for (std::size_t row = 0; row < list.Count(); ++row) rows[list.Number(row)] = static_cast<int>(row);
+  for (qsizetype i = 0; i < kept.size(); ++i)
+    changePersistentIndex(kept[i], index(rows[numbers[static_cast<std::size_t>(i)]], kept[i].column()));
   emit layoutChanged();
 }
 
@@ -70,11 +71,22 @@ QVariant TContact_Model::data(const QModelIndex& index, int role) const {
   }
 }
 
-void TContact_Model::Set_Tagged(const QString& key, bool tagged) {
-  if (const auto row = list.Set_Tagged(From_Qt(key), tagged)) {
-    const QModelIndex cell = index(static_cast<int>(*row), static_cast<int>(TContact_Column::Name));
-    emit dataChanged(cell, cell);
+void TContact_Model::Set_Tagged(const std::unordered_set<std::string>& keys, bool tagged) {
+  list.Set_Tagged(keys, tagged);
+  if (rowCount() > 0) emit dataChanged(index(0, 0), index(rowCount() - 1, 0));
+}
+
+QItemSelection TContact_Model::Rows_Of(const std::unordered_set<std::string>& keys) const {
+  QItemSelection found;
+  int first = -1;
+  for (int row = 0; row <= rowCount(); ++row) {
+    const bool is_one = row < rowCount() && keys.contains(list.Row(static_cast<std::size_t>(row)).Key);
+    if (is_one && first < 0) first = row;
+    if (is_one || first < 0) continue;
+    found.select(index(first, 0), index(row - 1, columnCount() - 1));
+    first = -1;
   }
+  return found;
 }
 
 Qt::ItemFlags TContact_Model::flags(const QModelIndex& index) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QItemSelection>
 #include <functional>
 
 #include "Contact_List.h"
@@ -18,8 +19,10 @@ class TContact_Model : public QAbstractTableModel {
   void Show_Rows(std::vector<Kt_data_01::TContact_Row> rows);
   void Narrow(const QString& text);
   const Kt_data_01::TContact_List& List() const { return list; }
-  /// Marks the row of a contact, if it is there, without reading it again.
-  void Set_Tagged(const QString& key, bool tagged);
+  /// Marks the rows of contacts without reading them again.
+  void Set_Tagged(const std::unordered_set<std::string>& keys, bool tagged);
+  /// The rows of these contacts, as far as they are shown.
+  QItemSelection Rows_Of(const std::unordered_set<std::string>& keys) const;
   /// Whose contacts are dragged.
   void Set_Book(const std::string& key) { book = key; }
 

@@ -21,7 +21,7 @@ TContact_Rows_Page::TContact_Rows_Page(const char* name, const QStringList& head
   list->setHeaderLabels(headings);
   list->setRootIsDecorated(false);
   list->setUniformRowHeights(true);
-  list->setTextElideMode(Qt::ElideMiddle);
+  list->setTextElideMode(open_text.isEmpty() ? Qt::ElideRight : Qt::ElideMiddle);
   list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   list->header()->setStretchLastSection(true);
   list->setContextMenuPolicy(Qt::ActionsContextMenu);

@@ -144,6 +144,7 @@ void TContacts_Page::Add_Commands() {
     list->addAction(action);
     return action;
   };
+  // The first and the last are for those that are not deleted.
   add_command("Open", tr("&Open"), open->statusTip(), &TContacts_Page::Open);
   tag = add_command("Tag", tr("&Tag"), tr("Marks the selected contacts, for yourself alone"),
                     &TContacts_Page::Tag);
@@ -151,9 +152,9 @@ void TContacts_Page::Add_Commands() {
   tag->setShortcut(Qt::CTRL | Qt::Key_T);
   add_command("Move", tr("&Move to Folder..."), tr("Moves the selected contacts to a folder of the book"),
               &TContacts_Page::Move);
-  QAction* erase = add_command("Delete", tr("&Delete..."), {}, [this] {
-    if (!deleted->isChecked()) Delete_Or_Restore();
-  });
+  QAction* erase =
+      add_command("Delete", tr("&Delete..."), tr("Deletes the selected contacts, which can be restored"),
+                  &TContacts_Page::Delete_Or_Restore);
   erase->setShortcut(Qt::Key_Delete);
   erase->setShortcutContext(Qt::WidgetShortcut);
 }
@@ -180,11 +181,9 @@ void TContacts_Page::Keep_Selected(const std::function<void()>& change) {
   const int row = list->currentIndex().row();
   change();
   Select(current, row);
-  for (const std::string& key : selected) {
-    if (const auto found = selected.size() > 1 ? model->List().Position_Of(key) : std::nullopt)
-      list->selectionModel()->select(model->index(static_cast<int>(*found), 0),
-                                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
-  }
+  if (selected.size() > 1)
+    list->selectionModel()->select(model->Rows_Of({selected.begin(), selected.end()}),
+                                   QItemSelectionModel::Select);
   Set_Buttons();
 }
 
@@ -230,7 +229,9 @@ void TContacts_Page::Set_Buttons() {
        [&] { allowed = any && Access_Allowed(From_Qt(Selected()), Access_Delete); });
   remove->setEnabled(allowed);
   open->setEnabled(any && !restoring);
-  for (QAction* action : list->actions()) action->setEnabled(any);
+  const auto commands = list->actions();
+  for (QAction* action : commands) action->setEnabled(any);
+  for (QAction* action : {commands.first(), commands.last()}) action->setEnabled(any && !restoring);
   tag->setChecked(any && model->List().Row(static_cast<std::size_t>(list->currentIndex().row())).Tagged);
 }
 
@@ -242,7 +243,7 @@ void TContacts_Page::Tag() {
     if (Update_Host("Contacts_Page:Tag [KT_Flags]", [&] {
           for (const std::string& key : keys) Set_Tagged(key, tagged);
         })) {
-      for (const std::string& key : keys) model->Set_Tagged(To_Qt(key), tagged);
+      model->Set_Tagged({keys.begin(), keys.end()}, tagged);
     }
   });
   Set_Buttons();

@@ -54,7 +54,8 @@ TNavigation_Tree::TNavigation_Tree(QWidget* parent) : QTreeWidget(parent) {
   constexpr int unfold_msecs = 700;
   setAutoExpandDelay(unfold_msecs);
   // However narrow the window is, these can be read.
-  constexpr int depth = 2, margins = 10;
+  constexpr int depth = 3, step = 14, margins = 10;
+  setIndentation(step);
   int widest = 0;
   for (const auto& [kind, text] : Nodes_Of_A_Book())
     widest = qMax(widest, fontMetrics().horizontalAdvance(text));

@@ -7,6 +7,7 @@
 #include "Contact_Page.h"
 #include "Contacts_Page.h"
 #include "Editor_Fixture.h"
+#include "Folder_Dialogs.h"
 #include "Journal.h"
 #include "Tags.h"
 #include "Template_Dialogs.h"
@@ -272,6 +273,11 @@ TEST_F(Contact_Parts, The_Journal_Takes_What_Is_Typed_And_Keeps_What_The_Host_Wr
   Sign_In({.See = true});
   page.Reload();
   EXPECT_EQ(Seen(&page, "Add_Entry"), "(Add &Entry...)");
+  seams.Prompts.Expect_Error("Move to Folder", "You have no right to move \"Anna\"; nothing was moved.");
+  EXPECT_FALSE(Move_Contacts(book, {anna}, {}));
+  seams.Sounds.Played.clear();
+  EXPECT_EQ(New_Folder({}, book, {}), "");
+  EXPECT_EQ(seams.Sounds.Played, std::vector<int>{5});
   page.Close_Form();
 }
 
@@ -411,6 +417,10 @@ TEST_F(Contact_Forms, The_List_Is_Sorted_By_A_Column_And_Narrowed_As_One_Types) 
   QTest::keyClick(list, Qt::Key_T, Qt::ControlModifier);
   EXPECT_EQ(Tagged_Contacts().size(), 2U);
   EXPECT_EQ(list->model()->index(1, 0).data(Qt::AccessibleTextRole).toString(), "anna, tagged");
+  list->sortByColumn(0, Qt::AscendingOrder);
+  page.Reload();
+  EXPECT_EQ(shown() + std::to_string(list->selectionModel()->selectedRows().size()),
+            "anna *Bert 2 contacts2");
   QTest::keyClick(list, Qt::Key_T, Qt::ControlModifier);
   EXPECT_EQ(Tagged_Contacts().size(), 0U);
   const auto columns = [&](int width) {
