@@ -11,6 +11,7 @@
 #include "Kt_util_01.h"
 #include "Object_Export.h"
 #include "Output_File.h"
+#include "Transfer_Books.h"
 
 namespace Plexidex {
 
@@ -250,23 +251,13 @@ void Write_Book(const TBook& book, std::ostream& stream, TExport_Report& report,
   lines.End("VCALENDAR");
 }
 
-TBook Choose_Book(const std::string& name) {
-  if (!name.empty()) {
-    if (auto book = Find_Book(name)) return *std::move(book);
-    throw EExport_Error("There is no book \"" + name + "\" to export.");
-  }
-  const std::vector<TBook> books = List_Books();
-  if (books.empty()) throw EExport_Error("There is no book to export.");
-  return books.front();
-}
-
 }  // namespace
 
 TExport_Report Export_Calendar(const std::string& file, const std::string& book_name,
                                TProgress_Bar* progress) {
   TExport_Report report;
   try {
-    const TBook book = Choose_Book(book_name);
+    const TBook book = Export_Book(book_name);
     TOutput_File output(file);
     Write_Book(book, output.Stream(), report, progress);
     output.Keep();

@@ -53,7 +53,7 @@ class TCalendar_File {
  private:
   void Group();
 
-  TCalendar_Input input;
+  TInput_File input;
   TCalendar_Index index;
   bool ends_with_return = false;
   std::vector<std::uint32_t> order;    // components, those of one object together

@@ -7,6 +7,7 @@
 #include "Import_Update.h"
 #include "Kt_util_01.h"
 #include "Object_Writer.h"
+#include "Transfer_Books.h"
 
 namespace Plexidex {
 
@@ -14,18 +15,6 @@ using namespace Kt_data_01;
 using namespace Kt_util_01;
 
 namespace {
-
-constexpr auto Default_Book = "My Calendar";
-
-// The book to import into; without a key when it is to be made.
-TBook Choose_Book(const std::string& name) {
-  if (name.empty()) {
-    const std::vector<TBook> books = List_Books();
-    return books.empty() ? TBook{{}, Default_Book, {}} : books.front();
-  }
-  if (auto book = Find_Book(name)) return *std::move(book);
-  throw EImport_Error("There is no book \"" + name + "\"; nothing was imported.");
-}
 
 // Brings a file into a book, object by object, so that no more than one of them is held.
 class TImporter {
@@ -37,12 +26,7 @@ class TImporter {
         occurrences(Events_Data, "Event", {"Book"}),
         report(report) {}
 
-  void Choose() {
-    book = Choose_Book(name);
-    if (!book.Key.empty() && !Access_Allowed(book.Calendar, Access_Create))
-      throw EImport_Error("You may not make entries in the book \"" + book.Name +
-                          "\"; nothing was imported.");
-  }
+  void Choose() { book = Import_Book(name); }
 
   bool Is_Unchanged(const std::string& uid, const std::string& digest) {
     return !book.Key.empty() && imports.FindKey({book.Key, uid}) &&

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Import_Update.h"
+#include "Report.h"
 
 namespace Plexidex {
 

@@ -23,19 +23,6 @@ std::string At(std::size_t line) {
   return "line " + std::to_string(line);
 }
 
-std::string_view Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
-// Without regard to the case of ASCII letters; `word` is in capitals.
-bool Begins_With(std::string_view line, std::string_view word) {
-  const auto same = [](char a, char b) { return a == b || (a >= 'a' && a <= 'z' && a - ('a' - 'A') == b); };
-  return line.size() >= word.size() &&
-         std::equal(word.begin(), word.end(), line.begin(), [&](char b, char a) { return same(a, b); });
-}
-
 // Whether the line is one of this property, with parameters or without.
 bool Is_Property(std::string_view line, std::string_view property) {
   return line.size() > property.size() && Begins_With(line, property) &&

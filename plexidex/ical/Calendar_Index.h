@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Calendar_Input.h"
+#include "Content_Lines.h"
 #include "Digest.h"
 #include "Import_Budget.h"
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Import_Update.h"
+#include "Report.h"
 
 namespace Plexidex {
 

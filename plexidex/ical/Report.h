@@ -1,25 +1,14 @@
 #pragma once
 
-// What importing and exporting calendar files tell: how it went, or why it did not.
+// How importing and exporting calendar files went.
 
 #include <cstdint>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "Import_Report.h"
+
 namespace Plexidex {
-
-/// A file that cannot be imported; one sentence that names the file, the place in it where there is one, and
-/// the reason.
-class EImport_Error : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-struct TImport_Remark {
-  std::string What;  // the title and the UID, as far as there are any
-  std::string Why;
-};
 
 /// Events, tasks and whatever else stands in a calendar are its components. Each of them is written, belongs
 /// to something written (a changed date of a set), is unchanged, or stands among the unused.
@@ -45,12 +34,6 @@ struct THoliday_Report {
   std::int64_t Known = 0;  // days that were there already
   std::vector<TImport_Remark> Unused;
   std::vector<TImport_Remark> Left_Out;  // dates beyond what a file may bring
-};
-
-/// An export that did not happen; one sentence with the file and the reason.
-class EExport_Error : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
 };
 
 struct TExport_Report {

@@ -9,7 +9,7 @@
 
 namespace Plexidex {
 
-/// Writes the lines of a calendar file: escaped, folded, ended as the format wants.
+/// Writes content lines: escaped, folded, ended as the format wants.
 class TLine_Writer {
  public:
   /// Not owned; must outlive this.
@@ -30,6 +30,8 @@ class TLine_Writer {
   std::ostream& out;
 };
 
+/// With a backslash before what would end a value, "\\n" for line breaks, and no other control characters.
+std::string Escaped_Text(std::string_view text);
 /// A line, as several where it is too long.
 void Write_Folded(std::ostream& out, std::string_view line);
 

@@ -13,7 +13,13 @@ namespace {
 constexpr std::size_t Longest_Line = 75;  // bytes, without the line's end
 constexpr std::size_t Moments_Per_Line = 100;
 
-std::string Escaped(std::string_view text) {
+bool Continues_Character(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+}  // namespace
+
+std::string Escaped_Text(std::string_view text) {
   std::string escaped;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char c = text[i];
@@ -29,12 +35,6 @@ std::string Escaped(std::string_view text) {
   }
   return escaped;
 }
-
-bool Continues_Character(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
-
-}  // namespace
 
 void Write_Folded(std::ostream& out, std::string_view line) {
   for (std::size_t position = 0; position < line.size();) {
@@ -55,7 +55,7 @@ void TLine_Writer::Raw(std::string_view name, std::string_view value) {
 }
 
 void TLine_Writer::Text(std::string_view name, std::string_view text) {
-  if (!text.empty()) Raw(name, Escaped(Valid_UTF8(text)));
+  if (!text.empty()) Raw(name, Escaped_Text(Valid_UTF8(text)));
 }
 
 void TLine_Writer::Moment(std::string_view name, TDateTime value, bool is_date) {

@@ -1,19 +1,25 @@
 #pragma once
 
-// The bytes and lines of a calendar file, without holding all of it.
+// The bytes and content lines of a file, without holding all of it.
 
 #include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace Plexidex {
 
+/// Without blanks, tabs and returns around it.
+std::string_view Trimmed(std::string_view text);
+/// Without regard to the case of ASCII letters; `word` is in capitals.
+bool Begins_With(std::string_view line, std::string_view word);
+
 /// A file that can be read at any place. What can be read only once, such as a pipe, is copied first.
-class TCalendar_Input {
+class TInput_File {
  public:
   /// Throws EImport_Error.
-  explicit TCalendar_Input(const std::string& file);
+  explicit TInput_File(const std::string& file);
 
   /// How the file is called in messages, in quotes.
   const std::string& Name() const { return name; }
@@ -44,7 +50,7 @@ struct TContent_Line {
 class TContent_Lines {
  public:
   /// The input must outlive this.
-  explicit TContent_Lines(const TCalendar_Input& input);
+  explicit TContent_Lines(const TInput_File& input);
 
   /// False at the end. Throws EImport_Error, also for a file that is too large.
   bool Next(TContent_Line& line);
@@ -55,9 +61,9 @@ class TContent_Lines {
   bool Fill();
   bool Has_Next() { return position < buffer.size() || Fill(); }
   void Take_Line(TContent_Line& line, bool is_first);
-  static char Find_Line_End(const TCalendar_Input& input);
+  static char Find_Line_End(const TInput_File& input);
 
-  const TCalendar_Input& input;
+  const TInput_File& input;
   const char line_end;
   std::string buffer;
   std::size_t position = 0;  // in the buffer

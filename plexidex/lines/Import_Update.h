@@ -6,9 +6,9 @@
 #include <string>
 
 #include "Import_Budget.h"
+#include "Import_Report.h"
 #include "Kt_dates.h"
 #include "Kt_lists.h"
-#include "Report.h"
 
 namespace Plexidex {
 

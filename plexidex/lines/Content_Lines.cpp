@@ -1,10 +1,11 @@
-#include "Calendar_Input.h"
+#include "Content_Lines.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 
-#include "Report.h"
+#include "Import_Report.h"
 
 namespace Plexidex {
 
@@ -16,11 +17,23 @@ constexpr std::string_view Byte_Order_Mark = "\xEF\xBB\xBF";
 
 }  // namespace
 
-TCalendar_Input::TCalendar_Input(const std::string& file) : name('"' + file + '"') {
+std::string_view Trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t\r");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
+bool Begins_With(std::string_view line, std::string_view word) {
+  const auto same = [](char a, char b) { return a == b || (a >= 'a' && a <= 'z' && a - ('a' - 'A') == b); };
+  return line.size() >= word.size() &&
+         std::equal(word.begin(), word.end(), line.begin(), [&](char b, char a) { return same(a, b); });
+}
+
+TInput_File::TInput_File(const std::string& file) : name('"' + file + '"') {
   std::error_code error;
   const auto status = std::filesystem::status(file, error);
   if (!std::filesystem::exists(status)) throw EImport_Error("There is no file " + name + ".");
-  if (std::filesystem::is_directory(status)) throw EImport_Error(name + " is a folder, not a calendar file.");
+  if (std::filesystem::is_directory(status)) throw EImport_Error(name + " is a folder, not a file.");
   stream.reset(std::fopen(file.c_str(), "rb"));
   const auto fail = [this] { return EImport_Error(name + " cannot be read: " + std::strerror(errno) + "."); };
   if (!stream) throw fail();
@@ -40,7 +53,7 @@ TCalendar_Input::TCalendar_Input(const std::string& file) : name('"' + file + '"
   stream = std::move(copy);
 }
 
-std::string TCalendar_Input::Read(std::uint64_t offset, std::size_t length) const {
+std::string TInput_File::Read(std::uint64_t offset, std::size_t length) const {
   std::string bytes(length, 0);
   if (fseeko(stream.get(), static_cast<off_t>(offset), SEEK_SET) == 0)
     bytes.resize(std::fread(bytes.data(), 1, length, stream.get()));
@@ -48,11 +61,11 @@ std::string TCalendar_Input::Read(std::uint64_t offset, std::size_t length) cons
   return bytes;
 }
 
-TContent_Lines::TContent_Lines(const TCalendar_Input& input) : input(input), line_end(Find_Line_End(input)) {
+TContent_Lines::TContent_Lines(const TInput_File& input) : input(input), line_end(Find_Line_End(input)) {
   if (Fill() && buffer.starts_with(Byte_Order_Mark)) position = Byte_Order_Mark.size();
 }
 
-char TContent_Lines::Find_Line_End(const TCalendar_Input& input) {
+char TContent_Lines::Find_Line_End(const TInput_File& input) {
   std::uint64_t offset = 0;
   for (std::string block = input.Read(0, Block); !block.empty(); block = input.Read(offset, Block)) {
     if (block.find('\n') != std::string::npos) return '\n';
