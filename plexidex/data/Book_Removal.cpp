@@ -45,6 +45,7 @@ void Delete_Book(std::string_view book) {
       {"KT_Categories_InUse", "Contact", "KT_Contacts"},
       {"KT_Flags", "Contact", "KT_Contacts"},
       {"KT_Links", "Contact", "KT_Contacts"},
+      {"KT_Cards", "Book"},
       {"KT_Rights", "Owner", "KT_Contacts"},
       {"KT_Contacts_Data", "Contact", "KT_Contacts"},
       {"KT_Contacts", "Book"},

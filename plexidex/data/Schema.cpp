@@ -213,6 +213,16 @@ std::vector<TTable_Def> Make_Schema() {
       {"KT_Import_Zones",
        {{"Book", Text}, {"Digest", Text}, {"Content", Blob}},
        {{"BookandDigest", {"Book", "Digest"}, true}}},
+      // The cards that contacts were imported from, as they came, for what no other table holds, and to tell
+      // what was changed here since. Birthday: the event made of it.
+      {"KT_Cards",
+       {{"Book", Text},
+        {"UID", Text},
+        {"Contact", Text},
+        {"Digest", Text},
+        {"Birthday", Text},
+        {"Content", Blob}},
+       {{"BookandUID", {"Book", "UID"}, true}, {"Contact", {"Contact"}, true}}},
       {"KT_Alerts",
        {{"User", Text}, {"Occurrence", Text}, {"Dismissed", Boolean}, {"CheckedUntil", DateTime}},
        {{"UserandOccurrence", {"User", "Occurrence"}, true}}},
@@ -266,7 +276,13 @@ const std::vector<TMigration>& Migrations() {
         CREATE TABLE "KT_Import_Zones" ("Book" TEXT NOT NULL DEFAULT '', "Digest" TEXT NOT NULL DEFAULT '',
           "Content" BLOB, row_id INTEGER PRIMARY KEY);
         CREATE UNIQUE INDEX "KT_Import_Zones_BookandDigest" ON "KT_Import_Zones" ("Book", "Digest");)"},
-                                                     {3, First_Templates_Sql}};
+                                                     {3, First_Templates_Sql},
+                                                     {4, R"(
+        CREATE TABLE "KT_Cards" ("Book" TEXT NOT NULL DEFAULT '', "UID" TEXT NOT NULL DEFAULT '',
+          "Contact" TEXT NOT NULL DEFAULT '', "Digest" TEXT NOT NULL DEFAULT '',
+          "Birthday" TEXT NOT NULL DEFAULT '', "Content" BLOB, row_id INTEGER PRIMARY KEY);
+        CREATE UNIQUE INDEX "KT_Cards_BookandUID" ON "KT_Cards" ("Book", "UID");
+        CREATE UNIQUE INDEX "KT_Cards_Contact" ON "KT_Cards" ("Contact");)"}};
   return migrations;
 }
 

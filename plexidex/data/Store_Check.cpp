@@ -78,6 +78,11 @@ void Check_Contacts(std::vector<std::string>& findings) {
              return "The contact " + In_Quotes(row.Text(1)) + " has the template " + In_Quotes(row.Text(0)) +
                     ", which is not there.";
            });
+  Add_Rows(findings, Unmatched_Sql(Table_Def("KT_Cards"), {"Contact", "UID"}, contacts, "Key"),
+           "cards without a contact", [](TStatement& row) {
+             return "The card " + In_Quotes(row.Text(1)) + " belongs to the contact " +
+                    In_Quotes(row.Text(0)) + ", which is not there.";
+           });
   const std::string of_a_contact = " AND " + Column_Sql(contacts, contacts.Known_Column("Type")) + " = " +
                                    std::to_string(Contact_Type_Contact);
   Add_Rows(findings, Unmatched_Sql(contacts, {"Key", "DisplayName"}, details, "Contact") + of_a_contact,

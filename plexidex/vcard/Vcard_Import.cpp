@@ -1,0 +1,295 @@
+#include "Vcard_Import.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <optional>
+
+#include "Birthdays.h"
+#include "Card_Plan.h"
+#include "Card_Writer.h"
+#include "Categories.h"
+#include "Event_Rows.h"
+#include "Journal.h"
+#include "Kt_util_01.h"
+#include "Transfer_Books.h"
+#include "Vcard_File.h"
+
+namespace Plexidex {
+
+using namespace Kt_data_01;
+using namespace Kt_util_01;
+
+namespace {
+
+// What was kept of a contact's card.
+struct TKept {
+  std::string UID, Digest, Contact, Birthday, Text;
+};
+
+class TImporter {
+ public:
+  TImporter(const TVcard_File& file, const std::string& path, const TImport_Options& options,
+            TVcard_Report& report)
+      : file(file),
+        name(options.Book),
+        title(std::filesystem::path(path).filename().string()),
+        until(Import_Until(options)),
+        kept_cards("KT_Cards", "BookandUID"),
+        report(report) {}
+
+  void Choose() {
+    book = Import_Book(name);
+    templates = book.Key.empty() ? std::vector<TTemplate>() : List_Templates(book.Key);
+    labels = Other_Labels(book.Key);
+    places.clear();
+    categories.clear();
+  }
+
+  bool Is_Unchanged(const TIndexed_Card& card) {
+    const auto kept = Find_Kept(file.UID_Of(card), false);
+    return kept && kept->Digest == card.Content.Text();
+  }
+
+  void Take(const TIndexed_Card& indexed) {
+    const std::string uid = file.UID_Of(indexed);
+    const std::string where = "the card of line " + std::to_string(indexed.Line);
+    if (!indexed.Is_Last) {
+      report.Notes.push_back({where, "stands in the file once more, with the same UID; the last one counts"});
+      return;
+    }
+    if (Is_Unchanged(indexed)) {
+      ++report.Unchanged;
+      const auto contact = Find_Contact(Find_Kept(uid, false)->Contact);
+      if (contact && contact->Deleted) Note_Deleted(contact->Name);
+      return;
+    }
+    try {
+      const TCard card(file.Text_Of(indexed), indexed.Line);
+      const std::string contact = Name_Of(card);
+      if (contact.empty()) throw ECard_Error("has nothing that could be its name");
+      if (!card.Strange_Lines.empty())
+        report.Notes.push_back({contact, "line " + std::to_string(card.Strange_Lines.front()) +
+                                             " is no property; it is kept, but not used"});
+      Write(card, indexed, uid);
+    } catch (const ECard_Error& e) {
+      report.Unused.push_back({where, e.what()});
+    }
+  }
+
+ private:
+  // A contact that was written here is known by its key.
+  std::optional<TKept> Find_Kept(const std::string& uid, bool with_text) {
+    if (book.Key.empty()) return std::nullopt;
+    kept_cards.Set_Index("BookandUID");
+    if (!kept_cards.FindKey({book.Key, uid})) {
+      kept_cards.Set_Index("Contact");
+      if (!kept_cards.FindKey({uid}) || kept_cards.Text(kept_cards.Field("Book")) != book.Key)
+        return std::nullopt;
+    }
+    const auto text = [&](const char* column) {
+      return std::string(kept_cards.Text(kept_cards.Field(column)));
+    };
+    return TKept{text("UID"), text("Digest"), text("Contact"), text("Birthday"),
+                 with_text ? kept_cards.Blob(kept_cards.Field("Content")) : std::string()};
+  }
+
+  void Keep(const TKept& kept) {
+    kept_cards.Set_Index("Contact");
+    if (kept_cards.FindKey({kept.Contact})) {
+      kept_cards.Edit();
+    } else {
+      kept_cards.Insert();
+    }
+    kept_cards.SetFields({book.Key, kept.UID, kept.Contact, kept.Digest, kept.Birthday});
+    kept_cards.Set_Blob(kept_cards.Field("Content"), kept.Text);
+    PostUpdate(kept_cards);
+  }
+
+  const TField_Places& Places_Of(const std::string& key) {
+    const auto found = places.find(key);
+    if (found != places.end()) return found->second;
+    auto of = Find_Template(key);
+    if (!of && !templates.empty()) of = templates.front();
+    return places.try_emplace(key, of.value_or(TTemplate()), labels).first->second;
+  }
+
+  void Note_Deleted(const std::string& contact) {
+    report.Notes.push_back({contact, "was deleted here, and stays so until it is restored"});
+  }
+
+  void Write(const TCard& card, const TIndexed_Card& indexed, const std::string& uid) {
+    const auto kept = Find_Kept(uid, true);
+    const auto contact = Find_Contact(kept ? kept->Contact : uid);
+    TKept now{uid, indexed.Content.Text(), {}, {}, file.Text_Of(indexed)};
+    if (!contact || contact->Book != book.Key) return Add(card, std::move(now));
+    if (contact->Deleted) {
+      ++report.Unchanged;
+      return Note_Deleted(contact->Name);
+    }
+    if (!Access_Allowed(contact->Key, Access_Update))
+      throw ECard_Error("belongs to " + contact->Name + ", which you may not change");
+    now.Contact = contact->Key;
+    Update(card, *contact, kept, std::move(now));
+  }
+
+  void Add(const TCard& card, TKept now) {
+    if (book.Key.empty()) {
+      book = Create_Book(book.Name);
+      Choose();
+    }
+    const std::string of =
+        templates.empty() ? std::string() : templates[Choose_Template(card, templates)].Key;
+    const TCard_Plan plan = Plan_Card(card, Places_Of(of));
+    const std::string& contact = plan.Texts[Slot::Name];
+    TContact_Details details;
+    details.Template = of;
+    Put_Into(plan.Texts, details);
+    now.Contact = Create_Contact(book.Key, contact);
+    Write_Contact_Details(now.Contact, details);
+    if (!plan.Texts[Slot::Categories].empty())
+      Set_Categories(now.Contact, Keys_Of(plan.Texts[Slot::Categories]));
+    if (!plan.Texts[Slot::Birthday].empty()) Write_Birthday(plan.Texts, now);
+    Keep(now);
+    Tell(plan, now.Contact);
+    ++report.Added;
+  }
+
+  // What the file says otherwise than it did before goes to the contact; what was changed here, and not
+  // there, stays.
+  void Update(const TCard& card, const TContact& contact, const std::optional<TKept>& kept, TKept now) {
+    TContact_Details details = Read_Contact_Details(contact.Key);
+    const TField_Places& of = Places_Of(details.Template);
+    const TCard_Plan plan = Plan_Card(card, of);
+    TContact_Texts before;
+    if (kept) before = Plan_Card(TCard(kept->Text), of).Texts;
+    if (kept) {
+      now.Birthday = kept->Birthday;
+      // An export may have given a card without UID one; the file that it came from is still to be known.
+      now.UID = kept->UID;
+    }
+    const TContact_Texts mine =
+        Texts_Of(contact, details, kept ? before[Slot::Categories] : plan.Texts[Slot::Categories]);
+    if (!kept) before = mine;
+    TContact_Texts merged = mine;
+    for (std::size_t slot = 0; slot < Slot::Count; ++slot) {
+      // A card that was made of the contact elsewhere need not hold all of it.
+      const bool is_lost = !kept && plan.Texts[slot].empty();
+      if (Leading_Slot(slot) == slot && !is_lost && !Same_Slot(plan.Texts, before, slot))
+        Copy_Slot(plan.Texts, merged, slot);
+    }
+    if (!kept && merged == mine && Is_Own_Card(now, contact, of)) {
+      ++report.Unchanged;
+      return;
+    }
+    Put_Into(merged, details);
+    Write_Contact(contact.Key, merged[Slot::Name], details);
+    if (merged[Slot::Categories] != mine[Slot::Categories])
+      Change_Categories(contact.Key, Keys_Of(merged[Slot::Categories]));
+    const bool is_renamed = plan.Texts[Slot::Name] != before[Slot::Name];
+    const bool is_moved = plan.Texts[Slot::Birthday] != before[Slot::Birthday];
+    if (is_moved || (is_renamed && Is_There(now.Birthday)))
+      Replace_Birthday(merged, plan.Texts[Slot::Birthday], now);
+    Keep(now);
+    Tell(plan, contact.Key);
+    ++report.Updated;
+  }
+
+  // Whether it says what an export would say now.
+  bool Is_Own_Card(const TKept& now, const TContact& contact, const TField_Places& of) const {
+    const TWritten_Contact written{contact.Key, Texts_Of(contact, Read_Contact_Details(contact.Key)), 0,
+                                   !templates.empty() && of.Template().Key == templates.front().Key};
+    return Own_Card(written, of, TVcard_Version::V4_0) == now.Text ||
+           Own_Card(written, of, TVcard_Version::V3_0) == now.Text;
+  }
+
+  // Of the book's categories, each made when it is first wanted.
+  std::vector<std::string> Keys_Of(const std::string& names) {
+    std::vector<std::string> keys;
+    for (const std::string& category : Category_Names(names)) {
+      std::string& key = categories[category];
+      if (key.empty()) key = Find_Or_Add_Category(book.Key, category);
+      if (std::find(keys.begin(), keys.end(), key) == keys.end()) keys.push_back(key);
+    }
+    return keys;
+  }
+
+  static bool Is_There(const std::string& event) {
+    TTable events(Events_Table, "Key", {"Key"});
+    return !event.empty() && events.FindKey({event});
+  }
+
+  void Write_Birthday(const TContact_Texts& texts, TKept& now) {
+    now.Birthday = Create_Birthday({book.Key, now.Contact}, texts[Slot::Name], texts[Slot::Birthday], until);
+    ++report.Birthdays;
+  }
+
+  void Replace_Birthday(TContact_Texts texts, const std::string& birthday, TKept& now) {
+    if (!now.Birthday.empty()) KTReminds::Delete_Set(now.Birthday);
+    now.Birthday.clear();
+    texts[Slot::Birthday] = birthday;
+    if (!birthday.empty()) Write_Birthday(texts, now);
+  }
+
+  void Tell(const TCard_Plan& plan, const std::string& contact) {
+    const std::string& of = plan.Texts[Slot::Name];
+    Log_Contact(contact, TJournal_Type::Imported, of, title);
+    for (const std::string& property : plan.Too_Long)
+      report.Notes.push_back({of, "its " + property + " is too long for a field, and is only kept"});
+  }
+
+  const TVcard_File& file;
+  const std::string name, title;
+  const TDateTime until;
+  TBook book;
+  std::vector<TTemplate> templates;
+  TOther_Texts labels;
+  std::map<std::string, TField_Places> places;
+  std::map<std::string, std::string> categories;  // keys by name
+  TTable kept_cards;
+  TVcard_Report& report;
+};
+
+TVcard_Report Read_And_Write(const std::string& path, const TImport_Options& options) {
+  TVcard_Report report;
+  const TVcard_File file(path, Import_Budget(options), options.Progress);
+  TImporter importer(file, path, options, report);
+  importer.Choose();
+  report.Unused = file.Damaged();
+  report.Read = static_cast<std::int64_t>(file.Cards().size() + file.Damaged().size());
+  const auto run = [&] {
+    if (options.Progress) options.Progress->Set_Max(static_cast<std::int64_t>(file.Cards().size()));
+    std::int64_t taken = 0;
+    for (const TIndexed_Card& card : file.Cards()) {
+      importer.Take(card);
+      if (options.Progress) options.Progress->Set_Position(++taken);
+    }
+  };
+  // A database that takes no updates need not be asked for one.
+  bool is_unchanged = true;
+  for (const TIndexed_Card& card : file.Cards())
+    is_unchanged = is_unchanged && (!card.Is_Last || importer.Is_Unchanged(card));
+  if (is_unchanged) {
+    run();
+    return report;
+  }
+  Write_Import(path, [&] {
+    // Another program may have made the first book meanwhile, and filled it.
+    importer.Choose();
+    run();
+  });
+  return report;
+}
+
+}  // namespace
+
+TVcard_Report Import_Vcards(const std::string& file, const TImport_Options& options) {
+  try {
+    return Read_And_Write(file, options);
+  } catch (const EData_Error& e) {
+    throw EImport_Error("Nothing was imported from \"" + file + "\": the data could not be read (" +
+                        e.Reason + ").");
+  }
+}
+
+}  // namespace Plexidex
