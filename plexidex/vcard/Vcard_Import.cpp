@@ -26,6 +26,7 @@ namespace {
 struct TKept {
   std::string UID, Digest, Contact, Birthday, Text;
 };
+using TFound = std::optional<TKept>;
 
 class TImporter {
  public:
@@ -36,6 +37,7 @@ class TImporter {
         title(std::filesystem::path(path).filename().string()),
         until(Import_Until(options)),
         kept_cards("KT_Cards", "BookandUID"),
+        of_contacts(kept_cards, "Contact", {"Book", "UID", "Digest", "Birthday"}),
         report(report) {}
 
   void Choose() {
@@ -46,57 +48,54 @@ class TImporter {
     categories.clear();
   }
 
-  bool Is_Unchanged(const TIndexed_Card& card) {
-    const auto kept = Find_Kept(file.UID_Of(card), false);
-    return kept && kept->Digest == card.Content.Text();
-  }
+  bool Is_Unchanged(const TIndexed_Card& card) { return Is_Unchanged(card, Find_Kept(file.UID_Of(card))); }
 
   void Take(const TIndexed_Card& indexed) {
-    const std::string uid = file.UID_Of(indexed);
     const std::string where = "the card of line " + std::to_string(indexed.Line);
     if (!indexed.Is_Last) {
       report.Notes.push_back({where, "stands in the file once more, with the same UID; the last one counts"});
       return;
     }
-    if (Is_Unchanged(indexed)) {
+    const std::string uid = file.UID_Of(indexed);
+    const TFound kept = Find_Kept(uid);
+    if (Is_Unchanged(indexed, kept)) {
       ++report.Unchanged;
-      const auto contact = Find_Contact(Find_Kept(uid, false)->Contact);
+      const auto contact = Find_Contact(kept->Contact);
       if (contact && contact->Deleted) Note_Deleted(contact->Name);
       return;
     }
     try {
-      const TCard card(file.Text_Of(indexed), indexed.Line);
+      TKept now{uid, indexed.Content.Text(), {}, {}, file.Text_Of(indexed)};
+      const TCard card(now.Text, indexed.Line);
       const std::string contact = Name_Of(card);
       if (contact.empty()) throw ECard_Error("has nothing that could be its name");
       if (!card.Strange_Lines.empty())
         report.Notes.push_back({contact, "line " + std::to_string(card.Strange_Lines.front()) +
                                              " is no property; it is kept, but not used"});
-      Write(card, indexed, uid);
+      Write(card, kept, std::move(now));
     } catch (const ECard_Error& e) {
       report.Unused.push_back({where, e.what()});
     }
   }
 
  private:
-  // A contact that was written here is known by its key.
-  std::optional<TKept> Find_Kept(const std::string& uid, bool with_text) {
+  static bool Is_Unchanged(const TIndexed_Card& card, const TFound& kept) {
+    return kept && kept->Digest == card.Content.Text();
+  }
+
+  // All but the text. A contact that was written here is known by its key.
+  TFound Find_Kept(const std::string& uid) {
     if (book.Key.empty()) return std::nullopt;
-    kept_cards.Set_Index("BookandUID");
-    if (!kept_cards.FindKey({book.Key, uid})) {
-      kept_cards.Set_Index("Contact");
-      if (!kept_cards.FindKey({uid}) || kept_cards.Text(kept_cards.Field("Book")) != book.Key)
-        return std::nullopt;
-    }
-    const auto text = [&](const char* column) {
-      return std::string(kept_cards.Text(kept_cards.Field(column)));
-    };
-    return TKept{text("UID"), text("Digest"), text("Contact"), text("Birthday"),
-                 with_text ? kept_cards.Blob(kept_cards.Field("Content")) : std::string()};
+    const bool is_known = kept_cards.FindKey({book.Key, uid});
+    if (!is_known && !(of_contacts.FindKey({uid}) && of_contacts.Text(of_contacts.Field("Book")) == book.Key))
+      return std::nullopt;
+    const TTable& found = is_known ? kept_cards : of_contacts;
+    const auto text = [&](const char* column) { return std::string(found.Text(found.Field(column))); };
+    return TKept{text("UID"), text("Digest"), text("Contact"), text("Birthday"), {}};
   }
 
   void Keep(const TKept& kept) {
-    kept_cards.Set_Index("Contact");
-    if (kept_cards.FindKey({kept.Contact})) {
+    if (kept_cards.FindKey({book.Key, kept.UID})) {
       kept_cards.Edit();
     } else {
       kept_cards.Insert();
@@ -118,10 +117,8 @@ class TImporter {
     report.Notes.push_back({contact, "was deleted here, and stays so until it is restored"});
   }
 
-  void Write(const TCard& card, const TIndexed_Card& indexed, const std::string& uid) {
-    const auto kept = Find_Kept(uid, true);
-    const auto contact = Find_Contact(kept ? kept->Contact : uid);
-    TKept now{uid, indexed.Content.Text(), {}, {}, file.Text_Of(indexed)};
+  void Write(const TCard& card, const TFound& kept, TKept now) {
+    const auto contact = Find_Contact(kept ? kept->Contact : now.UID);
     if (!contact || contact->Book != book.Key) return Add(card, std::move(now));
     if (contact->Deleted) {
       ++report.Unchanged;
@@ -157,13 +154,14 @@ class TImporter {
 
   // What the file says otherwise than it did before goes to the contact; what was changed here, and not
   // there, stays.
-  void Update(const TCard& card, const TContact& contact, const std::optional<TKept>& kept, TKept now) {
+  void Update(const TCard& card, const TContact& contact, const TFound& kept, TKept now) {
     TContact_Details details = Read_Contact_Details(contact.Key);
     const TField_Places& of = Places_Of(details.Template);
     const TCard_Plan plan = Plan_Card(card, of);
     TContact_Texts before;
-    if (kept) before = Plan_Card(TCard(kept->Text), of).Texts;
     if (kept) {
+      if (kept_cards.FindKey({book.Key, kept->UID}))
+        before = Plan_Card(TCard(kept_cards.Blob(kept_cards.Field("Content"))), of).Texts;
       now.Birthday = kept->Birthday;
       // An export may have given a card without UID one; the file that it came from is still to be known.
       now.UID = kept->UID;
@@ -246,7 +244,7 @@ class TImporter {
   TOther_Texts labels;
   std::map<std::string, TField_Places> places;
   std::map<std::string, std::string> categories;  // keys by name
-  TTable kept_cards;
+  TTable kept_cards, of_contacts;
   TVcard_Report& report;
 };
 
