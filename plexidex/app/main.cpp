@@ -43,9 +43,10 @@ bool Output_Is_Complete() {
   return false;
 }
 
-bool Is_Calendar_File(std::string name) {
+bool Is_File_To_Import(std::string name) {
   std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
-  return name.ends_with(".ics") && name.front() != '-';
+  const bool is_known = name.ends_with(".ics") || name.ends_with(".vcf") || name.ends_with(".vcard");
+  return is_known && name.front() != '-';
 }
 
 // Without a command the program opens its window. False when the arguments are those of the command line.
@@ -56,8 +57,8 @@ bool Wants_Window(const std::vector<std::string>& args, Plexidex::TWindow_Option
                                                       : nullptr;
     if (value && i + 1 < args.size()) {
       *value = args[++i];
-    } else if (Is_Calendar_File(args[i])) {
-      options.Calendar_Files.push_back(args[i]);
+    } else if (Is_File_To_Import(args[i])) {
+      options.Files.push_back(args[i]);
     } else {
       return false;
     }

@@ -45,6 +45,7 @@ class TCommand_Line {
     Add_Mark("undone", false, "Marks an entry as not done");
     Add_Export();
     Add_Print();
+    Add_Contacts();
     Add_Books();
     Add("check", "Checks that the database is sound", Run_Check, TDatabase::TMode::Must_Exist);
     Add_Sample();
@@ -106,20 +107,21 @@ class TCommand_Line {
 
   void Add_Import() {
     auto* command = Add(
-        "import", "Imports iCalendar files, or holidays from them",
+        "import", "Imports iCalendar and vCard files, or holidays from the former",
         [this](const TConsole& c) { return Run_Import(c, import); }, TDatabase::TMode::Create_If_Missing);
     command->add_option("files", import.Files, "The files, one after the other")
-        ->type_name("FILE.ics")
+        ->type_name("FILE.ics or FILE.vcf")
         ->required();
     auto* book = command->add_option("--book", import.Book,
-                                     "The book that receives the entries, by default the first");
+                                     "The book that receives what is in them, by default the first");
     book->type_name("NAME");
     auto* until =
         command->add_option("--until", import.Until, "Where endless rules end, by default in ten years");
     until->type_name("DATE");
     command
-        ->add_option("--limit", import.Limit,
-                     "How many entries a file may bring, by default " + std::to_string(Default_Entries))
+        ->add_option(
+            "--limit", import.Limit,
+            "How many entries or contacts a file may bring, by default " + std::to_string(Default_Entries))
         ->type_name("N");
     auto* holidays =
         command->add_flag("--holidays", import.Holidays, "Takes the entries as holidays of a country");
@@ -148,9 +150,15 @@ class TCommand_Line {
   }
 
   void Add_Export() {
-    auto* command = Add("export", "Writes a book as an iCalendar file",
+    auto* command = Add("export", "Writes a book as an iCalendar file, or its contacts as a vCard file",
                         [this](const TConsole& c) { return Run_Export(c, exported); });
-    command->add_option("file", exported.File, "The file to write")->type_name("FILE.ics")->required();
+    command->add_option("file", exported.File, "The file to write")
+        ->type_name("FILE.ics or FILE.vcf")
+        ->required();
+    command
+        ->add_option("--vcard", exported.Vcard,
+                     "3 or 4, the version of all contacts; by default what was imported stays as it came")
+        ->type_name("VERSION");
     command->add_option("--book", exported.Book, "The book to write, by default the first")
         ->type_name("NAME");
   }
@@ -172,6 +180,16 @@ class TCommand_Line {
         ->type_name("PAPER");
     auto* landscape = command->add_flag("--landscape", print.Landscape, "On its side, as a month by default");
     command->add_flag("--portrait", print.Portrait, "Upright, as all else by default")->excludes(landscape);
+  }
+
+  void Add_Contacts() {
+    auto* command =
+        Add("contacts", "Lists contacts", [this](const TConsole& c) { return Run_Contacts(c, contacts); });
+    command
+        ->add_option("words", contacts.Words, "Only those in whose name, number or e-mail all of these occur")
+        ->type_name("WORD");
+    command->add_option("--book", contacts.Book, "Only those of this book")->type_name("NAME");
+    command->add_option("--format", contacts.Format, "text or json, by default text")->type_name("FORMAT");
   }
 
   void Add_Books() {
@@ -223,6 +241,7 @@ class TCommand_Line {
   TImport_Command import;
   TAgenda_Command agenda;
   TExport_Command exported;
+  TContacts_Command contacts;
   TPrint_Command print;
   const TPdf_Writer& write_pdf;
   bool book_keys = false;

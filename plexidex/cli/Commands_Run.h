@@ -39,7 +39,11 @@ struct TAgenda_Command {
   bool Keys = false;
 };
 struct TExport_Command {
-  std::string File, Book;
+  std::string File, Book, Vcard;
+};
+struct TContacts_Command {
+  std::string Book, Format;
+  std::vector<std::string> Words;
 };
 struct TPrint_Command {
   std::string View, Date, From, To, Book, Contact, Pdf, Paper;
@@ -57,10 +61,13 @@ void Add_Book(const std::string& name);
 /// Fills the first book, or writes to the file if one is named.
 int Run_Sample(const TConsole& console, const std::string& file);
 int Run_Books(const TConsole& console, bool with_keys);
+int Run_Contacts(const TConsole& console, const TContacts_Command& command);
 int Run_Check(const TConsole& console);
 
 /// The book of this name; throws ECommand_Error, naming the books that there are.
 Kt_data_01::TBook Known_Book(const std::string& name);
+/// Whether a --format is json; throws ECommand_Error for one that is neither text nor json.
+bool Is_Json(const std::string& format);
 /// A date as the user writes it, in ISO form, or "today", "tomorrow" or "yesterday". Throws ECommand_Error.
 Kt_util_01::TDateTime Day_From_Text(const std::string& option, const std::string& text);
 

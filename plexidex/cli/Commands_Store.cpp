@@ -5,6 +5,7 @@
 #include "Agenda.h"
 #include "Commands_Run.h"
 #include "Console_Text.h"
+#include "Contacts_Output.h"
 #include "Event_Rows.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
@@ -65,11 +66,13 @@ TDateTime Day_From_Text(const std::string& option, const std::string& text) {
                        (own == iso ? "" : ", " + own) + " or today.");
 }
 
+bool Is_Json(const std::string& format) {
+  if (format.empty() || format == "text" || format == "json") return format == "json";
+  throw ECommand_Error("--format: \"" + format + "\" is neither text nor json.");
+}
+
 int Run_Agenda(const TConsole& console, const TAgenda_Command& command) {
-  const bool as_json = command.Format == "json";
-  if (!as_json && !command.Format.empty() && command.Format != "text") {
-    throw ECommand_Error("--format: \"" + command.Format + "\" is neither text nor json.");
-  }
+  const bool as_json = Is_Json(command.Format);
   TAgenda_Range range;
   range.From = command.From.empty() ? Today() : Day_From_Text("--from", command.From);
   if (command.To.empty()) {
@@ -150,6 +153,16 @@ int Run_Books(const TConsole& console, bool with_keys) {
     if (with_keys) console.Out << books[i].Key << "  ";
     console.Out << Counted(counts[i], "entry", "entries") << '\n';
   }
+  return 0;
+}
+
+int Run_Contacts(const TConsole& console, const TContacts_Command& command) {
+  const bool as_json = Is_Json(command.Format);
+  std::string words;
+  for (const std::string& word : command.Words) words += (words.empty() ? "" : " ") + word;
+  const auto contacts = Read_Listed_Contacts(
+      command.Book.empty() ? List_Books() : std::vector<TBook>{Known_Book(command.Book)}, words);
+  (as_json ? Write_Contacts_Json : Write_Contacts_Text)(console.Out, contacts);
   return 0;
 }
 

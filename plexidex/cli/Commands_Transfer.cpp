@@ -7,6 +7,9 @@
 #include "Holiday_Import.h"
 #include "Kt_util_01.h"
 #include "Sample_Calendar.h"
+#include "Vcard_Export.h"
+#include "Vcard_File.h"
+#include "Vcard_Import.h"
 
 namespace Plexidex {
 
@@ -57,6 +60,18 @@ int Report_Calendar(const TConsole& console, const std::string& file, const TImp
   return report.Unused.empty() ? 0 : Done_In_Part;
 }
 
+int Report_Vcards(const TConsole& console, const std::string& file, const TVcard_Report& report, bool all) {
+  console.Out << Printable(file) << ": " << Counted(report.Read, "card", "cards") << " read; "
+              << Counted(report.Added, "contact", "contacts") << " added, " << report.Updated << " updated, "
+              << Counted(report.Birthdays, "birthday", "birthdays") << " written; " << report.Unchanged
+              << " unchanged, " << report.Unused.size() << " not used\n";
+  TRemark_Lines lines(console.Out, all);
+  lines.Write("not used", report.Unused);
+  lines.Write("note", report.Notes);
+  lines.End();
+  return report.Unused.empty() ? 0 : Done_In_Part;
+}
+
 int Report_Holidays(const TConsole& console, const std::string& file, const THoliday_Report& report,
                     bool all) {
   console.Out << Printable(file) << ": " << Counted(report.Read, "component", "components") << " read; "
@@ -90,7 +105,9 @@ int Run_Import(const TConsole& console, const TImport_Command& command) {
       const int of_file =
           command.Holidays ? Report_Holidays(console, file, Import_Holidays(file, command.Country, options),
                                              command.Verbose)
-                           : Report_Calendar(console, file, Import_Calendar(file, options), command.Verbose);
+          : Is_Vcard_File(file)
+              ? Report_Vcards(console, file, Import_Vcards(file, options), command.Verbose)
+              : Report_Calendar(console, file, Import_Calendar(file, options), command.Verbose);
       if (status == 0) status = of_file;
       console.Out.flush();
     } catch (const std::exception& e) {
@@ -122,6 +139,16 @@ int Run_Sample(const TConsole& console, const std::string& file) {
 
 int Run_Export(const TConsole& console, const TExport_Command& command) {
   const std::string book = command.Book.empty() ? "" : Known_Book(command.Book).Name;
+  if (!command.Vcard.empty() && command.Vcard != "3" && command.Vcard != "4")
+    throw ECommand_Error("--vcard: \"" + command.Vcard + "\" is neither 3 nor 4.");
+  if (Has_Vcard_Name(command.File)) {
+    std::optional<TVcard_Version> version;
+    if (!command.Vcard.empty()) version = command.Vcard == "3" ? TVcard_Version::V3_0 : TVcard_Version::V4_0;
+    const std::int64_t written = Export_Vcards(command.File, book, version, console.Progress);
+    console.Out << Printable(command.File) << ": " << Counted(written, "contact", "contacts") << " written\n";
+    return 0;
+  }
+  if (!command.Vcard.empty()) throw ECommand_Error("--vcard belongs to a FILE.vcf.");
   const TExport_Report report = Export_Calendar(command.File, book, console.Progress);
   console.Out << Printable(command.File) << ": " << Counted(report.Rules, "set", "sets")
               << " written as rules, " << report.Dates << " as lists of dates, "

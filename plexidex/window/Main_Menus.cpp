@@ -46,9 +46,9 @@ void TMain_Window::Make_Menus() {
                     tr("Adds a contact to the address book"), [this] { Send_To_Page(umAddContact, 0); });
   file->addSeparator();
   import_file = add(file, tr("&Import..."), Qt::CTRL | Qt::Key_I,
-                    tr("Brings a calendar file into the selected book"), [this] { Import(); });
+                    tr("Brings a file of a calendar or of contacts into the selected book"), [this] { Import(); });
   export_book = add(file, tr("E&xport..."), Qt::CTRL | Qt::Key_E,
-                    tr("Writes the selected book to a calendar file"), [this] { Export(); });
+                    tr("Writes the calendar of the selected book, or its contacts, to a file"), [this] { Export(); });
   file->addSeparator();
   const auto add_print = [&](const QString& text, const QKeySequence& keys, const QString& hint, auto run) {
     print_actions << add(file, text, keys, hint, [this, run] {

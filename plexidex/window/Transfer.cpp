@@ -12,12 +12,30 @@
 #include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "Progress_Dialog.h"
+#include "Vcard_Export.h"
+#include "Vcard_File.h"
+#include "Vcard_Import.h"
 
 namespace Plexidex {
 
 using namespace Kt_forms;
 
 namespace {
+
+// What was not used, and what else is to be said.
+QString Remarks(const std::vector<TImport_Remark>& unused, const std::vector<TImport_Remark>& notes) {
+  QString text;
+  constexpr std::size_t most = 12;
+  const auto add = [&](const QString& heading, const std::vector<TImport_Remark>& remarks) {
+    if (!remarks.empty()) text += QStringLiteral("\n\n") + heading;
+    for (std::size_t i = 0; i < std::min(most, remarks.size()); ++i)
+      text += QLatin1Char('\n') + To_Qt(remarks[i].What) + QStringLiteral(": ") + To_Qt(remarks[i].Why);
+    if (remarks.size() > most) text += QObject::tr("\nand %1 more").arg(remarks.size() - most);
+  };
+  add(QObject::tr("Not used:"), unused);
+  add(QObject::tr("Notes:"), notes);
+  return text;
+}
 
 QString Summary(const TImport_Report& report) {
   QString text =
@@ -32,16 +50,44 @@ QString Summary(const TImport_Report& report) {
           .arg(report.Replaced);
   if (const std::string ends = Ends_Remark(report); !ends.empty())
     text += QObject::tr("\n\nNote: %1.").arg(To_Qt(ends));
-  constexpr std::size_t most = 12;
-  const auto add = [&](const QString& heading, const std::vector<TImport_Remark>& remarks) {
-    if (!remarks.empty()) text += QStringLiteral("\n\n") + heading;
-    for (std::size_t i = 0; i < std::min(most, remarks.size()); ++i)
-      text += QLatin1Char('\n') + To_Qt(remarks[i].What) + QStringLiteral(": ") + To_Qt(remarks[i].Why);
-    if (remarks.size() > most) text += QObject::tr("\nand %1 more").arg(remarks.size() - most);
-  };
-  add(QObject::tr("Not used:"), report.Unused);
-  add(QObject::tr("Notes:"), report.Left_Out);
-  return text;
+  return text + Remarks(report.Unused, report.Left_Out);
+}
+
+QString Summary(const TVcard_Report& report) {
+  return QObject::tr("%1 cards read: %2 contacts added, %3 updated, %4 birthdays written, %5 unchanged.")
+             .arg(report.Read)
+             .arg(report.Added)
+             .arg(report.Updated)
+             .arg(report.Birthdays)
+             .arg(report.Unchanged) +
+         Remarks(report.Unused, report.Notes);
+}
+
+QString Import_File(QWidget* window, const std::string& book, const std::string& file) {
+  const bool is_vcard = Is_Vcard_File(file);
+  TProgress_Dialog progress(
+      window, is_vcard ? QObject::tr("Reading the contacts...") : QObject::tr("Reading the calendar..."));
+  TImport_Options options;
+  options.Book = book;
+  options.Most_Entries = Read_Most_Entries();
+  options.How_To_Raise = "the user preferences allow more";
+  options.Progress = &progress;
+  return is_vcard ? Summary(Import_Vcards(file, options)) : Summary(Import_Calendar(file, options));
+}
+
+// What was written.
+QString Export_File(QWidget* window, const std::string& book, const std::string& file,
+                    std::optional<TVcard_Version> version) {
+  if (Has_Vcard_Name(file)) {
+    TProgress_Dialog progress(window, QObject::tr("Writing the contacts..."));
+    return QObject::tr("Written: %1 contacts").arg(Export_Vcards(file, book, version, &progress));
+  }
+  TProgress_Dialog progress(window, QObject::tr("Writing the calendar..."));
+  const TExport_Report report = Export_Calendar(file, book, &progress);
+  return QObject::tr("Written: %1 sets, %2 single events, %3 tasks")
+      .arg(report.Rules + report.Dates)
+      .arg(report.Events)
+      .arg(report.Tasks);
 }
 
 }  // namespace
@@ -56,22 +102,14 @@ void Write_Most_Entries(std::int64_t entries) {
 
 bool Import_With_Progress(QWidget* window, const std::string& book, QString file) {
   if (file.isEmpty()) {
-    file = QFileDialog::getOpenFileName(window, QObject::tr("Import a Calendar"), {},
-                                        QObject::tr("Calendars (*.ics);;All files (*)"));
+    file = QFileDialog::getOpenFileName(
+        window, QObject::tr("Import a Calendar or Contacts"), {},
+        QObject::tr("Calendars and contacts (*.ics *.vcf *.vcard);;All files (*)"));
   }
   if (file.isEmpty()) return false;
   try {
-    TImport_Report report;
-    {
-      TProgress_Dialog progress(window, QObject::tr("Reading the calendar..."));
-      TImport_Options options;
-      options.Book = book;
-      options.Most_Entries = Read_Most_Entries();
-      options.How_To_Raise = "the user preferences allow more";
-      options.Progress = &progress;
-      report = Import_Calendar(From_Qt(file), options);
-    }
-    Kt_util_01::Raise_Info("Import", From_Qt(Summary(report)));
+    const QString summary = Import_File(window, book, From_Qt(file));
+    Kt_util_01::Raise_Info("Import", From_Qt(summary));
     return true;
   } catch (const ECancelled&) {
     Kt_util_01::Raise_Notice("The import was cancelled; nothing was imported.");
@@ -89,25 +127,41 @@ bool Import_Into_Chosen_Book(QWidget* window, const QString& file) {
     return false;
   bool chosen = false;
   const TModal_Scope modal;
+  const bool is_vcard = Is_Vcard_File(From_Qt(file));
+  const QString question = is_vcard ? QObject::tr("Import the contacts of \"%1\" into the book:")
+                                    : QObject::tr("Import the entries of \"%1\" into the book:");
   const QString book = QInputDialog::getItem(
-      window, QObject::tr("Import a Calendar"),
-      QObject::tr("Import the entries of \"%1\" into the book:").arg(QFileInfo(file).fileName()), books, 0,
-      false, &chosen);
+      window, is_vcard ? QObject::tr("Import Contacts") : QObject::tr("Import a Calendar"),
+      question.arg(QFileInfo(file).fileName()), books, 0, false, &chosen);
   return chosen && Import_With_Progress(window, From_Qt(book), file);
 }
 
 void Export_With_Progress(QWidget* window, const std::string& book) {
-  const QString file =
-      QFileDialog::getSaveFileName(window, QObject::tr("Export a Calendar"), QStringLiteral("calendar.ics"),
-                                   QObject::tr("Calendars (*.ics)"));
+  const QString calendars = QObject::tr("Calendars (*.ics)"), cards = QObject::tr("Contacts (*.vcf)"),
+                version_3 = QObject::tr("Contacts, all in vCard 3.0 (*.vcf)"),
+                version_4 = QObject::tr("Contacts, all in vCard 4.0 (*.vcf)");
+  QString chosen;
+  QString file = QFileDialog::getSaveFileName(
+      window, QObject::tr("Export a Calendar or Contacts"), QStringLiteral("calendar.ics"),
+      QStringList{calendars, cards, version_3, version_4}.join(QStringLiteral(";;")), &chosen);
   if (file.isEmpty()) return;
+  // What was chosen besides a name of the other kind.
+  const QFileInfo named(file);
+  const bool wants_cards = !chosen.isEmpty() && chosen != calendars;
+  if (wants_cards && !Has_Vcard_Name(From_Qt(file))) {
+    file = named.path() + QLatin1Char('/') + named.completeBaseName() + QStringLiteral(".vcf");
+    // The file dialog has asked about another one.
+    if (QFileInfo::exists(file) &&
+        Kt_util_01::Raise_Question("Export", "\"" + From_Qt(file) + "\" is there already. Write over it?") !=
+            Kt_util_01::Answer_Yes)
+      return;
+  }
+  const auto version = chosen == version_3   ? std::optional(TVcard_Version::V3_0)
+                       : chosen == version_4 ? std::optional(TVcard_Version::V4_0)
+                                             : std::nullopt;
   try {
-    TProgress_Dialog progress(window, QObject::tr("Writing the calendar..."));
-    const TExport_Report report = Export_Calendar(From_Qt(file), book, &progress);
-    Kt_util_01::Raise_Notice(From_Qt(QObject::tr("Written: %1 sets, %2 single events, %3 tasks")
-                                         .arg(report.Rules + report.Dates)
-                                         .arg(report.Events)
-                                         .arg(report.Tasks)));
+    const QString written = Export_File(window, book, From_Qt(file), version);
+    Kt_util_01::Raise_Notice(From_Qt(written));
   } catch (const ECancelled&) {
     Kt_util_01::Raise_Notice("The export was cancelled; the file is as it was.");
   } catch (const std::exception& e) {

@@ -85,7 +85,7 @@ int Show_Windows(const TWindow_Options& options) {
   if (!options.Screenshots.empty()) return Write_Pictures(window, options.Screenshots);
   window.show();
   Fill_First_Book(window, first);
-  for (const std::string& file : options.Calendar_Files) {
+  for (const std::string& file : options.Files) {
     if (Import_Into_Chosen_Book(&window, To_Qt(file))) window.Refresh();
   }
   return QApplication::exec();

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "Database_Test.h"
+#include "Folders.h"
 #include "Version.h"
 
 namespace {
@@ -58,7 +59,7 @@ TEST_F(Commands_Test, Help_On_Every_Level) {
   const TResult top = Run_With({"--help"});
   EXPECT_EQ(top.Status, 0);
   for (const std::string command :
-       {"import", "agenda", "done", "undone", "export", "print", "books", "check"}) {
+       {"import", "agenda", "done", "undone", "export", "print", "contacts", "books", "check"}) {
     EXPECT_NE(top.Out.find("  " + command), std::string::npos);
     const TResult result = Run_With({command, "--help"});
     EXPECT_EQ(std::to_string(result.Status) + result.Err, "0");
@@ -79,7 +80,7 @@ TEST_F(Commands_Test, Mistakes_Give_One_Sentence) {
       {{"agenda", "--frob"}, "There is no option \"--frob\"; --help names them all."},
       {{"books", "Home"}, "The command books has no use for \"Home\"."},
       {{"done"}, "The command done needs a KEY."},
-      {{"import"}, "The command import needs a FILE.ics."},
+      {{"import"}, "The command import needs a FILE.ics or FILE.vcf."},
       {{"import", "x.ics", "--book"}, "--book needs a value."},
       {{"agenda", "--from", "today", "--from", "tomorrow"}, "--from was given more than once."},
       {{"import", "x.ics", "--holidays"}, "--holidays requires --country."},
@@ -92,6 +93,9 @@ TEST_F(Commands_Test, Mistakes_Give_One_Sentence) {
       {{"agenda", "--to", "yesterday"}, "The agenda would end on 1/14/2024, before it begins on 1/15/2024."},
       {{"import", "x.ics", "--book", "Wrok"}, "There is no book \"Wrok\"; the books are \"Home\", \"Work\"."},
       {{"export", "x.ics", "--book", "Wrok"}, "There is no book \"Wrok\"; the books are \"Home\", \"Work\"."},
+      {{"export", "x.vcf", "--vcard", "2"}, "--vcard: \"2\" is neither 3 nor 4."},
+      {{"export", "x.ics", "--vcard", "3"}, "--vcard belongs to a FILE.vcf."},
+      {{"contacts", "--book", "Wrok"}, "There is no book \"Wrok\"; the books are \"Home\", \"Work\"."},
       {{"print", "--pdf", "x.pdf"}, "The command print needs a VIEW."},
       {{"print", "--view", "week"}, "The command print needs a FILE.pdf."},
       {{"print", "--view", "year", "--pdf", "x.pdf"},
@@ -165,6 +169,45 @@ TEST_F(Commands_Test, Import_Mark_Export_And_Import_Elsewhere) {
             std::string::npos);
   EXPECT_EQ(On("a.db", {"check"}).Out, "The database is sound: 3 events, 9 occurrences, 5 alarms.\n");
   EXPECT_EQ(On("a.db", {"books"}).Out, "My Calendar  9 entries\n");
+}
+
+TEST_F(Commands_Test, Contacts_Come_In_Are_Listed_And_Go_Out) {
+  const std::string cards =
+      "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:J\xC3\xB6rg \x1b[2J\r\nTEL;TYPE=home:030 1\r\nTEL;TYPE=cell:0160 "
+      "2\r\n"
+      "EMAIL:j@x\r\nADR:;;Lane "
+      "1;Town;;123;\r\nCATEGORIES:Club,Old\r\nEND:VCARD\r\nBEGIN:VCARD\r\nFN:Works\r\n"
+      "ORG:Works\r\nEND:VCARD\r\n";
+  // By its content, whatever its name.
+  const TResult in = On("a.db", {"import", Write("cards.txt", cards + "stray\r\n")});
+  EXPECT_EQ(std::to_string(in.Status) + in.Out.substr(in.Out.find(": ")),
+            "2: 3 cards read; 2 contacts added, 0 updated, 0 birthdays written; 0 unchanged, 1 not used\n  "
+            "not used: line "
+            "14: belongs to no card\n");
+  Open_Database(folder.File("a.db"), TDatabase::TMode::Must_Exist);
+  In_Update([] {
+    const std::string book = List_Books().front().Key,
+                      family = Create_Contact(book, "Family", {}, Contact_Type_Folder);
+    Move_To_Folder(List_Contacts(book, false).front().Key,
+                   Create_Contact(book, "Near", family, Contact_Type_Folder));
+  });
+  Close_Database();
+  EXPECT_EQ(On("a.db", {"contacts"}).Out,
+            "Name       Kind     Telephones     E-mail  Address           Folder       Categories\n"
+            "Jörg ?[2J  Person   030 1, 0160 2  j@x     Lane 1, 123 Town  Family/Near  Club, Old\n"
+            "Works      Company\n");
+  auto listed = nlohmann::json::parse(On("a.db", {"contacts", "jörg", "0301", "--format", "json"}).Out);
+  ASSERT_EQ(listed.size(), 1U);
+  listed[0].erase("key");
+  EXPECT_EQ(
+      listed[0].dump(),
+      R"({"address":"Lane 1\n123 Town","book":"My Calendar","categories":["Club","Old"],"emails":[{"address":"j@x",)"
+      R"("label":"E-mail"}],"folder":"Family/Near","kind":"Person","name":"Jörg \u001b[2J","telephones":[{"label":)"
+      R"("Home","number":"030 1"},{"label":"Mobile","number":"0160 2"}]})");
+  EXPECT_EQ(On("a.db", {"contacts", "nobody"}).Out, "No contacts.\n");
+  EXPECT_NE(On("a.db", {"export", folder.File("b.vcf")}).Out.find(": 2 contacts written\n"),
+            std::string::npos);
+  EXPECT_EQ(File_Content(folder.File("b.vcf")), cards);
 }
 
 TEST_F(Commands_Test, A_Refused_File_Keeps_No_Other_Out) {

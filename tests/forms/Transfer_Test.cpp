@@ -27,6 +27,17 @@ TEST_F(Transfer, A_File_From_The_Desktop_Goes_Into_The_Book_That_Is_Chosen) {
   EXPECT_TRUE(With_Dialog(choose, import));
   EXPECT_EQ(Query_Rows("BookName, Title", "KT_Events, KT_Events_Data d JOIN KT_Books b ON b.Key = d.Book"),
             "Club|Match");
+
+  const std::string cards = folder.File("b.vcf");
+  std::ofstream(cards) << "BEGIN:VCARD\r\nFN:Ann\r\nEND:VCARD\r\n";
+  EXPECT_TRUE(With_Dialog(
+      [](QWidget* dialog) {
+        EXPECT_EQ(dialog->findChild<QLabel*>()->text(), "Import the contacts of \"b.vcf\" into the book:");
+        QTest::keyClicks(dialog->findChild<QComboBox*>(), "Club");
+        Confirm(dialog);
+      },
+      [&] { return Plexidex::Import_Into_Chosen_Book(&window, To_Qt(cards)); }));
+  EXPECT_EQ(List_Contacts(Find_Book("Club")->Key, false).at(0).Name, "Ann");
 }
 
 }  // namespace
