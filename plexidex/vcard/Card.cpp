@@ -209,17 +209,18 @@ bool TCard_Property::Has(std::string_view parameter, std::string_view value) con
 }
 
 TCard::TCard(std::string_view text, std::size_t first_line) {
-  Begin = Take_Line(text);
-  TProperty_Reader reader(text, first_line + 1);
-  while (reader.Has_Next()) {
-    if (Begins_With(reader.Next_Line(), "END:VCARD")) {
-      End = reader.Next().Lines;
-      break;
-    }
+  TProperty_Reader reader(text, first_line);
+  if (reader.Has_Next()) Begin = reader.Next().Lines;
+  while (reader.Has_Next() && End.empty()) {
     if (Properties.size() == Most_Properties)
       throw ECard_Error("has more than " + std::to_string(Most_Properties) + " properties");
     const std::size_t line = reader.Number();
-    Properties.push_back(reader.Next());
+    TCard_Property read = reader.Next();
+    if (read.Name == "END" && Simple_UpperCase(Trimmed(read.Value)) == "VCARD") {
+      End = read.Lines;
+      break;
+    }
+    Properties.push_back(std::move(read));
     const TCard_Property& property = Properties.back();
     if (property.Name.empty() && !Trimmed(Without_End(property.Lines)).empty()) Strange_Lines.push_back(line);
     if (property.Name != "VERSION") continue;
@@ -228,6 +229,8 @@ TCard::TCard(std::string_view text, std::size_t first_line) {
       throw ECard_Error("line " + std::to_string(line) + " names a version that is none of 2.1, 3.0 and 4.0");
     Version = *version;
   }
+  // Whatever is there, nothing of it is lost.
+  while (reader.Has_Next()) End += reader.Next().Lines;
 }
 
 const TCard_Property* TCard::Find(std::string_view name) const {

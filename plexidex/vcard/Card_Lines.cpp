@@ -27,7 +27,7 @@ constexpr std::string_view With_Address[] = {"URL", "PHOTO", "LOGO", "SOUND", "K
 
 // The value as versions 3.0 and 4.0 have it.
 std::string Escaped_Value(const TCard& card, const TCard_Property& property) {
-  if (property.Name == "URL") return card.Text(property);
+  if (property.Name == "URL") return Escaped_Address(card.Text(property));
   if (card.Version != V2_1) return Decoded_Value(property);
   if (Is_One_Of(property, With_Components)) return Escaped_List(card.Components(property), ';');
   if (Is_One_Of(property, With_Lists)) return Escaped_List(card.List(property), ',');
@@ -164,6 +164,15 @@ void Add_Parameter(TCard_Property& property, std::string name, std::string value
 
 void Remove_Parameter(TCard_Property& property, std::string_view name) {
   std::erase_if(property.Parameters, [&](const TCard_Parameter& one) { return one.Name == name; });
+}
+
+std::string Escaped_Address(std::string_view address) {
+  std::string escaped;
+  for (const char c : address) {
+    if (c == '\\') escaped += c;
+    if (static_cast<unsigned char>(c) >= ' ') escaped += c;
+  }
+  return escaped;
 }
 
 std::string Escaped_List(const std::vector<std::string>& texts, char separator) {

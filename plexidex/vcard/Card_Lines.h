@@ -22,6 +22,8 @@ void Remove_Parameter(TCard_Property& property, std::string_view name);
 
 /// Texts with escapes, between separators.
 std::string Escaped_List(const std::vector<std::string>& texts, char separator);
+/// A web address, in which commas and semicolons stand as they are.
+std::string Escaped_Address(std::string_view address);
 /// As a version writes the birthday of a contact's texts.
 std::string Birthday_Value(const std::string& birthday, TVcard_Version version);
 /// As it is dialled: without "tel:" before it.

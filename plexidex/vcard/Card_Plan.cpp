@@ -60,7 +60,8 @@ class TPlanner {
  private:
   void Put(std::size_t slot, std::size_t source, std::string text) {
     if (text.size() > (slot == Slot::Notes ? Most_Of_Notes : Most_Of_Field)) {
-      plan.Too_Long.push_back(card.Properties[source].Name);
+      const std::string& name = card.Properties[source].Name;
+      if (plan.Too_Long.empty() || plan.Too_Long.back() != name) plan.Too_Long.push_back(name);
       return;
     }
     if (text.empty()) return;

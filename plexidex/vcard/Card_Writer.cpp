@@ -137,11 +137,7 @@ class TSlot_Writer {
     if (slot == Slot::Categories) return Escaped_List(Category_Names(text), ',');
     const std::size_t field = Field_Of(slot);
     const bool is_address = field != TField_Places::None && Template_Fields[field].Kind == TField_Kind::Web;
-    // Web addresses have no escapes, but a line break would end the line.
-    if (!is_address) return Escaped_Text(Valid_UTF8(text));
-    std::string address = Valid_UTF8(text);
-    std::erase_if(address, [](unsigned char c) { return c < ' '; });
-    return address;
+    return is_address ? Escaped_Address(Valid_UTF8(text)) : Escaped_Text(Valid_UTF8(text));
   }
 
   std::string Address() const {

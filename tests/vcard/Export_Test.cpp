@@ -94,7 +94,7 @@ TEST_F(Vcard_Export, Own_Contacts_Come_Back_To_Their_Fields) {
       TContact_Details details;
       details.Template = of.Key;
       for (const TTemplate_Field& field : Template_Fields)
-        details.Fields[field.Code] = "f" + std::to_string(field.Code);
+        details.Fields[field.Code] = "f,\\n;" + std::to_string(field.Code);
       details.Fields[Field_Address] = "Line 1\nLine; 2\n\nTown, Land";
       for (std::size_t i = 0; i < Other_Fields; ++i) details.Other[i] = "o,\n" + std::to_string(i);
       details.Notes = "a\nb";
