@@ -26,23 +26,61 @@ bool Change_Contact(std::string_view contact, std::string_view column, const TVa
   return true;
 }
 
-std::string Field_Column(int code) {
-  return "Field" + std::to_string(code);
+constexpr int Last_Field = static_cast<int>(Contact_Fields);
+
+// Of details; they hold for every cursor.
+struct TColumns {
+  TField Contact, Template, Notes;
+  std::array<TField, Contact_Fields> Fields;
+  std::array<TField, Other_Fields> Other;
+};
+const TColumns& Columns() {
+  static const TColumns columns = [] {
+    const TTable table(Contacts_Data);
+    TColumns made{table.Field("Contact"), table.Field("Template"), table.Field("Notes"), {}, {}};
+    for (std::size_t i = 0; i < Contact_Fields; ++i)
+      made.Fields[i] = table.Field("Field" + std::to_string(i + 1));
+    for (std::size_t i = 0; i < Other_Fields; ++i) made.Other[i] = table.Field(Other_Column(i));
+    return made;
+  }();
+  return columns;
 }
 
-constexpr int Last_Field = static_cast<int>(Contact_Fields);
+void Set_Texts(TTable& details, const TContact_Fields& fields, const TContact_Details& written) {
+  const TColumns& column = Columns();
+  for (int code = 1; code <= Last_Field; ++code)
+    details.Set(column.Fields[static_cast<std::size_t>(code - 1)], fields[code]);
+  for (std::size_t i = 0; i < Other_Fields; ++i) details.Set(column.Other[i], written.Other[i]);
+  details.Set_Blob(column.Notes, written.Notes);
+}
 
 TAddress_Style Style_Of(std::string_view contact_template) {
   const auto found = Find_Template(contact_template);
   return found ? found->Address_Style : TAddress_Style::International;
 }
 
-void Insert_Details(std::string_view contact, std::string_view book) {
-  const auto templates = List_Templates(book);
+std::string Insert_Contact(std::string_view book, std::string_view display_name, std::string_view parent,
+                           int type) {
+  std::string key = Kt_util_01::Get_GUID();
+  TTable cursor(Contacts_Table);
+  cursor.Insert();
+  cursor.SetFields({key, display_name, type, book, parent, "", Kt_util_01::User_Key(), false,
+                    Kt_util_01::User_Key(), Kt_util_01::Now()});
+  PostUpdate(cursor);
+  return key;
+}
+
+void Insert_Details(std::string_view contact, std::string_view book, const TContact_Details& written = {}) {
   TTable details(Contacts_Data);
   details.Insert();
-  details.Set(details.Field("Contact"), contact);
-  details.Set(details.Field("Template"), templates.empty() ? std::string_view() : templates.front().Key);
+  details.Set(Columns().Contact, contact);
+  if (written.Template.empty()) {
+    const auto templates = List_Templates(book);
+    details.Set(Columns().Template, templates.empty() ? std::string_view() : templates.front().Key);
+  } else {
+    details.Set(Columns().Template, written.Template);
+  }
+  Set_Texts(details, written.Fields, written);
   PostUpdate(details);
 }
 
@@ -80,16 +118,15 @@ std::optional<TContact> Find_Contact(std::string_view key) {
 
 std::string Create_Contact(std::string_view book, std::string_view display_name, std::string_view parent,
                            int type) {
-  std::string key = Kt_util_01::Get_GUID();
-  TTable cursor(Contacts_Table);
-  cursor.Insert();
-  cursor.SetFields({key, display_name, type, book, parent, "", Kt_util_01::User_Key(), false,
-                    Kt_util_01::User_Key(), Kt_util_01::Now()});
-  PostUpdate(cursor);
-  if (type == Contact_Type_Contact) {
-    Insert_Details(key, book);
-    Log_Contact(key, TJournal_Type::Created, display_name);
-  }
+  if (type == Contact_Type_Contact) return Create_Contact(book, display_name, TContact_Details(), parent);
+  return Insert_Contact(book, display_name, parent, type);
+}
+
+std::string Create_Contact(std::string_view book, std::string_view display_name,
+                           const TContact_Details& details, std::string_view parent) {
+  std::string key = Insert_Contact(book, display_name, parent, Contact_Type_Contact);
+  Insert_Details(key, book, details);
+  Log_Contact(key, TJournal_Type::Created, display_name);
   return key;
 }
 
@@ -130,11 +167,12 @@ TContact_Details Read_Contact_Details(std::string_view contact) {
   TContact_Details read;
   TTable details(Contacts_Data, "Contact");
   if (!details.FindKey({contact})) return read;
-  for (std::size_t i = 0; i < Other_Fields; ++i) read.Other[i] = details.Text(details.Field(Other_Column(i)));
+  const TColumns& column = Columns();
+  for (std::size_t i = 0; i < Other_Fields; ++i) read.Other[i] = details.Text(column.Other[i]);
   for (int code = 1; code <= Last_Field; ++code)
-    read.Fields[code] = details.Text(details.Field(Field_Column(code)));
-  read.Template = details.Text(details.Field("Template"));
-  read.Notes = details.Blob(details.Field("Notes"));
+    read.Fields[code] = details.Text(column.Fields[static_cast<std::size_t>(code - 1)]);
+  read.Template = details.Text(column.Template);
+  read.Notes = details.Blob(column.Notes);
   read.Fields = With_Address_In(read.Fields, Style_Of(read.Template));
   return read;
 }
@@ -150,10 +188,7 @@ bool Write_Contact_Details(std::string_view contact, const TContact_Details& wri
   if (!written.Template.empty()) details.Set(details.Field("Template"), written.Template);
   const TContact_Fields fields =
       With_Address_In(written.Fields, Style_Of(details.Text(details.Field("Template"))));
-  for (int code = 1; code <= Last_Field; ++code) details.Set(details.Field(Field_Column(code)), fields[code]);
-  for (std::size_t i = 0; i < Other_Fields; ++i)
-    details.Set(details.Field(Other_Column(i)), written.Other[i]);
-  details.Set_Blob(details.Field("Notes"), written.Notes);
+  Set_Texts(details, fields, written);
   PostUpdate(details);
   return true;
 }

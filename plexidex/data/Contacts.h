@@ -39,6 +39,9 @@ std::optional<TContact> Find_Contact(std::string_view key);
 /// gets the first template of its book, and its journal says that it was created.
 std::string Create_Contact(std::string_view book, std::string_view name, std::string_view parent = {},
                            int type = Contact_Type_Contact);
+/// A contact with details, whose address is as the style of their template has it.
+std::string Create_Contact(std::string_view book, std::string_view name, const TContact_Details& details,
+                           std::string_view parent = {});
 /// A contact, folder or calendar record. False when there is none.
 bool Rename_Contact(std::string_view contact, std::string_view name);
 /// Deleted contacts are kept, with their entries, and can be restored. The journal tells. False when there is

@@ -142,8 +142,7 @@ class TImporter {
     TContact_Details details;
     details.Template = of;
     Put_Into(plan.Texts, details);
-    now.Contact = Create_Contact(book.Key, contact);
-    Write_Contact_Details(now.Contact, details);
+    now.Contact = Create_Contact(book.Key, contact, details);
     if (!plan.Texts[Slot::Categories].empty())
       Set_Categories(now.Contact, Keys_Of(plan.Texts[Slot::Categories]));
     if (!plan.Texts[Slot::Birthday].empty()) Write_Birthday(plan.Texts, now);
