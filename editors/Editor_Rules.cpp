@@ -21,13 +21,6 @@ constexpr auto Journal_Setting = "Reminder Journal";
 constexpr auto Activity_Setting = "Reminder Type";
 constexpr int Default_Activity = 18;
 
-std::string Trimmed(const std::string& text) {
-  const auto is_blank = [](unsigned char c) { return c <= ' '; };
-  const auto first = std::find_if_not(text.begin(), text.end(), is_blank);
-  const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), is_blank).base();
-  return std::string(first, last);
-}
-
 bool Has_Book(const std::string& book) {
   return TTable(Books_Table, "Key", {"Key"}).FindKey({book});
 }

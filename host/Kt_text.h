@@ -10,6 +10,14 @@
 
 namespace Kt_data_01 {
 
+/// Without blanks and control characters at its ends.
+inline std::string_view Trimmed(std::string_view text) {
+  const auto is_blank = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
+  while (!text.empty() && is_blank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && is_blank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
 /// An immutable UTF-8 text shared by all who hold it: one pointer wide, copied in constant time, so that the
 /// entries of a long list share the title of their set and the name of their contact. For one thread.
 class TText {
