@@ -37,3 +37,5 @@
 #include "fm_Contacts_Page3d.h"
 // The tasks' home page, of a book or a contact: Display_Task_Home_Page.
 #include "fm_Task_HomePage.h"
+// The search: Clear_Search, Load_Filter_Settings, and the record CurrentSearch that both work on.
+#include "Current_Search.h"

@@ -1,5 +1,6 @@
 #include "Package.h"
 
+#include "Current_Search.h"
 #include "Image_List.h"
 #include "Reminder_Utils.h"
 #include "Task_Order.h"
@@ -26,6 +27,7 @@ void Load_Package() {
 void Unload_Package() {
   if (!Loaded) return;
   Loaded = false;
+  CurrentSearch.reset();
   Free_Images();
 }
 

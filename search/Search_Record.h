@@ -46,15 +46,26 @@ class TSearchItem {
 
 inline constexpr std::string_view New_Filter_Name = "<New Filter>";
 
+/// How a stored filter was loaded. Refused: it could not be read, or is damaged, which the user was told.
+enum class TFilter_Load { Loaded, Missing, Refused };
+
 /// The criteria of one search, in the order in which they were added.
 class TSearchRecord {
  public:
   TSearchRecord() = default;
+  /// A stored filter, of the current user or, when it is global, of all; empty unless it was loaded.
+  TSearchRecord(const std::string& Book, const std::string& Name, bool Global);
 
   std::string Name{New_Filter_Name};
   std::string Group;      // key of the folder searched; empty: the whole book
   bool SubGroups = true;  // and those below it
   std::vector<TSearchItem> Items;
+
+  /// Stores the search under a name, which becomes its own. Nothing is written when an update is refused; a
+  /// failed one is undone and reported. False then.
+  bool SavetoTable(const std::string& Book, const std::string& New_Name, bool Global);
+  /// Unless the filter was loaded, the record stays as it is.
+  TFilter_Load Load(const std::string& Book, const std::string& Filter, bool Global);
 
   /// Validates the value, but adds the criterion whatever it is.
   void Add_Field(int Field, int SearchType, int Action, const std::string& Value, const std::string& Template,
