@@ -90,33 +90,49 @@ class TSteps {
   std::int64_t step = 1, position = 0, count = 0;
 };
 
+bool Needs_Steps(std::string_view text, TFind_Options options) {
+  return !options.Down || text.empty() || text.back() == '\0';
+}
+
 }  // namespace
 
 std::optional<std::size_t> SearchBuf(std::string_view Buffer, std::size_t SelStart, std::size_t SelLength,
                                      std::string_view Text, TFind_Options Options) {
-  if (!Options.Down || Text.empty() || Text.back() == '\0')
-    return TSteps(Buffer, Text, Options).Run(SelStart, SelLength);
+  if (Needs_Steps(Text, Options)) return TSteps(Buffer, Text, Options).Run(SelStart, SelLength);
   const std::size_t start = SelStart + SelLength, before = First_Characters(Buffer, start).size();
   const auto match = TText_Finder(Text, Options.Match_Case, Options.Whole_Word).Find(Buffer, before);
   if (!match) return {};
   return start + Count_Characters(Buffer.substr(before, match->Begin - before));
 }
 
+TSearched_Text::TSearched_Text(std::string_view wanted, bool match_case, bool whole_word)
+    : text(wanted),
+      options{true, match_case, whole_word},
+      length(Count_Characters(wanted)),
+      words(wanted, match_case, whole_word),
+      anywhere(wanted, match_case, false) {}
+
+bool TSearched_Text::Is_In(std::string_view in) const {
+  return Needs_Steps(text, options) ? SearchBuf(in, 0, 0, text, options).has_value()
+                                    : words.Find(in).has_value();
+}
+
+bool TSearched_Text::Is_Begun_By(std::string_view in) const {
+  const std::string_view beginning = First_Characters(in, length);
+  // No longer than the text, it holds the text at its beginning or nowhere.
+  return Count_Characters(beginning) == length && anywhere.Find(beginning).has_value();
+}
+
 bool SearchPChar(const char* Text, std::string_view SearchText, bool MatchCase, bool WholeWord) {
-  return SearchBuf(Text, 0, 0, SearchText, {true, MatchCase, WholeWord}).has_value();
+  return TSearched_Text(SearchText, MatchCase, WholeWord).Is_In(Text);
 }
 
 bool SearchString(std::string_view Text, std::string_view SearchText, bool MatchCase, bool WholeWord) {
-  return SearchBuf(First_Characters(Text, Searched_Characters), 0, 0, SearchText,
-                   {true, MatchCase, WholeWord})
-      .has_value();
+  return TSearched_Text(SearchText, MatchCase, WholeWord).Is_In(First_Characters(Text, Searched_Characters));
 }
 
 bool SearchStartingString(std::string_view Text, std::string_view SearchText, bool MatchCase) {
-  const std::size_t length = Count_Characters(SearchText);
-  const std::string_view beginning = First_Characters(Text, length);
-  return Count_Characters(beginning) == length &&
-         SearchBuf(beginning, 0, 0, SearchText, {true, MatchCase, false}).has_value();
+  return TSearched_Text(SearchText, MatchCase, false).Is_Begun_By(Text);
 }
 
 bool SearchMemo(TEdit_Control& Control, std::string_view SearchText, TFind_Options Options) {

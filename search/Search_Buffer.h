@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "Kt_find.h"
@@ -14,6 +15,21 @@ using Kt_util_01::TFind_Options;
 
 /// "Contains" looks at so many characters of a field and no further.
 inline constexpr std::size_t Searched_Characters = 255;
+
+/// A text to be looked for in many others, prepared once.
+class TSearched_Text {
+ public:
+  TSearched_Text(std::string_view text, bool match_case, bool whole_word);
+  bool Is_In(std::string_view text) const;
+  /// Whether the text begins with it; a part of a word is enough.
+  bool Is_Begun_By(std::string_view text) const;
+
+ private:
+  std::string text;
+  TFind_Options options;
+  std::size_t length;
+  Kt_util_01::TText_Finder words, anywhere;
+};
 
 /// Where the text is found first behind the selection, or before it when the options do not say down. The
 /// place where the search begins needs no beginning of a word.
