@@ -89,11 +89,11 @@ std::string Task_Status_Text(TTask_Status status, int percentage) {
   }
 }
 
-void Add_Item(TItem_List& list, std::unique_ptr<TEventKey> entry) {
+TList_Item& Add_Item(TItem_List& list, std::unique_ptr<TEventKey> entry) {
   auto item = std::make_unique<TList_Item>();
   item->Image = entry->Is_Holiday() ? Image_Holiday : State_Image(*entry);
   item->Data = std::move(entry);
-  list.Add(std::move(item));
+  return list.Add(std::move(item));
 }
 
 std::optional<TDateTime> Nearest_Entry_Day(const TOwner& of_owner, bool by_book, TDateTime from,

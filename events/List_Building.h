@@ -9,7 +9,7 @@
 namespace KTReminds {
 
 /// Adds the item of an entry or holiday, with its state image.
-void Add_Item(Kt_data_01::TItem_List& list, std::unique_ptr<Kt_data_01::TEventKey> entry);
+Kt_data_01::TList_Item& Add_Item(Kt_data_01::TItem_List& list, std::unique_ptr<Kt_data_01::TEventKey> entry);
 
 /// Clears lists and lets `fill` add their items and sort them; a failed read leaves all of them empty, and is
 /// reported with the tag after they have told their observers. Does nothing while one of them is being built.

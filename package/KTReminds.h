@@ -39,3 +39,5 @@
 #include "fm_Task_HomePage.h"
 // The search: Clear_Search, Load_Filter_Settings, and the record CurrentSearch that both work on.
 #include "Current_Search.h"
+// ... over events, tasks and holidays: SearchCalendar.
+#include "Calendar_Search.h"
