@@ -80,7 +80,7 @@ class TTable {
   explicit TTable(std::string_view name, std::string_view index = {});
   /// A cursor of its own on the same table, without range, filter or cache, ordered as by Set_Index or in
   /// natural order. With column names it reads only these, the table's first column and those of its index;
-  /// access to another throws.
+  /// access to another throws. A blob column that is named is read along as a text.
   explicit TTable(TTable& table, std::initializer_list<std::string_view> columns = {});
   explicit TTable(TTable& table, std::string_view index,
                   std::initializer_list<std::string_view> columns = {});

@@ -54,4 +54,20 @@ class TEdit_Control {
   virtual void Set_Selection(std::size_t start, std::size_t length) = 0;
 };
 
+/// The control in which the notes of contacts are searched, so that only their text is found and not how it
+/// is written down.
+class TNotes_Control {
+ public:
+  virtual ~TNotes_Control() = default;
+  /// The notes as they are stored; not copied, they are looked at until others are set.
+  virtual void Set_Text(std::string_view notes) = 0;
+  virtual bool Is_Empty() = 0;
+  /// Whether a text is found within the first `limit` characters.
+  virtual bool Find(std::string_view text, std::size_t limit, bool match_case, bool whole_word) = 0;
+};
+
+/// Not owned; null restores the default, for plain text.
+void Install_Notes_Control(TNotes_Control* control);
+TNotes_Control& Search_Notes_Control();
+
 }  // namespace Kt_util_01

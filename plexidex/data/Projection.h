@@ -14,8 +14,8 @@ struct TProjection {
   /// reuse a row ID, and then it tells the rows apart. Throws EData_Error for an unknown column.
   TProjection(const TTable_Def& table, std::initializer_list<std::string_view> columns);
 
-  /// Adds a column; blobs are not part of a row.
-  void Add(int column);
+  /// Adds a column. Blobs are part of a row only where they are named.
+  void Add(int column, bool may_be_blob = false);
 
   const TTable_Def* Table;
   std::vector<int> Columns;  // positions in the table, in reading order

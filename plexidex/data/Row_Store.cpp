@@ -9,11 +9,17 @@ TValue Value_Of(TStatement& statement, int column, TColumn_Type type) {
   switch (type) {
     case TColumn_Type::Text:
       return statement.Text(column);
+    case TColumn_Type::Blob:
+      return statement.Blob(column);
     case TColumn_Type::DateTime:
       return statement.Real(column);
     default:
       return statement.Integer(column);
   }
+}
+
+bool Is_Text(TColumn_Type type) {
+  return type == TColumn_Type::Text || type == TColumn_Type::Blob;
 }
 
 bool Same(const TValue& a, const TValue& b) {
@@ -54,6 +60,9 @@ void TRow_Store::Append(TStatement& statement, int column) {
       case TColumn_Type::Text:
         *cell = Stored(statement.Text(column));
         break;
+      case TColumn_Type::Blob:
+        cell = Stored(statement.Blob(column));
+        break;
       case TColumn_Type::DateTime:
         cell->real = statement.Real(column);
         break;
@@ -70,7 +79,7 @@ void TRow_Store::Append(const TRow_Store& other, std::size_t row) {
   ids.push_back(other.ids[row]);
   int slot = 0;
   for (const TColumn_Type type : projection->Types) {
-    cells.push_back(type == TColumn_Type::Text ? Stored(other.Text(row, slot)) : other.Cell(row, slot));
+    cells.push_back(Is_Text(type) ? Stored(other.Text(row, slot)) : other.Cell(row, slot));
     ++slot;
   }
 }
@@ -123,6 +132,7 @@ void TRow_Store::Bind(std::size_t row, int column, TStatement& statement, int pa
 TValue TRow_Store::Value(std::size_t row, int slot) const {
   switch (projection->Types[static_cast<std::size_t>(slot)]) {
     case TColumn_Type::Text:
+    case TColumn_Type::Blob:
       return Text(row, slot);
     case TColumn_Type::DateTime:
       return Real(row, slot);
