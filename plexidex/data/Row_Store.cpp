@@ -54,14 +54,14 @@ void TRow_Store::Append(TStatement& statement, int column) {
   ids.push_back(statement.Integer(column++));
   cells.resize(cells.size() + projection->Types.size());
   if (ids.back() == 0) return;
-  TCell* cell = &*cells.end() - projection->Types.size();
+  TCell* cell = cells.data() + cells.size() - projection->Types.size();
   for (const TColumn_Type type : projection->Types) {
     switch (type) {
       case TColumn_Type::Text:
         *cell = Stored(statement.Text(column));
         break;
       case TColumn_Type::Blob:
-        cell = Stored(statement.Blob(column));
+        *cell = Stored(statement.Blob(column));
         break;
       case TColumn_Type::DateTime:
         cell->real = statement.Real(column);
