@@ -34,11 +34,6 @@ class TRights_Cache {
     return answer->second[static_cast<std::size_t>(level - 1)];
   }
 
-  std::string Name_Of(std::string_view user) {
-    TTable table("KT_Users", "Key");
-    return table.FindKey({user}) ? std::string(table.Text(table.Field("Name"))) : std::string();
-  }
-
  private:
   using TLevels = std::array<bool, 4>;
 
@@ -105,7 +100,10 @@ bool Access_Allowed(std::string_view owner, int level, std::string_view user) {
 }
 
 std::string Get_UserName(std::string_view user) {
-  return Cache().Name_Of(user);
+  for (const TUser& known : Get_User_List()) {
+    if (known.Key == user) return known.Name;
+  }
+  return {};
 }
 
 std::vector<TUser> Get_User_List() {
