@@ -1,7 +1,6 @@
 #include "fm_Contacts_Page3d.h"
 
-#include <QElapsedTimer>
-
+#include "Build_Progress.h"
 #include "Page_Numbers.h"
 #include "Reminder_Utils.h"
 #include "View_Tools.h"
@@ -10,39 +9,6 @@
 namespace KTReminds {
 
 using namespace Kt_forms;
-
-namespace {
-
-using TItems = std::vector<std::unique_ptr<Kt_data_01::TList_Item>>;
-
-// Moves the bar, and ends the build when the page is closed, or the window with it. Frees the items of the
-// last build a few at a time.
-class TBuild_Progress : public Kt_data_01::TProgress_Bar {
- public:
-  TBuild_Progress(const TForm& page, QProgressBar& bar, TItems old_items)
-      : page(page), bar(bar), is_seen(page.window()->isVisible()), old_items(std::move(old_items)) {}
-  void Set_Max(std::int64_t steps) override { bar.setMaximum(static_cast<int>(steps)); }
-  void Set_Position(std::int64_t steps) override {
-    constexpr int often_msecs = 20;
-    constexpr std::size_t few_items = 200;
-    if (since.isValid()) old_items.resize(old_items.size() - std::min(old_items.size(), few_items));
-    if (steps == bar.maximum() || (since.isValid() && since.elapsed() < often_msecs)) return;
-    bar.setValue(static_cast<int>(steps));
-    busy.Service();
-    if (page.Is_Closed() || (is_seen && !page.window()->isVisible())) throw Kt_data_01::EAlready_Reported();
-    since.start();
-  }
-
- private:
-  const TForm& page;
-  QProgressBar& bar;
-  const bool is_seen;
-  TBusy_Scope busy;
-  TItems old_items;
-  QElapsedTimer since;  // the last time; the first rows are shown as soon as there are some
-};
-
-}  // namespace
 
 TContacts_Page3d_Frm::TContacts_Page3d_Frm()
     : TCalendar_View(Page_All),
@@ -105,14 +71,11 @@ void TContacts_Page3d_Frm::Fill_List() {
   ui->NoEventsPanel->clear();
   ui->PB1->reset();
   ui->PBPanel->show();
-  auto& items = ui->ListView1->Items();
-  items.Begin_Update();
-  TItems old_items = items.Take_Out();
-  items.End_Update();
-  ui->Label2->repaint();
-  ui->ListView1->repaint();
   {
-    TBuild_Progress progress(*this, *ui->PB1, std::move(old_items));
+    auto& items = ui->ListView1->Items();
+    TBuild_Progress progress(*this, *ui->PB1, items);
+    ui->Label2->repaint();
+    ui->ListView1->repaint();
     Build_Reminder_AllView(OwnerKey, NodeKey, items, true, WholeCalendar, &progress);
   }
   ui->NoEventsPanel->setText(none);

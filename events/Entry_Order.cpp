@@ -89,9 +89,13 @@ std::vector<std::int64_t> Places_Of_Texts(const TItem_List& list, TText TEventKe
 }
 
 void Sort_Items(TItem_List& List, int Column) {
-  std::vector<std::int64_t> texts(List.Count());
-  if (Column == 3) texts = Places_Of_Texts(List, &TEventKey::FirstText);
-  Sort_By(List, SortAscending, [&](std::size_t i) { return Key_Of(*List[i].Data, Column, texts[i]); });
+  Sort_Items(List, Column, SortAscending);
+}
+
+void Sort_Items(TItem_List& list, int column, bool ascending) {
+  std::vector<std::int64_t> texts(list.Count());
+  if (column == 3) texts = Places_Of_Texts(list, &TEventKey::FirstText);
+  Sort_By(list, ascending, [&](std::size_t i) { return Key_Of(*list[i].Data, column, texts[i]); });
 }
 
 bool Comes_Before(const TEventKey& a, const TEventKey& b) {

@@ -20,6 +20,8 @@ int CustomSortProc(const Kt_data_01::TList_Item& Item1, const Kt_data_01::TList_
 
 /// Sorts a list whose items all carry data as CustomSortProc orders them; equal items keep their order.
 void Sort_Items(Kt_data_01::TItem_List& List, int Column);
+/// The same in a direction of its own.
+void Sort_Items(Kt_data_01::TItem_List& list, int column, bool ascending);
 
 /// As a list sorted by priority counts it.
 int Effective_Priority(const Kt_data_01::TEventKey& entry);

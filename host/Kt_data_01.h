@@ -201,6 +201,17 @@ inline constexpr int Contact_Type_Calendar = 2;
 /// Key of a book's calendar record; "" for an unknown book.
 std::string Calendar_Of_Book(std::string_view book);
 
+/// A folder of contacts.
+struct TFolder {
+  std::string Key, Name;
+  std::string Parent;  // "" at the top of the book
+  int Depth = 0;       // 0 at the top
+};
+
+/// Those that the current user may see, each before those in it, by name. One that lies in none of these, or
+/// in itself, is at the top. Throws EData_Error.
+std::vector<TFolder> List_Folders(std::string_view book);
+
 /// The keys of all folders below a folder, at whatever depth; without it. None for an unknown one.
 std::vector<std::string> Get_SubGroups(std::string_view folder);
 

@@ -186,6 +186,8 @@ void THome_Page::Tools1Click() {
 
 void THome_Page::Handle_Message(const TMessage& message) {
   if (message.Number() == umDisplayForm) Show_Page(static_cast<int>(message.WParam));
+  if (message.Number() == umSetActiveControl && Current())
+    Send_Message(Current(), umSetActiveControl, 0, message.LParam);
   if (message.Number() == umAddContact) Post_Message(Get_ParentForm(this), umAddContact, 0, message.LParam);
   if (message.Number() != umGetFormName) return;
   if (TForm* shown = Current()) {

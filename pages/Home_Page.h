@@ -66,7 +66,8 @@ class THome_Page : public Kt_forms::TForm {
   void FormDeactivate() override;
   bool FormCloseQuery() override;
   void FormClose() override;
-  /// umDisplayForm, umGetFormName, and umAddContact, which is the host's.
+  /// umDisplayForm, umGetFormName and umSetActiveControl, which go on to the page shown, and umAddContact,
+  /// which is the host's.
   void Handle_Message(const Kt_forms::TMessage& message) override;
 
   std::string NodeKey, OwnerKey;

@@ -5,11 +5,14 @@
 #include <QToolButton>
 #include <algorithm>
 
+#include "Calendar_Search.h"
+#include "Current_Search.h"
 #include "Entry_List.h"
 #include "Kt_util_01.h"
 #include "Page_Numbers.h"
 #include "Sort_Header.h"
 #include "Task_Order.h"
+#include "fm_Simple_Task_Search.h"
 #include "ui_fm_Task_HomePage.h"
 
 namespace KTReminds {
@@ -69,7 +72,7 @@ TTask_HomePage_Frm::TTask_HomePage_Frm()
   for (TWebLabel* label : {ui->SearchTasks, ui->SearchSettings})
     connect(label, &TWebLabel::Clicked, this, &TTask_HomePage_Frm::Search);
   connect(ui->ClearSearch, &TWebLabel::Clicked, this, [this] {
-    Clear_Search();
+    Set_Mode(Page_Tasks);
     DoRefresh();
   });
   connect(ui->Permissions, &TWebLabel::Clicked, this, [this] { Show_Page(Page_Permissions); });
@@ -101,10 +104,6 @@ void TTask_HomePage_Frm::Set_Mode(int mode) {
   if (mode == Page_Tasks) Clear_Search();
 }
 
-void TTask_HomePage_Frm::Clear_Search() {
-  search_results = false;
-}
-
 void TTask_HomePage_Frm::Set_Filter(TTask_Filter new_filter) {
   filter = new_filter;
   Kt_util_01::Write_Integer("General", "Task View", static_cast<int>(filter));
@@ -114,11 +113,7 @@ void TTask_HomePage_Frm::Set_Filter(TTask_Filter new_filter) {
 void TTask_HomePage_Frm::DoRefresh(int SelectIndex) {
   Rows_Are_Shown();
   for (QWidget* label : {ui->SearchSettings, ui->ClearSearch}) label->setVisible(search_results);
-  if (!Outlives(this, [this] {
-        const TBusy_Scope hourglass;
-        Fill_List();
-      }))
-    return;
+  if (!Outlives(this, [this] { Fill_List(); })) return;
   const auto& items = ui->ListView1->Items();
   ui->Label3->setText(To_Qt(search_results ? Task_Results_Caption(items.Count()) : Task_Caption(filter)));
   ui->ListView1->Select_Row(std::min(SelectIndex, static_cast<int>(items.Count()) - 1));
@@ -126,15 +121,20 @@ void TTask_HomePage_Frm::DoRefresh(int SelectIndex) {
 }
 
 void TTask_HomePage_Frm::Fill_List() {
+  const TBusy_Scope hourglass;
   auto& items = ui->ListView1->Items();
   if (!search_results) return Build_Task_List({NodeKey, OwnerKey}, filter, items);
-  items.Begin_Update();
-  items.Clear();
-  items.End_Update();
+  std::int64_t elapsed = 0;
+  SearchCalendar(NodeKey, items, elapsed);
+  Sort_Tasks(items);
 }
 
 void TTask_HomePage_Frm::Show_Page(int Index) {
-  THome_Page::Show_Page(Index);
+  if (Index == Page_Task_Search) {
+    Display_Simple_Task_Search(ui->SetupPanel, current, NodeKey);
+  } else {
+    THome_Page::Show_Page(Index);
+  }
   ui->SetupPanel->setVisible(Current());
   ui->TaskPanel->setVisible(Index != Page_Permissions || !Current());
 }
@@ -150,6 +150,12 @@ void TTask_HomePage_Frm::Handle_Message(const TMessage& message) {
       break;
     case umAddTask:
       commands->Add(TEntry_Type::Task);
+      break;
+    case umDisplayForm:
+      THome_Page::Handle_Message(message);
+      // The host shows this page again, with what the search finds.
+      if (message.WParam == Page_Task_Results)
+        Post_Message(Get_ParentForm(this), umDisplayForm, Page_Task_Results, 0);
       break;
     default:
       THome_Page::Handle_Message(message);

@@ -39,7 +39,6 @@ class TTask_HomePage_Frm : public THome_Page, private TEntry_Page {
   void Refresh_After(const TEntry_Change& change) override;
   void Set_Up_Menus();
   void Set_Filter(TTask_Filter new_filter);
-  void Clear_Search();
   void Fill_List();
 
   TTask_Filter filter;

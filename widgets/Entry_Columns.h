@@ -19,7 +19,8 @@ enum class TCell {
   Text,
   Status,
   Percent,
-  Priority
+  Priority,
+  Sub_Item
 };
 
 /// Where in its column it stands. Under_Middle: it ends under the middle of the heading.
@@ -31,6 +32,7 @@ struct TEntry_Column {
   TSide Side = TSide::Left;
   /// The column is as wide as this text, or as a date or time where it shows one and that is wider.
   std::string Sample = {};
+  int Sub_Item = 0;  // which of the item's further texts a Sub_Item shows
 };
 
 struct TEntry_Columns {

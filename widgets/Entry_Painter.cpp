@@ -36,8 +36,9 @@ bool Is_Image(TCell cell) {
   return cell == TCell::State_Image || cell == TCell::Reminder_Mark;
 }
 
-QString Cell_Text(TCell cell, const TEventKey& entry) {
-  switch (cell) {
+QString Cell_Text(const TEntry_Column& column, const TList_Item& item) {
+  const TEventKey& entry = *item.Data;
+  switch (column.Cell) {
     case TCell::Time:
       return To_Qt(FormatDateTime("t", entry.EventDate));
     case TCell::Date:
@@ -53,6 +54,10 @@ QString Cell_Text(TCell cell, const TEventKey& entry) {
       return QString::number(entry.Percentage) + QLatin1Char('%');
     case TCell::Priority:
       return entry.EventType == Kt_data_01::TEntry_Type::Other ? QString() : QString::number(entry.Priority);
+    case TCell::Sub_Item: {
+      const auto at = static_cast<std::size_t>(column.Sub_Item);
+      return at < item.SubItems.size() ? To_Qt(item.SubItems[at]) : QString();
+    }
     case TCell::State_Image:
     case TCell::Reminder_Mark:
       break;
@@ -204,9 +209,9 @@ void TEntry_Painter::paint(QPainter* painter, const QStyleOptionViewItem& option
     option.widget->style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
   }
   Set_Style(row, entry);
-  for (std::size_t i = images_end; i < text_column; ++i) Draw_From_Left(row, entry, i);
-  for (std::size_t i = End_For(option.rect.width()) - 1; i > text_column; --i) Draw_From_Right(row, entry, i);
-  const QString text = Cell_Text(TCell::Text, entry);
+  for (std::size_t i = images_end; i < text_column; ++i) Draw_From_Left(row, *item, i);
+  for (std::size_t i = End_For(option.rect.width()) - 1; i > text_column; --i) Draw_From_Right(row, *item, i);
+  const QString text = Cell_Text(columns.Columns[text_column], *item);
   model.Set_Text_Right(index.row(), row.Rest.left() + painter->fontMetrics().horizontalAdvance(text));
   if (row.Rest.width() > 0) Draw_Cell(*painter, row.Rest, Qt::AlignLeft, text);
   painter->restore();
@@ -246,27 +251,28 @@ void TEntry_Painter::Set_Style(TRow& row, const TEventKey& entry) const {
   row.Painter.setPen(ink);
 }
 
-void TEntry_Painter::Draw_From_Left(TRow& row, const TEventKey& entry, std::size_t column) const {
-  const auto& [cell, sort, side, sample] = columns.Columns[column];
-  if (cell == TCell::Time && entry.Timeless) return;
+void TEntry_Painter::Draw_From_Left(TRow& row, const TList_Item& item, std::size_t column) const {
+  const TEntry_Column& what = columns.Columns[column];
+  if (what.Cell == TCell::Time && item.Data->Timeless) return;
   QRect place = row.Rest;
   place.setWidth(qMin(widths[column] + Column_Gap, row.Rest.width()));
-  if (side == TSide::Left) {
-    Draw_Cell(row.Painter, place, Qt::AlignLeft, Cell_Text(cell, entry));
+  if (what.Side == TSide::Left) {
+    Draw_Cell(row.Painter, place, Qt::AlignLeft, Cell_Text(what, item));
   } else {
-    place.setWidth(side == TSide::Right ? widths[column] : widths[column] / 2);
-    Draw_Cell(row.Painter, place, Qt::AlignRight, Cell_Text(cell, entry));
+    place.setWidth(what.Side == TSide::Right ? widths[column] : widths[column] / 2);
+    Draw_Cell(row.Painter, place, Qt::AlignRight, Cell_Text(what, item));
   }
   row.Rest.setLeft(row.Rest.left() + widths[column] + Column_Gap);
 }
 
-void TEntry_Painter::Draw_From_Right(TRow& row, const TEventKey& entry, std::size_t column) const {
-  const auto& [cell, sort, side, sample] = columns.Columns[column];
+void TEntry_Painter::Draw_From_Right(TRow& row, const TList_Item& item, std::size_t column) const {
+  const TEntry_Column& what = columns.Columns[column];
   // What stands at the right of its column may reach out of it to the left.
   QRect place = row.Rest;
-  if (side == TSide::Left) place.setLeft(place.right() - widths[column] + 1);
-  if (side == TSide::Under_Middle) place.setRight(place.right() - widths[column] / 2);
-  Draw_Cell(row.Painter, place, side == TSide::Left ? Qt::AlignLeft : Qt::AlignRight, Cell_Text(cell, entry));
+  if (what.Side == TSide::Left) place.setLeft(place.right() - widths[column] + 1);
+  if (what.Side == TSide::Under_Middle) place.setRight(place.right() - widths[column] / 2);
+  Draw_Cell(row.Painter, place, what.Side == TSide::Left ? Qt::AlignLeft : Qt::AlignRight,
+            Cell_Text(what, item));
   row.Rest.setRight(row.Rest.right() - widths[column] - Column_Gap);
 }
 

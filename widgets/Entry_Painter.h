@@ -55,8 +55,8 @@ class TEntry_Painter : public QStyledItemDelegate {
   std::size_t End_For(int row_width) const;
   void Set_Style(TRow& row, const Kt_data_01::TEventKey& entry) const;
   void Draw_Image(TRow& row, const Kt_data_01::TList_Item& item, std::size_t column) const;
-  void Draw_From_Left(TRow& row, const Kt_data_01::TEventKey& entry, std::size_t column) const;
-  void Draw_From_Right(TRow& row, const Kt_data_01::TEventKey& entry, std::size_t column) const;
+  void Draw_From_Left(TRow& row, const Kt_data_01::TList_Item& item, std::size_t column) const;
+  void Draw_From_Right(TRow& row, const Kt_data_01::TList_Item& item, std::size_t column) const;
 
   TEntry_Model& model;
   const TImage_List images;

@@ -157,11 +157,14 @@ class TBusy_Scope : private QObject {
   /// Repaints, handles what is due, and lets the user close windows. Whoever calls it looks whether its page
   /// is still open.
   void Service();
+  /// Whether the user has pressed Escape meanwhile, which ends a step that can be stopped.
+  bool Was_Escaped() const { return escaped; }
 
  private:
   bool eventFilter(QObject* receiver, QEvent* event) override;
 
   const TModal_Scope modal;
+  bool escaped = false;
   std::vector<std::pair<QPointer<QObject>, std::unique_ptr<QEvent>>> waiting;
 };
 

@@ -7,19 +7,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "Kt_data_01.h"
 
 namespace Kt_data_01 {
-
-struct TFolder {
-  std::string Key, Name;
-  std::string Parent;  // "" at the top of the book
-  int Depth = 0;       // 0 at the top
-};
-
-/// Those that the current user may see, each before those in it, by name. One that lies in none of these, or
-/// in itself, is at the top.
-std::vector<TFolder> List_Folders(std::string_view book);
 
 /// A folder of the book, whoever may see it.
 std::optional<TFolder> Find_Folder(std::string_view book, std::string_view key);

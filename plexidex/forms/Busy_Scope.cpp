@@ -1,7 +1,7 @@
 // A long step of a page, and looking at the rows of pages while there is none.
 
 #include <QApplication>
-#include <QEvent>
+#include <QKeyEvent>
 
 #include "Kt_forms.h"
 
@@ -49,6 +49,8 @@ void TBusy_Scope::Service() {
 bool TBusy_Scope::eventFilter(QObject* receiver, QEvent* event) {
   // A dialog that has opened meanwhile must be answered before the step can go on.
   if (QApplication::activeModalWidget() || !Is_Input(receiver, event)) return false;
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+    escaped = true;
   waiting.emplace_back(receiver, event->clone());
   return true;
 }

@@ -152,7 +152,11 @@ void TContact_Page::Handle_Message(const TMessage& message) {
   if (message.Number() == umGetFormName && view.Get()) {
     Send_Message(view.Get(), umGetFormName, 0, message.LParam);
   } else if (message.Number() == umDisplayForm && message.WParam == KTReminds::Page_Task_Search) {
-    Post_Message(Get_ParentForm(this), umDisplayForm, message.WParam, 0);
+    Send_Message(view.Get(), umDisplayForm, message.WParam, 0);
+    Send_Message(view.Get(), umSetActiveControl, 0, 0);
+  } else if (message.Number() == umDisplayForm && message.WParam == KTReminds::Page_Task_Results) {
+    KTReminds::Display_Task_Home_Page(view_panel, view, Book(), Owner(), KTReminds::Page_Task_Results,
+                                      nullptr);
   } else if (message.Number() == umDisplayForm) {
     Show_View(static_cast<int>(message.WParam));
   } else {

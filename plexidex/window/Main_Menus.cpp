@@ -6,6 +6,7 @@
 #include <QSplitter>
 
 #include "Database.h"
+#include "KTReminds.h"
 #include "Kt_util_01.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
@@ -45,10 +46,12 @@ void TMain_Window::Make_Menus() {
   new_contact = add(file, tr("New &Contact..."), Qt::CTRL | Qt::SHIFT | Qt::Key_C,
                     tr("Adds a contact to the address book"), [this] { Send_To_Page(umAddContact, 0); });
   file->addSeparator();
-  import_file = add(file, tr("&Import..."), Qt::CTRL | Qt::Key_I,
-                    tr("Brings a file of a calendar or of contacts into the selected book"), [this] { Import(); });
-  export_book = add(file, tr("E&xport..."), Qt::CTRL | Qt::Key_E,
-                    tr("Writes the calendar of the selected book, or its contacts, to a file"), [this] { Export(); });
+  import_file =
+      add(file, tr("&Import..."), Qt::CTRL | Qt::Key_I,
+          tr("Brings a file of a calendar or of contacts into the selected book"), [this] { Import(); });
+  export_book =
+      add(file, tr("E&xport..."), Qt::CTRL | Qt::Key_E,
+          tr("Writes the calendar of the selected book, or its contacts, to a file"), [this] { Export(); });
   file->addSeparator();
   const auto add_print = [&](const QString& text, const QKeySequence& keys, const QString& hint, auto run) {
     print_actions << add(file, text, keys, hint, [this, run] {
@@ -99,6 +102,17 @@ void TMain_Window::Make_Menus() {
   view->addSeparator();
   add(view, tr("&Preferences..."), {}, tr("Allows Plexidex to be configured to meet a user's preferences"),
       [this] { Preferences(); });
+
+  QMenu* search = Add_Menu(menuBar(), "Search", tr("&Search"));
+  const auto add_search = [&](const QString& text, int index, const QString& hint) {
+    search_actions << add(search, text, {}, hint, [this, index] { Display_Host_Page(index); });
+  };
+  add_search(tr("&Calendar..."), KTReminds::Page_Calendar_Search, tr("Searches events, tasks and holidays"));
+  add_search(tr("&Tasks..."), KTReminds::Page_Task_Search, tr("Searches the tasks"));
+  add_search(tr("C&ontacts..."), KTReminds::Page_Contact_Search, tr("Searches all that contacts have"));
+  add_search(tr("&Notes..."), KTReminds::Page_Notes_Search, tr("Searches the notes of contacts"));
+  add_search(tr("&Advanced..."), KTReminds::Page_Advanced_Search,
+             tr("Searches for anything, and stores searches or loads them"));
 
   QMenu* help = Add_Menu(menuBar(), "Help", tr("&Help"));
   add(help, tr("&About Plexidex..."), {}, tr("Says what this program is and where its data lies"),

@@ -88,7 +88,10 @@ TMain_Window::TMain_Window()
   });
   look->start(every_msecs);
   connect(tree, &TNavigation_Tree::Node_Selected, this, &TMain_Window::Node_Selected);
-  connect(tree, &TNavigation_Tree::Node_Clicked_Again, this, [this] { Send_To_Page(umSelectNode, 0); });
+  connect(tree, &TNavigation_Tree::Node_Clicked_Again, this, [this] {
+    if (other_page) return Node_Selected();
+    Send_To_Page(umSelectNode, 0);
+  });
   connect(tree, &TNavigation_Tree::Node_Entered, this, [this] {
     if (page.Get() && page.Get()->focusProxy()) page.Get()->setFocus();
   });
@@ -133,6 +136,7 @@ void TMain_Window::Node_Selected() {
   const TNode node = tree->Current();
   Set_Actions();
   if (Show_Page(node)) {
+    other_page = false;
     setWindowTitle(To_Qt(node.Book_Name.empty() ? "Plexidex" : node.Book_Name + " - Plexidex"));
     Show_Hint_Without_Page();
   }
@@ -177,6 +181,7 @@ void TMain_Window::Set_Actions() {
   for (QAction* action : {new_event, new_task, new_contact, import_file, export_book, set_up_book,
                           edit_templates, edit_categories, delete_book, new_folder})
     action->setEnabled(book);
+  for (QAction* action : search_actions) action->setEnabled(book);
   for (QAction* action : {edit_contact, delete_contact}) action->setEnabled(contact);
   for (QAction* action : {rename_folder, remove_folder}) action->setEnabled(folder);
   move_contacts->setEnabled(contact || folder || node.Kind == TNode_Kind::Contacts);
@@ -218,21 +223,18 @@ void TMain_Window::Send_To_Page(int message, qintptr l_param) {
 }
 
 void TMain_Window::New_Entry(bool task) {
-  if (!page.As<KTReminds::TTask_HomePage_Frm>()) return Send_To_Page(umAddContactEvent, task);
-  if (task) return Send_To_Page(umAddTask, 0);
+  const bool on_tasks = page.As<KTReminds::TTask_HomePage_Frm>();
+  if (!on_tasks && !other_page) return Send_To_Page(umAddContactEvent, task);
+  if (on_tasks && task) return Send_To_Page(umAddTask, 0);
   const TNode node = tree->Current();
-  KTReminds::Reminder_Properties({}, node.Calendar, node.Book, {}, false);
+  const auto edit = task ? KTReminds::Task_Properties : KTReminds::Reminder_Properties;
+  edit({}, node.Calendar, node.Book, {}, false);
 }
 
 std::string TMain_Window::Page_Name() const {
   char name[256] = "";
   Send_Message(page.Get(), umGetFormName, 0, reinterpret_cast<qintptr>(name));
   return name;
-}
-
-void TMain_Window::Display_Host_Page(int index) {
-  if (index == KTReminds::Page_Calendar_Search) Say_Not_Yet(tr("Searching the calendar"));
-  if (index == KTReminds::Page_Task_Search) Say_Not_Yet(tr("Searching the tasks"));
 }
 
 void TMain_Window::Say_Not_Yet(const QString& what) {

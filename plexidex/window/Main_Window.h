@@ -36,6 +36,7 @@ class TMain_Window : public QMainWindow {
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void Make_Menus();
@@ -56,6 +57,7 @@ class TMain_Window : public QMainWindow {
   void Send_To_Page(int message, qintptr l_param);
   void New_Entry(bool task);
   void Display_Host_Page(int index);
+  void Display_Own_Page(int index, const TNode& node);
   void Say_Not_Yet(const QString& what);
 
   void Add_Contact();
@@ -91,7 +93,9 @@ class TMain_Window : public QMainWindow {
           *edit_categories = nullptr, *delete_book = nullptr, *edit_contact = nullptr,
           *delete_contact = nullptr, *new_folder = nullptr, *rename_folder = nullptr,
           *remove_folder = nullptr, *move_contacts = nullptr;
-  QList<QAction*> print_actions;
+  QList<QAction*> print_actions, search_actions;
+  bool other_page = false;                  // one for searching is shown in place of the node's own
+  std::pair<int, std::string> last_search;  // its page, and the book
 };
 
 }  // namespace Plexidex
