@@ -104,16 +104,29 @@ struct TByte_Filter {
     }
     return share;
   }
-#if defined(__SSE2__)
-  __m128i Lets_Through(__m128i bytes) const {
-    const auto is = [&](std::size_t way) {
-      return _mm_cmpeq_epi8(_mm_and_si128(bytes, _mm_set1_epi8(static_cast<char>(Mask[way]))),
-                            _mm_set1_epi8(static_cast<char>(Value[way])));
-    };
-    return _mm_or_si128(is(0), is(1));
-  }
-#endif
+  bool Has_One_Way() const { return Mask[0] == Mask[1] && Value[0] == Value[1]; }
 };
+
+#if defined(__SSE2__)
+// The same for sixteen bytes at a time, in one way or both.
+template <bool Both_Ways>
+struct TWide_Filter {
+  const __m128i Mask, Value, Other_Mask, Other_Value;
+
+  explicit TWide_Filter(const TByte_Filter& filter)
+      : Mask(_mm_set1_epi8(static_cast<char>(filter.Mask[0]))),
+        Value(_mm_set1_epi8(static_cast<char>(filter.Value[0]))),
+        Other_Mask(_mm_set1_epi8(static_cast<char>(filter.Mask[1]))),
+        Other_Value(_mm_set1_epi8(static_cast<char>(filter.Value[1]))) {}
+
+  __m128i Lets_Through(const char* at) const {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    const __m128i one = _mm_cmpeq_epi8(_mm_and_si128(bytes, Mask), Value);
+    if constexpr (!Both_Ways) return one;
+    return _mm_or_si128(one, _mm_cmpeq_epi8(_mm_and_si128(bytes, Other_Mask), Other_Value));
+  }
+};
+#endif
 
 // Two bytes of a text, one behind the other, by which places are chosen to be looked at closer.
 struct TAnchor {
@@ -125,13 +138,22 @@ struct TAnchor {
 }  // namespace
 
 std::size_t Count_Characters(std::string_view text) {
-  constexpr std::uint64_t ones = 0x0101010101010101;
   std::size_t continuing = 0, at = 0;
-  for (; at + 8 <= text.size(); at += 8) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, text.data() + at, 8);
-    continuing += (((word >> 7) & ~(word >> 6) & ones) * ones) >> 56;
+#if defined(__SSE2__)
+  // A byte that continues a character is below -64 when it has a sign, as none else. Each sum of a lane fits
+  // into a byte for 255 steps.
+  constexpr std::size_t step = 16, steps = 255;
+  const __m128i limit = _mm_set1_epi8(-64);
+  while (at + step <= text.size()) {
+    __m128i lanes = _mm_setzero_si128();
+    for (std::size_t i = 0; i < steps && at + step <= text.size(); ++i, at += step)
+      lanes = _mm_sub_epi8(
+          lanes, _mm_cmplt_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at)), limit));
+    const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
+    continuing += static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
+                  static_cast<std::size_t>(_mm_extract_epi16(sums, 4));
   }
+#endif
   for (; at < text.size(); ++at) continuing += Continues(text[at]) ? 1 : 0;
   return text.size() - continuing;
 }
@@ -191,18 +213,8 @@ class TText_Finder::TImpl {
     std::size_t at = from;
     TMatch match{};
 #if defined(__SSE2__)
-    constexpr std::size_t step = 16;
-    for (; at + step < in.size(); at += step) {
-      const char* bytes = in.data() + at;
-      const auto load = [bytes](std::size_t offset) {
-        return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + offset));
-      };
-      auto places = static_cast<unsigned>(_mm_movemask_epi8(
-          _mm_and_si128(anchor.First.Lets_Through(load(0)), anchor.Second.Lets_Through(load(1)))));
-      for (; places != 0; places &= places - 1) {
-        if (Is_At(in, from, at + static_cast<std::size_t>(std::countr_zero(places)), match)) return match;
-      }
-    }
+    const bool one_way = anchor.First.Has_One_Way() && anchor.Second.Has_One_Way();
+    if (one_way ? Find_Wide<false>(in, from, at, match) : Find_Wide<true>(in, from, at, match)) return match;
 #endif
     for (; at < in.size(); ++at) {
       const char next = at + 1 < in.size() ? in[at + 1] : '\0';
@@ -213,6 +225,27 @@ class TText_Finder::TImpl {
   }
 
  private:
+#if defined(__SSE2__)
+  // As far as there are whole steps; `at` is where the search must go on.
+  template <bool Both_Ways>
+  bool Find_Wide(std::string_view in, std::size_t from, std::size_t& at, TMatch& match) const {
+    constexpr std::size_t step = 16;
+    const TWide_Filter<Both_Ways> first(anchor.First), second(anchor.Second);
+    // The last step begins where it just ends with the text, and passes over what has been looked at.
+    while (at + 1 < in.size() && in.size() - from > step) {
+      const std::size_t begin = std::min(at, in.size() - step - 1);
+      const char* bytes = in.data() + begin;
+      auto places = static_cast<unsigned>(
+          _mm_movemask_epi8(_mm_and_si128(first.Lets_Through(bytes), second.Lets_Through(bytes + 1))));
+      for (places &= ~0U << (at - begin); places != 0; places &= places - 1) {
+        if (Is_At(in, from, begin + static_cast<std::size_t>(std::countr_zero(places)), match)) return true;
+      }
+      at = begin + step;
+    }
+    return false;
+  }
+#endif
+
   // Whether the text is where its anchor is.
   bool Is_At(std::string_view in, std::size_t from, std::size_t place, TMatch& match) const {
     const std::size_t split = place + anchor.Offset;
