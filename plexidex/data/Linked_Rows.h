@@ -25,6 +25,7 @@ class TLinked_Rows {
     next_rows.Clear();
     next_serial = table.Serial();
   }
+  std::size_t Next_Arena_Size() const { return next_rows.Arena_Size(); }
   /// Reads the row from the columns that begin at `column` and returns the column after them.
   int Add(TStatement& statement, int column) {
     next_rows.Append(statement, column);

@@ -226,8 +226,12 @@ void TTable_Reader::Fetch(TStep step) {
       while (use->Step()) {
         next_batch.Append(*use);
         int column = own_columns;
-        for (const auto& link : links) column = link->Add(*use, column);
-        if (next_batch.Count() == limit || next_batch.Arena_Size() > Largest_Batch_Arena) {
+        std::size_t texts = next_batch.Arena_Size();
+        for (const auto& link : links) {
+          column = link->Add(*use, column);
+          texts += link->Next_Arena_Size();
+        }
+        if (next_batch.Count() == limit || texts > Largest_Batch_Arena) {
           all = false;
           break;
         }

@@ -84,7 +84,8 @@ class TTable_Reader {
   static constexpr std::size_t First_Batch = 32;
   static constexpr std::size_t Large_First_Batch = 512;
   static constexpr std::size_t Largest_Batch = 8192;
-  static constexpr std::size_t Largest_Batch_Arena = 64 << 20;
+  // Texts of the rows and of those prefetched, about: what the processor's caches hold.
+  static constexpr std::size_t Largest_Batch_Arena = 1 << 20;
 
   TRow_Store& Row() {
     if (place != TPlace::Row) Throw_No_Row();
