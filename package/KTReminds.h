@@ -39,8 +39,9 @@
 #include "fm_Task_HomePage.h"
 // The search: Clear_Search, Load_Filter_Settings, and the record CurrentSearch that both work on.
 #include "Current_Search.h"
-// ... over events, tasks and holidays: SearchCalendar.
+// ... over events, tasks and holidays, and over contacts: SearchCalendar, SearchContacts.
 #include "Calendar_Search.h"
+#include "Contact_Search.h"
 // ... its pages, by the numbers of the pages: Display_Simple_Calendar_Search, Display_Calendar_Search_Results,
 // Display_Simple_Search of contacts, Display_Simple_Task_Search, Display_Simple_Notes_Search,
 // Display_Advanced_Search; and the filters: Save_Filter, Load_Filter.
