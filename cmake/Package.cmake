@@ -6,7 +6,7 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "calendar, reminders, tasks and contacts")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
     " Plexidex keeps books of contacts, each with a calendar and tasks, in one database.\n \
-It has windows and a command line, and reads and writes iCalendar files.")
+It has windows and a command line, and reads and writes iCalendar and vCard files.")
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Zones and letters come at run time.

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the imports of events and of holidays share.
+// What all imports share.
 
 #include <functional>
 #include <string>

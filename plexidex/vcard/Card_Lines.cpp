@@ -194,7 +194,7 @@ std::string Telephone_Text(std::string text) {
   if (!Begins_With(text, "TEL:")) return text;
   text.erase(0, 4);
   const auto extension = text.find(";ext=");
-  const std::string number = text.substr(0, text.find(';'));
+  std::string number = text.substr(0, text.find(';'));
   if (extension == std::string::npos) return number;
   const auto from = extension + 5;
   return number + " ext. " + text.substr(from, text.find(';', from) - from);

@@ -78,6 +78,10 @@ TEST_F(Vcard_Export, One_Version_Is_Written_On_Demand) {
            "1980-03-22|NOTE:x\\ny",
            "3.0") +
           Card("FN:Bob|TEL;TYPE=pref:+1 ext. 2|PHOTO;ENCODING=b;TYPE=PNG:CC|GEO:1;2|BDAY:--03-22", "3.0"));
+  // What is not in UTF-8 cannot stay as it came, nor can a changed card of version 2.1.
+  EXPECT_EQ(Export(), Export(V4_0));
+  Change([](TContact&, TContact_Details& details) { details.Fields[13] = "9"; });
+  EXPECT_NE(Export().find("TEL;TYPE=CELL;PREF=1:9\r\nORG"), std::string::npos);
 }
 
 TEST_F(Vcard_Export, Own_Contacts_Come_Back_To_Their_Fields) {
@@ -121,6 +125,7 @@ TEST_F(Vcard_Export, Own_Contacts_Come_Back_To_Their_Fields) {
     Export_Vcards(folder.File("again.vcf"), "Other", {}, nullptr);
     EXPECT_EQ(File_Content(folder.File("again.vcf")), out);
     In_Update([&] { Delete_Book(book == List_Books().front().Key ? other : book); });
+    EXPECT_EQ(Check_Store(), std::vector<std::string>());
     options.Book.clear();
     for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(Held(i), held[i]);
   }

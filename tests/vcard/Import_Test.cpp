@@ -1,4 +1,3 @@
-#include "Store_Check.h"
 #include "Vcard_Fixture.h"
 
 namespace {

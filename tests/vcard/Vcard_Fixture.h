@@ -5,6 +5,7 @@
 
 #include "Categories.h"
 #include "Database_Test.h"
+#include "Store_Check.h"
 #include "Templates.h"
 #include "Vcard_Export.h"
 #include "Vcard_Import.h"
