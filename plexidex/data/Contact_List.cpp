@@ -148,7 +148,7 @@ std::vector<TContact_Row> Read_Contact_Rows(std::string_view book, bool deleted,
 void TContact_List::Set_Rows(std::vector<TContact_Row> new_rows) {
   rows = std::move(new_rows);
   folded.clear();
-  starts.clear();
+  places.clear();
   words.clear();
   by_name.resize(rows.size());
   std::iota(by_name.begin(), by_name.end(), 0U);
@@ -173,31 +173,23 @@ void TContact_List::Sort(TContact_Column column, bool ascending) {
 }
 
 void TContact_List::Fold() {
-  if (!starts.empty()) return;
-  starts.reserve(rows.size() + 1);
-  for (const TContact_Row& row : rows) {
-    starts.push_back(folded.size());
+  if (!places.empty()) return;
+  places.resize(rows.size());
+  std::string texts;
+  for (const std::uint32_t number : by_name) {
+    const TContact_Row& row = rows[number];
+    texts.clear();
     for (const std::string& text : {row.Name, row.Mail, row.Telephone, Digits_Of(row.Telephone)})
-      folded.append(text).append("\n");
+      texts.append(text).append("\n");
+    const std::string upper = Kt_util_01::Simple_UpperCase(texts);
+    places[number] = {folded.size(), upper.size()};
+    folded += upper;
   }
-  starts.push_back(folded.size());
-  std::size_t at = 0;
-  std::string upper;
-  upper.reserve(folded.size());
-  for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
-    const std::string one =
-        Kt_util_01::Simple_UpperCase(std::string_view(folded).substr(at, starts[i + 1] - at));
-    at = starts[i + 1];
-    starts[i] = upper.size();
-    upper += one;
-  }
-  starts.back() = upper.size();
-  folded = std::move(upper);
 }
 
 bool TContact_List::Has_Words(std::uint32_t row) const {
   if (words.empty()) return true;
-  const auto text = std::string_view(folded).substr(starts[row], starts[row + 1] - starts[row]);
+  const auto text = std::string_view(folded).substr(places[row].Start, places[row].Length);
   return std::all_of(words.begin(), words.end(),
                      [text](const std::string& word) { return text.find(word) != std::string_view::npos; });
 }

@@ -57,9 +57,13 @@ class TContact_List {
   TNumbers by_name;        // of all rows
   TNumbers sorted, shown;  // all rows, and those that are left, in the order chosen
   std::vector<std::string> words;
-  // All texts in upper case, and where those of each row begin; made when they are first needed.
+  // All texts in upper case, by name as they are mostly walked, and where those of each row lie; made when
+  // they are first needed.
+  struct TPlace {
+    std::size_t Start = 0, Length = 0;
+  };
   std::string folded;
-  std::vector<std::size_t> starts;
+  std::vector<TPlace> places;
 };
 
 }  // namespace Kt_data_01

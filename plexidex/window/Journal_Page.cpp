@@ -1,6 +1,7 @@
 #include "Journal_Page.h"
 
 #include <QComboBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
 
