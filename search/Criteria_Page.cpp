@@ -31,7 +31,7 @@ void Choose_If_Single(QComboBox* box) {
 }
 
 QString Hint_For(int action) {
-  const std::string date = Kt_util_01::Shown_Format("ddddd");
+  const std::string date = Kt_util_01::Shown_Format(Kt_util_01::Format_Settings().ShortDateFormat);
   switch (action) {
     case Action_On:
     case Action_On_Or_After:
