@@ -89,6 +89,14 @@ void TCriteria_Page::Connect_Controls() {
 void TCriteria_Page::Add_Extras(QWidget* added) {
   ui->ExtraRows->addWidget(added);
   Initialise_Form(added);
+  // Captions stand over each other.
+  if (auto* caption = added->findChild<QLabel*>()) caption->setMinimumWidth(ui->Label2->sizeHint().width());
+  for (QWidget* control : added->findChildren<QWidget*>()) {
+    if (!(control->focusPolicy() & Qt::TabFocus)) continue;
+    if (last_extra) setTabOrder(last_extra, control);
+    last_extra = control;
+  }
+  setTabOrder(last_extra, ui->sf_box);
 }
 
 TSearch_Choices TCriteria_Page::Fields(int group, const std::string& group_name) const {

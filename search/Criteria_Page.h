@@ -42,7 +42,7 @@ class TCriteria_Page : public Kt_forms::TForm {
   virtual TSearch_Choices Fields(int group, const std::string& group_name) const;
   /// The page that shows what is found.
   virtual int Results() const { return texts.Results; }
-  /// What a page has besides, one below the other above the list of criteria.
+  /// What a page has besides, one below the other above the criterion.
   void Add_Extras(QWidget* added);
   /// Reads the groups anew; nothing is chosen then.
   void Read_Groups();
@@ -68,7 +68,8 @@ class TCriteria_Page : public Kt_forms::TForm {
 
   const TCriteria_Texts texts;
   std::unique_ptr<Ui::Criteria_Page> ui;
-  bool shown = false;  // from the first refresh on the boxes make a sound
+  QWidget* last_extra = nullptr;  // that can have the keyboard
+  bool shown = false;             // from the first refresh on the boxes make a sound
 };
 
 /// What the entry point of each does: shows the page for a book, with an empty search if `clear` says so.
