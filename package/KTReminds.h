@@ -42,9 +42,9 @@
 // ... over events, tasks and holidays, and over contacts: SearchCalendar, SearchContacts.
 #include "Calendar_Search.h"
 #include "Contact_Search.h"
-// ... its pages, by the numbers of the pages: Display_Simple_Calendar_Search, Display_Calendar_Search_Results,
-// Display_Simple_Search of contacts, Display_Simple_Task_Search, Display_Simple_Notes_Search,
-// Display_Advanced_Search; and the filters: Save_Filter, Load_Filter.
+// ... its pages, by the numbers of the pages: Display_Simple_Calendar_Search,
+// Display_Calendar_Search_Results, Display_Simple_Search of contacts, Display_Simple_Task_Search,
+// Display_Simple_Notes_Search, Display_Advanced_Search; and the filters: Save_Filter, Load_Filter.
 #include "fm_Advanced_Search.h"
 #include "fm_Calendar_Search_Results.h"
 #include "fm_Filters.h"

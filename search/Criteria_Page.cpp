@@ -248,7 +248,11 @@ void TCriteria_Page::Handle_Message(const TMessage& message) {
       Enter_Pressed();
       break;
     case umSetActiveControl:
-      (ui->sf_box->count() == 1 ? ui->st_box : ui->sf_box)->setFocus(Qt::OtherFocusReason);
+      // Where there is something to choose.
+      (ui->sf_box->count() != 1   ? ui->sf_box
+       : ui->st_box->count() != 1 ? ui->st_box
+                                  : ui->sa_Box)
+          ->setFocus(Qt::OtherFocusReason);
       break;
     case umRefreshDisplay:
       DoRefresh();

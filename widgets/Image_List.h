@@ -12,8 +12,8 @@ class QPainter;
 namespace KTReminds {
 
 /// A named row of images, numbered from 0: "P3_Enabled" and "P3_Disabled" for lists and their tool bars,
-/// "CalHome_Enabled" and "TaskHome_Enabled" for the home pages, "Contacts" for the host's contacts. The disabled ones are the same shapes, all of
-/// it in the ink and half transparent.
+/// "CalHome_Enabled" and "TaskHome_Enabled" for the home pages, "Contacts" for the host's contacts. The
+/// disabled ones are the same shapes, all of it in the ink and half transparent.
 class TImage_List {
  public:
   /// Of every image, in device-independent pixels.

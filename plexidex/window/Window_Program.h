@@ -6,7 +6,7 @@
 namespace Plexidex {
 
 struct TWindow_Options {
-  std::string Database;                     // "" is the user's own
+  std::string Database;            // "" is the user's own
   std::vector<std::string> Files;  // to be imported, after asking
   /// A folder to write pictures of the windows into, instead of showing them; "" for none.
   std::string Screenshots;
