@@ -24,7 +24,7 @@ int State_Image(const TEventKey& entry) {
 }
 
 std::string_view Row_Text(const TEventKey& entry) {
-  return entry.Private ? std::string_view("Private") : entry.Description.View();
+  return entry.Private ? Hidden_Text : entry.Description.View();
 }
 
 std::string Spoken_Row(const TEventKey& entry, TDateTime now) {

@@ -26,6 +26,8 @@ TEntry_State State_Of(const Kt_data_01::TEventKey& entry, Kt_util_01::TDateTime 
 /// One of the state images; -1 for an entry without a state.
 int State_Image(const Kt_data_01::TEventKey& entry);
 
+/// What is said in place of a private entry's text.
+inline constexpr std::string_view Hidden_Text = "Private";
 /// The text of the row; hides that of a private entry.
 std::string_view Row_Text(const Kt_data_01::TEventKey& entry);
 /// The row in words: text, time, state.

@@ -196,7 +196,8 @@ class TCalendar_Search {
       return !Is_Of_Master(field) || field == Search_Calendar_Description ||
              field == Search_Task_Description || field == Search_Any_Description;
     });
-    TTable masters = only_titles ? TTable(Events_Table, {"Title", "EventType"}) : Searched_Events("");
+    TTable masters =
+        only_titles ? TTable(Events_Table, {"Title", "User", "Private", "EventType"}) : Searched_Events("");
     const TField key = Event_Columns().Key;
     Set_Cache(masters);
     if (pace.Is_Shown()) pace.Begin(masters.Record_Count());

@@ -1,5 +1,8 @@
 #include "Event_Criteria.h"
 
+#include "Entry_Rows.h"
+#include "Kt_util_01.h"
+
 namespace KTReminds {
 
 using namespace Kt_data_01;
@@ -33,6 +36,16 @@ bool Is_Of_Master(int field) {
   }
 }
 
+namespace {
+
+// Nobody finds out by searching what another user's private entry does not show.
+bool Is_Hidden(const TTable& events) {
+  return events.Boolean(Event_Columns().Private) &&
+         events.Text(Event_Columns().User) != Kt_util_01::User_Key();
+}
+
+}  // namespace
+
 bool Meets_Master(const TMatcher& matcher, const TTable& events, TUser_Names& names) {
   const TEvent_Columns& column = Event_Columns();
   const auto is_on_day = [&](TField field) {
@@ -43,10 +56,10 @@ bool Meets_Master(const TMatcher& matcher, const TTable& events, TUser_Names& na
     case Search_Calendar_Description:
     case Search_Task_Description:
     case Search_Any_Description:
-      return matcher.Text(events.Text(column.Title));
+      return matcher.Text(Is_Hidden(events) ? Hidden_Text : events.Text(column.Title));
     case Search_Event_Location:
     case Search_Calendar_Location:
-      return matcher.Text(events.Text(column.Location));
+      return matcher.Text(Is_Hidden(events) ? std::string_view() : events.Text(column.Location));
     case Search_Event_Owner:
     case Search_Calendar_Owner:
     case Search_Task_Owner:

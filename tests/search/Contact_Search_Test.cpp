@@ -157,7 +157,7 @@ TEST_F(Contact_Search, What_Belongs_To_The_Contact) {
           {{70, Action_Tomorrow}, "Ann"},
           {{71, Action_Starts_With, "ten"}, "Ann"},
           {{72, Action_Equals, "here"}, "Ann"},
-          {{73, Action_Blank}, "Ann"},
+          {{73, Action_Equals, "owner"}, "Ann"},
           {{74, Action_Event_Alarm}, "Ann"},
           {{74, Action_Event_No_Alarm}, "Bob cleo"},
           {{74, Action_Event_Outstanding}, "Ann"},
@@ -173,7 +173,7 @@ TEST_F(Contact_Search, What_Belongs_To_The_Contact) {
           {{97, Action_Number_Equals, "1250"}, "Bob"},
           {{98, Action_Less, "251"}, "Bob"},
           {{99, Action_Number_Equals, "10"}, "Bob"},
-          {{100, Action_Blank}, "Bob"},
+          {{100, Action_Equals, "owner"}, "Bob"},
           {{101, Action_Less, "5"}, ""}});
   // Each journal field finds entries of its own type alone.
   Sql("DELETE FROM KT_Log; DELETE FROM KT_Contacts_Data");
