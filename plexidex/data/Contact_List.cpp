@@ -223,8 +223,11 @@ void TContact_List::Set_Tagged(const std::unordered_set<std::string>& keys, bool
 }
 
 std::optional<std::size_t> TContact_List::Position_Of(std::string_view key) const {
-  const auto found =
-      std::find_if(shown.begin(), shown.end(), [&](std::uint32_t row) { return rows[row].Key == key; });
+  // Where they lie in memory the keys are passed faster than in any order.
+  const auto row =
+      std::find_if(rows.begin(), rows.end(), [&](const TContact_Row& one) { return one.Key == key; });
+  if (row == rows.end()) return {};
+  const auto found = std::find(shown.begin(), shown.end(), static_cast<std::uint32_t>(row - rows.begin()));
   if (found == shown.end()) return {};
   return static_cast<std::size_t>(found - shown.begin());
 }
