@@ -18,7 +18,8 @@ std::string TEventKey::Get_Tip(bool one_line) const {
     add(SecondText);
   }
   add(Kt_util_01::FormatDateTime(Timeless ? "dddddd" : "dddddd t", EventDate));
-  add(Get_UserName(User));
+  // Where there is but one, it goes without saying.
+  if (Get_User_List().size() > 1) add(Get_UserName(User));
   add(ContactName);
   return tip;
 }

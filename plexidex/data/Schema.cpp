@@ -57,6 +57,14 @@ constexpr const char* First_Templates_Sql = R"(
       coalesce((SELECT t."Key" FROM "KT_Templates" t, "KT_Contacts" c
                 WHERE c."Key" = "Contact" AND t."Book" = c."Book" AND t."Name" = 'Person'), '');)";
 
+// Gives activities the numbers that the journal has for them; until then they had some of their own.
+std::string Journal_Types_Sql(const std::string& table, const std::string& where) {
+  return " UPDATE \"" + table +
+         "\" SET \"Type\" = CASE \"Type\" WHEN 1 THEN 0 WHEN 2 THEN 16 WHEN 3 THEN 1 WHEN 4 THEN 14 WHEN 5 "
+         "THEN 18 WHEN 6 THEN 18 WHEN 17 THEN 19 WHEN 19 THEN 21 ELSE \"Type\" END WHERE " +
+         where + ";";
+}
+
 std::vector<TTable_Def> Make_Schema() {
   return {
       {"KT_Books", {{"Key", Text}, {"BookName", Text}}, {{"Key", {"Key"}, true}}},
@@ -264,7 +272,8 @@ const std::vector<TTable_Def>& Schema() {
 }
 
 const std::vector<TMigration>& Migrations() {
-  static const std::vector<TMigration> migrations = {{2, R"(
+  static const std::vector<TMigration> migrations = {
+      {2, R"(
         ALTER TABLE "KT_Imports" ADD COLUMN "Zone" TEXT NOT NULL DEFAULT '';
         ALTER TABLE "KT_Imports" ADD COLUMN "Imported" INTEGER NOT NULL DEFAULT 0;
         ALTER TABLE "KT_Imports" ADD COLUMN "Until" INTEGER NOT NULL DEFAULT 0;
@@ -276,13 +285,14 @@ const std::vector<TMigration>& Migrations() {
         CREATE TABLE "KT_Import_Zones" ("Book" TEXT NOT NULL DEFAULT '', "Digest" TEXT NOT NULL DEFAULT '',
           "Content" BLOB, row_id INTEGER PRIMARY KEY);
         CREATE UNIQUE INDEX "KT_Import_Zones_BookandDigest" ON "KT_Import_Zones" ("Book", "Digest");)"},
-                                                     {3, First_Templates_Sql},
-                                                     {4, R"(
+      {3, First_Templates_Sql},
+      {4, R"(
         CREATE TABLE "KT_Cards" ("Book" TEXT NOT NULL DEFAULT '', "UID" TEXT NOT NULL DEFAULT '',
           "Contact" TEXT NOT NULL DEFAULT '', "Digest" TEXT NOT NULL DEFAULT '',
           "Birthday" TEXT NOT NULL DEFAULT '', "Content" BLOB, row_id INTEGER PRIMARY KEY);
         CREATE UNIQUE INDEX "KT_Cards_BookandUID" ON "KT_Cards" ("Book", "UID");
-        CREATE UNIQUE INDEX "KT_Cards_Contact" ON "KT_Cards" ("Contact");)"}};
+        CREATE UNIQUE INDEX "KT_Cards_Contact" ON "KT_Cards" ("Contact");)" +
+              Journal_Types_Sql("KT_Events", "1") + Journal_Types_Sql("KT_Log", "Occurrence <> ''")}};
   return migrations;
 }
 

@@ -138,10 +138,14 @@ TEST_F(Open, A_Database_Of_Every_Version_Becomes_Like_A_New_One_And_Keeps_What_I
     std::filesystem::remove(file);
     Open_Sqlite(file, {})->Execute(
         "PRAGMA foreign_keys = OFF;" +
-        File_Content(KT_DATA_TEST_DATA "/schema_" + std::to_string(version) + ".sql"));
+        File_Content(KT_DATA_TEST_DATA "/schema_" + std::to_string(version) + ".sql") +
+        ";UPDATE KT_Events SET Type = 3");
     EXPECT_EQ(layout(), made) << version;
     Open_Database(file, TDatabase::TMode::Must_Exist);
     EXPECT_EQ(Check_Store(), std::vector<std::string>()) << version;
+    TTable events(Events_Table);
+    events.First();
+    EXPECT_EQ(events.Integer(events.Field("Type")), 1) << "an e-mail, as the journal counts";
     const TBook book = List_Books().at(0);
     const auto templates = List_Templates(book.Key);
     for (const char* contact : {"anna", "zoe"})

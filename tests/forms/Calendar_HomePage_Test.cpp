@@ -83,7 +83,7 @@ TEST_F(Calendar_HomePage, Its_Menu_And_Tools_Are_The_Hosts_While_It_Is_Shown) {
   EXPECT_FALSE(Offers("ChangePassword1") || Offers("CalendarPermissions1"));
   const auto are_there = [this] {
     const auto* tools = window->findChild<QToolBar*>(QStringLiteral("ToolBar1"));
-    EXPECT_EQ(window->menuBar()->actions().size(), tools && tools->isVisible() ? 5 : 4);
+    EXPECT_EQ(window->menuBar()->actions().size(), tools && tools->isVisible() ? 6 : 5);
     return tools && tools->isVisible();
   };
   for (const bool shown : {true, false, true}) {
