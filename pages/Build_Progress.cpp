@@ -5,9 +5,12 @@
 
 namespace KTReminds {
 
+TBuild_Progress::TBuild_Progress(const Kt_forms::TForm& page, QProgressBar& bar, bool stops_on_escape)
+    : page(page), bar(bar), is_seen(page.window()->isVisible()), stops_on_escape(stops_on_escape) {}
+
 TBuild_Progress::TBuild_Progress(const Kt_forms::TForm& page, QProgressBar& bar, Kt_data_01::TItem_List& list,
                                  bool stops_on_escape)
-    : page(page), bar(bar), is_seen(page.window()->isVisible()), stops_on_escape(stops_on_escape) {
+    : TBuild_Progress(page, bar, stops_on_escape) {
   list.Begin_Update();
   old_items = list.Take_Out();
   list.End_Update();

@@ -18,6 +18,8 @@ class TBuild_Progress : public Kt_data_01::TProgress_Bar {
   /// Empties the list, whose items are freed a few at a time. `stops_on_escape`: the user may end it.
   TBuild_Progress(const Kt_forms::TForm& page, QProgressBar& bar, Kt_data_01::TItem_List& list,
                   bool stops_on_escape = false);
+  /// Of what is shown as a whole at the end.
+  TBuild_Progress(const Kt_forms::TForm& page, QProgressBar& bar, bool stops_on_escape);
   void Set_Max(std::int64_t steps) override;
   void Set_Position(std::int64_t steps) override;
 

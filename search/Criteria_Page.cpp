@@ -76,6 +76,7 @@ void TCriteria_Page::Connect_Controls() {
     Clear_Search();
     Clear_Fields(true);
     DoRefresh();
+    emit Search_Cleared();
   });
   connect(ui->Close, &TWebLabel::Clicked, this,
           [this] { Post_Message(Get_ParentForm(this), umDisplayForm, texts.Closed, 0); });

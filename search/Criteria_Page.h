@@ -35,6 +35,10 @@ class TCriteria_Page : public Kt_forms::TForm {
   /// Shows the current search, which it makes when there is none.
   virtual void DoRefresh();
 
+ signals:
+  /// The user has cleared the current search.
+  void Search_Cleared();
+
  protected:
   explicit TCriteria_Page(const TCriteria_Texts& texts);
 

@@ -9,6 +9,7 @@
 #include "Kt_util_01.h"
 #include "Page_Numbers.h"
 #include "Result_Order.h"
+#include "Results_Caption.h"
 #include "Sort_Header.h"
 #include "ui_fm_Calendar_Search_Results.h"
 
@@ -83,7 +84,7 @@ void TCalendar_Search_Results_Frm::Fill_List() {
   // While nothing is known yet, it does not say that there is nothing.
   const QString none = ui->NoEventsPanel->text();
   ui->NoEventsPanel->clear();
-  ui->Label3->setText(tr("Searching. Press Escape to stop."));
+  ui->Label3->setText(Searching_Caption());
   ui->PB1->reset();
   ui->PBPanel->show();
   std::int64_t elapsed = 0;
@@ -95,12 +96,10 @@ void TCalendar_Search_Results_Frm::Fill_List() {
     all = SearchCalendar(NodeKey, items, elapsed, &progress);
   }
   Sort_Results(items);
-  const QString seconds = locale().toString(static_cast<double>(elapsed) / 1000, 'f', 2);
   const QString found = items.Count() == 1
                             ? tr("1 Item found")
                             : tr("%1 Items found").arg(locale().toString(qulonglong(items.Count())));
-  ui->Label3->setText(all ? tr("Search Results [%1 in %2 seconds]").arg(found, seconds)
-                          : tr("Search Results [%1, the search was stopped]").arg(found));
+  ui->Label3->setText(Results_Caption(found, all, elapsed));
   ui->NoEventsPanel->setText(none);
   ui->PBPanel->hide();
 }

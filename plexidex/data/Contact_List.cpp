@@ -40,15 +40,16 @@ class TRow_Reader {
     for (TFolder& one : List_Folders(book)) folders.emplace(std::move(one.Key), std::move(one.Name));
   }
 
-  // Appends those of a folder, or all of the book.
-  void Read(TDatabase& database, std::string_view book, bool deleted, std::string_view folder) {
+  // Appends those in which a column has a value, or without a column all of the book.
+  void Read(TDatabase& database, std::string_view book, bool deleted, std::string_view column,
+            std::string_view value) {
     constexpr int first = 2;
     const int first_mail = first + static_cast<int>(telephones),
               name = first + static_cast<int>(columns.size()), parent = name + 1;
-    TUse use(database.Statement(Contact_Rows_Sql(columns, !folder.empty())));
+    TUse use(database.Statement(Contact_Rows_Sql(columns, column)));
     use->Bind(0, book);
     use->Bind(1, std::int64_t{deleted});
-    if (!folder.empty()) use->Bind(2, folder);
+    if (!column.empty()) use->Bind(2, value);
     while (use->Step()) {
       if (!Access_Allowed(use->Text(0), Access_See)) continue;
       rows.push_back({std::string(use->Text(0)), std::string(use->Text(1)),
@@ -100,6 +101,19 @@ void Add_What_Few_Have(TDatabase& database, std::string_view book, std::vector<T
   }
 }
 
+template <class TRead>
+std::vector<TContact_Row> Read_Rows(std::string_view book, TRead read) {
+  const TSnapshot snapshot;
+  const TTable_Context contacts(Shared_Database(), Table_Def("KT_Contacts"));
+  return contacts.Guarded("read", [&] {
+    std::vector<TContact_Row> rows;
+    TRow_Reader reader(book, rows);
+    read(reader, contacts.Database);
+    Add_What_Few_Have(contacts.Database, book, rows);
+    return rows;
+  });
+}
+
 std::string Digits_Of(std::string_view text) {
   std::string digits;
   for (const char c : text) {
@@ -128,20 +142,17 @@ const std::string& TContact_Row::Text(TContact_Column column) const {
 }
 
 std::vector<TContact_Row> Read_Contact_Rows(std::string_view book, bool deleted, std::string_view folder) {
-  const TSnapshot snapshot;
-  const TTable_Context contacts(Shared_Database(), Table_Def("KT_Contacts"));
-  return contacts.Guarded("read", [&] {
-    std::vector<TContact_Row> rows;
-    TRow_Reader reader(book, rows);
-    if (folder.empty()) {
-      reader.Read(contacts.Database, book, deleted, {});
-    } else {
-      reader.Read(contacts.Database, book, deleted, folder);
-      for (const std::string& below : Get_SubGroups(folder))
-        reader.Read(contacts.Database, book, deleted, below);
-    }
-    Add_What_Few_Have(contacts.Database, book, rows);
-    return rows;
+  return Read_Rows(book, [&](TRow_Reader& reader, TDatabase& database) {
+    if (folder.empty()) return reader.Read(database, book, deleted, {}, {});
+    reader.Read(database, book, deleted, "Parent", folder);
+    for (const std::string& below : Get_SubGroups(folder))
+      reader.Read(database, book, deleted, "Parent", below);
+  });
+}
+
+std::vector<TContact_Row> Read_Rows_Of_Contacts(std::string_view book, const std::vector<std::string>& keys) {
+  return Read_Rows(book, [&](TRow_Reader& reader, TDatabase& database) {
+    for (const std::string& key : keys) reader.Read(database, book, false, "Key", key);
   });
 }
 

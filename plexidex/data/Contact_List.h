@@ -28,6 +28,9 @@ struct TContact_Row {
 /// user may see, in no order. Throws EData_Error.
 std::vector<TContact_Row> Read_Contact_Rows(std::string_view book, bool deleted,
                                             std::string_view folder = {});
+/// Those of these contacts of a book that are not deleted, as far as the current user may see them, in no
+/// order. Throws EData_Error.
+std::vector<TContact_Row> Read_Rows_Of_Contacts(std::string_view book, const std::vector<std::string>& keys);
 
 class TContact_List {
  public:

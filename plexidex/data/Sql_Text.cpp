@@ -202,14 +202,15 @@ std::string Unmatched_Count_Sql(const TTable_Def& table, std::string_view column
          name;
 }
 
-std::string Contact_Rows_Sql(const std::vector<std::string>& details, bool of_a_folder) {
+std::string Contact_Rows_Sql(const std::vector<std::string>& details, std::string_view narrowed_by) {
   const auto table = [](std::string_view name) { return Quoted(Table_Def(name).Name); };
   std::string list = "d.\"Key\", d.\"DisplayName\"";
   for (const std::string& column : details) list += ", l." + Quoted(column);
   return "SELECT " + list + ", t.\"Name\", d.\"Parent\" FROM " + table("KT_Contacts") + " d LEFT JOIN " +
          table("KT_Contacts_Data") + " l ON l.\"Contact\" = d.\"Key\" LEFT JOIN " + table("KT_Templates") +
          " t ON t.\"Key\" = l.\"Template\" WHERE d.\"Type\" = " + std::to_string(Contact_Type_Contact) +
-         " AND d.\"Book\" = ? AND d.\"Deleted\" = ?" + (of_a_folder ? " AND d.\"Parent\" = ?" : "");
+         " AND d.\"Book\" = ? AND d.\"Deleted\" = ?" +
+         (narrowed_by.empty() ? std::string() : " AND d." + Quoted(narrowed_by) + " = ?");
 }
 
 std::string Members_Sql() {

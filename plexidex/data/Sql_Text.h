@@ -93,9 +93,9 @@ std::string Outside_Sql(const TTable_Def& table, std::initializer_list<std::stri
                         std::int64_t low, std::int64_t end);
 
 /// The contacts of a book that are deleted or not, each with columns of its details, and last the name of its
-/// template and the key of its folder. Parameters: the book, whether they are deleted, and for those of one
-/// folder alone its key.
-std::string Contact_Rows_Sql(const std::vector<std::string>& details, bool of_a_folder);
+/// template and the key of its folder. Parameters: the book, whether they are deleted, and when they are
+/// narrowed by a column its value.
+std::string Contact_Rows_Sql(const std::vector<std::string>& details, std::string_view narrowed_by);
 /// The contacts of a category. Parameter: its key.
 std::string Members_Sql();
 

@@ -51,16 +51,15 @@ bool Set_Deleted(const std::vector<std::string>& contacts, bool gone) {
 
 }  // namespace
 
-TContacts_Page::TContacts_Page()
-    : model(new TContact_Model(this)),
+TContact_List_Page::TContact_List_Page()
+    : deleted(new QCheckBox(tr("&Show deleted contacts"))),
+      model(new TContact_Model(this)),
       list(new QTableView),
       filter(new QLineEdit),
       count(new QLabel),
-      deleted(new QCheckBox(tr("&Show deleted contacts"))),
       add(new QPushButton(tr("&New Contact..."))),
       open(new QPushButton(tr("&Open"))),
       remove(new QPushButton) {
-  setObjectName(QStringLiteral("Contacts_Page"));
   Set_Up_List();
   filter->setObjectName(QStringLiteral("Filter"));
   filter->setPlaceholderText(tr("Type to narrow the list"));
@@ -96,21 +95,22 @@ TContacts_Page::TContacts_Page()
   down->setShortcutContext(Qt::WidgetShortcut);
   filter->addAction(down);
   connect(down, &QAction::triggered, list, [this] { list->setFocus(Qt::ShortcutFocusReason); });
-  connect(filter, &QLineEdit::returnPressed, this, &TContacts_Page::Open);
+  connect(filter, &QLineEdit::returnPressed, this, &TContact_List_Page::Open);
   connect(filter, &QLineEdit::textChanged, this, [this](const QString& text) {
     Keep_Selected([&] { model->Narrow(text); });
     Say_Count();
   });
-  connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &TContacts_Page::Set_Buttons);
-  connect(list, &QTableView::activated, this, &TContacts_Page::Open);
+  connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &TContact_List_Page::Set_Buttons);
+  connect(list, &QTableView::activated, this, &TContact_List_Page::Open);
   connect(deleted, &QCheckBox::toggled, this, [this] { Reload(); });
   connect(add, &QPushButton::clicked, this,
           [this] { Post_Message(Get_ParentForm(this), umAddContact, 0, 0); });
-  connect(open, &QPushButton::clicked, this, &TContacts_Page::Open);
-  connect(remove, &QPushButton::clicked, this, &TContacts_Page::Delete_Or_Restore);
+  connect(open, &QPushButton::clicked, this, &TContact_List_Page::Open);
+  connect(remove, &QPushButton::clicked, this, &TContact_List_Page::Delete_Or_Restore);
 }
 
-void TContacts_Page::Set_Up_List() {
+void TContact_List_Page::Set_Up_List() {
   list->setObjectName(QStringLiteral("Contacts"));
   list->setAccessibleName(tr("Contacts"));
   list->setModel(model);
@@ -134,7 +134,7 @@ void TContacts_Page::Set_Up_List() {
   list->setSortingEnabled(true);
 }
 
-void TContacts_Page::Add_Commands() {
+void TContact_List_Page::Add_Commands() {
   list->setContextMenuPolicy(Qt::ActionsContextMenu);
   const auto add_command = [this](const char* name, const QString& text, const QString& hint, auto run) {
     auto* action = new QAction(text, list);
@@ -145,37 +145,45 @@ void TContacts_Page::Add_Commands() {
     return action;
   };
   // The first and the last are for those that are not deleted.
-  add_command("Open", tr("&Open"), open->statusTip(), &TContacts_Page::Open);
+  add_command("Open", tr("&Open"), open->statusTip(), &TContact_List_Page::Open);
   tag = add_command("Tag", tr("&Tag"), tr("Marks the selected contacts, for yourself alone"),
-                    &TContacts_Page::Tag);
+                    &TContact_List_Page::Tag);
   tag->setCheckable(true);
   tag->setShortcut(Qt::CTRL | Qt::Key_T);
   add_command("Move", tr("&Move to Folder..."), tr("Moves the selected contacts to a folder of the book"),
-              &TContacts_Page::Move);
+              &TContact_List_Page::Move);
   QAction* erase =
       add_command("Delete", tr("&Delete..."), tr("Deletes the selected contacts, which can be restored"),
-                  &TContacts_Page::Delete_Or_Restore);
+                  &TContact_List_Page::Delete_Or_Restore);
   erase->setShortcut(Qt::Key_Delete);
   erase->setShortcutContext(Qt::WidgetShortcut);
 }
 
-void TContacts_Page::resizeEvent(QResizeEvent* event) {
+void TContact_List_Page::resizeEvent(QResizeEvent* event) {
   TBook_Page::resizeEvent(event);
   for (const auto& [column, chars] : Least_Chars)
     list->setColumnHidden(static_cast<int>(column), width() < list->fontMetrics().averageCharWidth() * chars);
 }
 
-void TContacts_Page::Reload() {
+void TContact_List_Page::Reload() {
   Rows_Are_Shown();
+  Show_Rows();
+}
+
+void TContact_List_Page::Show_Rows() {
   model->Set_Book(Book());
   Read("Contacts_Page:Reload [KT_Contacts/KT_Contacts_Data/KT_Templates/KT_Categories/KT_Flags]", [this] {
-    auto rows = Read_Contact_Rows(Book(), deleted->isChecked(), folder);
+    auto rows = Read_Rows();
     Keep_Selected([&] { model->Show_Rows(std::move(rows)); });
   });
   Say_Count();
 }
 
-void TContacts_Page::Keep_Selected(const std::function<void()>& change) {
+void TContact_List_Page::Add_Above(QLayout* added) {
+  static_cast<QVBoxLayout*>(layout())->insertLayout(0, added);
+}
+
+void TContact_List_Page::Keep_Selected(const std::function<void()>& change) {
   const QString current = Selected();
   const std::vector<std::string> selected = All_Selected();
   const int row = list->currentIndex().row();
@@ -187,14 +195,14 @@ void TContacts_Page::Keep_Selected(const std::function<void()>& change) {
   Set_Buttons();
 }
 
-void TContacts_Page::Select(const QString& key, int row) {
+void TContact_List_Page::Select(const QString& key, int row) {
   const auto found = model->List().Position_Of(From_Qt(key));
   const int last = model->rowCount() - 1;
   if (last < 0) return;
   list->setCurrentIndex(model->index(found ? static_cast<int>(*found) : qBound(0, row, last), 0));
 }
 
-void TContacts_Page::Say_Count() {
+void TContact_List_Page::Say_Count() {
   const auto shown = static_cast<qulonglong>(model->List().Count()),
              all = static_cast<qulonglong>(model->List().Count_Of_All());
   const QLocale locale;
@@ -202,13 +210,13 @@ void TContacts_Page::Say_Count() {
   count->setText(shown == all ? of : tr("%1 of %2").arg(locale.toString(shown), of));
 }
 
-QString TContacts_Page::Selected() const {
+QString TContact_List_Page::Selected() const {
   const QModelIndex current = list->currentIndex();
   return current.isValid() ? To_Qt(model->List().Row(static_cast<std::size_t>(current.row())).Key)
                            : QString();
 }
 
-std::vector<std::string> TContacts_Page::All_Selected() const {
+std::vector<std::string> TContact_List_Page::All_Selected() const {
   QModelIndexList rows = list->selectionModel()->selectedRows();
   std::sort(rows.begin(), rows.end());
   std::vector<std::string> keys;
@@ -217,7 +225,7 @@ std::vector<std::string> TContacts_Page::All_Selected() const {
   return keys;
 }
 
-void TContacts_Page::Set_Buttons() {
+void TContact_List_Page::Set_Buttons() {
   const bool restoring = deleted->isChecked();
   remove->setText(restoring ? tr("&Restore") : tr("&Delete..."));
   remove->setAccessibleName(restoring ? tr("Restore") : tr("Delete"));
@@ -236,7 +244,7 @@ void TContacts_Page::Set_Buttons() {
 }
 
 // As the current one is to be, so are all.
-void TContacts_Page::Tag() {
+void TContact_List_Page::Tag() {
   const auto keys = All_Selected();
   const bool tagged = tag->isChecked();
   Change_In_Place([&] {
@@ -249,18 +257,18 @@ void TContacts_Page::Tag() {
   Set_Buttons();
 }
 
-void TContacts_Page::Move() {
+void TContact_List_Page::Move() {
   bool moved = false;
   if (!Outlives(this, [&] { moved = Move_With_Dialog(window(), Book(), All_Selected()); }) || !moved) return;
   Reload();
   emit Contacts_Changed();
 }
 
-void TContacts_Page::Open() {
+void TContact_List_Page::Open() {
   if (open->isEnabled()) emit Open_Contact(Selected());
 }
 
-void TContacts_Page::Delete_Or_Restore() {
+void TContact_List_Page::Delete_Or_Restore() {
   if (!remove->isEnabled()) return Kt_util_01::Sound(5);
   const std::vector<std::string> contacts = All_Selected();
   bool done = false;
@@ -273,6 +281,14 @@ void TContacts_Page::Delete_Or_Restore() {
     return;
   Reload();
   emit Contacts_Changed();
+}
+
+TContacts_Page::TContacts_Page() {
+  setObjectName(QStringLiteral("Contacts_Page"));
+}
+
+std::vector<TContact_Row> TContacts_Page::Read_Rows() {
+  return Read_Contact_Rows(Book(), deleted->isChecked(), folder);
 }
 
 bool Delete_Contacts(const std::vector<std::string>& contacts) {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "Contact_List.h"
 #include "Page_Place.h"
 
 class QAction;
 class QCheckBox;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QPushButton;
 class QTableView;
@@ -13,15 +15,12 @@ namespace Plexidex {
 
 class TContact_Model;
 
-/// The contacts of a book or of one of its folders, those that are kept or those that were deleted, sorted by
-/// a column and narrowed to what is typed. They are dragged from here to a folder.
-class TContacts_Page : public TBook_Page {
+/// Contacts of a book, sorted by a column and narrowed to what is typed. They are dragged from here to a
+/// folder.
+class TContact_List_Page : public TBook_Page {
   Q_OBJECT
 
  public:
-  TContacts_Page();
-  /// To be called before the page is read; "" shows the whole book.
-  void Set_Folder(const std::string& key) { folder = key; }
   void Reload() override;
   /// Lets the user choose the folder for the selected contacts.
   void Move();
@@ -32,7 +31,16 @@ class TContacts_Page : public TBook_Page {
   void Contacts_Changed();
 
  protected:
+  TContact_List_Page();
+
+  /// What is listed. May throw EData_Error.
+  virtual std::vector<Kt_data_01::TContact_Row> Read_Rows() = 0;
+  /// Reads the rows and keeps what is selected.
+  void Show_Rows();
+  void Add_Above(QLayout* added);
   void resizeEvent(QResizeEvent* event) override;
+
+  QCheckBox* deleted;  // whether those listed are
 
  private:
   void Set_Up_List();
@@ -55,9 +63,23 @@ class TContacts_Page : public TBook_Page {
   QTableView* list;
   QLineEdit* filter;
   QLabel* count;
-  QCheckBox* deleted;
   QPushButton *add, *open, *remove;
   QAction* tag = nullptr;
+};
+
+/// The contacts of a book or of one of its folders, those that are kept or those that were deleted.
+class TContacts_Page : public TContact_List_Page {
+  Q_OBJECT
+
+ public:
+  TContacts_Page();
+  /// To be called before the page is read; "" shows the whole book.
+  void Set_Folder(const std::string& key) { folder = key; }
+
+ protected:
+  std::vector<Kt_data_01::TContact_Row> Read_Rows() override;
+
+ private:
   std::string folder;
 };
 

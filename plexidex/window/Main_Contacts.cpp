@@ -84,7 +84,7 @@ void TMain_Window::Remove_Selected_Folder() {
 // Those selected in the list where it has the keyboard, or else what is selected in the tree.
 void TMain_Window::Move_Selected() {
   const TNode node = tree->Current();
-  auto* contacts = page.As<TContacts_Page>();
+  auto* contacts = page.As<TContact_List_Page>();
   if (contacts && (node.Kind != TNode_Kind::Folder || contacts->isAncestorOf(focusWidget())))
     return contacts->Move();
   if (Move_With_Dialog(this, node.Book, {node.Kind == TNode_Kind::Folder ? node.Folder : node.Contact}))

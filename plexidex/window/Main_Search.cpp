@@ -2,6 +2,8 @@
 
 #include <QKeyEvent>
 
+#include "Criteria_Page.h"
+#include "Found_Contacts_Page.h"
 #include "KTReminds.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
@@ -39,10 +41,19 @@ void TMain_Window::Display_Host_Page(int index) {
   if (const auto display = Search_Page(index)) {
     // Another kind of search begins anew; the same one goes on where it was.
     const std::pair begun(index, node.Book);
-    if (!display(place, page, node.Book, begun != last_search)) return;
+    const bool anew = begun != last_search;
+    if (!display(place, page, node.Book, anew)) return;
     last_search = begun;
+    connect(page.As<TCriteria_Page>(), &TCriteria_Page::Search_Cleared, this, &TMain_Window::Forget_Found,
+            Qt::UniqueConnection);
+    if (anew) Forget_Found();
   } else if (index == Page_Calendar_Results) {
     if (!Display_Calendar_Search_Results(place, page, node.Book, node.Calendar)) return;
+  } else if (index == Page_Contact_Results) {
+    Keep_Search();
+    tree->Show_Results(node.Book, {});
+    tree->Select(TNode_Kind::Results, node.Book);
+    return;
   } else {
     return Display_Own_Page(index, node);
   }
@@ -76,6 +87,50 @@ void TMain_Window::Display_Own_Page(int index, const TNode& node) {
     default:
       break;
   }
+}
+
+// The search goes on to be edited; what was found belongs to it as it is now.
+void TMain_Window::Keep_Search() {
+  if (!CurrentSearch) Clear_Search();
+  found = std::make_unique<TSearchRecord>(*CurrentSearch);
+}
+
+bool TMain_Window::Show_Found_Contacts(const TNode& node) {
+  *CurrentSearch = *found;
+  return Display_Book_Page<TFound_Contacts_Page>(
+      place, page, node.Book, node.Calendar, [this](TFound_Contacts_Page& made) {
+        // Queued: the page that asks is closed by what it asks for.
+        connect(
+            &made, &TContact_List_Page::Open_Contact, this,
+            [this](const QString& key) { tree->Select_Found(tree->Current().Book, From_Qt(key)); },
+            Qt::QueuedConnection);
+        connect(&made, &TContact_List_Page::Contacts_Changed, this, &TMain_Window::Reload_Tree);
+        connect(&made, &TFound_Contacts_Page::Searched, this, [this] {
+          if (auto* shown = page.As<TFound_Contacts_Page>())
+            tree->Show_Results(shown->Book(), shown->Found());
+        });
+        connect(
+            &made, &TFound_Contacts_Page::Settings_Wanted, this,
+            [this] {
+              Display_Host_Page(last_search.second == tree->Current().Book ? last_search.first
+                                                                           : Page_Advanced_Search);
+            },
+            Qt::QueuedConnection);
+        connect(&made, &TFound_Contacts_Page::Close_Wanted, this, &TMain_Window::Close_Found,
+                Qt::QueuedConnection);
+      });
+}
+
+void TMain_Window::Forget_Found() {
+  tree->Hide_Results();
+  found.reset();
+  Set_Actions();
+}
+
+void TMain_Window::Close_Found() {
+  const TNode node = tree->Current();
+  Forget_Found();
+  if (!tree->Select(TNode_Kind::Contacts, node.Book)) Node_Selected();
 }
 
 void TMain_Window::keyPressEvent(QKeyEvent* event) {

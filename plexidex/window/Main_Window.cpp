@@ -156,6 +156,8 @@ bool TMain_Window::Show_Page(const TNode& node) {
     case TNode_Kind::Contacts:
     case TNode_Kind::Folder:
       return Show_Contacts(node);
+    case TNode_Kind::Results:
+      return Show_Found_Contacts(node);
     case TNode_Kind::Contact:
       return Display_Book_Page<TContact_Page>(
           place, page, node.Book, node.Contact, [this](TContact_Page& made) {
@@ -184,7 +186,8 @@ void TMain_Window::Set_Actions() {
   for (QAction* action : search_actions) action->setEnabled(book);
   for (QAction* action : {edit_contact, delete_contact}) action->setEnabled(contact);
   for (QAction* action : {rename_folder, remove_folder}) action->setEnabled(folder);
-  move_contacts->setEnabled(contact || folder || node.Kind == TNode_Kind::Contacts);
+  move_contacts->setEnabled(contact || folder || node.Kind == TNode_Kind::Contacts ||
+                            node.Kind == TNode_Kind::Results);
 }
 
 std::optional<TSheet_Request> TMain_Window::Shown_Sheet() const {

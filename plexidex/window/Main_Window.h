@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -10,6 +11,10 @@
 class QAction;
 class QLabel;
 class QSplitter;
+
+namespace KTReminds {
+class TSearchRecord;
+}
 
 namespace Plexidex {
 
@@ -52,6 +57,11 @@ class TMain_Window : public QMainWindow {
   void Node_Selected();
   bool Show_Page(const TNode& node);
   bool Show_Contacts(const TNode& node);
+  bool Show_Found_Contacts(const TNode& node);
+  void Keep_Search();
+  /// The page that is shown stays.
+  void Forget_Found();
+  void Close_Found();
   void Show_Hint_Without_Page();
   void Show_Contact(const std::string& contact);
   void Send_To_Page(int message, qintptr l_param);
@@ -96,6 +106,8 @@ class TMain_Window : public QMainWindow {
   QList<QAction*> print_actions, search_actions;
   bool other_page = false;                  // one for searching is shown in place of the node's own
   std::pair<int, std::string> last_search;  // its page, and the book
+  // What the contacts were searched for that the tree shows as found; null when there are none.
+  std::unique_ptr<KTReminds::TSearchRecord> found;
 };
 
 }  // namespace Plexidex

@@ -1,9 +1,11 @@
 #include "Navigation_Tree.h"
 
 #include <QDropEvent>
+#include <QLocale>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <algorithm>
 #include <map>
 
 #include "Books.h"
@@ -75,13 +77,15 @@ TNode TNavigation_Tree::Node_Of(const QTreeWidgetItem* item) {
   while (book->parent()) book = book->parent();
   const TNode_Kind kind = Kind_Of(item);
   const std::string key = From_Qt(item->data(0, Key_Role).toString());
-  const bool contact = kind == TNode_Kind::Contact;
+  const bool contact = kind == TNode_Kind::Contact,
+             found = contact && Kind_Of(item->parent()) == TNode_Kind::Results;
   return {kind,
           From_Qt(book->data(0, Book_Role).toString()),
           From_Qt(book->text(0)),
           From_Qt(book->data(0, Calendar_Role).toString()),
           contact ? key : std::string(),
-          contact ? From_Qt(item->parent()->data(0, Key_Role).toString()) : key};
+          contact ? From_Qt(item->parent()->data(0, Key_Role).toString()) : key,
+          found};
 }
 
 TNode TNavigation_Tree::Current() const {
@@ -118,6 +122,50 @@ void TNavigation_Tree::Add_Contacts(QTreeWidgetItem* contacts_node) {
   });
 }
 
+// Directly below its contacts. No more than can be looked through; the page lists all.
+void TNavigation_Tree::Add_Results(QTreeWidgetItem* book_node) {
+  constexpr std::size_t most = 300;
+  QTreeWidgetItem* node = Item_Of(TNode_Kind::Results, results_book);
+  if (!node) {
+    node = Add_Node(book_node, tr("Search Results"), TNode_Kind::Results);
+    node->setExpanded(true);
+  }
+  qDeleteAll(node->takeChildren());
+  Kt_data_01::Read("Navigation_Tree:Add_Results [KT_Contacts]", [&] {
+    const std::size_t shown = std::min(results.size(), most);
+    for (std::size_t i = 0; i < shown; ++i) {
+      const auto contact = Kt_data_01::Find_Contact(results[i]);
+      if (contact && !contact->Deleted)
+        Add_Node(node, To_Qt(contact->Name), TNode_Kind::Contact)->setData(0, Key_Role, To_Qt(results[i]));
+    }
+    // Leads to the page too.
+    if (results.size() > shown)
+      Add_Node(node, tr("%1 more...").arg(QLocale().toString(qulonglong(results.size() - shown))),
+               TNode_Kind::Results);
+  });
+}
+
+void TNavigation_Tree::Show_Results(const std::string& book, std::vector<std::string> contacts) {
+  const QScopedValueRollback quiet(silent, true);
+  if (book != results_book) Hide_Results();
+  results_book = book;
+  results = std::move(contacts);
+  const TNode selected = Current();
+  if (QTreeWidgetItem* book_node = Item_Of(TNode_Kind::Book, book)) Add_Results(book_node);
+  if (QTreeWidgetItem* again = Find(selected)) setCurrentItem(again);
+}
+
+void TNavigation_Tree::Hide_Results() {
+  const QScopedValueRollback quiet(silent, true);
+  const QTreeWidgetItem* node = Item_Of(TNode_Kind::Results, results_book);
+  const TNode selected = Current();
+  if (selected.Kind == TNode_Kind::Results || selected.Found)
+    setCurrentItem(Item_Of(TNode_Kind::Contacts, results_book));
+  delete node;
+  results_book.clear();
+  results.clear();
+}
+
 QTreeWidgetItem* TNavigation_Tree::Find_Below(QTreeWidgetItem* item, TNode_Kind kind,
                                               const QString& key) const {
   for (int i = 0; i < item->childCount(); ++i) {
@@ -129,7 +177,15 @@ QTreeWidgetItem* TNavigation_Tree::Find_Below(QTreeWidgetItem* item, TNode_Kind 
   return nullptr;
 }
 
+QTreeWidgetItem* TNavigation_Tree::Item_Of(TNode_Kind kind, const std::string& book) const {
+  return Find({kind, book, {}, {}, {}, {}});
+}
+
 QTreeWidgetItem* TNavigation_Tree::Find(const TNode& node) const {
+  if (QTreeWidgetItem* found = node.Found ? Item_Of(TNode_Kind::Results, node.Book) : nullptr) {
+    if (QTreeWidgetItem* contact = Find_Below(found, TNode_Kind::Contact, To_Qt(node.Contact)))
+      return contact;
+  }
   for (int b = 0; b < topLevelItemCount(); ++b) {
     QTreeWidgetItem* book = topLevelItem(b);
     if (From_Qt(book->data(0, Book_Role).toString()) != node.Book) continue;
@@ -163,6 +219,8 @@ void TNavigation_Tree::Reload() {
     if (Kind_Of(*i) == TNode_Kind::Folder && (*i)->isExpanded())
       unfolded_folders << (*i)->data(0, Key_Role).toString();
   }
+  const QTreeWidgetItem* results_node = Item_Of(TNode_Kind::Results, results_book);
+  const bool results_folded = results_node && !results_node->isExpanded();
   const int scrolled = verticalScrollBar()->value();
   clear();
   was_read = Kt_data_01::Read("Navigation_Tree:Reload [KT_Books/KT_Contacts]", [&] {
@@ -177,6 +235,10 @@ void TNavigation_Tree::Reload() {
       const QString key = To_Qt(book.Key);
       item->setExpanded(!folded.contains(key));
       contacts->setExpanded(unfolded_contacts.contains(key));
+      if (book.Key == results_book) {
+        Add_Results(item);
+        Item_Of(TNode_Kind::Results, results_book)->setExpanded(!results_folded);
+      }
       for (const QString& folder : unfolded_contacts.contains(key) ? unfolded_folders : QStringList()) {
         if (QTreeWidgetItem* found = Find_Below(contacts, TNode_Kind::Folder, folder))
           found->setExpanded(true);
@@ -194,7 +256,14 @@ void TNavigation_Tree::Reload() {
 }
 
 bool TNavigation_Tree::Select(TNode_Kind kind, const std::string& book, const std::string& key) {
-  QTreeWidgetItem* item = Find({kind, book, {}, {}, key, key});
+  return Select_Item(Find({kind, book, {}, {}, key, key}));
+}
+
+bool TNavigation_Tree::Select_Found(const std::string& book, const std::string& contact) {
+  return Select_Item(Find({TNode_Kind::Contact, book, {}, {}, contact, {}, true}));
+}
+
+bool TNavigation_Tree::Select_Item(QTreeWidgetItem* item) {
   if (item && item == currentItem()) {
     emit Node_Selected();
   } else if (item) {

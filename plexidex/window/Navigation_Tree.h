@@ -2,10 +2,11 @@
 
 #include <QTreeWidget>
 #include <string>
+#include <vector>
 
 namespace Plexidex {
 
-enum class TNode_Kind { None, Book, Calendar, Tasks, Contacts, Folder, Contact };
+enum class TNode_Kind { None, Book, Calendar, Tasks, Contacts, Folder, Contact, Results };
 
 /// What a node stands for, by keys.
 struct TNode {
@@ -14,6 +15,7 @@ struct TNode {
   std::string Calendar;  // the book's calendar record
   std::string Contact;
   std::string Folder;  // itself, or in which the contact lies; "" at the top
+  bool Found = false;  // the contact is one of the results of a search
 
   bool operator==(const TNode&) const = default;
 };
@@ -35,6 +37,14 @@ class TNavigation_Tree : public QTreeWidget {
   /// Selects the node of this kind of a book, of this contact or folder if it is one, and tells so once, also
   /// when it was selected already; false when there is none.
   bool Select(TNode_Kind kind, const std::string& book, const std::string& contact_or_folder = {});
+  /// Selects a contact among the results of the search, or else where it lies.
+  bool Select_Found(const std::string& book, const std::string& contact);
+  /// Shows what a search has found among the contacts of a book, by name, in place of another search: a node
+  /// with the first hundreds of them. Tells of no change.
+  void Show_Results(const std::string& book, std::vector<std::string> contacts);
+  /// Takes the node away; when it, or one below it, was the current one, the book's contacts are. Tells of no
+  /// change.
+  void Hide_Results();
 
  signals:
   /// The user has chosen another node, or Select this one.
@@ -57,11 +67,16 @@ class TNavigation_Tree : public QTreeWidget {
   static TNode Node_Of(const QTreeWidgetItem* item);
   QTreeWidgetItem* Find(const TNode& node) const;
   QTreeWidgetItem* Find_Below(QTreeWidgetItem* item, TNode_Kind kind, const QString& key) const;
+  QTreeWidgetItem* Item_Of(TNode_Kind kind, const std::string& book) const;
+  bool Select_Item(QTreeWidgetItem* item);
   void Add_Contacts(QTreeWidgetItem* contacts_node);
+  void Add_Results(QTreeWidgetItem* book_node);
   /// The contacts or folder that a drop there would go to; null when it takes nothing.
   const QTreeWidgetItem* Target(const QDropEvent& event) const;
 
   bool silent = false, was_read = true;
+  std::string results_book;  // "" without results
+  std::vector<std::string> results;
 };
 
 }  // namespace Plexidex

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "Current_Search.h"
 #include "Editor_Fixture.h"
 #include "Entry_List.h"
 #include "Marking.h"
@@ -254,6 +255,45 @@ TEST_F(Main_Window, Folders_Are_Made_Renamed_Filled_And_Removed) {
   EXPECT_TRUE(QTest::qWaitForWindowActive(&*window));
   QTest::keyClick(&tree, Qt::Key_Delete);
   EXPECT_EQ(below(), "Club .Anna .Bert Friends .Zoe ");
+}
+
+TEST_F(Main_Window, Found_Contacts_Have_A_Node_Until_Their_Search_Is_Cleared_Or_Closed) {
+  const auto add = [this](const char* name) { In_Update([&] { Create_Contact(book, name); }); };
+  for (const char* name : {"Anna", "Berta", "Bert"}) add(name);
+  auto& tree = Open();
+  Show(*window);
+  const auto search = [&] {
+    Choose("C&ontacts...");
+    KTReminds::CurrentSearch->Add_Field(KTReminds::Group_Contact, KTReminds::Search_Contact_Name,
+                                        KTReminds::Action_Contains, "bert", "", false, false);
+    Act(&*window, "SearchNow");
+    Settle();
+    return Below(tree.topLevelItem(0));
+  };
+  const std::string nodes = "Calendar|Tasks|Contacts", results = nodes + "|Search Results";
+  EXPECT_EQ(search(), results);
+  const auto found = [&] {
+    return Below(tree.currentItem()) + "/" + Seen(&*window, "Shown_Count Search_Caption").substr(0, 44);
+  };
+  EXPECT_EQ(found(), "Bert|Berta/2 contacts|Search Results [2 Contacts found ");
+  add("Bertram");
+  Look_At_Rows(&*window);
+  EXPECT_EQ(found(), "Bert|Berta|Bertram/3 contacts|Search Results [3 Contacts found ");
+  Confirm(Control<QTableView>(&*window, "Contacts"));
+  Settle();
+  EXPECT_EQ(tree.currentItem()->parent()->text(0) +
+                From_Qt(Control<QLabel>(&*window, "Contact_Name")->text()).c_str(),
+            "Search ResultsBert");
+  ASSERT_TRUE(tree.Select(TNode_Kind::Results, book));
+  Act(&*window, "SearchSettings");
+  Settle();
+  EXPECT_EQ(Control<QListWidget>(&*window, "ListBox1")->count(), 2) << "the search as it was";
+  Act(&*window, "ClearSearch");
+  EXPECT_EQ(Below(tree.topLevelItem(0)) + "/" + window->Page_Name(), nodes + "/Simple_Search_Frm0");
+  EXPECT_EQ(search(), results);
+  Act(&*window, "Close");
+  Settle();
+  EXPECT_EQ(Below(tree.topLevelItem(0)) + "/" + window->Page_Name(), nodes + "/Contacts_Page0");
 }
 
 TEST_F(Main_Window, Books_Are_Made_Renamed_And_Removed) {
