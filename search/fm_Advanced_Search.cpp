@@ -79,6 +79,10 @@ TSearch_Choices TAdvanced_Search_Frm::Groups() const {
 void TAdvanced_Search_Frm::Load() {
   bool loaded = false;
   if (!Outlives(this, [&] { loaded = Load_Filter(Book); }) || !loaded) return;
+  Show_Search();
+}
+
+void TAdvanced_Search_Frm::Show_Search() {
   target->setCurrentIndex(target->findData(Results_Of_Search()));
   DoRefresh();
 }
@@ -89,7 +93,9 @@ void TAdvanced_Search_Frm::DoRefresh() {
 }
 
 bool Display_Advanced_Search(QWidget* Parent, TForm_Reference& Form, const std::string& Book, bool Clear) {
-  return Display_Criteria_Page<TAdvanced_Search_Frm>(Parent, Form, Book, Clear);
+  if (!Display_Criteria_Page<TAdvanced_Search_Frm>(Parent, Form, Book, Clear)) return false;
+  if (!CurrentSearch->Items.empty()) Form.As<TAdvanced_Search_Frm>()->Show_Search();
+  return true;
 }
 
 }  // namespace KTReminds

@@ -14,6 +14,8 @@ class TAdvanced_Search_Frm : public TCriteria_Page {
  public:
   TAdvanced_Search_Frm();
   void DoRefresh() override;
+  /// Looks for what the current search asks for.
+  void Show_Search();
 
  protected:
   TSearch_Choices Groups() const override;

@@ -114,6 +114,16 @@ void TMain_Window::Make_Menus() {
   add_search(tr("&Advanced..."), KTReminds::Page_Advanced_Search,
              tr("Searches for anything, and stores searches or loads them"));
 
+  search->addSeparator();
+  const auto add_filter = [&](const QString& text, const QString& hint, auto run) {
+    filter_actions << add(search, text, {}, hint, run);
+  };
+  add_filter(tr("&Run Search"), tr("Searches again for what the stored search asks for"),
+             [this] { Node_Selected(); });
+  add_filter(tr("&Edit Search..."), tr("Allows the criteria of the stored search to be changed"),
+             [this] { Edit_Selected_Filter(); });
+  add_filter(tr("&Delete Search..."), tr("Removes the stored search"), [this] { Delete_Selected_Filter(); });
+
   QMenu* help = Add_Menu(menuBar(), "Help", tr("&Help"));
   add(help, tr("&About Plexidex..."), {}, tr("Says what this program is and where its data lies"),
       [this] { About(); });
@@ -128,13 +138,14 @@ void TMain_Window::Make_Tree_Menu() {
     return line;
   };
   tree->addActions({new_event, new_task, new_contact, new_folder, separator(), edit_contact, delete_contact,
-                    move_contacts, rename_folder, remove_folder, separator(), set_up_book, edit_templates,
-                    edit_categories, delete_book});
+                    move_contacts, rename_folder, remove_folder});
+  tree->addActions(filter_actions);
+  tree->addActions({separator(), set_up_book, edit_templates, edit_categories, delete_book});
   auto* erase = new QShortcut(Qt::Key_Delete, tree);
   erase->setContext(Qt::WidgetShortcut);
   connect(erase, &QShortcut::activated, this, [this] {
-    for (QAction* remove : {delete_contact, remove_folder}) {
-      if (remove->isEnabled()) return remove->trigger();
+    for (QAction* remove : {delete_contact, remove_folder, filter_actions.last()}) {
+      if (remove->isEnabled() && remove->isVisible()) return remove->trigger();
     }
   });
 }

@@ -3,8 +3,10 @@
 #include <QKeyEvent>
 
 #include "Criteria_Page.h"
+#include "Filter_Store.h"
 #include "Found_Contacts_Page.h"
 #include "KTReminds.h"
+#include "Kt_util_01.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Page_Place.h"
@@ -38,15 +40,12 @@ TDisplay_Search Search_Page(int index) {
 void TMain_Window::Display_Host_Page(int index) {
   const TNode node = tree->Current();
   if (node.Book.empty()) return;
-  if (const auto display = Search_Page(index)) {
-    // Another kind of search begins anew; the same one goes on where it was.
-    const std::pair begun(index, node.Book);
-    const bool anew = begun != last_search;
-    if (!display(place, page, node.Book, anew)) return;
-    last_search = begun;
-    connect(page.As<TCriteria_Page>(), &TCriteria_Page::Search_Cleared, this, &TMain_Window::Forget_Found,
-            Qt::UniqueConnection);
-    if (anew) Forget_Found();
+  // What was found asks for the criteria that found it.
+  if (index == Page_Calendar_Search && page.As<TCalendar_Search_Results_Frm>() &&
+      last_search.second == node.Book)
+    index = last_search.first;
+  if (Search_Page(index)) {
+    if (!Show_Search_Page(index, node.Book)) return;
   } else if (index == Page_Calendar_Results) {
     if (!Display_Calendar_Search_Results(place, page, node.Book, node.Calendar)) return;
   } else if (index == Page_Contact_Results) {
@@ -59,6 +58,18 @@ void TMain_Window::Display_Host_Page(int index) {
   }
   other_page = true;
   Send_Message(page.Get(), umSetActiveControl, 0, 0);
+}
+
+bool TMain_Window::Show_Search_Page(int index, const std::string& book) {
+  // Another kind of search begins anew; the same one goes on where it was.
+  const std::pair begun(index, book);
+  const bool anew = begun != last_search;
+  if (!Search_Page(index)(place, page, book, anew)) return false;
+  last_search = begun;
+  connect(page.As<TCriteria_Page>(), &TCriteria_Page::Search_Cleared, this, &TMain_Window::Forget_Found,
+          Qt::UniqueConnection);
+  if (anew) Forget_Found();
+  return true;
 }
 
 // The node's own page, or that of another one of its book.
@@ -82,6 +93,10 @@ void TMain_Window::Display_Own_Page(int index, const TNode& node) {
         Display_Task_Home_Page(place, page, node.Book, node.Calendar, Page_Task_Results, tool_area);
       break;
     case Page_None:
+      if (node.Kind == TNode_Kind::Searches) {
+        tree->Select(TNode_Kind::Book, node.Book);
+        break;
+      }
       Node_Selected();
       break;
     default:
@@ -119,6 +134,42 @@ bool TMain_Window::Show_Found_Contacts(const TNode& node) {
         connect(&made, &TFound_Contacts_Page::Close_Wanted, this, &TMain_Window::Close_Found,
                 Qt::QueuedConnection);
       });
+}
+
+// Its criteria become those of the advanced search.
+bool TMain_Window::Load_Filter(const TNode& node) {
+  if (!Load_Filter_Settings(node.Book, node.Filter, node.Shared)) return false;
+  last_search = {Page_Advanced_Search, node.Book};
+  return true;
+}
+
+// The results are shown beside the filter, which stays selected.
+bool TMain_Window::Run_Filter(const TNode& node) {
+  if (!Load_Filter(node)) return false;
+  switch (const int results = Results_Of_Search()) {
+    case Page_Calendar_Results:
+      return Display_Calendar_Search_Results(place, page, node.Book, node.Calendar);
+    case Page_Task_Results:
+      return Display_Task_Home_Page(place, page, node.Book, node.Calendar, results, tool_area);
+    default:
+      Keep_Search();
+      tree->Show_Results(node.Book, {});
+      return Show_Found_Contacts(node);
+  }
+}
+
+void TMain_Window::Edit_Selected_Filter() {
+  if (Load_Filter(tree->Current())) Display_Host_Page(Page_Advanced_Search);
+}
+
+void TMain_Window::Delete_Selected_Filter() {
+  const TNode node = tree->Current();
+  const std::string question = "Are you sure you wish to delete the Search Filter \"" + node.Filter + "\"?";
+  if (Kt_util_01::Raise_Question("Delete Search Filter", question) != Kt_util_01::Answer_Yes ||
+      !Delete_Filter(node.Book, node.Filter, node.Shared))
+    return void(Reload_Tree());
+  Read_Tree();
+  if (!tree->Select(TNode_Kind::Searches, node.Book)) tree->Select(TNode_Kind::Book, node.Book);
 }
 
 void TMain_Window::Forget_Found() {

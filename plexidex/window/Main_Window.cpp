@@ -158,6 +158,10 @@ bool TMain_Window::Show_Page(const TNode& node) {
       return Show_Contacts(node);
     case TNode_Kind::Results:
       return Show_Found_Contacts(node);
+    case TNode_Kind::Searches:
+      return Show_Search_Page(KTReminds::Page_Advanced_Search, node.Book);
+    case TNode_Kind::Filter:
+      return Run_Filter(node);
     case TNode_Kind::Contact:
       return Display_Book_Page<TContact_Page>(
           place, page, node.Book, node.Contact, [this](TContact_Page& made) {
@@ -184,6 +188,7 @@ void TMain_Window::Set_Actions() {
                           edit_templates, edit_categories, delete_book, new_folder})
     action->setEnabled(book);
   for (QAction* action : search_actions) action->setEnabled(book);
+  for (QAction* action : filter_actions) action->setVisible(node.Kind == TNode_Kind::Filter);
   for (QAction* action : {edit_contact, delete_contact}) action->setEnabled(contact);
   for (QAction* action : {rename_folder, remove_folder}) action->setEnabled(folder);
   move_contacts->setEnabled(contact || folder || node.Kind == TNode_Kind::Contacts ||

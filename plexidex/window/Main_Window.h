@@ -61,12 +61,17 @@ class TMain_Window : public QMainWindow {
   void Keep_Search();
   /// The page that is shown stays.
   void Forget_Found();
+  bool Load_Filter(const TNode& node);
+  bool Run_Filter(const TNode& node);
+  void Edit_Selected_Filter();
+  void Delete_Selected_Filter();
   void Close_Found();
   void Show_Hint_Without_Page();
   void Show_Contact(const std::string& contact);
   void Send_To_Page(int message, qintptr l_param);
   void New_Entry(bool task);
   void Display_Host_Page(int index);
+  bool Show_Search_Page(int index, const std::string& book);
   void Display_Own_Page(int index, const TNode& node);
   void Say_Not_Yet(const QString& what);
 
@@ -103,6 +108,7 @@ class TMain_Window : public QMainWindow {
           *edit_categories = nullptr, *delete_book = nullptr, *edit_contact = nullptr,
           *delete_contact = nullptr, *new_folder = nullptr, *rename_folder = nullptr,
           *remove_folder = nullptr, *move_contacts = nullptr;
+  QList<QAction*> filter_actions;  // run, edit, delete
   QList<QAction*> print_actions, search_actions;
   bool other_page = false;                  // one for searching is shown in place of the node's own
   std::pair<int, std::string> last_search;  // its page, and the book

@@ -11,6 +11,7 @@
 #include "Books.h"
 #include "Contact_Drag.h"
 #include "Contacts.h"
+#include "Filter_Store.h"
 #include "Folders.h"
 #include "Image_List.h"
 #include "Kt_forms.h"
@@ -27,6 +28,7 @@ constexpr int Book_Role = Qt::UserRole + 1;
 constexpr int Calendar_Role = Qt::UserRole + 2;
 constexpr int Key_Role = Qt::UserRole + 3;   // of a contact or folder
 constexpr int Read_Role = Qt::UserRole + 4;  // the contacts below have been read
+constexpr int Shared_Role = Qt::UserRole + 5;
 
 // The contacts last.
 QList<std::pair<TNode_Kind, QString>> Nodes_Of_A_Book() {
@@ -84,8 +86,12 @@ TNode TNavigation_Tree::Node_Of(const QTreeWidgetItem* item) {
           From_Qt(book->text(0)),
           From_Qt(book->data(0, Calendar_Role).toString()),
           contact ? key : std::string(),
-          contact ? From_Qt(item->parent()->data(0, Key_Role).toString()) : key,
-          found};
+          contact                      ? From_Qt(item->parent()->data(0, Key_Role).toString())
+          : kind == TNode_Kind::Filter ? std::string()
+                                       : key,
+          found,
+          kind == TNode_Kind::Filter ? From_Qt(item->data(0, Key_Role).toString()) : std::string(),
+          item->data(0, Shared_Role).toBool()};
 }
 
 TNode TNavigation_Tree::Current() const {
@@ -127,7 +133,9 @@ void TNavigation_Tree::Add_Results(QTreeWidgetItem* book_node) {
   constexpr std::size_t most = 300;
   QTreeWidgetItem* node = Item_Of(TNode_Kind::Results, results_book);
   if (!node) {
-    node = Add_Node(book_node, tr("Search Results"), TNode_Kind::Results);
+    node = new QTreeWidgetItem({tr("Search Results")});
+    node->setData(0, Kind_Role, static_cast<int>(TNode_Kind::Results));
+    book_node->insertChild(Nodes_Of_A_Book().size(), node);
     node->setExpanded(true);
   }
   qDeleteAll(node->takeChildren());
@@ -143,6 +151,23 @@ void TNavigation_Tree::Add_Results(QTreeWidgetItem* book_node) {
       Add_Node(node, tr("%1 more...").arg(QLocale().toString(qulonglong(results.size() - shown))),
                TNode_Kind::Results);
   });
+}
+
+// Those of the user, and then everybody's, each by name.
+void TNavigation_Tree::Add_Filters(QTreeWidgetItem* book_node, const std::string& book) {
+  QTreeWidgetItem* searches = nullptr;
+  for (const bool shared : {false, true}) {
+    QStringList names;
+    for (const std::string& name : KTReminds::Filter_Names(book, shared)) names << To_Qt(name);
+    std::sort(names.begin(), names.end(),
+              [](const QString& a, const QString& b) { return a.localeAwareCompare(b) < 0; });
+    for (const QString& name : names) {
+      if (!searches) searches = Add_Node(book_node, tr("Searches"), TNode_Kind::Searches);
+      auto* item = Add_Node(searches, shared ? tr("%1 (shared)").arg(name) : name, TNode_Kind::Filter);
+      item->setData(0, Key_Role, name);
+      item->setData(0, Shared_Role, shared);
+    }
+  }
 }
 
 void TNavigation_Tree::Show_Results(const std::string& book, std::vector<std::string> contacts) {
@@ -193,6 +218,13 @@ QTreeWidgetItem* TNavigation_Tree::Find(const TNode& node) const {
     for (int i = 0; i < book->childCount(); ++i) {
       QTreeWidgetItem* child = book->child(i);
       if (Kind_Of(child) == node.Kind) return child;
+      if (Kind_Of(child) == TNode_Kind::Searches && node.Kind == TNode_Kind::Filter) {
+        for (int f = 0; f < child->childCount(); ++f) {
+          if (Node_Of(child->child(f)).Filter == node.Filter &&
+              Node_Of(child->child(f)).Shared == node.Shared)
+            return child->child(f);
+        }
+      }
       if (Kind_Of(child) != TNode_Kind::Contacts) continue;
       if (node.Kind != TNode_Kind::Contact && node.Kind != TNode_Kind::Folder) continue;
       const_cast<TNavigation_Tree*>(this)->Add_Contacts(child);
@@ -206,13 +238,16 @@ QTreeWidgetItem* TNavigation_Tree::Find(const TNode& node) const {
 void TNavigation_Tree::Reload() {
   const QScopedValueRollback quiet(silent, true);
   const TNode selected = Current();
-  QStringList folded, unfolded_contacts, unfolded_folders;
+  QStringList folded, unfolded_contacts, unfolded_searches, unfolded_folders;
   for (int b = 0; b < topLevelItemCount(); ++b) {
     const QTreeWidgetItem* book = topLevelItem(b);
     if (!book->isExpanded()) folded << book->data(0, Book_Role).toString();
     for (int i = 0; i < book->childCount(); ++i) {
-      if (Kind_Of(book->child(i)) == TNode_Kind::Contacts && book->child(i)->isExpanded())
+      if (!book->child(i)->isExpanded()) continue;
+      if (Kind_Of(book->child(i)) == TNode_Kind::Contacts)
         unfolded_contacts << book->data(0, Book_Role).toString();
+      if (Kind_Of(book->child(i)) == TNode_Kind::Searches)
+        unfolded_searches << book->data(0, Book_Role).toString();
     }
   }
   for (QTreeWidgetItemIterator i(this, QTreeWidgetItemIterator::HasChildren); *i; ++i) {
@@ -239,6 +274,9 @@ void TNavigation_Tree::Reload() {
         Add_Results(item);
         Item_Of(TNode_Kind::Results, results_book)->setExpanded(!results_folded);
       }
+      Add_Filters(item, book.Key);
+      if (QTreeWidgetItem* searches = Item_Of(TNode_Kind::Searches, book.Key))
+        searches->setExpanded(unfolded_searches.contains(key));
       for (const QString& folder : unfolded_contacts.contains(key) ? unfolded_folders : QStringList()) {
         if (QTreeWidgetItem* found = Find_Below(contacts, TNode_Kind::Folder, folder))
           found->setExpanded(true);

@@ -6,7 +6,7 @@
 
 namespace Plexidex {
 
-enum class TNode_Kind { None, Book, Calendar, Tasks, Contacts, Folder, Contact, Results };
+enum class TNode_Kind { None, Book, Calendar, Tasks, Contacts, Folder, Contact, Results, Searches, Filter };
 
 /// What a node stands for, by keys.
 struct TNode {
@@ -14,14 +14,16 @@ struct TNode {
   std::string Book, Book_Name;
   std::string Calendar;  // the book's calendar record
   std::string Contact;
-  std::string Folder;  // itself, or in which the contact lies; "" at the top
-  bool Found = false;  // the contact is one of the results of a search
+  std::string Folder;    // itself, or in which the contact lies; "" at the top
+  bool Found = false;    // the contact is one of the results of a search
+  std::string Filter{};  // a stored search
+  bool Shared = false;   // it is everybody's
 
   bool operator==(const TNode&) const = default;
 };
 
-/// The books, each with its calendar, its tasks and its contacts in their folders. Contacts and folders can
-/// be dragged to another folder.
+/// The books, each with its calendar, its tasks, its contacts in their folders, and its stored searches if it
+/// has any. Contacts and folders can be dragged to another folder.
 class TNavigation_Tree : public QTreeWidget {
   Q_OBJECT
 
@@ -71,6 +73,7 @@ class TNavigation_Tree : public QTreeWidget {
   bool Select_Item(QTreeWidgetItem* item);
   void Add_Contacts(QTreeWidgetItem* contacts_node);
   void Add_Results(QTreeWidgetItem* book_node);
+  void Add_Filters(QTreeWidgetItem* book_node, const std::string& book);
   /// The contacts or folder that a drop there would go to; null when it takes nothing.
   const QTreeWidgetItem* Target(const QDropEvent& event) const;
 

@@ -6,6 +6,7 @@
 #include "Current_Search.h"
 #include "Editor_Fixture.h"
 #include "Entry_List.h"
+#include "Filter_Store.h"
 #include "Marking.h"
 #include "Navigation_Tree.h"
 
@@ -294,6 +295,47 @@ TEST_F(Main_Window, Found_Contacts_Have_A_Node_Until_Their_Search_Is_Cleared_Or_
   Act(&*window, "Close");
   Settle();
   EXPECT_EQ(Below(tree.topLevelItem(0)) + "/" + window->Page_Name(), nodes + "/Contacts_Page0");
+}
+
+TEST_F(Main_Window, Stored_Searches_Are_Run_Edited_And_Deleted_In_The_Tree) {
+  using namespace KTReminds;
+  In_Update([&] { Create_Contact(book, "Bert"); });
+  Write(New_Event("Breakfast", Monday));
+  auto& tree = Open();
+  Show(*window);
+  const auto save = [&](const char* name, bool shared, int group, int field, const char* text) {
+    Clear_Search();
+    CurrentSearch->Add_Field(group, field, Action_Contains, text, "", false, false);
+    EXPECT_TRUE(CurrentSearch->SavetoTable(book, name, shared));
+  };
+  const auto nodes = [&] {
+    Look_At_Rows(&*window);
+    return Below(tree.topLevelItem(0));
+  };
+  save("People", false, Group_Contact, Search_Contact_Name, "bert");
+  save("Meals", true, Group_Calendar_Types, Search_Any_Description, "break");
+  save("Jobs", true, Group_Tasks, Search_Task_Description, "x");
+  Clear_Search();
+  EXPECT_EQ(nodes(), "Calendar|Tasks|Contacts|Searches");
+  auto* searches = tree.topLevelItem(0)->child(3);
+  EXPECT_EQ(Below(searches), "People|Jobs (shared)|Meals (shared)");
+  std::string pages;
+  for (const int row : {2, 1, 0}) {
+    tree.setCurrentItem(tree.topLevelItem(0)->child(tree.topLevelItem(0)->childCount() - 1)->child(row));
+    pages += window->Page_Name() + " ";
+  }
+  EXPECT_EQ(pages, "Calendar_Search_Results_Frm0 Task_HomePage_Frm0 Found_Contacts_Page0 ");
+  EXPECT_EQ(nodes(), "Calendar|Tasks|Contacts|Search Results|Searches");
+  EXPECT_EQ(Below(tree.topLevelItem(0)->child(3)) + tree.Current().Filter, "BertPeople");
+  Choose("&Edit Search...");
+  EXPECT_EQ(window->Page_Name() + std::to_string(Control<QListWidget>(&*window, "ListBox1")->count()),
+            "Advanced_Search_Frm02");
+  seams.Prompts.Expect_Question("Delete Search Filter",
+                                "Are you sure you wish to delete the Search Filter \"People\"?", Answer_Yes);
+  Choose("&Delete Search...");
+  EXPECT_EQ(Below(tree.currentItem()), "Jobs (shared)|Meals (shared)");
+  EXPECT_TRUE(Delete_Filter(book, "Jobs", true) && Delete_Filter(book, "Meals", true));
+  EXPECT_EQ(nodes(), "Calendar|Tasks|Contacts|Search Results") << "follows what is done elsewhere";
 }
 
 TEST_F(Main_Window, Books_Are_Made_Renamed_And_Removed) {
