@@ -211,8 +211,8 @@ std::optional<TMatch> Match_Field(std::string_view text, const TOffered& field) 
 
 [[noreturn]] void Refuse_Field(std::string_view text, const std::vector<TOffered>& offered) {
   const std::size_t dashes = std::min({text.find("--"), text.find("\u2013"), text.find("\u2014")});
-  const std::string_view head = Trimmed(text.substr(0, dashes));
-  const bool no_end = dashes == std::string_view::npos;
+  const bool no_end = dashes == std::string_view::npos || dashes == 0;
+  const std::string_view head = no_end ? text : Trimmed(text.substr(0, dashes));
   std::vector<std::string> groups, fields, fields_of_group;
   std::size_t behind_group = 0;
   for (const TOffered& field : offered) {

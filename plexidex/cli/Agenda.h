@@ -30,9 +30,14 @@ struct TAgenda_Entry {
   bool Is_Holiday() const { return Data->Is_Holiday(); }
 };
 
+/// An entry with what its master says, which is not asked for a holiday's.
+TAgenda_Entry Agenda_Entry(std::unique_ptr<Kt_data_01::TEventKey> data, const Kt_data_01::TTable& master);
+
 /// By day; within it holidays first, then all-day entries, tasks without a time, and the others by time.
 /// Throws EData_Error.
 std::vector<TAgenda_Entry> Build_Agenda(const TAgenda_Range& range);
+/// Puts entries into the same order.
+void Sort_Agenda(std::vector<TAgenda_Entry>& entries);
 
 /// Days with their entries, to be read by people. `with_keys` adds the ending of each key, by which an entry
 /// can be named.

@@ -46,6 +46,7 @@ class TCommand_Line {
     Add_Export();
     Add_Print();
     Add_Contacts();
+    Add_Search();
     Add_Books();
     Add("check", "Checks that the database is sound", Run_Check, TDatabase::TMode::Must_Exist);
     Add_Sample();
@@ -192,6 +193,43 @@ class TCommand_Line {
     command->add_option("--format", contacts.Format, "text or json, by default text")->type_name("FORMAT");
   }
 
+  void Add_Search() {
+    auto* command = Add("search", "Finds contacts, entries or tasks by criteria or a saved filter",
+                        [this](const TConsole& c) { return Run_Search(c, search); });
+    auto* criteria = command->add_option(
+        "criteria", search.Criteria,
+        "Each in quotes, such as \"Contact Name -- Contains: Jonas\"; all must be met, after -- also those "
+        "that begin with a hyphen");
+    criteria->type_name("CRITERION");
+    auto* filter = command->add_option("--filter", search.Filter,
+                                       "Searches by a saved filter: your own, or a shared one");
+    filter->type_name("NAME");
+    auto* save = command->add_option("--save", search.Save, "Saves the search as a filter instead");
+    auto* list = command->add_flag("--list", search.List, "Lists the filters with their criteria");
+    auto* removed = command->add_option("--delete", search.Delete, "Deletes a filter");
+    save->type_name("NAME");
+    removed->type_name("NAME");
+    command->add_flag("--shared", search.Shared, "Means the filters of all users alone, not your own");
+    command->add_option("--book", search.Book, "Only this book, by default all; to save, the first")
+        ->type_name("NAME");
+    auto* find = command->add_option("--find", search.Find,
+                                     "contacts, calendar or tasks, by default what is asked about");
+    find->type_name("WHAT");
+    auto* folder = command->add_option("--folder", search.Folder,
+                                       "Only contacts of this folder, such as Family or Family/Cousins");
+    folder->type_name("NAME");
+    command->add_flag("--no-subfolders", search.No_Subfolders, "Without the folders in it")->needs(folder);
+    command->add_option("--format", search.Format, "text or json, by default text")->type_name("FORMAT");
+    auto* keys =
+        command->add_flag("--keys", search.Keys, "Shows by which key ending an entry can be marked done");
+    for (auto* other : {filter, folder, find, keys, save}) {
+      list->excludes(other);
+      removed->excludes(other);
+    }
+    removed->excludes(list);
+    save->excludes(find)->excludes(keys);
+  }
+
   void Add_Books() {
     auto* command = Add("books", "Lists the books", [this](const TConsole& c) {
       if (!new_book.empty()) Add_Book(new_book);
@@ -219,8 +257,9 @@ class TCommand_Line {
         return std::string("There is no ") + (is_option ? "option" : "command") + " \"" + unknown.front() +
                "\"; --help names them all.";
       }
-      return "The command " + app.get_subcommands().front()->get_name() + " has no use for \"" +
-             unknown.front() + "\".";
+      const std::string name = app.get_subcommands().front()->get_name();
+      return "The command " + name + " has no use for \"" + unknown.front() +
+             (name == "search" ? "\"; each criterion stands in quotes." : "\".");
     }
     if (app.get_subcommands().empty()) return "No command was given; --help names them all.";
     const CLI::App* command = app.get_subcommands().front();
@@ -242,6 +281,7 @@ class TCommand_Line {
   TAgenda_Command agenda;
   TExport_Command exported;
   TContacts_Command contacts;
+  TSearch_Command search;
   TPrint_Command print;
   const TPdf_Writer& write_pdf;
   bool book_keys = false;

@@ -3,6 +3,7 @@
 // What the commands do once the command line is read and the database is open. Each returns the exit status.
 // What the user got wrong is thrown as ECommand_Error before anything is changed.
 
+#include <optional>
 #include <ostream>
 #include <stdexcept>
 #include <string>
@@ -45,6 +46,12 @@ struct TContacts_Command {
   std::string Book, Format;
   std::vector<std::string> Words;
 };
+struct TSearch_Command {
+  std::vector<std::string> Criteria;
+  std::string Filter, Delete, Book, Format, Find, Folder;
+  std::optional<std::string> Save;
+  bool List = false, Shared = false, No_Subfolders = false, Keys = false;
+};
 struct TPrint_Command {
   std::string View, Date, From, To, Book, Contact, Pdf, Paper;
   bool Landscape = false, Portrait = false;
@@ -62,6 +69,8 @@ void Add_Book(const std::string& name);
 int Run_Sample(const TConsole& console, const std::string& file);
 int Run_Books(const TConsole& console, bool with_keys);
 int Run_Contacts(const TConsole& console, const TContacts_Command& command);
+/// Searches, or saves, lists or deletes filters.
+int Run_Search(const TConsole& console, const TSearch_Command& command);
 int Run_Check(const TConsole& console);
 
 /// The book of this name; throws ECommand_Error, naming the books that there are.

@@ -20,15 +20,6 @@ using namespace Kt_util_01;
 
 namespace {
 
-std::map<std::string, std::string> Folder_Paths(const std::string& book) {
-  std::map<std::string, std::string> paths;
-  for (const TFolder& folder : List_Folders(book)) {
-    const auto parent = paths.find(folder.Parent);
-    paths[folder.Key] = (parent == paths.end() ? "" : parent->second + "/") + folder.Name;
-  }
-  return paths;
-}
-
 std::string Joined(const std::vector<std::pair<std::string, std::string>>& labelled) {
   std::string joined;
   for (const auto& [label, text] : labelled) joined += (joined.empty() ? "" : ", ") + text;
@@ -51,38 +42,67 @@ TCells Cells_Of(const TListed_Contact& contact, bool with_book) {
   return cells;
 }
 
+// Adds those of a book that the list shows and `wanted` takes, with what they keep.
+template <class TWanted>
+void List_Rows(const TBook& book, const TContact_List& list, TWanted wanted,
+               std::vector<TListed_Contact>& listed) {
+  std::map<std::string, TTemplate> templates;
+  for (TTemplate& one : List_Templates(book.Key)) templates.emplace(one.Key, one);
+  const auto paths = Folder_Paths(book.Key);
+  for (std::size_t i = 0; i < list.Count(); ++i) {
+    const TContact_Row& row = list.Row(i);
+    if (!wanted(row)) continue;
+    const TContact_Details details = Read_Contact_Details(row.Key);
+    TListed_Contact contact{row.Key, row.Name, book.Name, row.Template, {}, {}, details.Fields[Field_Address],
+                            {},      {}};
+    const TTemplate& of = templates[details.Template];
+    for (std::size_t field = 0; field < Template_Fields.size(); ++field) {
+      const auto& [code, column, kind] = Template_Fields[field];
+      const std::string& text = details.Fields[code];
+      if (text.empty()) continue;
+      if (kind == TField_Kind::Telephone) contact.Telephones.emplace_back(Field_Name(of, field), text);
+      if (kind == TField_Kind::Mail) contact.Mails.emplace_back(Field_Name(of, field), text);
+    }
+    if (const auto found = Find_Contact(row.Key); found && paths.contains(found->Folder))
+      contact.Folder = paths.at(found->Folder);
+    for (TCategory& category : Categories_Of(row.Key)) contact.Categories.push_back(std::move(category.Name));
+    listed.push_back(std::move(contact));
+  }
+}
+
 }  // namespace
+
+std::map<std::string, std::string> Folder_Paths(const std::string& book) {
+  std::map<std::string, std::string> paths;
+  for (const TFolder& folder : List_Folders(book)) {
+    const auto parent = paths.find(folder.Parent);
+    paths[folder.Key] = (parent == paths.end() ? "" : parent->second + "/") + folder.Name;
+  }
+  return paths;
+}
 
 std::vector<TListed_Contact> Read_Listed_Contacts(const std::vector<TBook>& books, const std::string& words) {
   const TSnapshot snapshot;
   std::vector<TListed_Contact> listed;
   for (const TBook& book : books) {
-    std::map<std::string, TTemplate> templates;
-    for (TTemplate& one : List_Templates(book.Key)) templates.emplace(one.Key, one);
-    const auto paths = Folder_Paths(book.Key);
     TContact_List list;
     list.Set_Rows(Read_Contact_Rows(book.Key, false));
     list.Narrow(words);
-    for (std::size_t i = 0; i < list.Count(); ++i) {
-      const TContact_Row& row = list.Row(i);
-      const TContact_Details details = Read_Contact_Details(row.Key);
-      TListed_Contact contact{
-          row.Key, row.Name, book.Name, row.Template, {}, {}, details.Fields[Field_Address], {}, {}};
-      const TTemplate& of = templates[details.Template];
-      for (std::size_t field = 0; field < Template_Fields.size(); ++field) {
-        const auto& [code, column, kind] = Template_Fields[field];
-        const std::string& text = details.Fields[code];
-        if (text.empty()) continue;
-        if (kind == TField_Kind::Telephone) contact.Telephones.emplace_back(Field_Name(of, field), text);
-        if (kind == TField_Kind::Mail) contact.Mails.emplace_back(Field_Name(of, field), text);
-      }
-      if (const auto found = Find_Contact(row.Key); found && paths.contains(found->Folder))
-        contact.Folder = paths.at(found->Folder);
-      for (TCategory& category : Categories_Of(row.Key))
-        contact.Categories.push_back(std::move(category.Name));
-      listed.push_back(std::move(contact));
-    }
+    List_Rows(
+        book, list, [](const TContact_Row&) { return true; }, listed);
   }
+  return listed;
+}
+
+std::vector<TListed_Contact> Read_Listed_Contacts(const TBook& book,
+                                                  const std::unordered_set<std::string>& keys) {
+  const TSnapshot snapshot;
+  std::vector<TListed_Contact> listed;
+  if (keys.empty()) return listed;
+  TContact_List list;
+  list.Set_Rows(Read_Contact_Rows(book.Key, false));
+  List_Rows(
+      book, list, [&keys](const TContact_Row& row) { return keys.contains(row.Key); }, listed);
   return listed;
 }
 

@@ -2,8 +2,10 @@
 
 // The contacts of books with what they keep, for people and for programs.
 
+#include <map>
 #include <ostream>
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -24,6 +26,11 @@ struct TListed_Contact {
 /// of a text occur. Throws EData_Error.
 std::vector<TListed_Contact> Read_Listed_Contacts(const std::vector<Kt_data_01::TBook>& books,
                                                   const std::string& words);
+/// By name, those of a book whose keys are given. Throws EData_Error.
+std::vector<TListed_Contact> Read_Listed_Contacts(const Kt_data_01::TBook& book,
+                                                  const std::unordered_set<std::string>& keys);
+/// The folders of a book by key, each with those that it lies in: "Family/Cousins". Throws EData_Error.
+std::map<std::string, std::string> Folder_Paths(const std::string& book);
 
 /// A table, without the columns in which nothing stands.
 void Write_Contacts_Text(std::ostream& out, const std::vector<TListed_Contact>& contacts);

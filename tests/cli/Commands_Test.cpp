@@ -59,7 +59,7 @@ TEST_F(Commands_Test, Help_On_Every_Level) {
   const TResult top = Run_With({"--help"});
   EXPECT_EQ(top.Status, 0);
   for (const std::string command :
-       {"import", "agenda", "done", "undone", "export", "print", "contacts", "books", "check"}) {
+       {"import", "agenda", "done", "undone", "export", "print", "contacts", "search", "books", "check"}) {
     EXPECT_NE(top.Out.find("  " + command), std::string::npos);
     const TResult result = Run_With({command, "--help"});
     EXPECT_EQ(std::to_string(result.Status) + result.Err, "0");
@@ -113,6 +113,28 @@ TEST_F(Commands_Test, Mistakes_Give_One_Sentence) {
       {{"print", "--view", "list", "--pdf", "x.pdf", "--contact", "Anna"}, "There is no contact \"Anna\"."},
       {{"print", "--view", "list", "--pdf", "x.pdf"}, "This program cannot print."},
       {{"books", "--add", "Home"}, "There is a book \"Home\" already."},
+      {{"search"}, "The command search needs a CRITERION, --filter, --folder, --list or --delete."},
+      {{"search", "Date", "--", "Today"},
+       "The command search has no use for \"Today\"; each criterion stands in quotes."},
+      {{"search", "--", "-Date -- Today"},
+       "\"-Date\" is no field to search for; what comes nearest is \"Date\", \"Event Date\" or \"Holiday "
+       "Date\"."},
+      {{"search", "Date -- Today", "--find", "notes"},
+       "--find: \"notes\" is none of contacts, calendar and tasks."},
+      {{"search", "Contact Name -- Contains x", "--find", "calendar"},
+       "\"Contact Details: Contact Name  --  Contains:  x\" cannot be asked of the calendar."},
+      {{"search", "Date -- Today", "Any Field -- Is Blank"},
+       "\"By Field Type: Any Field  --  Is Blank\" cannot be asked of the calendar."},
+      {{"search", "Contact Name -- Is Blank", "--folder", "Club"},
+       "There is no folder \"Club\"; there are none yet."},
+      {{"search", "--no-subfolders"}, "--no-subfolders requires --folder."},
+      {{"search", "--list", "--save", "x"}, "--save excludes --list."},
+      {{"search", "--filter", "x", "Date -- Today"}, "Criteria do not go with --filter, --list or --delete."},
+      {{"search", "--filter", "x"}, "There is no filter \"x\"; there are none yet."},
+      {{"search", "--filter", "x", "--shared"}, "There is no shared filter \"x\"; there are none yet."},
+      {{"search", "--delete", "x"}, "There is no filter \"x\"; there are none yet."},
+      {{"search", "--save", "<x", "Date -- Today"}, "--save: \"<x\" is no name for a filter."},
+      {{"search", "--save", "", "Date -- Today"}, "--save: \"\" is no name for a filter."},
       {{"done", "abc"}, "There is no entry \"abc\"; the ending of a key needs at least 6 characters."},
       {{"done", "abcdef"}, "There is no entry \"abcdef\"."},
   };
@@ -208,6 +230,80 @@ TEST_F(Commands_Test, Contacts_Come_In_Are_Listed_And_Go_Out) {
   EXPECT_NE(On("a.db", {"export", folder.File("b.vcf")}).Out.find(": 2 contacts written\n"),
             std::string::npos);
   EXPECT_EQ(File_Content(folder.File("b.vcf")), cards);
+}
+
+TEST_F(Commands_Test, Searches_Are_Run_Kept_And_Run_Again) {
+  On("a.db", {"import", Write("a.ics")});
+  On("a.db", {"import", Write("a.vcf",
+                              "BEGIN:VCARD\r\nFN:J\xC3\xB6rg\r\nCATEGORIES:Club\r\nEND:VCARD\r\n"
+                              "BEGIN:VCARD\r\nFN:Ann\r\nCATEGORIES:Club\r\nEND:VCARD\r\n"
+                              "BEGIN:VCARD\r\nFN:Works\r\nEND:VCARD\r\n")});
+  On("a.db", {"books", "--add", "Other"});
+  Open_Database(folder.File("a.db"), TDatabase::TMode::Must_Exist);
+  In_Update([] {
+    const std::string book = List_Books().front().Key,
+                      family = Create_Contact(book, "Family", {}, Contact_Type_Folder);
+    Move_To_Folder(List_Contacts(book, false).front().Key,
+                   Create_Contact(book, "Near", family, Contact_Type_Folder));
+    Create_Contact(book, "Near", {}, Contact_Type_Folder);
+  });
+  Close_Database();
+  const std::string club = "category membership is a member of club";
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
+      {{club, "Contact Name -- Doesn't Contain \xC3\xB6"},
+       "Name  Kind    Folder       Categories\nAnn   Person  Family/Near  Club\n"},
+      {{"--folder", "family", "--no-subfolders"}, "No contacts.\n"},
+      {{"--folder", "FAMILY/near"},
+       "Name  Kind    Folder       Categories\nAnn   Person  Family/Near  Club\n"},
+      {{"Date -- In the next 3 days", "Description -- Contains tR"},
+       "Wednesday, January 17, 2024\n  all day  Trip  daily, private, My Calendar\n\n"
+       "Thursday, January 18, 2024\n  all day  Trip  daily, private, My Calendar\n"},
+      {{"Date -- In the next 3 days", "--find", "tasks", "--book", "My Calendar"},
+       "Thursday, January 18, 2024\n  due  Tax return  In Progress\n"},
+      {{"Task Status -- Cancelled"}, "No tasks.\n"},
+      {{club, "--save", "Members"}, "Saved: Members, 1 criterion\n"},
+      {{club, "--save", "Members"}, "There is a filter \"Members\" already; --delete removes it.\n"},
+      {{"--filter", "Members", "--folder", "Family", "--shared", "--save", "Near"},
+       "There is no shared filter \"Members\"; there are none yet.\n"},
+      {{club, "Contact Name -- Equals Ann (match case)", "--folder", "Family", "--shared", "--save", "Near"},
+       "Saved: Near, 2 criteria\n"},
+      {{"--filter", "Near"}, "Name  Kind    Folder       Categories\nAnn   Person  Family/Near  Club\n"},
+      {{"--list"},
+       "Members (My Calendar)\n  Contact Details: Category Membership  --  Is a Member of:  Club\n"
+       "Near (My Calendar, shared, Family)\n  Contact Details: Category Membership  --  Is a Member of:  "
+       "Club\n"
+       "  Contact Details: Contact Name  --  Equals:  Ann (match case)\n"},
+      {{"--list", "--shared", "--format", "json"},
+       "[\n{\"name\":\"Near\",\"book\":\"My Calendar\",\"shared\":true,\"folder\":\"Family\","
+       "\"subfolders\":true,\"criteria\":[\"Contact Details: Category Membership  --  Is a Member of:  "
+       "Club\",\"Contact Details: Contact Name  --  Equals:  Ann (match case)\"]}\n]\n"},
+      {{"--delete", "Near"}, "The filter \"Near\" is shared; delete it with --shared.\n"},
+      {{"--delete", "Near", "--shared"}, "Deleted: Near\n"},
+      {{"--filter", "Near"}, "There is no filter \"Near\"; the filters are \"Members\".\n"}};
+  for (const auto& [args, expected] : cases) {
+    std::vector<std::string> all{"search"};
+    all.insert(all.end(), args.begin(), args.end());
+    const TResult result = On("a.db", all);
+    EXPECT_EQ(result.Out + result.Err, expected);
+    EXPECT_EQ(result.Status, result.Err.empty() ? 0 : 1) << expected;
+  }
+  EXPECT_EQ(
+      nlohmann::json::parse(On("a.db", {"search", "--filter", "Members", "--format", "json"}).Out).size(),
+      2U);
+  const auto tasks = nlohmann::json::parse(
+      On("a.db", {"search", "Task Description -- Equals Tax return", "--format", "json"}).Out);
+  ASSERT_EQ(tasks.size(), 1U);
+  auto agenda = Agenda("a.db");
+  EXPECT_NE(std::find(agenda.begin(), agenda.end(), tasks[0]), agenda.end()) << tasks;
+
+  Open_Database(folder.File("a.db"), TDatabase::TMode::Must_Exist);
+  Run_Sql("UPDATE KT_Filters SET Settings = x'0100'");
+  Close_Database();
+  const TResult damaged = On("a.db", {"search", "--filter", "Members"});
+  EXPECT_EQ(
+      std::to_string(damaged.Status) + damaged.Out + damaged.Err,
+      "1Load Search Filter: The Search Filter \"Members\" cannot be loaded: its stored settings are cut "
+      "short.\n");
 }
 
 TEST_F(Commands_Test, A_Refused_File_Keeps_No_Other_Out) {
