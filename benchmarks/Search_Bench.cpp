@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <chrono>
 #include <cstring>
 #include <map>
 #include <random>
@@ -15,6 +16,7 @@
 #include "Contact_Search.h"
 #include "Current_Search.h"
 #include "Kt_util_01.h"
+#include "Quick_Search.h"
 #include "Ratio_Main.h"
 #include "Search_Buffer.h"
 
@@ -241,6 +243,45 @@ BENCHMARK_CAPTURE(Calendar_Text_Bare_Join, By_Master, By_Master)->Unit(benchmark
 BENCHMARK(Calendar_Window)->Unit(benchmark::kMillisecond);
 BENCHMARK(Calendar_Window_Bare_Join)->Unit(benchmark::kMillisecond);
 
+// ---- as one types --------------------------------------------------------------------------------------
+
+double Msecs_Since(std::chrono::steady_clock::time_point start) {
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+bool Has_Found(const TQuick_Search& search) {
+  return !search.Found(TQuick_Search::Events).Rows.empty() ||
+         !search.Found(TQuick_Search::Tasks).Rows.empty() ||
+         !search.Found(TQuick_Search::Contacts).Rows.empty();
+}
+
+// From a key to the first results, of those keys that have any, once the texts have been read, as they are
+// when the field gets the keyboard.
+double Longest_Wait(const std::string& database, std::initializer_list<const char*> typed) {
+  Use_Database(database);
+  TQuick_Search search;
+  while (search.Step()) {
+  }
+  double longest = 0;
+  for (const char* text : typed) {
+    const auto start = std::chrono::steady_clock::now();
+    search.Look_For(text);
+    while (search.Step() && !Has_Found(search)) {
+    }
+    if (Has_Found(search)) longest = std::max(longest, Msecs_Since(start));
+  }
+  return longest;
+}
+
+std::pair<double, double> Longest_Wait_In_Titles() {
+  return {Longest_Wait(Database_File(Calendar_Size()),
+                       {"e", "ev", "n", "number", "number 1", "number 1234", "number 199", "xyz"}),
+          50};
+}
+std::pair<double, double> Longest_Wait_In_Names() {
+  return {Longest_Wait(Contacts_Database(), {"n", "nu", "number 7", "number 777"}), 50};
+}
+
 // ---- checks --------------------------------------------------------------------------------------------
 
 std::vector<std::string> Keys_Of(const std::vector<TBare_Entry>& entries) {
@@ -279,6 +320,10 @@ std::string Differ(const char* what, std::vector<std::string> ours, std::vector<
     });
 
 [[maybe_unused]] const bool Ratios[] = {
+    Ratio_Bench::Expect_Amounts("Quick search, 200,000 titles, first results / 50 ms", Longest_Wait_In_Titles,
+                                1, TBound::At_Most),
+    Ratio_Bench::Expect_Amounts("Quick search, 100,000 contacts, first results / 50 ms",
+                                Longest_Wait_In_Names, 1, TBound::At_Most),
     Ratio_Bench::Expect_Ratio("SearchBuf, 100 MB, with case / step by step", "Buffer/Case",
                               "Buffer_Step_By_Step/Case", 5, TBound::At_Least),
     Ratio_Bench::Expect_Ratio("SearchBuf, 100 MB, no case / step by step", "Buffer/No_Case",

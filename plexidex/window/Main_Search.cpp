@@ -1,6 +1,9 @@
 // The pages for searching, which are shown in place of the page of the selected node.
 
 #include <QKeyEvent>
+#include <QLayout>
+#include <QShortcut>
+#include <algorithm>
 
 #include "Criteria_Page.h"
 #include "Filter_Store.h"
@@ -10,6 +13,7 @@
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Page_Place.h"
+#include "Quick_Field.h"
 
 namespace Plexidex {
 
@@ -72,6 +76,55 @@ bool TMain_Window::Show_Search_Page(int index, const std::string& book) {
   return true;
 }
 
+void TMain_Window::Make_Quick_Search() {
+  auto* field = new TQuick_Field;
+  tool_area->setFixedHeight(std::max(tool_area->height(), field->sizeHint().height()));
+  tool_area->layout()->addWidget(field);
+  tool_area->layout()->setAlignment(field, Qt::AlignVCenter);
+  auto* shortcut = new QShortcut(QKeySequence::Find, this);
+  connect(shortcut, &QShortcut::activated, field, [field] {
+    field->setFocus(Qt::ShortcutFocusReason);
+    field->selectAll();
+  });
+  connect(field, &TQuick_Field::Open_Entry, this,
+          [this](bool task, const QString& key, const QString& owner, const QString& book) {
+            Open_Quick_Entry(task, From_Qt(key), From_Qt(owner), From_Qt(book));
+          });
+  connect(field, &TQuick_Field::Open_Contact, this, [this](const QString& key, const QString& book) {
+    if (tree->Select(TNode_Kind::Contact, From_Qt(book), From_Qt(key))) tree->setFocus();
+  });
+  connect(field, &TQuick_Field::Show_All, this, [this](int group, const QString& text, const QString& book) {
+    Show_All_Quick(group, From_Qt(text), From_Qt(book));
+  });
+}
+
+void TMain_Window::Open_Quick_Entry(bool task, const std::string& key, const std::string& owner,
+                                    const std::string& book) {
+  (task ? Task_Properties : Reminder_Properties)(key, owner, book, {}, false);
+  Look_At_Rows(this);
+}
+
+// As the advanced search would be asked, so that it can be changed there.
+void TMain_Window::Show_All_Quick(int group, const std::string& text, const std::string& book) {
+  if (tree->Current().Book != book && !tree->Select(TNode_Kind::Contacts, book)) return;
+  Clear_Search();
+  last_search = {Page_Advanced_Search, book};
+  switch (group) {
+    case TQuick_Search::Events:
+      CurrentSearch->Add_Field(Group_Calendar_Events, Search_Calendar_Description, Action_Contains, text, {},
+                               false, false);
+      break;
+    case TQuick_Search::Tasks:
+      CurrentSearch->Add_Field(Group_Tasks, Search_Task_Description, Action_Contains, text, {}, false, false);
+      break;
+    default:
+      CurrentSearch->Add_Field(Group_Field_Types, Search_Any_Text, Action_Contains, text, {}, false, false);
+      break;
+  }
+  Display_Host_Page(Results_Of_Search());
+  if (page.Get()) page.Get()->setFocus();
+}
+
 // The node's own page, or that of another one of its book.
 void TMain_Window::Display_Own_Page(int index, const TNode& node) {
   const auto show = [&](TNode_Kind kind) {
@@ -88,10 +141,14 @@ void TMain_Window::Display_Own_Page(int index, const TNode& node) {
       Send_Message(page.Get(), umDisplayForm, Page_Task_Search, 0);
       Send_Message(page.Get(), umSetActiveControl, 0, 0);
       break;
-    case Page_Task_Results:
-      if (show(TNode_Kind::Tasks))
-        Display_Task_Home_Page(place, page, node.Book, node.Calendar, Page_Task_Results, tool_area);
+    case Page_Task_Results: {
+      // The tasks' page clears the search when it is shown without one.
+      const auto asked = CurrentSearch ? *CurrentSearch : TSearchRecord();
+      if (!show(TNode_Kind::Tasks)) break;
+      *CurrentSearch = asked;
+      Display_Task_Home_Page(place, page, node.Book, node.Calendar, Page_Task_Results, tool_area);
       break;
+    }
     case Page_None:
       if (node.Kind == TNode_Kind::Searches) {
         tree->Select(TNode_Kind::Book, node.Book);

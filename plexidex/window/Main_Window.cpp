@@ -57,6 +57,7 @@ TMain_Window::TMain_Window()
   tools->setContentsMargins(2, 0, 2, 0);
   tools->addStretch();
   tool_area->setFixedHeight(Height_Of_Tools());
+  Make_Quick_Search();
   no_page->setObjectName(QStringLiteral("No_Page"));
   no_page->setAlignment(Qt::AlignCenter);
   no_page->setWordWrap(true);

@@ -70,6 +70,9 @@ class TMain_Window : public QMainWindow {
   void Show_Contact(const std::string& contact);
   void Send_To_Page(int message, qintptr l_param);
   void New_Entry(bool task);
+  void Make_Quick_Search();
+  void Open_Quick_Entry(bool task, const std::string& key, const std::string& owner, const std::string& book);
+  void Show_All_Quick(int group, const std::string& text, const std::string& book);
   void Display_Host_Page(int index);
   bool Show_Search_Page(int index, const std::string& book);
   void Display_Own_Page(int index, const TNode& node);

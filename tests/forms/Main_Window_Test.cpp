@@ -338,6 +338,56 @@ TEST_F(Main_Window, Stored_Searches_Are_Run_Edited_And_Deleted_In_The_Tree) {
   EXPECT_EQ(nodes(), "Calendar|Tasks|Contacts|Search Results") << "follows what is done elsewhere";
 }
 
+TEST_F(Main_Window, What_Is_Typed_Into_The_Search_Field_Is_Found_And_Opened) {
+  In_Update([&] { Create_Contact(book, "Bert Teal"); });
+  Write(New_Event("Tea", Monday + 1.5));
+  for (int i = 0; i < 21; ++i) {
+    TNew_Event task = New_Event("Buy tea", Monday + i);
+    task.Record.EventType = TEntry_Type::Task;
+    Write(task);
+  }
+  auto& tree = Open();
+  Show(*window);
+  tree.setFocus();
+  auto* field = Control<QLineEdit>(&*window, "Quick_Search");
+  const auto type = [&](const char* text, const char* shown) {
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&*window));
+    QTest::keyClick(&*window, Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(field, text);
+    auto* list = Control<QTreeWidget>(&*window, "Quick_Results");
+    const auto lines = [list] {
+      QStringList texts;
+      for (int i = 0; i < list->topLevelItemCount(); ++i) texts << list->topLevelItem(i)->text(0);
+      texts.removeDuplicates();
+      return texts.join(QLatin1Char('|')).toStdString();
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return lines() == shown; })) << lines();
+    EXPECT_TRUE(list->isVisible());
+    return list;
+  };
+  const char* const all = "Events|Tea|Tasks|Buy tea|1 more...|Contacts|Bert Teal";
+  auto* list = type("tea", all);
+  QTest::keyClick(field, Qt::Key_Escape);
+  EXPECT_TRUE(list->isHidden() && tree.hasFocus() && field->text().isEmpty());
+  type("tea", all);
+  With_Dialog(
+      [](QWidget* form) {
+        EXPECT_EQ(Seen(form, "Edit1"), "Tea");
+        Cancel(form);
+      },
+      [&] { QTest::keyClick(field, Qt::Key_Return); });
+  type("tea", all);
+  for (int i = 0; i < 22; ++i) QTest::keyClick(field, Qt::Key_Down);
+  QTest::keyClick(field, Qt::Key_Return);
+  Settle();
+  EXPECT_EQ(Control<TEntry_List>(&*window, "ListView1")->Items().Count(), 21U) << "all of them on their page";
+  type("bert", "Contacts|Bert Teal");
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_EQ(Seen(&*window, "Contact_Name"), "Bert Teal");
+  EXPECT_TRUE(list->isHidden());
+}
+
 TEST_F(Main_Window, Books_Are_Made_Renamed_And_Removed) {
   auto& tree = Open();
   const std::string first = database.Book().Name;
