@@ -4,12 +4,15 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPixmap>
 #include <QTabBar>
 #include <QTimer>
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <iostream>
 
@@ -29,6 +32,7 @@
 #include "Links_Page.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
+#include "Page_Place.h"
 #include "Preferences.h"
 #include "Print_Dialogs.h"
 #include "Template_Dialogs.h"
@@ -118,6 +122,89 @@ void Take_Pages(TPictures& pictures, TMain_Window& window, const std::string& bo
   calendar->Show_Page(remembered);
 }
 
+// Each page of a search, empty and with criteria, and what it finds.
+void Take_Searches(TPictures& pictures, TMain_Window& window, const std::string& book) {
+  using namespace KTReminds;
+  struct TSearch {
+    const char* Name;
+    int Page, Results;
+    std::array<std::array<int, 3>, 3> Criteria;  // group, field, action
+    std::array<const char*, 3> Values;
+  };
+  static const TSearch searches[] = {
+      {"calendar",
+       Page_Calendar_Search,
+       Page_Calendar_Results,
+       {{{Group_Calendar_Types, Search_Any_Description, Action_Contains},
+         {Group_Calendar_Types, Search_Any_Date, Action_In_Next},
+         {Group_Calendar_Events, Search_Calendar_Status, Action_Calendar_Outstanding}}},
+       {"e", "30", ""}},
+      {"tasks",
+       Page_Task_Search,
+       Page_Task_Results,
+       {{{Group_Tasks, Search_Task_Description, Action_Contains},
+         {Group_Tasks, Search_Task_Priority, Action_Less},
+         {Group_Tasks, Search_Task_Percentage, Action_Less}}},
+       {"e", "9", "100"}},
+      {"contacts",
+       Page_Contact_Search,
+       Page_Contact_Results,
+       {{{Group_Contact, Search_Contact_Name, Action_Contains},
+         {Group_Contact, Search_Modified, Action_Anytime},
+         {Group_Contact, Search_Contact_Status, Action_Not_Tagged}}},
+       {"a", "", ""}},
+      {"notes",
+       Page_Notes_Search,
+       Page_Contact_Results,
+       {{{Group_Contact, Search_Notes, Action_Contains},
+         {Group_Contact, Search_Notes, Action_Not_Blank},
+         {Group_Contact, Search_Notes, Action_Does_Not_Contain}}},
+       {"e", "", "xyz"}},
+      {"advanced",
+       Page_Advanced_Search,
+       Page_Contact_Results,
+       {{{Group_Contact, Search_Contact_Name, Action_Contains},
+         {Group_Field_Types, Search_Any_Mail, Action_Not_Blank},
+         {Group_Contact, Search_Category, Action_In_A_Category}}},
+       {"a", "", ""}}};
+  auto* place = window.findChild<TPage_Place*>();
+  const auto take = [&](const std::string& name) {
+    QApplication::processEvents();
+    pictures.Take(&window, To_Qt("search_" + name));
+  };
+  for (const TSearch& search : searches) {
+    window.Tree().Select(TNode_Kind::Calendar, book);
+    Clear_Search();
+    Send_Message(place, umDisplayForm, search.Page, 0);
+    take(std::string(search.Name) + "_empty");
+    for (std::size_t i = 0; i < search.Criteria.size(); ++i) {
+      const auto& [group, field, action] = search.Criteria[i];
+      CurrentSearch->Add_Field(group, field, action, search.Values[i], {}, false, false);
+    }
+    for (auto* page : window.findChildren<TForm*>()) {
+      if (page->isVisible() && page->inherits("KTReminds::TCriteria_Page"))
+        Send_Message(page, umRefreshDisplay, 0, 0);
+    }
+    take(search.Name);
+    if (search.Page == Page_Advanced_Search) {
+      pictures.Take_Dialog(QStringLiteral("filter_save"), [&] { Save_Filter(book); });
+      pictures.Take_Dialog(QStringLiteral("filter_load"), [&] { Load_Filter(book); });
+    }
+    Send_Message(place, umDisplayForm, search.Results, 0);
+    take(std::string(search.Name) + "_results");
+  }
+  auto* field = window.findChild<QLineEdit*>(QStringLiteral("Quick_Search"));
+  window.activateWindow();
+  field->setFocus();
+  QApplication::processEvents();
+  field->setText(QStringLiteral("e"));
+  QElapsedTimer since;
+  constexpr int enough_msecs = 500;
+  for (since.start(); since.elapsed() < enough_msecs;) QApplication::processEvents();
+  take("quick");
+  field->clear();
+}
+
 }  // namespace
 
 int Write_Pictures(TMain_Window& main_window, const std::string& target) {
@@ -132,6 +219,7 @@ int Write_Pictures(TMain_Window& main_window, const std::string& target) {
   const auto books = Kt_data_01::List_Books();
   const std::string book = books.empty() ? std::string() : books.front().Key;
   Take_Pages(pictures, main_window, book);
+  Take_Searches(pictures, main_window, book);
   pictures.Take_Dialog(QStringLiteral("new_event"),
                        [&] { KTReminds::Reminder_Properties({}, {}, book, {}, false); });
   pictures.Take_Dialog(QStringLiteral("new_task"),
