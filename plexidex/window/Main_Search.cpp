@@ -138,6 +138,7 @@ void TMain_Window::Display_Own_Page(int index, const TNode& node) {
       break;
     case Page_Task_Search:
       if (!show(TNode_Kind::Tasks)) break;
+      last_search = {Page_Task_Search, node.Book};
       Send_Message(page.Get(), umDisplayForm, Page_Task_Search, 0);
       Send_Message(page.Get(), umSetActiveControl, 0, 0);
       break;
@@ -184,8 +185,11 @@ bool TMain_Window::Show_Found_Contacts(const TNode& node) {
         connect(
             &made, &TFound_Contacts_Page::Settings_Wanted, this,
             [this] {
-              Display_Host_Page(last_search.second == tree->Current().Book ? last_search.first
-                                                                           : Page_Advanced_Search);
+              const bool is_of_contacts =
+                  last_search.first == Page_Contact_Search || last_search.first == Page_Notes_Search;
+              Display_Host_Page(is_of_contacts && last_search.second == tree->Current().Book
+                                    ? last_search.first
+                                    : Page_Advanced_Search);
             },
             Qt::QueuedConnection);
         connect(&made, &TFound_Contacts_Page::Close_Wanted, this, &TMain_Window::Close_Found,
