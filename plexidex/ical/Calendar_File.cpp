@@ -59,18 +59,7 @@ std::optional<TRead_Component> Read_Component_Text(std::string text, bool cancel
 TCalendar_File::TCalendar_File(const std::string& file, const TImport_Budget& budget,
                                Kt_data_01::TProgress_Bar* progress)
     : input(file), index(input.Name(), budget) {
-  TContent_Lines lines(input);
-  ends_with_return = lines.Ends_With_Return();
-  if (progress) progress->Set_Max(static_cast<std::int64_t>(input.Size()));
-  constexpr std::uint64_t step = 1U << 18;
-  std::uint64_t shown = 0;
-  TContent_Line line;
-  while (lines.Next(line)) {
-    index.Take(line);
-    if (!progress || line.End < shown + step) continue;
-    shown = line.End;
-    progress->Set_Position(static_cast<std::int64_t>(shown));
-  }
+  ends_with_return = Read_Lines(input, progress, [this](const TContent_Line& line) { index.Take(line); });
   index.End();
   Group();
 }

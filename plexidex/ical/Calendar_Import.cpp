@@ -67,28 +67,15 @@ TImport_Report Read_And_Write(const std::string& file, const TImport_Options& op
     return importer.Is_Unchanged(uid, digest);
   };
   const auto run = [&] { plan.Run(is_unchanged, [&](TPlanned_Object& object) { importer.Write(object); }); };
-  // A database that takes no updates need not be asked for one.
-  if (plan.Is_Unchanged(is_unchanged)) {
-    run();
-    return report;
-  }
-  Write_Import(file, [&] {
-    // Another program may have made the first book meanwhile, and filled it.
-    importer.Choose();
-    run();
-  });
+  Run_Import(
+      file, plan.Is_Unchanged(is_unchanged), [&] { importer.Choose(); }, run);
   return report;
 }
 
 }  // namespace
 
 TImport_Report Import_Calendar(const std::string& file, const TImport_Options& options) {
-  try {
-    return Read_And_Write(file, options);
-  } catch (const EData_Error& e) {
-    throw EImport_Error("Nothing was imported from \"" + file + "\": the data could not be read (" +
-                        e.Reason + ").");
-  }
+  return Reading_Data(file, [&] { return Read_And_Write(file, options); });
 }
 
 }  // namespace Plexidex

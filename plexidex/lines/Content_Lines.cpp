@@ -114,4 +114,20 @@ void TContent_Lines::Take_Line(TContent_Line& line, bool is_first) {
   ++next_number;
 }
 
+bool Read_Lines(const TInput_File& input, Kt_data_01::TProgress_Bar* progress,
+                const std::function<void(const TContent_Line&)>& take) {
+  constexpr std::uint64_t step = 1U << 18;
+  TContent_Lines lines(input);
+  if (progress) progress->Set_Max(static_cast<std::int64_t>(input.Size()));
+  std::uint64_t shown = 0;
+  TContent_Line line;
+  while (lines.Next(line)) {
+    take(line);
+    if (!progress || line.End < shown + step) continue;
+    shown = line.End;
+    progress->Set_Position(static_cast<std::int64_t>(shown));
+  }
+  return lines.Ends_With_Return();
+}
+
 }  // namespace Plexidex

@@ -4,9 +4,12 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+
+#include "Kt_lists.h"
 
 namespace Plexidex {
 
@@ -70,5 +73,10 @@ class TContent_Lines {
   std::uint64_t filled = 0;  // offset of the buffer's end
   std::size_t next_number = 1;
 };
+
+/// Takes the lines of a file in turn, and shows how far it is; the bar may be null. Whether they end with a
+/// return alone. Throws EImport_Error.
+bool Read_Lines(const TInput_File& input, Kt_data_01::TProgress_Bar* progress,
+                const std::function<void(const TContent_Line&)>& take);
 
 }  // namespace Plexidex

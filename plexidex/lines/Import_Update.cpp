@@ -51,4 +51,13 @@ void Write_Import(const std::string& file, const std::function<void()>& write) {
   if (!result) throw EImport_Error(nothing + result.Reason + ".");
 }
 
+void Run_Import(const std::string& file, bool is_unchanged, const std::function<void()>& choose_book,
+                const std::function<void()>& run) {
+  if (is_unchanged) return run();
+  Write_Import(file, [&] {
+    choose_book();
+    run();
+  });
+}
+
 }  // namespace Plexidex

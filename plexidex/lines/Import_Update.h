@@ -7,6 +7,7 @@
 
 #include "Import_Budget.h"
 #include "Import_Report.h"
+#include "Kt_data_01.h"
 #include "Kt_dates.h"
 #include "Kt_lists.h"
 
@@ -33,5 +34,22 @@ TDateTime Import_Until(const TImport_Options& options);
 /// Runs `write` in one update bracket. Throws EImport_Error, with nothing written, when the bracket cannot be
 /// opened or fails. What else `write` throws than failures of the database undoes all and is thrown on.
 void Write_Import(const std::string& file, const std::function<void()>& write);
+
+/// Runs an import: outside a bracket where nothing would change, since a database that takes no updates need
+/// not be asked for one, and otherwise by Write_Import, once the book has been chosen anew: another program
+/// may have made the first one meanwhile, and filled it.
+void Run_Import(const std::string& file, bool is_unchanged, const std::function<void()>& choose_book,
+                const std::function<void()>& run);
+
+/// What `import` gives. Throws EImport_Error where it fails to read the database.
+template <class TImport>
+auto Reading_Data(const std::string& file, TImport import) {
+  try {
+    return import();
+  } catch (const Kt_data_01::EData_Error& e) {
+    throw EImport_Error("Nothing was imported from \"" + file + "\": the data could not be read (" +
+                        e.Reason + ").");
+  }
+}
 
 }  // namespace Plexidex

@@ -39,18 +39,7 @@ bool Is_Property(std::string_view name, std::string_view wanted) {
 TVcard_File::TVcard_File(const std::string& file, const TImport_Budget& budget,
                          Kt_data_01::TProgress_Bar* progress)
     : input(file), budget(budget) {
-  TContent_Lines lines(input);
-  ends_with_return = lines.Ends_With_Return();
-  if (progress) progress->Set_Max(static_cast<std::int64_t>(input.Size()));
-  constexpr std::uint64_t step = 1U << 18;
-  std::uint64_t shown = 0;
-  TContent_Line line;
-  while (lines.Next(line)) {
-    Take(line);
-    if (!progress || line.End < shown + step) continue;
-    shown = line.End;
-    progress->Set_Position(static_cast<std::int64_t>(shown));
-  }
+  ends_with_return = Read_Lines(input, progress, [this](const TContent_Line& line) { Take(line); });
   if (!any_card) throw EImport_Error(input.Name() + " is empty.");
   if (depth > 0) Drop("has no end");
   Find_Last();

@@ -262,31 +262,18 @@ TVcard_Report Read_And_Write(const std::string& path, const TImport_Options& opt
       if (options.Progress) options.Progress->Set_Position(++taken);
     }
   };
-  // A database that takes no updates need not be asked for one.
   bool is_unchanged = true;
   for (const TIndexed_Card& card : file.Cards())
     is_unchanged = is_unchanged && (!card.Is_Last || importer.Is_Unchanged(card));
-  if (is_unchanged) {
-    run();
-    return report;
-  }
-  Write_Import(path, [&] {
-    // Another program may have made the first book meanwhile, and filled it.
-    importer.Choose();
-    run();
-  });
+  Run_Import(
+      path, is_unchanged, [&] { importer.Choose(); }, run);
   return report;
 }
 
 }  // namespace
 
 TVcard_Report Import_Vcards(const std::string& file, const TImport_Options& options) {
-  try {
-    return Read_And_Write(file, options);
-  } catch (const EData_Error& e) {
-    throw EImport_Error("Nothing was imported from \"" + file + "\": the data could not be read (" +
-                        e.Reason + ").");
-  }
+  return Reading_Data(file, [&] { return Read_And_Write(file, options); });
 }
 
 }  // namespace Plexidex
