@@ -21,28 +21,24 @@ constexpr std::size_t Remarks_Shown = 20;
 // All but some entries went through; those were named.
 constexpr int Done_In_Part = 2;
 
-// Writes remarks, the first ones only unless all are asked for. Those of several lists count together.
-class TRemark_Lines {
- public:
-  TRemark_Lines(std::ostream& out, bool all) : out(out), all(all) {}
-
-  void Write(std::string_view heading, const std::vector<TImport_Remark>& remarks) {
+// Writes remarks, the first ones only unless all are asked for. Both lists count together.
+// Returns the exit status.
+int Write_Remarks(const TConsole& console, const std::vector<TImport_Remark>& unused,
+                  const std::vector<TImport_Remark>& notes, bool all) {
+  std::size_t count = 0;
+  const auto write = [&](const char* heading, const std::vector<TImport_Remark>& remarks) {
     for (const TImport_Remark& remark : remarks) {
       if (++count > Remarks_Shown && !all) continue;
-      out << "  " << heading << ": " << Printable(remark.What) << ": " << Printable(remark.Why) << '\n';
+      console.Out << "  " << heading << ": " << Printable(remark.What) << ": " << Printable(remark.Why)
+                  << '\n';
     }
-  }
-
-  void End() {
-    if (count > Remarks_Shown && !all)
-      out << "  and " << count - Remarks_Shown << " more; --verbose shows them\n";
-  }
-
- private:
-  std::ostream& out;
-  const bool all;
-  std::size_t count = 0;
-};
+  };
+  write("not used", unused);
+  write("note", notes);
+  if (count > Remarks_Shown && !all)
+    console.Out << "  and " << count - Remarks_Shown << " more; --verbose shows them\n";
+  return unused.empty() ? 0 : Done_In_Part;
+}
 
 int Report_Calendar(const TConsole& console, const std::string& file, const TImport_Report& report,
                     bool all) {
@@ -53,11 +49,7 @@ int Report_Calendar(const TConsole& console, const std::string& file, const TImp
               << Counted(report.Occurrences, "entry", "entries") << " in all; " << report.Unchanged
               << " unchanged, " << report.Replaced << " replaced, " << report.Unused.size() << " not used\n";
   if (const std::string ends = Ends_Remark(report); !ends.empty()) console.Out << "  note: " << ends << '\n';
-  TRemark_Lines lines(console.Out, all);
-  lines.Write("not used", report.Unused);
-  lines.Write("note", report.Left_Out);
-  lines.End();
-  return report.Unused.empty() ? 0 : Done_In_Part;
+  return Write_Remarks(console, report.Unused, report.Left_Out, all);
 }
 
 int Report_Vcards(const TConsole& console, const std::string& file, const TVcard_Report& report, bool all) {
@@ -65,11 +57,7 @@ int Report_Vcards(const TConsole& console, const std::string& file, const TVcard
               << Counted(report.Added, "contact", "contacts") << " added, " << report.Updated << " updated, "
               << Counted(report.Birthdays, "birthday", "birthdays") << " written; " << report.Unchanged
               << " unchanged, " << report.Unused.size() << " not used\n";
-  TRemark_Lines lines(console.Out, all);
-  lines.Write("not used", report.Unused);
-  lines.Write("note", report.Notes);
-  lines.End();
-  return report.Unused.empty() ? 0 : Done_In_Part;
+  return Write_Remarks(console, report.Unused, report.Notes, all);
 }
 
 int Report_Holidays(const TConsole& console, const std::string& file, const THoliday_Report& report,
@@ -77,11 +65,7 @@ int Report_Holidays(const TConsole& console, const std::string& file, const THol
   console.Out << Printable(file) << ": " << Counted(report.Read, "component", "components") << " read; "
               << Counted(report.Added, "holiday", "holidays") << " added, " << report.Known
               << " known already, " << report.Unused.size() << " not used\n";
-  TRemark_Lines lines(console.Out, all);
-  lines.Write("not used", report.Unused);
-  lines.Write("note", report.Left_Out);
-  lines.End();
-  return report.Unused.empty() ? 0 : Done_In_Part;
+  return Write_Remarks(console, report.Unused, report.Left_Out, all);
 }
 
 }  // namespace
