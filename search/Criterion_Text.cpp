@@ -309,43 +309,34 @@ std::string Checked_Value(int action, const std::string& value, const std::strin
     Refuse(Quoted(value) + " behind " + Quoted(Get_Action_Name(action)) + " is not " + what + ".");
   };
   const auto example = [](int days) { return FormatDateTime("ddddd", Today() + days); };
-  std::int64_t number = 0;
+  std::string parsed = value;
+  std::int32_t number = 0;
   TDateTime first = 0, second = 0;
-  switch (action) {
-    case Action_In_Next:
-    case Action_In_Last:
-    case Action_Not_In_Next:
-    case Action_Not_In_Last:
-    case Action_Number_Equals:
-    case Action_Less:
-    case Action_Greater:
-      if (!Str2Int(value, number) || !std::in_range<std::int32_t>(number)) must_be("a whole number");
-      return value;
-    case Action_On:
-    case Action_On_Or_After:
-    case Action_On_Or_Before:
-      if (!Str2Date(value, first)) must_be("a date such as " + example(0));
-      return value;
-    case Action_Between:
-      if (!Extract_Range(value, first, second))
-        must_be("two dates such as " + example(0) + " and " + example(1));
-      return value;
-    case Action_Member:
-    case Action_Not_Member: {
-      TSearch_Choices categories;
-      Populate_Value_List(book, Search_Category, categories);
-      std::vector<std::string> names;
-      for (const TSearch_Choice& category : categories) {
-        if (CompareText(category.Name, value) == 0) return category.Name;
-        names.push_back(category.Name);
-      }
-      must_be("a category of the book, which has " +
-              (names.empty() ? "none" : Nearest(value, std::move(names))));
-      return value;
-    }
+  switch (Parse_Value(parsed, action, number, first, second)) {
+    case TValue_Fault::No_Number:
+      must_be("a whole number");
+      break;
+    case TValue_Fault::No_Date:
+      must_be("a date such as " + example(0));
+      break;
+    case TValue_Fault::No_Range:
+      must_be("two dates such as " + example(0) + " and " + example(1));
+      break;
     default:
-      return value;
+      break;
   }
+  if (Show_Selection_Button(action)) {
+    TSearch_Choices categories;
+    Populate_Value_List(book, Search_Category, categories);
+    std::vector<std::string> names;
+    for (const TSearch_Choice& category : categories) {
+      if (CompareText(category.Name, value) == 0) return category.Name;
+      names.push_back(category.Name);
+    }
+    must_be("a category of the book, which has " +
+            (names.empty() ? "none" : Nearest(value, std::move(names))));
+  }
+  return value;
 }
 
 }  // namespace

@@ -36,18 +36,16 @@ bool Extract_Range(const std::string& Text, TDateTime& Date1, TDateTime& Date2) 
   return true;
 }
 
-bool Validate_Value(std::string& Value, int, int, int Action, std::int32_t& IntegerValue, TDateTime& Date1,
-                    TDateTime& Date2) {
+TValue_Fault Parse_Value(std::string& Value, int Action, std::int32_t& IntegerValue, TDateTime& Date1,
+                         TDateTime& Date2) {
   IntegerValue = 0;
   Date1 = Date2 = 0;
-  const std::string format = Shown_Format(Format_Settings().ShortDateFormat);
   switch (Action) {
     case Action_Contains:
     case Action_Equals:
     case Action_Does_Not_Contain:
     case Action_Starts_With:
-      return !Value.empty() ||
-             Refuse("The text to be found must be specified in the Value Field before continuing");
+      return Value.empty() ? TValue_Fault::No_Text : TValue_Fault::None;
     case Action_In_Next:
     case Action_In_Last:
     case Action_Not_In_Next:
@@ -56,33 +54,49 @@ bool Validate_Value(std::string& Value, int, int, int Action, std::int32_t& Inte
     case Action_Less:
     case Action_Greater: {
       std::int64_t number = 0;
-      if (!Str2Int(Value, number) || !std::in_range<std::int32_t>(number))
-        return Refuse(
-            "The value entered is not a valid whole number. Please specify a number before continuing");
+      if (!Str2Int(Value, number) || !std::in_range<std::int32_t>(number)) return TValue_Fault::No_Number;
       IntegerValue = static_cast<std::int32_t>(number);
-      return true;
+      return TValue_Fault::None;
     }
     case Action_On:
     case Action_On_Or_After:
     case Action_On_Or_Before:
-      if (!Str2Date(Value, Date1))
-        return Refuse("The Date specified is invalid. Please specify a date in the format \"" + format +
-                      "\" before continuing");
+      if (!Str2Date(Value, Date1)) return TValue_Fault::No_Date;
       Value = Shown_Date(Date1);
-      return true;
+      return TValue_Fault::None;
     case Action_Between:
-      if (!Extract_Range(Value, Date1, Date2))
-        return Refuse("The Date Range specified is invalid. Please specify a date range in the format \"" +
-                      format + " and " + format + "\" before continuing");
+      if (!Extract_Range(Value, Date1, Date2)) return TValue_Fault::No_Range;
       Value = Shown_Date(Date1) + " and " + Shown_Date(Date2);
-      return true;
+      return TValue_Fault::None;
     case Action_Member:
     case Action_Not_Member:
-      // Silent: there is a button to choose one.
-      return !Value.empty();
+      return Value.empty() ? TValue_Fault::No_Category : TValue_Fault::None;
     default:
-      return true;
+      return TValue_Fault::None;
   }
+}
+
+bool Validate_Value(std::string& Value, int, int, int Action, std::int32_t& IntegerValue, TDateTime& Date1,
+                    TDateTime& Date2) {
+  const std::string format = Shown_Format(Format_Settings().ShortDateFormat);
+  switch (Parse_Value(Value, Action, IntegerValue, Date1, Date2)) {
+    case TValue_Fault::No_Text:
+      return Refuse("The text to be found must be specified in the Value Field before continuing");
+    case TValue_Fault::No_Number:
+      return Refuse(
+          "The value entered is not a valid whole number. Please specify a number before continuing");
+    case TValue_Fault::No_Date:
+      return Refuse("The Date specified is invalid. Please specify a date in the format \"" + format +
+                    "\" before continuing");
+    case TValue_Fault::No_Range:
+      return Refuse("The Date Range specified is invalid. Please specify a date range in the format \"" +
+                    format + " and " + format + "\" before continuing");
+    case TValue_Fault::No_Category:
+      return false;  // silent: there is a button to choose one
+    case TValue_Fault::None:
+      break;
+  }
+  return true;
 }
 
 TSearchItem::TSearchItem(int field, int search_type, int action, std::string value, std::string template_name,

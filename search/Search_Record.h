@@ -15,6 +15,11 @@ namespace KTReminds {
 
 using Kt_util_01::TDateTime;
 
+/// What a typed value is not, though the action needs it.
+enum class TValue_Fault { None, No_Text, No_Number, No_Date, No_Range, No_Category };
+/// What Validate_Value does, without telling anybody.
+TValue_Fault Parse_Value(std::string& Value, int Action, std::int32_t& IntegerValue, TDateTime& Date1,
+                         TDateTime& Date2);
 /// Takes a typed value apart as the action needs it, and writes dates as the user's short date format has
 /// them. False for a value that the action cannot be asked with; the user is told why, but for a category
 /// that was not chosen.
