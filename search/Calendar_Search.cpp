@@ -9,12 +9,12 @@
 
 #include "Current_Search.h"
 #include "Entry_Lists.h"
-#include "Entry_Order.h"
 #include "Entry_Rows.h"
 #include "Entry_Walk.h"
 #include "Event_Criteria.h"
 #include "Kt_util_01.h"
 #include "List_Building.h"
+#include "Result_Order.h"
 #include "Search_Pace.h"
 
 namespace KTReminds {
@@ -175,7 +175,7 @@ class TCalendar_Search {
     if (pace.Is_Shown()) pace.Begin(occurrences.Record_Count());
     std::unordered_map<std::string, const TKind*, TText_Hash, std::equal_to<>> kinds;
     const auto show = [this] {
-      if (SortKey == 2 && SortAscending) list.Show_So_Far();
+      if (ResultsSortKey == 2 && ResultsSortAscending) list.Show_So_Far();
     };
     for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
       pace.Step(show);
@@ -301,7 +301,7 @@ bool SearchCalendar(const std::string& Book, TItem_List& List, std::int64_t& Ela
     if (CurrentSearch) {
       CurrentSearch->PreProcess_Criteria(Book);
       done = TCalendar_Search(*CurrentSearch, Book, List, Progress).Run();
-      Sort_Items(List, SortKey);
+      Sort_Results(List);
     } else {
       done = true;
     }

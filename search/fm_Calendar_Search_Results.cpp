@@ -95,7 +95,6 @@ void TCalendar_Search_Results_Frm::Fill_List() {
     ui->ListView1->repaint();
     all = SearchCalendar(NodeKey, items, elapsed, &progress);
   }
-  Sort_Results(items);
   const QString found = items.Count() == 1
                             ? tr("1 Item found")
                             : tr("%1 Items found").arg(locale().toString(qulonglong(items.Count())));

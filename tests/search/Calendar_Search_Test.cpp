@@ -1,7 +1,7 @@
 #include "Calendar_Search.h"
 
 #include "Current_Search.h"
-#include "Entry_Order.h"
+#include "Result_Order.h"
 #include "Test_Events.h"
 
 namespace {
@@ -13,8 +13,8 @@ struct TCriterion {
 
 struct Calendar_Search : TDatabase_Test {
   Calendar_Search() {
-    SortKey = 2;
-    SortAscending = true;
+    ResultsSortKey = 2;
+    ResultsSortAscending = true;
     Add("Dentist", Monday + 0.4, {.Location = "Old town", .Priority = 1});
     Add("Review", Monday + 1.5, {.Days = 3});
     Add("Report", Monday + 2, {.Status = TTask_Status::Pending, .Start = Monday - 3, .Budget = 1250});
