@@ -2,14 +2,7 @@
 // from those in one version. Ends the program where the store is not sound, or a contact has not come back as
 // it was.
 
-#include <cstdlib>
-#include <fstream>
-#include <iostream>
-
-#include "Kt_util_01.h"
-#include "Store_Check.h"
-#include "Temporary_Database.h"
-#include "Test_Seams.h"
+#include "Import_Frame.h"
 #include "Vcard_Export.h"
 #include "Vcard_Import.h"
 
@@ -17,43 +10,20 @@ namespace {
 
 using namespace Plexidex;
 
-struct TFuzzed {
-  TTest_Seams Seams;
-  TTemporary_Database Database;
-  TTemporary_Folder Folder;
-  TImport_Options Options;
-
-  TFuzzed() {
-    Options.Most_Entries = 100;
-    Options.Has_Until = true;
-    Options.Until = Kt_util_01::Encode_Date(2025, 12, 31);
-  }
+struct TFuzzed : TImport_Frame {
+  TFuzzed() : TImport_Frame(100) {}
   void Empty() {
-    Run_Sql(
-        "PRAGMA synchronous = OFF; BEGIN; DELETE FROM KT_Events_Data; DELETE FROM KT_Events; DELETE FROM "
-        "KT_Cards;"
-        "DELETE FROM KT_Categories_InUse; DELETE FROM KT_Categories; DELETE FROM KT_Log; DELETE FROM "
-        "KT_Contacts_Data; DELETE FROM KT_Contacts WHERE Type = 0; COMMIT");
-    Database.Reopen();  // no view may keep what it has read
+    TImport_Frame::Empty(
+        "DELETE FROM KT_Events_Data; DELETE FROM KT_Events; DELETE FROM KT_Cards; "
+        "DELETE FROM KT_Categories_InUse; DELETE FROM KT_Categories; DELETE FROM KT_Log; "
+        "DELETE FROM KT_Contacts_Data; DELETE FROM KT_Contacts WHERE Type = 0");
   }
-  bool Import(const std::string& file) const {
-    try {
-      Import_Vcards(file, Options);
-      return true;
-    } catch (const EImport_Error&) {
-      return false;
-    }
-  }
+  bool Import(const std::string& file) const { return Take(Import_Vcards, file); }
   static std::string Held() {
     std::string columns = "DisplayName, CAST(Notes AS TEXT)";
     for (int code = 1; code <= 20; ++code) columns += ", Field" + std::to_string(code);
     return Query_Rows(columns,
                       "KT_Contacts c JOIN KT_Contacts_Data d ON d.Contact = c.Key ORDER BY c.row_id");
-  }
-  static void Check(const std::string& what, bool holds) {
-    if (holds) return;
-    std::cerr << what << std::endl;
-    std::abort();
   }
 };
 
@@ -61,14 +31,11 @@ struct TFuzzed {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static TFuzzed fuzzed;
-  const std::string file = fuzzed.Folder.File("in.vcf"), back = fuzzed.Folder.File("back.vcf"),
+  const std::string file = fuzzed.Write("in.vcf", data, size), back = fuzzed.Folder.File("back.vcf"),
                     again = fuzzed.Folder.File("again.vcf");
-  std::ofstream(file, std::ios::binary)
-      .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
   fuzzed.Empty();
   const bool taken = fuzzed.Import(file);
-  for (const std::string& finding : Kt_data_01::Check_Store()) TFuzzed::Check(finding, false);
-  TFuzzed::Check("an update is open", !Kt_data_01::Update_Is_Open());
+  TFuzzed::Check_Store();
   const std::string held = TFuzzed::Held();
   TFuzzed::Check("refused, but something was written", taken || held.empty());
   if (held.empty()) return 0;
