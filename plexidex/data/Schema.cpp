@@ -69,7 +69,12 @@ std::vector<TTable_Def> Make_Schema() {
   return {
       {"KT_Books", {{"Key", Text}, {"BookName", Text}}, {{"Key", {"Key"}, true}}},
       {"KT_Users",
-       {{"Key", Text}, {"Name", Text}, {"Administrator", Boolean}, {"Password", Text}},
+       {{"Key", Text},
+        {"Name", Text},
+        {"Administrator", Boolean},
+        {"Password", Text},     // a hash with its parameters; "" for none
+        {"Failures", Integer},  // wrong passwords since the last right one
+        {"FailedAt", DateTime}},
        {{"Key", {"Key"}, true}, {"Name", {"Name"}, true}}},
       {"KT_Rights",
        {{"Owner", Text},
@@ -231,9 +236,15 @@ std::vector<TTable_Def> Make_Schema() {
         {"Birthday", Text},
         {"Content", Blob}},
        {{"BookandUID", {"Book", "UID"}, true}, {"Contact", {"Contact"}, true}}},
+      // When each alarm goes off: a row for a row of KT_Alarms, kept with it.
       {"KT_Alerts",
-       {{"User", Text}, {"Occurrence", Text}, {"Dismissed", Boolean}, {"CheckedUntil", DateTime}},
-       {{"UserandOccurrence", {"User", "Occurrence"}, true}}},
+       {{"Occurrence", Text, 0, "KT_Events_Data"},
+        {"User", Text},
+        {"Moment", DateTime},    // the event's date less the alarm's offset
+        {"NextTime", DateTime},  // the alarm's, when the row was written
+        {"Due", DateTime},       // the one of the two that counts
+        {"Dismissed", Boolean}},
+       {{"Occurrence", {"Occurrence"}, true}, {"UserandDue", {"User", "Dismissed", "Due"}}}},
       {"KT_Open_Editors", {{"User", Text}, {"Event", Text}}, {{"UserandEvent", {"User", "Event"}, true}}},
   };
 }
@@ -292,7 +303,22 @@ const std::vector<TMigration>& Migrations() {
           "Birthday" TEXT NOT NULL DEFAULT '', "Content" BLOB, row_id INTEGER PRIMARY KEY);
         CREATE UNIQUE INDEX "KT_Cards_BookandUID" ON "KT_Cards" ("Book", "UID");
         CREATE UNIQUE INDEX "KT_Cards_Contact" ON "KT_Cards" ("Contact");)" +
-              Journal_Types_Sql("KT_Events", "1") + Journal_Types_Sql("KT_Log", "Occurrence <> ''")}};
+              Journal_Types_Sql("KT_Events", "1") + Journal_Types_Sql("KT_Log", "Occurrence <> ''")},
+      {5, R"(
+        ALTER TABLE "KT_Users" ADD COLUMN "Failures" INTEGER NOT NULL DEFAULT 0;
+        ALTER TABLE "KT_Users" ADD COLUMN "FailedAt" REAL NOT NULL DEFAULT 0;
+        DROP TABLE "KT_Alerts";
+        CREATE TABLE "KT_Alerts" ("Occurrence" TEXT NOT NULL DEFAULT '' REFERENCES "KT_Events_Data" ("Key"),
+          "User" TEXT NOT NULL DEFAULT '', "Moment" REAL NOT NULL DEFAULT 0,
+          "NextTime" REAL NOT NULL DEFAULT 0, "Due" REAL NOT NULL DEFAULT 0,
+          "Dismissed" INTEGER NOT NULL DEFAULT 0, row_id INTEGER PRIMARY KEY);
+        INSERT INTO "KT_Alerts" ("Occurrence", "User", "Moment", "NextTime", "Due", "Dismissed")
+          SELECT a."Key", a."User", o."EventDate" - a."Offset" / 1440.0, a."NextTime",
+            CASE WHEN a."NextTime" = 0 THEN o."EventDate" - a."Offset" / 1440.0 ELSE a."NextTime" END, 0
+          FROM "KT_Alarms" a JOIN "KT_Events_Data" o ON o."Key" = a."Key";
+        UPDATE "KT_Alerts" SET "Dismissed" = 1 WHERE "Due" <= $NOW;
+        CREATE UNIQUE INDEX "KT_Alerts_Occurrence" ON "KT_Alerts" ("Occurrence");
+        CREATE INDEX "KT_Alerts_UserandDue" ON "KT_Alerts" ("User", "Dismissed", "Due");)"}};
   return migrations;
 }
 

@@ -1,5 +1,7 @@
 #include "Schema_Update.h"
 
+#include <regex>
+
 #include "Kt_util_01.h"
 #include "Sql_Text.h"
 
@@ -61,7 +63,7 @@ void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only) 
 void Migrate(TEngine& engine, int version, const std::vector<TMigration>& steps) {
   for (const TMigration& step : steps) {
     if (step.Version <= version) continue;
-    engine.Execute(step.Sql);
+    engine.Execute(std::regex_replace(step.Sql, std::regex("\\$NOW"), std::to_string(Kt_util_01::Now())));
     engine.Stamp(Application_Id, step.Version);
   }
 }

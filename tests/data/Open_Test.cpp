@@ -139,13 +139,19 @@ TEST_F(Open, A_Database_Of_Every_Version_Becomes_Like_A_New_One_And_Keeps_What_I
     Open_Sqlite(file, {})->Execute(
         "PRAGMA foreign_keys = OFF;" +
         File_Content(KT_DATA_TEST_DATA "/schema_" + std::to_string(version) + ".sql") +
-        ";UPDATE KT_Events SET Type = 3");
+        ";UPDATE KT_Events SET Type = 3;"
+        "INSERT INTO KT_Alarms (Key, User, Offset) SELECT Key, 'zoe', 60 FROM KT_Events_Data");
     EXPECT_EQ(layout(), made) << version;
     Open_Database(file, TDatabase::TMode::Must_Exist);
     EXPECT_EQ(Check_Store(), std::vector<std::string>()) << version;
     TTable events(Events_Table);
     events.First();
-    EXPECT_EQ(events.Integer(events.Field("Type")), 1) << "an e-mail, as the journal counts";
+    EXPECT_EQ(events.Integer(events.Field("Type")), version < 4 ? 1 : 3)
+        << "an e-mail, as the journal counts";
+    EXPECT_EQ(Query_Rows("a.User, a.Due < o.EventDate, a.Dismissed",
+                         "KT_Alerts a JOIN KT_Events_Data o ON o.Key = a.Occurrence"),
+              "zoe|1|1")
+        << "long past when the alarm was found";
     const TBook book = List_Books().at(0);
     const auto templates = List_Templates(book.Key);
     for (const char* contact : {"anna", "zoe"})
@@ -154,7 +160,7 @@ TEST_F(Open, A_Database_Of_Every_Version_Becomes_Like_A_New_One_And_Keeps_What_I
     EXPECT_EQ(anna.Other[0] + anna.Other[7] + anna.Notes + Other_Labels(book.Key)[0],
               "0160 1Lasttwo\nlinesPhone");
     EXPECT_EQ(Find_Contact("anna")->Name + List_Contacts(book.Key, true).at(0).Name, "Anna BergZoe");
-    EXPECT_EQ(Counts(), "1 1 0");
+    EXPECT_EQ(Counts(), "1 1 1");
     // What a new book gets now, with keys of the usual form.
     TBook another;
     In_Update([&] { another = Create_Book("Another"); });
