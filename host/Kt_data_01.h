@@ -108,6 +108,11 @@ class TTable {
   /// and parentheses. "" removes the filter. Throws EData_Error for an expression that cannot be parsed.
   void Set_Filter(std::string_view expression);
 
+  /// Lets walks leave out most of the rows whose text in a column fails a test; some come nevertheless, so
+  /// that whoever walks stays in control. The column must be among those that the view reads. The test runs
+  /// within a statement of the engine: it must touch no table and not throw. Null removes it.
+  void Set_Text_Test(TField field, std::function<bool(std::string_view)> test);
+
   /// Reads rows of another table along with this view's batches: those whose key, by the index of
   /// `looked_up`, equals this view's column `via`. Inside a snapshot or bracket, looked_up.FindKey then finds
   /// the row that belongs to this view's current row without a query; it is valid until this view moves.

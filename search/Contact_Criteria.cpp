@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "Event_Criteria.h"
 
@@ -111,7 +112,10 @@ class TContact_Criteria::TImpl {
     if (read != TDetails::Nothing) contacts.Prefetch(key_field, details);
     occurrences.Prefetch(Occurrence_Columns().Event, events);
     Set_Cache(contacts);
+    Look_At_Names_First();
   }
+
+  std::int64_t Take_Passed() { return by_name.empty() ? 1 : std::exchange(passed, 0); }
 
   bool Meets() {
     key = contacts.Text(key_field);
@@ -124,6 +128,20 @@ class TContact_Criteria::TImpl {
 
  private:
   using TKeys = std::set<std::string, std::less<>>;
+
+  // All criteria must be met, so what a name decides is decided where the names are read.
+  void Look_At_Names_First() {
+    for (const TMatcher& matcher : matchers) {
+      if (!matcher.Item().Has_Template() && matcher.Item().SearchType == Search_Contact_Name)
+        by_name.push_back(&matcher);
+    }
+    if (by_name.empty()) return;
+    contacts.Set_Text_Test(name_field, [this](std::string_view name) {
+      ++passed;
+      return std::all_of(by_name.begin(), by_name.end(),
+                         [name](const TMatcher* matcher) { return matcher->Text(name); });
+    });
+  }
 
   // What is few enough to be held for the whole walk.
   void Read_Ahead(const TSearchItem& item, std::string_view user) {
@@ -199,9 +217,9 @@ class TContact_Criteria::TImpl {
   bool Meets_Category(const TSearchItem& item) const {
     switch (item.Action) {
       case Action_Member:
-        return Is_Member(item.KeyValue);
+        return !item.KeyValue.empty() && Is_Member(item.KeyValue);
       case Action_Not_Member:
-        return !Is_Member(item.KeyValue);
+        return item.KeyValue.empty() || !Is_Member(item.KeyValue);
       case Action_In_A_Category:
         return Is_Member({});
       case Action_In_No_Category:
@@ -338,6 +356,8 @@ class TContact_Criteria::TImpl {
                notes_field = details.Field("Notes"), description_field = journal.Field("Description"),
                date_field = journal.Field("LogDate"), title_field = links.Field("Title"),
                target_field = links.Field("FileOrUrl"), has_link_field = links.Field("HasLink");
+  std::vector<const TMatcher*> by_name;
+  std::int64_t passed = 0;
   std::string_view key;  // of the current contact
   bool has_details = false;
 };
@@ -353,6 +373,10 @@ TTable& TContact_Criteria::Contacts() {
 
 bool TContact_Criteria::Meets() {
   return impl->Meets();
+}
+
+std::int64_t TContact_Criteria::Take_Passed() {
+  return impl->Take_Passed();
 }
 
 }  // namespace KTReminds

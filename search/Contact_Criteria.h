@@ -2,6 +2,7 @@
 
 // What criteria ask of a contact.
 
+#include <cstdint>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,9 @@ class TContact_Criteria {
   Kt_data_01::TTable& Contacts();
   /// Whether the current contact meets all criteria.
   bool Meets();
+  /// How many contacts the cursor has come past since the last call, those that it left out because of their
+  /// names included.
+  std::int64_t Take_Passed();
 
  private:
   class TImpl;

@@ -17,6 +17,12 @@ using namespace Kt_util_01;
 
 namespace {
 
+std::string Doubled_Quotes(std::string_view text) {
+  std::string made;
+  for (const char c : text) made.append(c == '\'' ? 2 : 1, c);
+  return made;
+}
+
 using TNodes = std::vector<std::unique_ptr<TTree_Node>>;
 
 class TContact_Search {
@@ -37,7 +43,7 @@ class TContact_Search {
     const std::string not_other = "(Deleted = False) and not (Type <> " + std::to_string(type) + ")";
     try {
       if (search.Group.empty()) {
-        contacts.Set_Filter(not_other + " and not (Book <> '" + book + "')");
+        contacts.Set_Filter(not_other + " and not (Book <> '" + Doubled_Quotes(book) + "')");
         Walk(found);
         return true;
       }
@@ -63,7 +69,7 @@ class TContact_Search {
     if (pace.Is_Shown()) pace.Begin(contacts.Record_Count());
     std::string before;
     for (contacts.First(); !contacts.Eof(); contacts.Next()) {
-      pace.Step();
+      pace.Pass(criteria.Take_Passed());
       // A contact with details more than once, as from another program, comes with each of them.
       if (before == contacts.Text(key)) continue;
       before = contacts.Text(key);
@@ -92,10 +98,10 @@ bool SearchContacts(const std::string& Book, const std::string& User, TTree_Node
   TNodes found;
   const auto done = Read("Search_Engine:SearchContacts [KT_Contacts/KT_Contacts_Data]", [&] {
     if (CurrentSearch) CurrentSearch->PreProcess_Criteria(Book);
-    start = TSearch_Pace::TSteady::now();
     const TSearchRecord none;
-    return TContact_Search(CurrentSearch ? *CurrentSearch : none, Book, User, Progress)
-        .Run(ContactType, found);
+    TContact_Search search(CurrentSearch ? *CurrentSearch : none, Book, User, Progress);
+    start = TSearch_Pace::TSteady::now();
+    return search.Run(ContactType, found);
   });
   if (done) {
     Tree.Begin_Update(Parent);

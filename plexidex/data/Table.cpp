@@ -89,6 +89,10 @@ void TTable::Set_Filter(std::string_view expression) {
   impl->Writer.Cancel();
   impl->Reader.Range_Changed(impl->Range.Set_Filter(expression));
 }
+void TTable::Set_Text_Test(TField field, std::function<bool(std::string_view)> test) {
+  impl->Writer.Cancel();
+  impl->Reader.Set_Text_Test(field, std::move(test));
+}
 void TTable::Prefetch(TField via, TTable& looked_up) {
   TImpl& other = *looked_up.impl;
   if (!other.Range.Has_Text_Key())

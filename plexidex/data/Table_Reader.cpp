@@ -24,6 +24,12 @@ TLinked_Rows& TTable_Reader::Prefetch(const TTable_Context& other, const TJoin& 
   return *links.back();
 }
 
+void TTable_Reader::Set_Text_Test(TField field, std::function<bool(std::string_view)> wanted) {
+  tested = 1 + Slot(field);  // the row ID comes first
+  test = std::move(wanted);
+  Range_Changed(TTable_Range::TChange::Rows);
+}
+
 void TTable_Reader::To_End(bool first) {
   limit = first_limit;
   Fetch({first, false});
@@ -221,9 +227,11 @@ void TTable_Reader::Fetch(TStep step) {
     {
       TUse use(statement);
       const int parameter = range.Bind_Step(*use, step, batch, at, Joined_Row(step));
-      use->Bind(parameter, static_cast<std::int64_t>(limit));
+      std::size_t may_examine = test ? Most_Examined : limit;
+      use->Bind(parameter, static_cast<std::int64_t>(may_examine));
       const int own_columns = static_cast<int>(columns.Columns.size()) + 1;
       while (use->Step()) {
+        if (--may_examine > 0 && test && !test(use->Text(tested))) continue;
         next_batch.Append(*use);
         int column = own_columns;
         std::size_t texts = next_batch.Arena_Size();
@@ -231,7 +239,7 @@ void TTable_Reader::Fetch(TStep step) {
           column = link->Add(*use, column);
           texts += link->Next_Arena_Size();
         }
-        if (next_batch.Count() == limit || texts > Largest_Batch_Arena) {
+        if (may_examine == 0 || next_batch.Count() == limit || texts > Largest_Batch_Arena) {
           all = false;
           break;
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,6 +31,8 @@ class TTable_Reader {
   void Range_Changed(TTable_Range::TChange change);
   /// Prefetches rows of another table along with each batch, see TLinked_Rows.
   TLinked_Rows& Prefetch(const TTable_Context& other, const TJoin& join);
+  /// Leaves out rows whose text fails the test, but for the last one examined of each batch.
+  void Set_Text_Test(TField field, std::function<bool(std::string_view)> test);
   /// Whether the first batch is a large one.
   void Read_Far_Ahead(bool on) { first_limit = on ? Large_First_Batch : First_Batch; }
 
@@ -86,6 +89,8 @@ class TTable_Reader {
   static constexpr std::size_t Largest_Batch = 8192;
   // Texts of the rows and of those prefetched, about: what the processor's caches hold.
   static constexpr std::size_t Largest_Batch_Arena = 1 << 20;
+  // Rows examined for a batch, at most, where a test leaves some out.
+  static constexpr std::size_t Most_Examined = 16384;
 
   TRow_Store& Row() {
     if (place != TPlace::Row) Throw_No_Row();
@@ -126,6 +131,8 @@ class TTable_Reader {
   std::size_t first_limit = First_Batch, limit = First_Batch;
   std::uint64_t serial = 0;  // of the table when the batch was read; 0: never fresh
   std::vector<std::unique_ptr<TLinked_Rows>> links;
+  std::function<bool(std::string_view)> test;
+  int tested = 0;  // the column of the statement
 
   std::vector<TPrepared> finders;  // by number of key columns, from 1
   TPrepared fetchers[4], row_reader;
