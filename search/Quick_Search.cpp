@@ -51,11 +51,18 @@ struct TMaster {
 
 class TQuick_Search::TImpl {
  public:
+  TImpl() {
+    const auto is_in = [this](std::string_view line) { return Is_In(line); };
+    early_events.Set_Text_Test(Event_Columns().Title, is_in);
+    early_contacts.Set_Text_Test(name_field, is_in);
+  }
+
   void Look_For(std::string_view new_text) {
     text = Trimmed(new_text);
     wanted.reset();
     if (!text.empty()) wanted.emplace(text, false, false);
-    found = {};
+    found = early = {};
+    early_phase = TEarly::Begin;
     hits = {};
     looked_up = {};
     position = 0;
@@ -69,11 +76,16 @@ class TQuick_Search::TImpl {
       Look_For(std::string(text));
     }
     const auto end = TSteady::now() + One_Step;
-    while (phase != TPhase::Done && TSteady::now() < end) Go_On();
+    while (phase != TPhase::Done && TSteady::now() < end) {
+      if (wanted && phase < TPhase::Match_Titles && early_phase != TEarly::Done) Look_Early();
+      Go_On();
+    }
     return phase != TPhase::Done;
   }
 
-  const TFound& Found(TGroup group) const { return found[group]; }
+  const TFound& Found(TGroup group) const {
+    return found[group].Rows.empty() && phase <= TPhase::Look_Up ? early[group] : found[group];
+  }
 
  private:
   // In this order, each a few rows at a time.
@@ -88,6 +100,49 @@ class TQuick_Search::TImpl {
     Match_Notes,
     Done
   };
+
+  // What is found while the texts are still being read, which would be too long to wait for.
+  enum class TEarly { Begin, Titles, Names, Done };
+
+  bool Is_In(std::string_view line) const {
+    return wanted->Find(First_Characters(line, Searched_Characters)).has_value();
+  }
+
+  void Look_Early() {
+    const TEvent_Columns& column = Event_Columns();
+    switch (early_phase) {
+      case TEarly::Begin:
+        early_contacts.Set_Filter(Live_Contacts());
+        early_events.First();
+        early_contacts.First();
+        early_phase = TEarly::Titles;
+        break;
+      case TEarly::Titles:
+        if (early_events.Eof() || early[Events].Count + early[Tasks].Count >= Most_Rows) {
+          early_phase = TEarly::Names;
+          break;
+        }
+        if (const auto master = Master_At(early_events); master && Is_In(early_events.Text(column.Title))) {
+          ++early[master->Group].Count;
+          Look_Up(early[master->Group], early_events.Text(column.Key), early_events.Text(column.Title),
+                  master->Timeless);
+        }
+        early_events.Next();
+        break;
+      case TEarly::Names:
+        if (early_contacts.Eof() || early[Contacts].Count >= Most_Rows) {
+          early_phase = TEarly::Done;
+          break;
+        }
+        if (Is_In(early_contacts.Text(name_field)))
+          Add_Contact(early[Contacts], early_contacts.Text(key_field), early_contacts.Text(book_field),
+                      early_contacts.Text(name_field), true);
+        early_contacts.Next();
+        break;
+      case TEarly::Done:
+        break;
+    }
+  }
 
   void Go_On() {
     constexpr int few_rows = 64, few_masters = 4;
@@ -136,10 +191,23 @@ class TQuick_Search::TImpl {
     books.clear();
     by_key.clear();
     user = User_Key();
-    contacts.Set_Filter("(Deleted = False) and not (Type <> " + std::to_string(Contact_Type_Contact) + ")");
+    contacts.Set_Filter(Live_Contacts());
     events.First();
     contacts.First();
     phase = TPhase::Read_Titles;
+  }
+
+  static std::string Live_Contacts() {
+    return "(Deleted = False) and not (Type <> " + std::to_string(Contact_Type_Contact) + ")";
+  }
+
+  // Nothing for an entry of another kind, and for one whose title the user may not see.
+  std::optional<TMaster> Master_At(const TTable& table) const {
+    const TEvent_Columns& column = Event_Columns();
+    const TEntry_Type type = Read_Entry_Type(table);
+    const bool hidden = table.Boolean(column.Private) && table.Text(column.User) != user;
+    if (hidden || (type != TEntry_Type::Event && type != TEntry_Type::Task)) return {};
+    return TMaster{type == TEntry_Type::Task ? Tasks : Events, table.Boolean(column.AllDay)};
   }
 
   void Read_Title() {
@@ -148,11 +216,9 @@ class TQuick_Search::TImpl {
       phase = TPhase::Read_Names;
       return;
     }
-    const TEntry_Type type = Read_Entry_Type(events);
-    const bool hidden = events.Boolean(column.Private) && events.Text(column.User) != user;
-    if (!hidden && (type == TEntry_Type::Event || type == TEntry_Type::Task)) {
+    if (const auto master = Master_At(events)) {
       masters.Add(events.Text(column.Key), events.Text(column.Title));
-      kinds.push_back({type == TEntry_Type::Task ? Tasks : Events, events.Boolean(column.AllDay)});
+      kinds.push_back(*master);
     }
     events.Next();
   }
@@ -186,17 +252,20 @@ class TQuick_Search::TImpl {
   }
 
   void Add_Contact(std::size_t row, bool in_order) {
-    if (!Access_Allowed(names.Keys[row], Access_See)) return;
-    TFound& of = found[Contacts];
+    Add_Contact(found[Contacts], names.Keys[row], books[row].Str(), names.Line(row), in_order);
+  }
+  static void Add_Contact(TFound& of, std::string_view key, std::string_view book, std::string_view text,
+                          bool in_order) {
+    if (!Access_Allowed(key, Access_See)) return;
     ++of.Count;
     if (of.Rows.size() == Most_Rows) return;
-    const TText name(names.Line(row));
+    const TText name(text);
     const auto place = in_order ? std::upper_bound(of.Rows.begin(), of.Rows.end(), Sort_Key(name),
                                                    [](const std::string& key, const TRow& other) {
                                                      return key < Sort_Key(other.Title);
                                                    })
                                 : of.Rows.end();
-    of.Rows.insert(place, {names.Keys[row], {}, books[row].Str(), name, 0, false});
+    of.Rows.insert(place, {std::string(key), {}, std::string(book), name, 0, false});
   }
 
   // Of very many events those made last are looked at.
@@ -207,7 +276,8 @@ class TQuick_Search::TImpl {
       const std::size_t done = looked_up[group];
       if (done == std::min(rows.size(), most_looked_up)) continue;
       ++looked_up[group];
-      Look_Up(group, rows[rows.size() - 1 - done]);
+      const std::size_t master = rows[rows.size() - 1 - done];
+      Look_Up(found[group], masters.Keys[master], masters.Line(master), kinds[master].Timeless);
       return;
     }
     phase = TPhase::Begin_Notes;
@@ -220,11 +290,11 @@ class TQuick_Search::TImpl {
     return a >= today ? a < b : a > b;
   }
 
-  void Look_Up(TGroup group, std::size_t master) {
+  // Adds the date of a master that is shown; one without any is not counted any more.
+  void Look_Up(TFound& of, std::string_view master, std::string_view title, bool timeless) {
     const TOccurrence_Columns& column = Occurrence_Columns();
-    TFound& of = found[group];
     std::optional<TRow> best;
-    occurrences.SetRange({masters.Keys[master]}, {masters.Keys[master]});
+    occurrences.SetRange({master}, {master});
     for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
       const TDateTime date = occurrences.DateTime(column.EventDate);
       if ((best && !Is_Before(date, best->Date)) || !Is_Visible(owners, occurrences.Text(column.Contact)))
@@ -232,9 +302,9 @@ class TQuick_Search::TImpl {
       best = TRow{std::string(occurrences.Text(column.Key)),
                   std::string(occurrences.Text(column.Contact)),
                   std::string(occurrences.Text(column.Book)),
-                  TText(masters.Line(master)),
+                  TText(title),
                   date,
-                  kinds[master].Timeless};
+                  timeless};
     }
     if (!best) {
       --of.Count;
@@ -254,7 +324,7 @@ class TQuick_Search::TImpl {
     }
     TNotes_Control& control = Search_Notes_Control();
     control.Set_Text(notes.Text(notes_field));
-    if (control.Find(text, Searched_Characters, false, false)) {
+    if (control.Find(text, std::string_view::npos, false, false)) {
       const auto contact = by_key.find(notes.Text(contact_field));
       if (contact != by_key.end() && !wanted->Find(names.Line(contact->second)))
         Add_Contact(contact->second, false);
@@ -263,6 +333,7 @@ class TQuick_Search::TImpl {
   }
 
   TPhase phase = TPhase::Begin;
+  TEarly early_phase = TEarly::Begin;
   std::uint64_t shown_changes = 0;
   std::string user, text;
   std::optional<TText_Finder> wanted;
@@ -271,11 +342,13 @@ class TQuick_Search::TImpl {
   std::vector<TText> books;
   std::unordered_map<std::string_view, std::size_t> by_key;  // contacts, of which the keys are those of names
   std::size_t position = 0;
-  std::array<TFound, Groups> found{};
+  std::array<TFound, Groups> found{}, early{};
   std::array<std::vector<std::size_t>, Groups> hits{};
   std::array<std::size_t, Groups> looked_up{};
   TTable events{Events_Table, {"Title", "EventType", "User", "Private", "AllDay"}};
   TTable contacts{Contacts_Table, {"Key", "DisplayName", "Book", "Type", "Deleted"}};
+  TTable early_events{events, {"Title", "EventType", "User", "Private", "AllDay"}};
+  TTable early_contacts{contacts, {"Key", "DisplayName", "Book", "Type", "Deleted"}};
   TTable occurrences{Events_Data, "Event", {"Key", "Contact", "Book", "Event", "EventDate"}};
   TTable owners = Entry_Contacts();
   TTable notes{Contacts_Data, {"Contact", "Notes"}};

@@ -12,8 +12,9 @@
 namespace KTReminds {
 
 /// Finds a text while it is typed, a few milliseconds at a time: in the titles of events and tasks, and in
-/// the names and notes of contacts, of all books and as far as the user may see them. Case is ignored, and
-/// as "Contains" does it looks at the first Searched_Characters. To be used by one thread.
+/// the names and notes of contacts, of all books and as far as the user may see them. Case is ignored. As
+/// "Contains" does, it looks at the first Searched_Characters, and at the whole of notes. To be used by one
+/// thread.
 class TQuick_Search {
  public:
   enum TGroup { Events, Tasks, Contacts };

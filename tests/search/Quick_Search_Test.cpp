@@ -1,5 +1,7 @@
 #include "Quick_Search.h"
 
+#include <regex>
+
 #include "Contacts.h"
 #include "Test_Events.h"
 
@@ -50,7 +52,8 @@ TEST_F(Quick_Search, Finds_Each_Event_Once_By_Its_Next_Or_Last_Date_And_Contacts
   Add_Contact("Teal", "tea, too");
   Add_Contact("Cleo", std::string(260, '-') + "tea");
   const std::string all =
-      "Tea with Ann 0, High tea 9, Tea ceremony -5, Tea long ago -20, 4|Buy tea 1, 1|Teal, Tess Tea, Bob, 3|";
+      "Tea with Ann 0, High tea 9, Tea ceremony -5, Tea long ago -20, 4|Buy tea 1, 1|Teal, Tess Tea, Bob, "
+      "Cleo, 4|";
   EXPECT_EQ(Found(" tea "), all);
   EXPECT_EQ(Found("tea c"), "Tea ceremony -5, 1|0|0|");
   EXPECT_EQ(Found(""), "0|0|0|");
@@ -59,7 +62,8 @@ TEST_F(Quick_Search, Finds_Each_Event_Once_By_Its_Next_Or_Last_Date_And_Contacts
   In_Update([&] {
     Set_Contact_Deleted(Query_Text("SELECT Key FROM KT_Contacts WHERE DisplayName = 'Bob'"), true);
   });
-  EXPECT_EQ(Rest(), all.substr(0, all.find(", Bob")) + ", 2|") << "what changes meanwhile counts";
+  EXPECT_EQ(Rest(), std::regex_replace(all, std::regex("Bob, Cleo, 4"), "Cleo, 3"))
+      << "what changes meanwhile counts";
 }
 
 TEST_F(Quick_Search, Of_Many_The_Nearest_Are_Shown_And_All_Are_Counted) {
