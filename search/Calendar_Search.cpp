@@ -217,6 +217,7 @@ class TCalendar_Search {
   void Add_Entries_Of(const std::string& event, const TKind& kind) {
     occurrences.SetRange({event}, {event});
     for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
+      pace.Pass(0);
       if (occurrences.Text(Occurrence_Columns().Book) == book && Meets_Occurrence(kind)) Add_Entry();
     }
   }
@@ -295,11 +296,12 @@ class TCalendar_Search {
 
 bool SearchCalendar(const std::string& Book, TItem_List& List, std::int64_t& Elapsed,
                     TProgress_Bar* Progress) {
-  const auto start = TSearch_Pace::TSteady::now();
+  auto start = TSearch_Pace::TSteady::now();
   bool done = false;
   Rebuild_Lists({&List}, "Search_Engine:SearchCalendar [KT_Events/KT_Events_Data/KT_Contacts]", [&] {
     if (CurrentSearch) {
       CurrentSearch->PreProcess_Criteria(Book);
+      start = TSearch_Pace::TSteady::now();
       done = TCalendar_Search(*CurrentSearch, Book, List, Progress).Run();
       Sort_Results(List);
     } else {
