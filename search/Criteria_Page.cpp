@@ -142,6 +142,7 @@ void TCriteria_Page::Show_Value(int action) {
   const bool has_value = is_chosen && Show_Value_Field(action);
   for (QWidget* control : {static_cast<QWidget*>(ui->ValueLabel), static_cast<QWidget*>(ui->Edit1)})
     control->setVisible(has_value);
+  if (!has_value) ui->Edit1->Set_Text({});
   if (has_value && Show_Selection_Button(action)) {
     TSearch_Choices values;
     Populate_Value_List(Book, Chosen(ui->st_box), values);

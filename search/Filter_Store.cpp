@@ -1,5 +1,6 @@
 #include "Filter_Store.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <utility>
@@ -186,6 +187,9 @@ std::vector<std::string> Filter_Names(const std::string& book, bool global) {
                 const TField name = filters.Field("Name");
                 filters.SetRange({user, book}, {user, book});
                 for (filters.First(); !filters.Eof(); filters.Next()) names.emplace_back(filters.Text(name));
+                std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+                  return Kt_util_01::CompareText(a, b) < 0;
+                });
                 return names;
               })
       .value_or(std::vector<std::string>());
@@ -200,6 +204,7 @@ bool Has_Filter(const std::string& book, const std::string& name, bool global) {
 }
 
 bool Delete_Filter(const std::string& book, const std::string& name, bool global) {
+  if (!Has_Filter(book, name, global)) return true;
   return bool(Update("fm_Filters:DelBtnClick [KT_Filters]", [&] {
     TTable filters = Filters();
     if (filters.FindKey({Owner_Of(global), book, name})) filters.Delete();

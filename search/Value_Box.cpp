@@ -22,18 +22,19 @@ TValue_Box::TValue_Box(QWidget* parent)
 }
 
 void TValue_Box::Ask(const QString& hint) {
-  edit->clear();
+  edit->setText(To_Qt(Text()));
   edit->setPlaceholderText(hint);
   setCurrentWidget(edit);
   setFocusProxy(edit);
 }
 
 void TValue_Box::Offer(const TSearch_Choices& choices) {
+  const std::string before = currentWidget() == list ? Text() : std::string();
   list->clear();
   for (const TSearch_Choice& choice : choices) list->addItem(To_Qt(choice.Name));
-  list->setCurrentIndex(-1);
   setCurrentWidget(list);
   setFocusProxy(list);
+  Set_Text(before);
 }
 
 std::string TValue_Box::Text() const {
@@ -42,6 +43,8 @@ std::string TValue_Box::Text() const {
 
 void TValue_Box::Set_Text(const std::string& text) {
   if (currentWidget() == edit) return edit->setText(To_Qt(text));
+  // What has gone meanwhile, as a category may have, is still what was chosen.
+  if (!text.empty() && list->findText(To_Qt(text)) < 0) list->addItem(To_Qt(text));
   list->setCurrentIndex(list->findText(To_Qt(text)));
 }
 

@@ -17,11 +17,12 @@ class TValue_Box : public QStackedWidget {
  public:
   explicit TValue_Box(QWidget* parent = nullptr);
 
-  /// Has it typed, with a hint at what is expected, and empties it.
+  /// Has it typed, with a hint at what is expected. What it was stays.
   void Ask(const QString& hint);
-  /// Has one of these chosen; none is at first.
+  /// Has one of these chosen; what was chosen stays, and nothing is at first.
   void Offer(const TSearch_Choices& choices);
   std::string Text() const;
+  /// A text that is not offered is offered from now on.
   void Set_Text(const std::string& text);
   void Select_All();
 

@@ -48,10 +48,10 @@ TFilters_Frm::TFilters_Frm(TMode mode, const std::string& book, QWidget* parent)
   ui->OpenBtn->setEnabled(!ui->Edit2->text().isEmpty());
   ui->Edit1->setText(To_Qt(Book_Name(book)));
   ui->Delbtn->setIcon(TImage_List("P3_Enabled").Icon(Image_Delete));
-  ui->ListView1->sortByColumn(0, Qt::AscendingOrder);
   Initialise_Form(this);
   connect(ui->ComboBox1, &QComboBox::currentIndexChanged, this, &TFilters_Frm::Populate_Filter_List);
   connect(ui->ListView1, &QTreeWidget::itemSelectionChanged, this, &TFilters_Frm::ListView1Click);
+  connect(ui->ListView1, &QTreeWidget::itemClicked, this, &TFilters_Frm::ListView1Click);
   connect(ui->ListView1, &QTreeWidget::itemDoubleClicked, this, &TFilters_Frm::OpenBtnClick);
   connect(ui->Edit2, &QLineEdit::textChanged, this,
           [this](const QString& name) { ui->OpenBtn->setEnabled(!name.isEmpty()); });
@@ -140,7 +140,8 @@ bool Load_Filter(const std::string& Book) {
   TFilters_Frm form(TFilters_Frm::TMode::Load, Book, Active_Window());
   CentreForm(&form);
   if (form.exec() != QDialog::Accepted) return false;
-  return Load_Filter_Settings(Book, form.Filter_Name(), form.Is_Shared());
+  Load_Filter_Settings(Book, form.Filter_Name(), form.Is_Shared());
+  return true;
 }
 
 }  // namespace KTReminds

@@ -44,8 +44,8 @@ class TFilters_Frm : public Kt_forms::TDialog_Form {
 /// Asks under which name the current search, which must be there, is to be stored as a filter of the book,
 /// and stores it. False when the user cancels.
 bool Save_Filter(const std::string& Book);
-/// Asks which filter of the book to load; it becomes the current search. False when the user cancels, or the
-/// filter cannot be loaded, which was reported: the search is unchanged then.
+/// Asks which filter of the book to load; it becomes the current search. False when the user cancels.
+/// One that cannot be loaded is reported, and leaves the search unchanged.
 bool Load_Filter(const std::string& Book);
 
 }  // namespace KTReminds

@@ -76,6 +76,8 @@ TEST_F(Search_Pages, Criteria_Are_Added_One_By_One_And_Taken_Out_To_Be_Changed) 
   Act(page, "st_box=Event Description");
   invalid("sa_Box");
   EXPECT_EQ(Seen_After("sa_Box=Contains", page, "ValueLabel MC MW"), "Value:|-|-");
+  EXPECT_EQ(Seen_After("Edit1_Text=x|sa_Box=Starts With", page, "Edit1_Text"), "x") << "is kept";
+  EXPECT_EQ(Seen_After("sa_Box=Is Blank|sa_Box=Contains", page, "Edit1_Text"), "");
   Act(page, "Edit1_Text=  ");
   invalid("Edit1_Text");
   seams.Sounds.Played.clear();

@@ -191,6 +191,7 @@ TEST_F(Contact_Search, All_Criteria_Folders_And_Rights) {
   EXPECT_EQ(Found({}), "Ann Bob cleo");
   EXPECT_EQ(Found({{6, Action_Not_Blank}, {1, Action_Contains, "b"}}), "Bob");
   EXPECT_EQ(Found({{80, Action_Anytime}, {1, Action_Contains, "b"}}), "");
+  EXPECT_EQ(Found({{5, Action_Not_Member, "Gone"}, {5, Action_In_No_Category}}), "Ann Bob cleo");
   std::string folder, inner;
   In_Update([&] {
     folder = Create_Contact(database.Book().Key, "Folder", {}, Contact_Type_Folder);
