@@ -238,7 +238,7 @@ std::vector<TTable_Def> Make_Schema() {
        {{"BookandUID", {"Book", "UID"}, true}, {"Contact", {"Contact"}, true}}},
       // When each alarm goes off: a row for a row of KT_Alarms, kept with it.
       {"KT_Alerts",
-       {{"Occurrence", Text, 0, "KT_Events_Data"},
+       {{"Occurrence", Text},
         {"User", Text},
         {"Moment", DateTime},    // the event's date less the alarm's offset
         {"NextTime", DateTime},  // the alarm's, when the row was written
@@ -308,7 +308,7 @@ const std::vector<TMigration>& Migrations() {
         ALTER TABLE "KT_Users" ADD COLUMN "Failures" INTEGER NOT NULL DEFAULT 0;
         ALTER TABLE "KT_Users" ADD COLUMN "FailedAt" REAL NOT NULL DEFAULT 0;
         DROP TABLE "KT_Alerts";
-        CREATE TABLE "KT_Alerts" ("Occurrence" TEXT NOT NULL DEFAULT '' REFERENCES "KT_Events_Data" ("Key"),
+        CREATE TABLE "KT_Alerts" ("Occurrence" TEXT NOT NULL DEFAULT '',
           "User" TEXT NOT NULL DEFAULT '', "Moment" REAL NOT NULL DEFAULT 0,
           "NextTime" REAL NOT NULL DEFAULT 0, "Due" REAL NOT NULL DEFAULT 0,
           "Dismissed" INTEGER NOT NULL DEFAULT 0, row_id INTEGER PRIMARY KEY);

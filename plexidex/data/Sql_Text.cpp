@@ -219,6 +219,35 @@ std::string Members_Sql() {
          Column_Sql(members, members.Known_Column("Category")) + " = ?";
 }
 
+std::string Keep_Alert_Sql(const TTable_Def& table) {
+  // An event that is moved goes off at its new time, also if its alarm had been put off.
+  const std::string moment = R"((o."EventDate" - a."Offset" / 1440.0))",
+                    due = R"(CASE WHEN a."NextTime" = 0 THEN )" + moment + R"( ELSE a."NextTime" END)",
+                    later = R"(CASE WHEN excluded."NextTime" = "KT_Alerts"."NextTime"
+                        AND excluded."Moment" <> "KT_Alerts"."Moment" THEN excluded."Moment"
+                        ELSE excluded."Due" END)";
+  return R"(INSERT INTO "KT_Alerts" ("Occurrence", "User", "Moment", "NextTime", "Due", "Dismissed")
+      SELECT a."Key", a."User", )" +
+         moment + R"(, a."NextTime", )" + due + ", " + due + R"( <= ?2
+      FROM "KT_Alarms" a JOIN "KT_Events_Data" o ON o."Key" = a."Key" WHERE )" +
+         (Same_Name(table.Name, "KT_Alarms") ? "a" : "o") + R"(.row_id = ?1
+      ON CONFLICT ("Occurrence") DO UPDATE SET "User" = excluded."User", "Moment" = excluded."Moment",
+        "NextTime" = excluded."NextTime", "Due" = )" +
+         later + R"(, "Dismissed" = )" + later + R"( <= ?2
+      WHERE "KT_Alerts"."User" <> excluded."User" OR "KT_Alerts"."Moment" <> excluded."Moment"
+        OR "KT_Alerts"."NextTime" <> excluded."NextTime")";
+}
+
+std::string Settle_Alert_Sql() {
+  return R"(UPDATE "KT_Alerts" SET "Dismissed" = 1 WHERE "Due" <= ?2 AND "Occurrence" =
+      (SELECT "Key" FROM "KT_Alarms" WHERE row_id = ?1 AND "Actioned"))";
+}
+
+std::string Drop_Alert_Sql() {
+  return R"(DELETE FROM "KT_Alerts" WHERE "Occurrence" =
+      (SELECT "Key" FROM "KT_Alarms" WHERE row_id = ?1))";
+}
+
 std::string Creation_Sql(TEngine& engine) {
   std::string sql;
   for (const TTable_Def& table : Schema()) {

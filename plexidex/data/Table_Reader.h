@@ -71,6 +71,7 @@ class TTable_Reader {
   void Read_Again();
   /// Binds row ID and first column of the row owned, which identify it.
   void Bind_Row(TStatement& statement, int parameter) const;
+  std::int64_t Own_Row_Id() const { return batch.Id(at); }
   /// Positions on a row just written, which is read when its values are asked for.
   void Stand_On_Written(std::int64_t row_id);
   void Stand_On_Written() { Stand_On_Written(batch.Id(at)); }

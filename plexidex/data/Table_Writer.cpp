@@ -56,6 +56,7 @@ void TTable_Writer::Delete() {
   reader.Own_Row();
   table.Guarded("delete", [&] {
     table.Check_Bracket("delete");
+    alerts.Before_Delete(reader.Own_Row_Id());
     {
       TUse use(deleter.Get(table.Database, [&] { return Delete_Sql(table.Def); }));
       reader.Bind_Row(*use, 0);
@@ -97,7 +98,9 @@ void TTable_Writer::Write_Insert() {
   Bind_Pending(*use);
   use->Step();
   table.Changed();
-  reader.Stand_On_Written(table.Database.Engine().Last_Row_Id());
+  const std::int64_t row = table.Database.Engine().Last_Row_Id();
+  alerts.Written(row, set, true);
+  reader.Stand_On_Written(row);
 }
 
 void TTable_Writer::Write_Edit() {
@@ -108,6 +111,7 @@ void TTable_Writer::Write_Edit() {
   }
   if (table.Database.Engine().Rows_Changed() == 0)
     throw table.Error("write", "the row has been deleted meanwhile");
+  alerts.Written(reader.Own_Row_Id(), set, false);
   bool may_lie_elsewhere = !range.Shape().Filter.empty();
   for (const int column : range.Shape().Columns)
     may_lie_elsewhere = may_lie_elsewhere || Is_Set(static_cast<std::size_t>(column));

@@ -3,6 +3,7 @@
 #include <map>
 #include <vector>
 
+#include "Alert_Rows.h"
 #include "Table_Reader.h"
 
 namespace Kt_data_01 {
@@ -12,7 +13,7 @@ namespace Kt_data_01 {
 class TTable_Writer {
  public:
   TTable_Writer(const TTable_Context& table, const TTable_Range& range, TTable_Reader& reader)
-      : table(table), range(range), reader(reader), values(table.Def.Columns.size()) {}
+      : table(table), range(range), reader(reader), values(table.Def.Columns.size()), alerts(table) {}
 
   void Insert();
   void Edit();
@@ -47,6 +48,7 @@ class TTable_Writer {
   TColumn_Set set = 0;               // those set in the pending row
   std::map<TColumn_Set, TPrepared> inserters, updaters;
   TPrepared deleter;
+  TAlert_Rows alerts;
 };
 
 }  // namespace Kt_data_01

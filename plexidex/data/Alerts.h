@@ -1,0 +1,34 @@
+#pragma once
+
+// When the alarms of the current user go off. Alarms are the module's; the rows that say when each is due are
+// kept with them by whatever writes an alarm, or the date of what it belongs to.
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Kt_dates.h"
+
+namespace Kt_data_01 {
+
+using Kt_util_01::TDateTime;
+
+struct TAlert {
+  std::string Occurrence;  // of which it is the alarm
+  TDateTime Due = 0;       // local time
+};
+
+/// What is due and neither dismissed nor put off, the first due first. An alarm that was past when it was
+/// written is none of them. Throws EData_Error, like all of these.
+std::vector<TAlert> Due_Alerts(TDateTime now);
+/// When the next one after `now` is due; nothing when none is.
+std::optional<TDateTime> Next_Alert(TDateTime now);
+
+/// Both inside an update bracket. Dismissed is what was due then: an alarm that has been put off or moved
+/// meanwhile goes off nevertheless.
+void Dismiss_Alert(const TAlert& alert);
+/// Puts it off until a moment, which its alarm keeps. False when the alarm is gone.
+bool Put_Off_Alert(const TAlert& alert, TDateTime until);
+
+}  // namespace Kt_data_01
