@@ -7,6 +7,7 @@
 
 #include "Database_Files.h"
 #include "Kt_util_01.h"
+#include "Users.h"
 
 namespace Kt_data_01 {
 
@@ -283,14 +284,14 @@ TDatabase& Shared_Database() {
 
 void Open_Database(const std::string& path, TDatabase::TMode mode, const TSqlite_Options& options) {
   Shared_Database().Open(path, mode, options);
-  TTable settings("KT_Settings", "Name");
-  Kt_util_01::Set_User_Key(settings.FindKey({"Owner"}) ? std::string(settings.Text(settings.Field("Value")))
-                                                       : std::string());
+  Follow_Users();
+  Kt_util_01::Set_User_Key(DB_Permissions ? std::string() : Database_Owner());
   Kt_util_01::Install_Bracket_Check(&Update_Is_Open);
 }
 
 void Close_Database() noexcept {
   Shared_Database().Close();
+  Follow_Users();
 }
 
 bool Start_Update() {

@@ -130,7 +130,8 @@ class TPrepared {
 /// The database that the module's tables belong to.
 TDatabase& Shared_Database();
 
-/// Opens the shared database and makes its owner the current user, or closes it.
+/// Opens the shared database, or closes it. Its owner becomes the current user, or while it has users nobody,
+/// who may do nothing: see Login.h.
 void Open_Database(const std::string& path, TDatabase::TMode mode, const TSqlite_Options& options = {});
 void Close_Database() noexcept;
 

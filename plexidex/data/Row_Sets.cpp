@@ -7,11 +7,12 @@ namespace Kt_data_01 {
 
 namespace {
 
-void Delete_By(TTable_Context table, const std::string& sql, const TValue& value) {
-  table.Guarded("delete", [&] {
-    table.Check_Bracket("delete");
+void Change_By(const char* operation, TTable_Context table, const std::string& sql, TValues values) {
+  table.Guarded(operation, [&] {
+    table.Check_Bracket(operation);
     TUse use(table.Database.Statement(sql));
-    Bind(*use, 0, value);
+    int parameter = 0;
+    for (const TValue& value : values) Bind(*use, parameter++, value);
     use->Step();
     table.Changed();
   });
@@ -21,16 +22,22 @@ void Delete_By(TTable_Context table, const std::string& sql, const TValue& value
 
 void Delete_Rows(std::string_view table, std::string_view column, const TValue& value) {
   const TTable_Def& def = Table_Def(table);
-  Delete_By({Shared_Database(), def}, Delete_Rows_Sql(def, def.Known_Column(column)), value);
+  Change_By("delete", {Shared_Database(), def}, Delete_Rows_Sql(def, def.Known_Column(column)), {value});
 }
 
 void Delete_Rows_Of(std::string_view table, std::string_view column, std::string_view owners,
                     std::string_view owner_column, const TValue& value) {
   const TTable_Def &def = Table_Def(table), &owner_def = Table_Def(owners);
-  Delete_By(
-      {Shared_Database(), def},
+  Change_By(
+      "delete", {Shared_Database(), def},
       Delete_Rows_Of_Sql(def, def.Known_Column(column), owner_def, owner_def.Known_Column(owner_column)),
-      value);
+      {value});
+}
+
+void Replace_In_Rows(std::string_view table, std::string_view column, std::string_view text,
+                     std::string_view by) {
+  const TTable_Def& def = Table_Def(table);
+  Change_By("edit", {Shared_Database(), def}, Replace_In_Rows_Sql(def, def.Known_Column(column)), {by, text});
 }
 
 std::vector<std::string> Keys_Ending_In(std::string_view table, std::string_view ending, std::size_t most) {

@@ -171,6 +171,11 @@ std::string Delete_Rows_Sql(const TTable_Def& table, int column) {
   return "DELETE FROM " + Quoted(table.Name) + " WHERE " + Name_Of(table, column) + " = ?";
 }
 
+std::string Replace_In_Rows_Sql(const TTable_Def& table, int column) {
+  const std::string name = Name_Of(table, column);
+  return "UPDATE " + Quoted(table.Name) + " SET " + name + " = ? WHERE " + name + " = ?";
+}
+
 std::string Delete_Rows_Of_Sql(const TTable_Def& table, int column, const TTable_Def& owners,
                                int owner_column) {
   return "DELETE FROM " + Quoted(table.Name) + " WHERE " + Name_Of(table, column) + " IN (SELECT " +

@@ -75,6 +75,8 @@ std::string Delete_Sql(const TTable_Def& table);
 
 /// Deletes the rows in which a column equals the parameter.
 std::string Delete_Rows_Sql(const TTable_Def& table, int column);
+/// Parameters: what stands in the column of these rows from now on, and what did so far.
+std::string Replace_In_Rows_Sql(const TTable_Def& table, int column);
 /// Deletes the rows in which a column equals the Key of a row of `owners` in which `owner_column` equals the
 /// parameter.
 std::string Delete_Rows_Of_Sql(const TTable_Def& table, int column, const TTable_Def& owners,

@@ -44,6 +44,8 @@ TEST_F(Rights, Fall_Back_From_Contact_To_Folders_To_Book_And_Are_Separate) {
     In_Update([&] { Set_Rights(owner, user, rights); });
     return Of(contact);
   };
+  EXPECT_EQ(with(Whole_Database, Global_User, {.Delete = true}), "3");
+  EXPECT_EQ(Of("unknown") + "/" + Of(book) + "/" + Of(contact, "removed"), "/3/");
   EXPECT_EQ(with(book, Global_User, {.See = true}), "4");
   EXPECT_EQ(Of(database.Book().Calendar), "4");
   EXPECT_EQ(with(book, anna, {.Create = true, .Delete = true}), "13") << "the user's own row goes first";
@@ -55,6 +57,12 @@ TEST_F(Rights, Fall_Back_From_Contact_To_Folders_To_Book_And_Are_Separate) {
     Run_Sql("UPDATE KT_Contacts SET Parent = Key WHERE Key = '" + folder + "'");
   });
   EXPECT_EQ(Of(inner), "13") << "a circle of folders ends";
+  for (const char* secure : {"1", ""}) {
+    In_Update([&] { Store_Setting("Secure", secure); });
+    EXPECT_EQ(Of(inner) + "/" + Of(inner, boss), "13/1234");
+  }
+  database.Reopen();
+  EXPECT_EQ(Of(inner), "") << "nobody has said who it is";
 }
 
 TEST_F(Rights, The_Journal_Forgets_One_Occurrence) {

@@ -8,6 +8,7 @@
 #include "Contacts.h"
 #include "Database.h"
 #include "Rights.h"
+#include "Users.h"
 
 /// A folder of its own for one test, removed with everything in it.
 struct TTemporary_Folder {

@@ -1,5 +1,7 @@
 #include "Test_Seams.h"
 
+#include "Passwords.h"
+
 void TPrompt_Queue::Expect_Error(const std::string& caption, const std::string& text) {
   Expected.push_back({"error", caption, text, 0});
 }
@@ -78,9 +80,11 @@ TTest_Seams::TTest_Seams(const std::string& locale, const std::string& zone)
   Install_Prompts(&Prompts);
   Install_Sounds(&Sounds);
   Install_Settings(&Settings);
+  Kt_data_01::Install_Least_Password_Cost(true);
 }
 
 TTest_Seams::~TTest_Seams() {
+  Kt_data_01::Install_Least_Password_Cost(false);
   Install_Settings(nullptr);
   Install_Sounds(nullptr);
   Install_Prompts(nullptr);
