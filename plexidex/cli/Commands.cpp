@@ -11,6 +11,7 @@
 #include "Database.h"
 #include "Import_Budget.h"
 #include "Kt_util_01.h"
+#include "Password_Input.h"
 #include "Sample_Calendar.h"
 #include "Version.h"
 
@@ -39,6 +40,10 @@ class TCommand_Line {
     app.add_option("--wait", wait,
                    "How long to wait while another program is writing, by default 5, to bring files in 60")
         ->type_name("SECONDS");
+    app.add_option("--user", user, "Who you are, in a database with users")->type_name("NAME");
+    app.add_option("--password-fd", password_fd,
+                   "The file descriptor to read passwords from, one a line, instead of the terminal")
+        ->type_name("N");
     Add_Import();
     Add_Agenda();
     Add_Mark("done", true, "Marks an entry as done");
@@ -48,6 +53,7 @@ class TCommand_Line {
     Add_Contacts();
     Add_Search();
     Add_Books();
+    Add_Users();
     Add("check", "Checks that the database is sound", Run_Check, TDatabase::TMode::Must_Exist);
     Add_Sample();
   }
@@ -78,6 +84,7 @@ class TCommand_Line {
       Kt_data_01::Open_Database(named ? database : Kt_data_01::Default_Database(),
                                 named ? mode : TDatabase::TMode::Create_If_Missing,
                                 {.Busy_Time = Waiting_Time()});
+      Enter_Database(user, TPassword_Input(password_fd));
     }
     return run(console);
   }
@@ -240,6 +247,30 @@ class TCommand_Line {
     command->add_flag("--verbose", book_keys, "Shows the keys of the books too");
   }
 
+  void Add_Users() {
+    auto* command =
+        Add("users", "Lists the users of the database, after changing them",
+            [this](const TConsole& c) { return Run_Users(c, users, TPassword_Input(password_fd)); });
+    const auto option = [&](const char* name, std::string& value, const char* description) {
+      return command->add_option(name, value, description)->type_name("NAME");
+    };
+    auto* add = option("--add", users.Add, "Adds a user; the first one owns what is there");
+    command->add_flag("--administrator", users.Administrator, "Lets the new user set up users and security")
+        ->needs(add);
+    auto* remove = option("--remove", users.Remove, "Removes a user");
+    auto* heir = option("--heir", users.Heir, "Who gets the entries and contacts of the removed user");
+    auto* rename = option("--rename", users.Rename, "Gives a user another name");
+    auto* to = option("--to", users.To, "The other name");
+    auto* password = option("--password", users.Password, "Sets a user's password, which is asked for");
+    remove->needs(heir);
+    heir->needs(remove);
+    rename->needs(to);
+    to->needs(rename);
+    for (auto* other : {remove, rename, password}) add->excludes(other);
+    for (auto* other : {rename, password}) remove->excludes(other);
+    rename->excludes(password);
+  }
+
   void Add_Sample() {
     auto* command = Add(
         "sample", "Fills the first book with entries and contacts to try things out on",
@@ -276,13 +307,14 @@ class TCommand_Line {
   }
 
   CLI::App app{"Calendar, reminders and tasks", "plexidex"};
-  std::string database, wait, key, new_book, sample;
+  std::string database, wait, user, password_fd, key, new_book, sample;
   TImport_Command import;
   TAgenda_Command agenda;
   TExport_Command exported;
   TContacts_Command contacts;
   TSearch_Command search;
   TPrint_Command print;
+  TUsers_Command users;
   const TPdf_Writer& write_pdf;
   bool book_keys = false;
   TDatabase::TMode mode = TDatabase::TMode::Must_Exist;

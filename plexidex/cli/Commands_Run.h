@@ -57,6 +57,16 @@ struct TPrint_Command {
   bool Landscape = false, Portrait = false;
 };
 
+struct TUsers_Command {
+  std::string Add, Remove, Heir, Rename, To, Password;
+  bool Administrator = false;
+};
+
+class TPassword_Input;
+/// Makes the user of this name the current one, or where none is named the owner of the database, unless it
+/// asks for passwords. Throws ECommand_Error.
+void Enter_Database(const std::string& name, const TPassword_Input& passwords);
+
 int Run_Import(const TConsole& console, const TImport_Command& command);
 int Run_Export(const TConsole& console, const TExport_Command& command);
 int Run_Print(const TConsole& console, const TPrint_Command& command, const TPdf_Writer& write_pdf);
@@ -71,6 +81,8 @@ int Run_Books(const TConsole& console, bool with_keys);
 int Run_Contacts(const TConsole& console, const TContacts_Command& command);
 /// Searches, or saves, lists or deletes filters.
 int Run_Search(const TConsole& console, const TSearch_Command& command);
+/// Lists the users, after changing them.
+int Run_Users(const TConsole& console, const TUsers_Command& command, const TPassword_Input& passwords);
 int Run_Check(const TConsole& console);
 
 /// The book of this name; throws ECommand_Error, naming the books that there are.

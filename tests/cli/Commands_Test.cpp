@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <sstream>
 
 #include "Database_Test.h"
@@ -343,6 +344,67 @@ TEST_F(Commands_Test, Check_Tells_What_It_Finds) {
   EXPECT_EQ(result.Status, 1);
   EXPECT_NE(result.Out.find("(Trip?) has no occurrence.\n"), std::string::npos);
   EXPECT_EQ(std::count(result.Out.begin(), result.Out.end(), '\n'), 1) << result.Out;
+}
+
+TEST_F(Commands_Test, Users_Say_Who_They_Are_And_Are_Asked_For_A_Password_In_A_Secured_Database) {
+  const std::string wrong = "The name or the password is wrong. Try again in ";
+  const struct {
+    std::vector<std::string> Args;
+    std::string Passwords, Said;
+  } steps[] = {
+      {{"books", "--add", "Home"}, "", "Home  0 entries\n"},
+      {{"users"}, "", "There are no users: whoever opens the database may do everything.\n"},
+      {{"books", "--user", "ann"}, "", "There is no user \"ann\"; the database has no users.\n"},
+      {{"users", "--add", "Ann"}, "", "Ann  administrator, without a password\n"},
+      {{"users", "--add", "Bert", "--administrator"},
+       "",
+       "Ann   administrator, without a password\nBert  administrator, without a password\n"},
+      {{"users", "--add", "bert"}, "", "There is a user \"Bert\" already; choose another name.\n"},
+      {{"users", "--password", "ann"}, "short\n", "A password needs at least 8 characters.\n"},
+      {{"users", "--password", "ann"},
+       "password\r\n",
+       "Ann   administrator\nBert  administrator, without a password\n"},
+      {{"books", "--user", "bert"}, "", "Home  0 entries\n"},
+      {{"secure"}, "", ""},
+      {{"books"},
+       "password",
+       "The database asks for a name and a password: name yourself with --user NAME; the password is asked "
+       "for on the terminal, or read from --password-fd N.\n"},
+      {{"books", "--user", "ann"}, "wrong", wrong + "1 second.\n"},
+      {{"books", "--user", "ann"}, "password", "After wrong passwords, try again in 1 second.\n"},
+      {{"books", "--user", "nobody"}, "password", wrong + "1 second.\n"},
+      {{"later"}, "", ""},
+      {{"books", "--user", "ann"}, "password\nmore\n", "Home  0 entries\n"},
+      {{"books", "--user", "ann"}, "", "The file descriptor FD gives no password.\n"},
+      {{"users", "--user", "ann", "--password", "bert"},
+       "password\nanother one\n",
+       "Ann   administrator\nBert  administrator\n"},
+      {{"users", "--user", "bert", "--rename", "ann", "--to", "Anna"},
+       "another one",
+       "Anna  administrator\nBert  administrator\n"},
+      {{"users", "--user", "bert", "--remove", "anna", "--heir", "bert"},
+       "another one",
+       "Bert  administrator\n"},
+      {{"users", "--user", "bert", "--remove", "anna", "--heir", "bert"},
+       "another one",
+       "There is no user \"anna\"; the users are \"Bert\".\n"}};
+  for (auto step : steps) {
+    if (step.Args.front() == "secure") {
+      Open_Database(folder.File("a.db"), TDatabase::TMode::Must_Exist);
+      In_Update([] { Store_Setting("Secure", "1"); });
+    } else if (step.Args.front() == "later") {
+      seams.Clock.Value += 1;
+    } else {
+      FILE* const passwords = fopen(Write("passwords", step.Passwords).c_str(), "r");
+      const std::string descriptor = std::to_string(fileno(passwords));
+      step.Args.insert(step.Args.end(), {"--password-fd", descriptor});
+      const TResult result = On("a.db", step.Args);
+      fclose(passwords);
+      const std::string said =
+          std::regex_replace(result.Out + result.Err, std::regex("or " + descriptor), "or FD");
+      EXPECT_EQ(said, step.Said) << step.Args[0] << step.Passwords;
+    }
+  }
 }
 
 }  // namespace
