@@ -53,6 +53,7 @@ bool Is_File_To_Import(std::string name) {
 bool Wants_Window(const std::vector<std::string>& args, Plexidex::TWindow_Options& options) {
   for (std::size_t i = 0; i < args.size(); ++i) {
     std::string* value = args[i] == "--database"      ? &options.Database
+                         : args[i] == "--user"        ? &options.User
                          : args[i] == "--screenshots" ? &options.Screenshots
                                                       : nullptr;
     if (value && i + 1 < args.size()) {

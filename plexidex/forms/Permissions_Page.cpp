@@ -66,9 +66,4 @@ bool Display_Permissions_Page(QWidget* parent, TForm_Reference& form, bool /*in_
   return true;
 }
 
-void Change_Password() {
-  Kt_util_01::Raise_Info("Change Password",
-                         "This database has no passwords: whoever has its file may open it.");
-}
-
 }  // namespace KTAccess

@@ -57,7 +57,7 @@ void TList_Dialog::Show_Names(const std::string& selected) {
   list->clear();
   list->addItems(Read_Names());
   const int found = selected.empty() ? -1 : Position_Of(selected);
-  list->setCurrentRow(found >= 0 ? found : qBound(0, row, list->count() - 1));
+  list->setCurrentRow(found >= 0 ? found : qMin(qMax(0, row), list->count() - 1));
   edit->setEnabled(list->count() > 0);
   remove->setEnabled(list->count() > 0);
 }

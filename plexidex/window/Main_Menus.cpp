@@ -8,6 +8,7 @@
 #include "Database.h"
 #include "KTReminds.h"
 #include "Kt_util_01.h"
+#include "Login_Dialog.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Preferences.h"
@@ -62,6 +63,8 @@ void TMain_Window::Make_Menus() {
             Print_With_Dialog);
   add_print(tr("Print Pre&view..."), {}, tr("Shows the pages as they would be printed"), Preview_Print);
   add_print(tr("Save as P&DF..."), {}, tr("Writes the pages to a PDF file"), Save_As_Pdf);
+  file->addSeparator();
+  Add_User_Commands(file);
   file->addSeparator();
   add(file, tr("&Quit"), QKeySequence::Quit, tr("Leaves the program"), [this] { close(); });
 
@@ -157,22 +160,25 @@ void TMain_Window::Preferences() {
   if (*database != before && Switch_Database(*database))
     Kt_util_01::Write_String("General", "Database", *database);
   // A page reads its settings when it is made.
-  if (TForm* shown = page.Get(); shown && !shown->Close_Form()) return;
-  Refresh();
+  if (Close_Page()) Refresh();
 }
 
 bool TMain_Window::Switch_Database(const std::string& file) {
-  const std::string before = Kt_data_01::Shared_Database().Path();
+  const std::string before = Kt_data_01::Shared_Database().Path(), user = Kt_util_01::User_Key();
   try {
-    if (TForm* shown = page.Get(); shown && !shown->Close_Form()) return false;
+    if (!Close_Page()) return false;
     Kt_data_01::Open_Database(file, Kt_data_01::TDatabase::TMode::Must_Exist, Window_Options());
-    return true;
+    if (Begin_Session(this)) {
+      Start_Session();
+      return true;
+    }
   } catch (const std::exception& e) {
     Kt_util_01::Raise_Error("User Preferences", e.what());
   }
   if (Kt_data_01::Shared_Database().Path() == before) return false;
   try {
     Kt_data_01::Open_Database(before, Kt_data_01::TDatabase::TMode::Must_Exist, Window_Options());
+    Kt_util_01::Set_User_Key(user);
   } catch (const std::exception& e) {
     Kt_util_01::Raise_Error("User Preferences", e.what());
   }

@@ -85,7 +85,9 @@ TMain_Window::TMain_Window()
   constexpr int every_msecs = 3'000;
   auto* look = new QTimer(this);
   connect(look, &QTimer::timeout, this, [this] {
-    if (isActiveWindow()) Look_At_Rows(this);
+    if (!isActiveWindow()) return;
+    Look_At_Session();
+    Look_At_Rows(this);
   });
   look->start(every_msecs);
   connect(tree, &TNavigation_Tree::Node_Selected, this, &TMain_Window::Node_Selected);
@@ -138,7 +140,7 @@ void TMain_Window::Node_Selected() {
   Set_Actions();
   if (Show_Page(node)) {
     other_page = false;
-    setWindowTitle(To_Qt(node.Book_Name.empty() ? "Plexidex" : node.Book_Name + " - Plexidex"));
+    setWindowTitle(Title_Of(node.Book_Name));
     Show_Hint_Without_Page();
   }
   Set_Print_Actions();
@@ -246,10 +248,6 @@ std::string TMain_Window::Page_Name() const {
   return name;
 }
 
-void TMain_Window::Say_Not_Yet(const QString& what) {
-  statusBar()->showMessage(tr("%1 is not possible in this version yet.").arg(what), 15'000);
-}
-
 void TMain_Window::Add_Book() {
   const std::string key = New_Book(this);
   if (key.empty()) return;
@@ -290,10 +288,10 @@ bool TMain_Window::event(QEvent* event) {
       Set_Up_Selected_Book();
       break;
     case Settings_Security:
-      Say_Not_Yet(tr("Securing the database"));
+      Set_Up_Security();
       break;
     case Settings_Users:
-      Say_Not_Yet(tr("Managing users"));
+      Manage_Users();
       break;
     default:
       break;

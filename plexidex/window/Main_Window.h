@@ -10,6 +10,7 @@
 
 class QAction;
 class QLabel;
+class QMenu;
 class QSplitter;
 
 namespace KTReminds {
@@ -46,6 +47,7 @@ class TMain_Window : public QMainWindow {
  private:
   void Make_Menus();
   void Make_Tree_Menu();
+  void Add_User_Commands(QMenu* file);
   void Set_Actions();
   /// What can be printed of the page that is shown: the view of a calendar that it holds.
   std::optional<TSheet_Request> Shown_Sheet() const;
@@ -76,7 +78,6 @@ class TMain_Window : public QMainWindow {
   void Display_Host_Page(int index);
   bool Show_Search_Page(int index, const std::string& book);
   void Display_Own_Page(int index, const TNode& node);
-  void Say_Not_Yet(const QString& what);
 
   void Add_Contact();
   void Edit_Selected_Contact();
@@ -93,12 +94,30 @@ class TMain_Window : public QMainWindow {
   void Delete_Selected_Book();
   void Import();
   void Export();
+  QString Title_Of(const std::string& book) const;
+  /// False when the page that is shown refuses.
+  bool Close_Page();
+  /// Shows the database to a user who has just become the current one; no page is shown.
+  void Start_Session();
+  void Log_In_As_Another();
+  void Manage_Users();
+  void Set_Up_Security();
+  /// Follows what has been changed about the users, by whomever.
+  void Look_At_Session();
   void Preferences();
   bool Switch_Database(const std::string& file);
   void About();
 
   void Restore_Place();
   void Save_Place() const;
+
+  // As whose, and of what kind of database, the pages are shown.
+  struct TSession {
+    bool Permissions = false, Secure = false;
+    std::string User;
+    bool operator==(const TSession&) const = default;
+  };
+  static TSession Session();
 
   QSplitter* splitter;
   QWidget* tool_area;
@@ -115,6 +134,7 @@ class TMain_Window : public QMainWindow {
   QList<QAction*> print_actions, search_actions;
   bool other_page = false;                  // one for searching is shown in place of the node's own
   std::pair<int, std::string> last_search;  // its page, and the book
+  TSession session = Session();
   // What the contacts were searched for that the tree shows as found; null when there are none.
   std::unique_ptr<KTReminds::TSearchRecord> found;
 };

@@ -14,11 +14,14 @@
 #include "KTReminds.h"
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
+#include "Login.h"
+#include "Login_Dialog.h"
 #include "Main_Window.h"
 #include "Message_Prompts.h"
 #include "Qt_Settings.h"
 #include "Sample_Calendar.h"
 #include "Transfer.h"
+#include "Users.h"
 #include "Waiting.h"
 #include "Welcome.h"
 #include "Window_Pictures.h"
@@ -69,6 +72,14 @@ void Fill_First_Book(TMain_Window& window, const TFirst_Book& first) {
   if (first.Sample || !first.Calendar_File.empty()) window.Refresh();
 }
 
+// False when the user leaves before saying who it is.
+bool Enter(const TWindow_Options& options) {
+  if (options.Screenshots.empty()) return Begin_Session(nullptr, options.User);
+  if (Kt_data_01::DB_Permissions && !Kt_data_01::Enter_As(Kt_data_01::Database_Owner()))
+    throw std::runtime_error("Pictures are taken only of a database that asks for no password.");
+  return true;
+}
+
 int Show_Windows(const TWindow_Options& options) {
   const std::string database = Chosen_Database(options);
   TFirst_Book first;
@@ -79,6 +90,7 @@ int Show_Windows(const TWindow_Options& options) {
     first = *chosen;
   }
   Kt_data_01::Open_Database(database, Kt_data_01::TDatabase::TMode::Create_If_Missing, Window_Options());
+  if (!Enter(options)) return 0;
   Make_First_Book(first.Name);
   KTReminds::Remove_Abandoned_Events();
   TMain_Window window;

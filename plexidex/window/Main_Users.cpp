@@ -1,0 +1,100 @@
+// What the main window has to do with users: who is logged in, and the commands about it.
+
+#include <QMenu>
+
+#include "Current_Search.h"
+#include "Database.h"
+#include "KTAccess.h"
+#include "KTReminds.h"
+#include "Kt_update.h"
+#include "Kt_util_01.h"
+#include "Login.h"
+#include "Login_Dialog.h"
+#include "Main_Window.h"
+#include "User_Dialogs.h"
+#include "Users.h"
+
+namespace Plexidex {
+
+using namespace Kt_data_01;
+using namespace Kt_forms;
+
+void TMain_Window::Add_User_Commands(QMenu* file) {
+  QMenu* users = file->addMenu(tr("&Users and Security"));
+  users->setObjectName(QStringLiteral("Users_And_Security"));
+  const auto add = [this, users](const QString& text, const QString& hint, auto run) {
+    QAction* action = users->addAction(text);
+    action->setStatusTip(hint);
+    connect(action, &QAction::triggered, this, run);
+    return action;
+  };
+  QAction* log_in = add(tr("&Log In as Another User..."), tr("Lets somebody else use the database"),
+                        [this] { Log_In_As_Another(); });
+  QAction* password = add(tr("&Change Password..."),
+                          tr("Allows you to change your password to access this Plexidex Database"),
+                          KTAccess::Change_Password);
+  users->addSeparator();
+  add(tr("&Users..."), tr("Allows the Database User Accounts to be managed"), [this] { Manage_Users(); });
+  add(tr("Database &Security..."), tr("Allows the Database Security scheme to be configured"),
+      [this] { Set_Up_Security(); });
+  connect(file, &QMenu::aboutToShow, this, [log_in, password] {
+    log_in->setVisible(DB_Permissions);
+    password->setVisible(DB_Secure);
+  });
+}
+
+QString TMain_Window::Title_Of(const std::string& book) const {
+  QString title = QStringLiteral("Plexidex");
+  if (!book.empty()) title.prepend(To_Qt(book) + QStringLiteral(" - "));
+  if (DB_Permissions) title += QStringLiteral(" - ") + To_Qt(Get_UserName(Kt_util_01::User_Key()));
+  return title;
+}
+
+TMain_Window::TSession TMain_Window::Session() {
+  return {DB_Permissions, DB_Secure, Kt_util_01::User_Key()};
+}
+
+bool TMain_Window::Close_Page() {
+  TForm* shown = page.Get();
+  return !shown || shown->Close_Form();
+}
+
+void TMain_Window::Start_Session() {
+  Forget_Found();
+  KTReminds::Clear_Search();
+  KTReminds::Remove_Abandoned_Events();
+  session = Session();
+  Refresh();
+}
+
+void TMain_Window::Log_In_As_Another() {
+  if (!Close_Page()) return;
+  Log_In_Again(this) ? Start_Session() : Refresh();
+}
+
+void TMain_Window::Manage_Users() {
+  Edit_Users(this);
+  Look_At_Session();
+}
+
+void TMain_Window::Set_Up_Security() {
+  Edit_Security(this);
+  Look_At_Session();
+}
+
+void TMain_Window::Look_At_Session() {
+  if (!Rows_May_Change()) return;
+  const auto known = Read("Main_Users:Look_At_Session [KT_Users/KT_Settings]", Is_Known_User);
+  if (!known) return;
+  if (session == Session() && *known) return;
+  // A page looks at what users may do when it is made.
+  if (!Close_Page()) return;
+  if (*known) {
+    session = Session();
+    return Refresh();
+  }
+  Kt_util_01::Raise_Info("Users", "You are no longer a user of this database; say who you are.");
+  Begin_Session(this) ? Start_Session() : static_cast<void>(close());
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,194 @@
+#include "Editor_Fixture.h"
+#include "KTAccess.h"
+#include "Login.h"
+#include "Login_Dialog.h"
+#include "Main_Window.h"
+#include "User_Dialogs.h"
+
+using namespace Plexidex;
+
+namespace {
+
+constexpr const char* Right = "correct horse";
+
+struct User_Forms : TEditor_Fixture {
+  static std::string Names(QWidget* dialog) {
+    QStringList shown;
+    const auto* list = Control<QListWidget>(dialog, "User_List");
+    for (int i = 0; i < list->count(); ++i) shown << list->item(i)->text();
+    return shown.join(QLatin1Char('|')).toStdString();
+  }
+  /// Ann, who is the owner, with a password, and Bert without one.
+  std::string Add_Users(const std::string& secure = {}) const {
+    std::string ann, bert;
+    In_Update([&] {
+      EXPECT_EQ(Add_User("Ann", true, ann), "");
+      EXPECT_EQ(Add_User("Bert", false, bert), "");
+      EXPECT_EQ(Set_Password(ann, Hash_Password(TSecret(Right))), "");
+      Store_Setting("Secure", secure);
+    });
+    Follow_Users();
+    return bert;
+  }
+  static std::string Current() { return Account_Of(User_Key()).Name; }
+};
+
+TEST_F(User_Forms, Users_Are_Added_Changed_And_Removed) {
+  const auto edit = [&](QWidget* form) {
+    const auto enter = [&](const char* button, const std::string& inputs, const std::string& fault = {}) {
+      With_Dialog(
+          [&](QWidget* dialog) {
+            if (!fault.empty()) seams.Prompts.Expect_Error(dialog->windowTitle().toStdString(), fault);
+            Confirm_With(inputs)(dialog);
+            seams.Prompts.Verify();
+            if (!fault.empty()) Cancel(dialog);
+          },
+          [&] { Act(form, button); });
+    };
+    enter("New_User", "Name= ", "A user needs a name.");
+    enter("New_User", "Name=Ann");
+    EXPECT_EQ(Names(form), "Ann, administrator, without a password");
+    enter("Edit_User", "Administrator",
+          "\"Ann\" is the last administrator; make somebody else an administrator first.");
+    enter("New_User", "Name=ann", "There is a user \"Ann\" already; choose another name.");
+    enter("New_User", "Name=Bert|New_Password=12345678|Again=1234567",
+          "The two passwords differ; type the new one twice.");
+    enter("New_User", "Name=Bert|New_Password=1234567|Again=1234567",
+          "A password needs at least 8 characters.");
+    enter("New_User", "Name=Bert|New_Password=12345678|Again=12345678");
+    enter("Edit_User", "Name=Bob|Administrator");
+    EXPECT_EQ(Names(form), "Ann, administrator, without a password|Bob, administrator");
+    enter("New_User", "Name=Carl");
+    enter("Remove_User", "Heir=Bob");
+    EXPECT_EQ(Names(form), "Ann, administrator, without a password|Bob, administrator");
+    enter("Remove_User", "Heir=Ann");
+    seams.Prompts.Expect_Error("Users",
+                               "The last user cannot be removed: nobody is there to get what is left.");
+    Act(form, "Remove_User");
+    Confirm(form);
+  };
+  With_Dialog(edit, [] { Edit_Users(nullptr); });
+  EXPECT_EQ(Current(), "Ann");
+}
+
+TEST_F(User_Forms, Security_Is_For_Administrators_And_Asks_For_A_Password_First) {
+  With_Dialog(
+      [](QWidget* form) {
+        EXPECT_EQ(Seen_After("Secure", form, "Secure See"), "(-)|(+)");
+        Confirm(form);
+      },
+      [] { Edit_Security(nullptr); });
+  const std::string bert = Add_Users();
+  const std::string owner = User_Key();
+  seams.Prompts.Expect_Info("Database Security",
+                            "Until they are given a password in \"Users\", these cannot log in: \"Bert\".");
+  With_Dialog(
+      [](QWidget* form) {
+        EXPECT_EQ(Seen(form, "Secure See Create Update Delete"), "-|+|+|+|+");
+        Confirm_With("Secure|Delete|Update")(form);
+      },
+      [] { Edit_Security(nullptr); });
+  EXPECT_TRUE(DB_Secure);
+  const std::string book = database.Book().Key;
+  EXPECT_TRUE(Access_Allowed(book, Access_Create, bert) && !Access_Allowed(book, Access_Delete, bert));
+  Set_User_Key(bert);
+  for (const auto& [caption, edit] :
+       {std::pair("Users", &Edit_Users), {"Database Security", &Edit_Security}}) {
+    seams.Prompts.Expect_Error(caption,
+                               "Only an administrator may set up users and the security of the database.");
+    edit(nullptr);
+  }
+}
+
+TEST_F(User_Forms, Logging_In_Tells_How_Long_To_Wait_And_Remembers_The_Name) {
+  Add_Users("1");
+  database.Reopen();
+  EXPECT_FALSE(With_Dialog(Cancel, [] { return Begin_Session(nullptr); }));
+  EXPECT_EQ(Current(), "");
+  const auto log_in = [&](QWidget* form) {
+    const auto after = [&](const std::string& inputs) {
+      Act(form, inputs);
+      Confirm(form);
+      return Seen(form, "Password Message");
+    };
+    EXPECT_EQ(after("Name=ann|Password=x"), "|The name or the password is wrong. Try again in 1 second.");
+    EXPECT_EQ(after(std::string("Password=") + Right),
+              std::string(Right) + "|The name or the password is wrong. Try again in 1 second.");
+    seams.Clock.Value += 1;
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return Seen(form, "Message") == "The name or the password is wrong."; }));
+    Confirm(form);
+  };
+  EXPECT_TRUE(With_Dialog(log_in, [] { return Begin_Session(nullptr); }));
+  EXPECT_EQ(Current(), "Ann");
+  database.Reopen();
+  With_Dialog(
+      [](QWidget* form) {
+        EXPECT_EQ(Seen(form, "Name") + "/" + Where(form), "Ann/Password");
+        Cancel(form);
+      },
+      [] { Begin_Session(nullptr); });
+}
+
+TEST_F(User_Forms, Without_Passwords_One_Chooses_Once_Who_One_Is) {
+  Add_Users();
+  database.Reopen();
+  EXPECT_TRUE(With_Dialog(Confirm_With("Users=Bert"), [] { return Begin_Session(nullptr); }));
+  database.Reopen();
+  EXPECT_TRUE(Begin_Session(nullptr));
+  EXPECT_EQ(Current(), "Bert");
+  EXPECT_TRUE(Begin_Session(nullptr, "ann"));
+  EXPECT_EQ(Current(), "Ann");
+}
+
+TEST_F(User_Forms, A_Password_Is_Changed_By_Who_Knows_The_Old_One) {
+  seams.Prompts.Expect_Info("Change Password",
+                            "This database asks for no passwords: whoever has its file may open it.");
+  KTAccess::Change_Password();
+  Add_Users("1");
+  const auto change = [&](QWidget* form) {
+    for (const auto& [old, password, again, fault] :
+         {std::array{"x", "new password", "new", "The two passwords differ; type the new one twice."},
+          {"x", "new password", "new password", "The old password is wrong. Try again in 1 second."}}) {
+      seams.Prompts.Expect_Error("Change Password", fault);
+      Act(form, std::string("Old_Password=") + old + "|New_Password=" + password + "|Again=" + again);
+      Confirm(form);
+      seams.Prompts.Verify();
+      EXPECT_EQ(Seen(form, "New_Password Again"), "|");
+    }
+    seams.Clock.Value += 1;
+    Confirm_With(std::string("Old_Password=") + Right +
+                 "|New_Password=new password|Again=new password")(form);
+  };
+  With_Dialog(change, KTAccess::Change_Password);
+  EXPECT_TRUE(Check_Password(TSecret("new password")));
+}
+
+TEST_F(User_Forms, The_Window_Follows_Who_Is_Logged_In_And_What_Others_Do_About_Users) {
+  TMain_Window window;
+  Show(window);
+  const auto title = [&] {
+    return window.windowTitle().toStdString() + "/" +
+           (window.findChild<QAction*>("CalendarPermissions1")->isVisible() ? "+" : "-");
+  };
+  EXPECT_EQ(title(), "Home - Plexidex/-");
+  const std::string bert = Add_Users();
+  const auto choose = [&](const char* item) {
+    for (QAction* action : window.findChildren<QAction*>())
+      if (action->text() == QLatin1String(item)) return action->trigger();
+  };
+  With_Dialog(Confirm, [&] { choose("&Users..."); });
+  EXPECT_EQ(title(), "Home - Plexidex - Ann/+");
+  With_Dialog(Confirm_With("Users=Bert"), [&] { choose("&Log In as Another User..."); });
+  EXPECT_EQ(title() + Current(), "Home - Plexidex - Bert/+Bert");
+  TDatabase other;
+  other.Open(database.Path(), TDatabase::TMode::Must_Exist);
+  other.Engine().Execute("DELETE FROM KT_Users WHERE Name = 'Bert'");
+  seams.Prompts.Expect_Error("Users",
+                             "Only an administrator may set up users and the security of the database.");
+  seams.Prompts.Expect_Info("Users", "You are no longer a user of this database; say who you are.");
+  choose("&Users...");
+  EXPECT_EQ(title() + Current(), "Home - Plexidex - Ann/+Ann") << "the only one that is left";
+}
+
+}  // namespace
