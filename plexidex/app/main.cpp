@@ -12,6 +12,7 @@
 #include "Commands.h"
 #include "Console_Prompts.h"
 #include "Kt_util_01.h"
+#include "Qt_Settings.h"
 #include "Sheet_Output.h"
 #include "Window_Program.h"
 
@@ -99,9 +100,12 @@ int main(int argc, char** argv) {
     std::cerr << "There is no display to open a window on; --help lists the commands.\n";
     return 1;
   }
+  Kt_forms::TQt_Settings settings;
+  Kt_util_01::Install_Settings(&settings);
   std::unique_ptr<Plexidex::TConsole_Progress> progress;
   if (Errors_Go_To_A_Terminal()) progress = std::make_unique<Plexidex::TConsole_Progress>(std::cerr);
   const int status =
       Plexidex::Run_Program(args, std::cout, std::cerr, progress.get(), &Plexidex::Write_Pdf_Without_Display);
+  Kt_util_01::Install_Settings(nullptr);
   return Output_Is_Complete() ? status : 1;
 }

@@ -46,6 +46,7 @@ class TCommand_Line {
         ->type_name("N");
     Add_Import();
     Add_Agenda();
+    Add_Holidays();
     Add_Mark("done", true, "Marks an entry as done");
     Add_Mark("undone", false, "Marks an entry as not done");
     Add_Export();
@@ -80,7 +81,7 @@ class TCommand_Line {
     const bool named = app.count("--database") > 0;
     if (named && database.empty()) throw ECommand_Error("--database names no file.");
     if (!new_book.empty()) mode = TDatabase::TMode::Create_If_Missing;
-    if (sample.empty()) {
+    if (sample.empty() && !app.got_subcommand("holidays")) {
       Kt_data_01::Open_Database(named ? database : Kt_data_01::Default_Database(),
                                 named ? mode : TDatabase::TMode::Create_If_Missing,
                                 {.Busy_Time = Waiting_Time()});
@@ -149,6 +150,19 @@ class TCommand_Line {
     command->add_option("--book", agenda.Book, "Only the entries of this book")->type_name("NAME");
     command->add_option("--format", agenda.Format, "text or json, by default text")->type_name("FORMAT");
     command->add_flag("--keys", agenda.Keys, "Shows by which key ending an entry can be marked done");
+  }
+
+  void Add_Holidays() {
+    auto* command = Add("holidays", "Lists the national holidays of a year",
+                        [this](const TConsole& c) { return Run_Holidays(c, holidays); });
+    command
+        ->add_option("--country", holidays.Countries,
+                     "A country by its code or English name, several if given again; by default those that "
+                     "were chosen, or yours")
+        ->type_name("CODE|NAME")
+        ->allow_extra_args(false);
+    command->add_option("--year", holidays.Year, "The year, by default this one")->type_name("YEAR");
+    command->add_option("--format", holidays.Format, "text or json, by default text")->type_name("FORMAT");
   }
 
   void Add_Mark(const std::string& name, bool done, const std::string& description) {
@@ -310,6 +324,7 @@ class TCommand_Line {
   std::string database, wait, user, password_fd, key, new_book, sample;
   TImport_Command import;
   TAgenda_Command agenda;
+  THolidays_Command holidays;
   TExport_Command exported;
   TContacts_Command contacts;
   TSearch_Command search;

@@ -39,6 +39,10 @@ struct TAgenda_Command {
   std::string From, To, Days, Book, Format;
   bool Keys = false;
 };
+struct THolidays_Command {
+  std::vector<std::string> Countries;
+  std::string Year, Format;
+};
 struct TExport_Command {
   std::string File, Book, Vcard;
 };
@@ -71,6 +75,8 @@ int Run_Import(const TConsole& console, const TImport_Command& command);
 int Run_Export(const TConsole& console, const TExport_Command& command);
 int Run_Print(const TConsole& console, const TPrint_Command& command, const TPdf_Writer& write_pdf);
 int Run_Agenda(const TConsole& console, const TAgenda_Command& command);
+/// Those that the rules give; needs no database.
+int Run_Holidays(const TConsole& console, const THolidays_Command& command);
 /// `key` may also be the ending of exactly one occurrence's key.
 int Run_Mark(const TConsole& console, const std::string& key, bool done);
 /// Throws ECommand_Error when there is one of this name already; says nothing when the update is refused.

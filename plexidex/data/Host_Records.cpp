@@ -1,4 +1,7 @@
+#include <algorithm>
+
 #include "Database.h"
+#include "Holidays.h"
 #include "Kt_data_01.h"
 #include "Kt_util_01.h"
 
@@ -49,23 +52,59 @@ void Forget_Import(std::string_view event) {
   if (texts.FindKey({book, uid})) texts.Delete();
 }
 
-void Build_Holidays_Data(TEventKey_List& list, TDateTime from, TDateTime to) {
-  TSnapshot snapshot;
+namespace {
+
+struct TNamed_Day {
+  std::int64_t Day;
+  std::string Name, Country;
+
+  std::unique_ptr<TEventKey> As_Entry() const {
+    auto key = std::make_unique<TEventKey>();
+    key->FirstText = key->Description = TText(Country.empty() ? Name : Name + " (" + Country + ")");
+    key->EventType = TEntry_Type::Other;
+    key->Timeless = true;
+    key->EventDate = key->FirstDate = static_cast<TDateTime>(Day);
+    return key;
+  }
+};
+
+std::vector<TNamed_Day> Imported_Holidays(std::int64_t first, std::int64_t last) {
+  std::vector<TNamed_Day> days;
   TTable holidays("KT_Holidays", "HolidayDate");
   const TField date = holidays.Field("HolidayDate"), name = holidays.Field("Name"),
                country = holidays.Field("Country");
-  holidays.SetRange({static_cast<double>(Kt_util_01::Whole_Day(from))},
-                    {static_cast<double>(Kt_util_01::Whole_Day(to))});
+  holidays.SetRange({static_cast<double>(first)}, {static_cast<double>(last)});
   for (holidays.First(); !holidays.Eof(); holidays.Next()) {
-    auto key = std::make_unique<TEventKey>();
-    std::string text(holidays.Text(name));
-    if (!holidays.Text(country).empty()) text += " (" + std::string(holidays.Text(country)) + ")";
-    key->FirstText = key->Description = TText(text);
-    key->EventType = TEntry_Type::Other;
-    key->Timeless = true;
-    key->EventDate = key->FirstDate = holidays.DateTime(date);
-    list.push_back(std::move(key));
+    days.push_back({Kt_util_01::Whole_Day(holidays.DateTime(date)), std::string(holidays.Text(name)),
+                    std::string(holidays.Text(country))});
   }
+  return days;
+}
+
+}  // namespace
+
+void Build_Holidays_Data(TEventKey_List& list, TDateTime from, TDateTime to) {
+  using namespace Plexidex;
+  const TSnapshot snapshot;
+  const std::int64_t first = Kt_util_01::Whole_Day(from), last = Kt_util_01::Whole_Day(to);
+  std::vector<TNamed_Day> days = Imported_Holidays(first, last);
+  const auto imported = static_cast<std::ptrdiff_t>(days.size());
+  for (const std::string& code : Chosen_Countries()) {
+    const TCountry& country = *Find_Country(code);
+    // A file's country is what the user called it.
+    const auto is_imported = [&](const THoliday& holiday) {
+      return std::any_of(days.begin(), days.begin() + imported, [&](const TNamed_Day& other) {
+        return other.Day == holiday.Day && Kt_util_01::CompareText(other.Name, holiday.Name) == 0 &&
+               Find_Country(other.Country) == &country;
+      });
+    };
+    for (const THoliday& holiday : Holidays_Between(code, first, last)) {
+      if (!is_imported(holiday)) days.push_back({holiday.Day, holiday.Name, std::string(country.Name)});
+    }
+  }
+  std::stable_sort(days.begin(), days.end(),
+                   [](const TNamed_Day& a, const TNamed_Day& b) { return a.Day < b.Day; });
+  for (const TNamed_Day& day : days) list.push_back(day.As_Entry());
 }
 
 }  // namespace Kt_data_01

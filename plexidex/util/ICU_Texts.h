@@ -22,4 +22,7 @@ std::string Plain_Text(const icu::UnicodeString& text);
 /// `locale` is then the root locale.
 bool Resolve_Locale(const std::string& name, icu::Locale& locale);
 
+/// The country of the user's locale, in two capital letters; "" when it names none.
+std::string Locale_Country();
+
 }  // namespace Kt_util_01

@@ -102,6 +102,10 @@ void Install_Locale(const std::string& locale) {
   User_Locale() = Load_Locale(locale);
 }
 
+std::string Locale_Country() {
+  return User_Locale().Locale.getCountry();
+}
+
 const TFormat_Settings& Format_Settings() {
   return User_Locale().Settings;
 }

@@ -136,6 +136,13 @@ TEST_F(Commands_Test, Mistakes_Give_One_Sentence) {
       {{"search", "--delete", "x"}, "There is no filter \"x\"; there are none yet."},
       {{"search", "--save", "<x", "Date -- Today"}, "--save: \"<x\" is no name for a filter."},
       {{"search", "--save", "", "Date -- Today"}, "--save: \"\" is no name for a filter."},
+      {{"holidays"}, "No country is chosen in the preferences; --country names one."},
+      {{"holidays", "--country", "Atlantis"},
+       "--country: the holidays of \"Atlantis\" are not known; known are those of AU, AT, BE, BR, CA, CN, "
+       "DK, "
+       "EE, FI, FR, DE, GR, IE, IL, IT, JP, NL, NZ, NO, PL, PT, KR, ES, SE, CH, TR, GB, US."},
+      {{"holidays", "--country", "AT", "--year", "1949"},
+       "--year: \"1949\" is not a year from 1950 to 2099."},
       {{"done", "abc"}, "There is no entry \"abc\"; the ending of a key needs at least 6 characters."},
       {{"done", "abcdef"}, "There is no entry \"abcdef\"."},
   };
@@ -144,6 +151,18 @@ TEST_F(Commands_Test, Mistakes_Give_One_Sentence) {
     EXPECT_EQ(result.Status, 1) << sentence;
     EXPECT_EQ(result.Out + result.Err, sentence + "\n");
   }
+}
+
+TEST_F(Commands_Test, Holidays_Of_Several_Countries_Without_A_Database) {
+  std::string said =
+      On("a.db", {"holidays", "--country", "ch", "--country", "Portugal", "--year", "1978"}).Out;
+  EXPECT_EQ(said.substr(0, said.find("\nFri")),
+            "Sun 1/1/1978    New Year's Day               Switzerland\n"
+            "Sun 1/1/1978    New Year's Day               Portugal");
+  said = On("a.db", {"holidays", "--country", "GB", "--format", "json"}).Out;
+  EXPECT_EQ(nlohmann::json::parse(said).at(1).dump(),
+            R"({"code":"GB","country":"United Kingdom","date":"2024-03-29","name":"Good Friday"})");
+  EXPECT_FALSE(std::filesystem::exists(folder.File("a.db")));
 }
 
 TEST_F(Commands_Test, Reading_A_Named_Database_Does_Not_Make_It) {

@@ -33,4 +33,16 @@ TEST_F(Holidays, Every_Day_Of_Every_Event_Once) {
   EXPECT_THROW(Import_Holidays(file, "", options), EImport_Error);
 }
 
+TEST_F(Holidays, Stand_Among_Those_Of_The_Chosen_Countries_Once) {
+  seams.Settings.Write("Calendar", "Holiday Countries", "IT,AT");
+  Import_Holidays(File(Calendar(Event("UID:1|DTSTART;VALUE=DATE:20250602|SUMMARY:Republic day") +
+                                Event("UID:2|DTSTART;VALUE=DATE:20250609|SUMMARY:Fair"))),
+                  "Italy", options);
+  TEventKey_List list;
+  Build_Holidays_Data(list, Encode_Date(2025, 6, 2), Encode_Date(2025, 6, 9) + 0.5);
+  std::string texts;
+  for (const auto& each : list) texts += each->FirstText.Str() + FormatDateTime(" d; ", each->EventDate);
+  EXPECT_EQ(texts, "Republic day (Italy) 2; Fair (Italy) 9; Whit Monday (Austria) 9; ");
+}
+
 }  // namespace

@@ -75,6 +75,8 @@ void TMemory_Settings::Write(const std::string& section, const std::string& name
 TTest_Seams::TTest_Seams(const std::string& locale, const std::string& zone)
     : Clock(Encode_Date(2024, 1, 15) + 0.5) {
   Install_Locale(locale);
+  // None of the locale's country, but where a test asks for them.
+  Settings.Values[{"Calendar", "Holiday Countries"}] = "";
   if (!Install_Time_Zone(zone)) ADD_FAILURE() << "no time zone \"" << zone << "\"";
   Install_Clock(&Clock);
   Install_Prompts(&Prompts);
