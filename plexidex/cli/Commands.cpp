@@ -56,6 +56,7 @@ class TCommand_Line {
     Add_Books();
     Add_Users();
     Add("check", "Checks that the database is sound", Run_Check, TDatabase::TMode::Must_Exist);
+    Add_Backup();
     Add_Sample();
   }
 
@@ -81,9 +82,10 @@ class TCommand_Line {
     const bool named = app.count("--database") > 0;
     if (named && database.empty()) throw ECommand_Error("--database names no file.");
     if (!new_book.empty()) mode = TDatabase::TMode::Create_If_Missing;
-    if (sample.empty() && !app.got_subcommand("holidays")) {
-      Kt_data_01::Open_Database(named ? database : Kt_data_01::Default_Database(),
-                                named ? mode : TDatabase::TMode::Create_If_Missing,
+    if (!sample.empty() || app.got_subcommand("holidays")) return run(console);
+    if (!named) database = Kt_data_01::Default_Database();
+    if (!app.got_subcommand("restore")) {
+      Kt_data_01::Open_Database(database, named ? mode : TDatabase::TMode::Create_If_Missing,
                                 {.Busy_Time = Waiting_Time()});
       Enter_Database(user, TPassword_Input(password_fd));
     }
@@ -294,6 +296,19 @@ class TCommand_Line {
         ->type_name("FILE.ics");
   }
 
+  void Add_Backup() {
+    auto* backup =
+        Add("backup", "Copies the database into a dated file, also while other programs write to it",
+            [this](const TConsole& c) { return Run_Backup(c, backup_file); });
+    backup->add_option("place", backup_file, "A new file or a folder, by default the folder for backups")
+        ->type_name("FILE|FOLDER");
+    auto* restore = Add("restore", "Puts a backup in place of the database, and keeps what was there",
+                        [this](const TConsole& c) {
+                          return Run_Restore(c, backup_file, database, {.Busy_Time = Waiting_Time()});
+                        });
+    restore->add_option("file", backup_file, "The backup")->type_name("FILE")->required();
+  }
+
   std::string Describe(const CLI::ParseError& error) const {
     const std::vector<std::string> unknown = app.remaining(true);
     if (!unknown.empty()) {
@@ -321,7 +336,7 @@ class TCommand_Line {
   }
 
   CLI::App app{"Calendar, reminders and tasks", "plexidex"};
-  std::string database, wait, user, password_fd, key, new_book, sample;
+  std::string database, wait, user, password_fd, key, new_book, sample, backup_file;
   TImport_Command import;
   TAgenda_Command agenda;
   THolidays_Command holidays;

@@ -13,6 +13,7 @@
 #include "Console_Prompts.h"
 #include "Kt_lists.h"
 #include "Paper.h"
+#include "Sqlite_Engine.h"
 
 namespace Plexidex {
 
@@ -90,6 +91,11 @@ int Run_Search(const TConsole& console, const TSearch_Command& command);
 /// Lists the users, after changing them.
 int Run_Users(const TConsole& console, const TUsers_Command& command, const TPassword_Input& passwords);
 int Run_Check(const TConsole& console);
+/// Into a file or folder, by default the folder that was chosen for backups.
+int Run_Backup(const TConsole& console, const std::string& place);
+/// The database must not be open.
+int Run_Restore(const TConsole& console, const std::string& file, const std::string& database,
+                const Kt_data_01::TSqlite_Options& options);
 
 /// The book of this name; throws ECommand_Error, naming the books that there are.
 Kt_data_01::TBook Known_Book(const std::string& name);

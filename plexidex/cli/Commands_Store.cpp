@@ -3,9 +3,11 @@
 #include <algorithm>
 
 #include "Agenda.h"
+#include "Backup.h"
 #include "Commands_Run.h"
 #include "Console_Text.h"
 #include "Contacts_Output.h"
+#include "Database.h"
 #include "Event_Rows.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
@@ -163,6 +165,21 @@ int Run_Contacts(const TConsole& console, const TContacts_Command& command) {
   const auto contacts = Read_Listed_Contacts(
       command.Book.empty() ? List_Books() : std::vector<TBook>{Known_Book(command.Book)}, words);
   (as_json ? Write_Contacts_Json : Write_Contacts_Text)(console.Out, contacts);
+  return 0;
+}
+
+int Run_Backup(const TConsole& console, const std::string& place) {
+  const std::string& database = Shared_Database().Path();
+  const std::string file = Back_Up(database, place.empty() ? Chosen_Backup_Folder(database) + "/" : place);
+  console.Out << "Backup made: " << Printable(file) << '\n';
+  return 0;
+}
+
+int Run_Restore(const TConsole& console, const std::string& file, const std::string& database,
+                const TSqlite_Options& options) {
+  const std::string kept = Restore(file, database, options);
+  console.Out << "Restored: " << Printable(database) << '\n';
+  if (!kept.empty()) console.Out << "What was there before is kept: " << Printable(kept) << '\n';
   return 0;
 }
 

@@ -20,6 +20,12 @@ class EEngine_Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// Another program holds a lock for too long.
+class EBusy_Error : public EEngine_Error {
+ public:
+  using EEngine_Error::EEngine_Error;
+};
+
 /// A commit of which nobody can say whether it will hold.
 class EUncertain_Error : public EEngine_Error {
  public:
@@ -108,6 +114,13 @@ class TEngine {
   virtual std::int64_t Rows_Changed() = 0;
   /// A number that changes when another connection has changed the database, but not during a transaction.
   virtual std::int64_t External_Changes() = 0;
+
+  /// Writes all that is committed into a new file, as of one moment, while others may write. Outside a
+  /// transaction only.
+  virtual void Copy_To(const std::string& file) = 0;
+  /// Puts all that a database file holds in place of what there is: all of it or nothing, and seen by every
+  /// connection. Waits for another writer like a statement.
+  virtual void Replace_By(const std::string& file) = 0;
 
   /// Checks the integrity of the file: one line per problem, empty for a sound database.
   virtual std::vector<std::string> Check_Storage() = 0;

@@ -42,16 +42,33 @@ void Remove_Leftovers(const fs::path& target) {
   }
 }
 
-void Sync_Folder(const fs::path& folder) {
-  const int file = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (file < 0) return;
-  ::fsync(file);
+bool Sync(const fs::path& file_or_folder) {
+  const int file = ::open(file_or_folder.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return false;
+  const bool synced = ::fsync(file) == 0;
   ::close(file);
+  return synced;
 }
 
 #endif
 
+[[noreturn]] void Fail_To_Write(const std::string& path, const std::string& why) {
+  throw EOutput_Error("\"" + path + "\" cannot be written: " + why + ".");
+}
+
 }  // namespace
+
+void Put_In_Place(const std::string& whole, const std::string& path) {
+#ifdef KT_POSIX
+  if (!Sync(whole)) Fail_To_Write(path, std::strerror(errno));
+#endif
+  std::error_code error;
+  fs::rename(whole, path, error);
+  if (error) Fail_To_Write(path, error.message());
+#ifdef KT_POSIX
+  Sync(fs::absolute(path, error).parent_path());
+#endif
+}
 
 TOutput_File::TOutput_File(const std::string& path) : path(path) {
   std::error_code error;
@@ -105,24 +122,17 @@ void TOutput_File::Keep() {
     Fail(errno != 0 ? std::strerror(errno) : "not all of it was taken");
   }
   stream.close();
-#ifdef KT_POSIX
-  if (file >= 0 && ::fsync(file) != 0) Fail(std::strerror(errno));
-#endif
   if (in_place) return;
   std::error_code error;
   // Who may read the file stays as it was.
   if (const auto status = fs::status(target, error); fs::exists(status))
     fs::permissions(written, status.permissions(), error);
-  fs::rename(written, target, error);
-  if (error) Fail(error.message());
+  Put_In_Place(written, target);
   written.clear();
-#ifdef KT_POSIX
-  Sync_Folder(fs::path(target).parent_path());
-#endif
 }
 
 void TOutput_File::Fail(const std::string& why) const {
-  throw EOutput_Error("\"" + path + "\" cannot be written: " + why + ".");
+  Fail_To_Write(path, why);
 }
 
 }  // namespace Kt_data_01

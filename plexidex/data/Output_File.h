@@ -12,6 +12,10 @@ class EOutput_Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// Brings a whole file to the disk and gives it a name, in place of what has that name; the other one is
+/// then gone. Throws EOutput_Error.
+void Put_In_Place(const std::string& whole, const std::string& path);
+
 /// A new file beside another one, whose place it takes when it is complete; until then that one stays as it
 /// was. Only the user can read it, unless it replaces a file that others may read. What a program that was
 /// killed left beside the same file is removed. A device or a pipe is written to itself.

@@ -26,19 +26,20 @@ void Create_Schema(TEngine& engine) {
 
 }  // namespace
 
+void Refuse_Foreign(const TIdentity& found, const std::string& path) {
+  if (found.Program != Application_Id && (found.Program != 0 || !found.Empty)) {
+    throw EOpen_Error("\"" + path + "\" is a database of another program.");
+  }
+  if (found.Version > Schema_Version) {
+    throw EOpen_Error("\"" + path + "\" was written by a newer version of this program (its schema is " +
+                      std::to_string(found.Version) + ", this program knows " +
+                      std::to_string(Schema_Version) + ").");
+  }
+}
+
 void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only) {
   TIdentity found = engine.Identify();
-  const auto refuse_foreign = [&] {
-    if (found.Program != Application_Id && (found.Program != 0 || !found.Empty)) {
-      throw EOpen_Error("\"" + path + "\" is a database of another program.");
-    }
-    if (found.Version > Schema_Version) {
-      throw EOpen_Error("\"" + path + "\" was written by a newer version of this program (its schema is " +
-                        std::to_string(found.Version) + ", this program knows " +
-                        std::to_string(Schema_Version) + ").");
-    }
-  };
-  refuse_foreign();
+  Refuse_Foreign(found, path);
   engine.Prepare_Storage();
   if (found.Program == Application_Id && found.Version == Schema_Version) return;
   if (read_only) throw EOpen_Error("\"" + path + "\" needs a newer schema, but is read-only.");
@@ -47,7 +48,7 @@ void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only) 
     throw EOpen_Error("\"" + path + "\" cannot be prepared: " + *refusal + ".");
   try {
     found = engine.Identify();  // another process may have been faster
-    refuse_foreign();
+    Refuse_Foreign(found, path);
     if (found.Program != Application_Id) {
       Create_Schema(engine);
     } else {

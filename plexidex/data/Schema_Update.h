@@ -15,6 +15,9 @@ class EOpen_Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// Throws EOpen_Error for a database of another program, or of a newer version of this one.
+void Refuse_Foreign(const TIdentity& found, const std::string& path);
+
 /// Creates the schema in an empty database or migrates an older one, in one transaction. Throws EOpen_Error
 /// and changes nothing when the database belongs to another program, has a newer schema, or needs a change
 /// and cannot be written.

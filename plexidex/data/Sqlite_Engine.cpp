@@ -52,6 +52,7 @@ std::string Reason(sqlite3* connection) {
 }
 
 [[noreturn]] void Fail(sqlite3* connection) {
+  if ((sqlite3_errcode(connection) & 0xff) == SQLITE_BUSY) throw EBusy_Error(Reason(connection));
   throw EEngine_Error(Reason(connection));
 }
 
@@ -241,6 +242,28 @@ class TSqlite_Engine final : public TEngine {
     const std::int64_t version = data_version->Integer(0);
     data_version->Reset();
     return version;
+  }
+
+  void Copy_To(const std::string& file) override {
+    const auto copy = Prepare("VACUUM INTO ?");
+    copy->Bind(0, std::string_view(file));
+    copy->Step();
+  }
+  void Replace_By(const std::string& file) override {
+    TSqlite_Engine source(file, {.Read_Only = true});
+    sqlite3_backup* const backup = sqlite3_backup_init(connection, "main", source.connection, "main");
+    if (!backup) Fail(connection);
+    constexpr int all_pages = -1;
+    const auto since = std::chrono::steady_clock::now();
+    errno = 0;
+    int result = 0;
+    do {
+      result = sqlite3_backup_step(backup, all_pages);
+    } while (((result & 0xff) == SQLITE_BUSY || (result & 0xff) == SQLITE_LOCKED) &&
+             Wait(since, options.Go_On_Waiting));
+    sqlite3_backup_finish(backup);
+    // The connection knows the error once the backup is finished.
+    if (result != SQLITE_DONE) Fail(connection);
   }
 
   std::vector<std::string> Check_Storage() override {

@@ -5,6 +5,8 @@
 #include <QShortcut>
 #include <QSplitter>
 
+#include "Backup.h"
+#include "Backup_Dialogs.h"
 #include "Database.h"
 #include "KTReminds.h"
 #include "Kt_util_01.h"
@@ -63,6 +65,11 @@ void TMain_Window::Make_Menus() {
             Print_With_Dialog);
   add_print(tr("Print Pre&view..."), {}, tr("Shows the pages as they would be printed"), Preview_Print);
   add_print(tr("Save as P&DF..."), {}, tr("Writes the pages to a PDF file"), Save_As_Pdf);
+  file->addSeparator();
+  add(file, tr("&Back Up..."), {}, tr("Copies the database into a file"),
+      [this] { Back_Up_With_Dialog(this); });
+  add(file, tr("&Restore Backup..."), {}, tr("Puts a backup in place of the database, which is kept"),
+      [this] { Restore_Backup(); });
   file->addSeparator();
   Add_User_Commands(file);
   file->addSeparator();
@@ -157,30 +164,51 @@ void TMain_Window::Preferences() {
   const std::string before = Kt_data_01::Shared_Database().Path();
   const auto database = Edit_Preferences(this, before);
   if (!database) return;
-  if (*database != before && Switch_Database(*database))
+  if (*database != before && Switch_Database(*database, "User Preferences"))
     Kt_util_01::Write_String("General", "Database", *database);
   // A page reads its settings when it is made.
   if (Close_Page()) Refresh();
 }
 
-bool TMain_Window::Switch_Database(const std::string& file) {
+void TMain_Window::Restore_Backup() {
+  const std::string file = Ask_What_To_Restore(this), database = Kt_data_01::Shared_Database().Path();
+  std::string kept;
+  if (file.empty()) return;
+  const bool restored = Switch_Database(database, "Restore Backup", [&] {
+    Kt_data_01::Close_Database();
+    kept = Kt_data_01::Restore(file, database, Window_Options());
+  });
+  Refresh();
+  if (restored) {
+    Kt_util_01::Raise_Info(
+        "Restore Backup", "The backup has been restored. What was there before is kept in \"" + kept + "\".");
+  }
+}
+
+bool TMain_Window::Switch_Database(const std::string& file, const char* caption,
+                                   const std::function<void()>& before_opening) {
   const std::string before = Kt_data_01::Shared_Database().Path(), user = Kt_util_01::User_Key();
   try {
     if (!Close_Page()) return false;
+    if (before_opening) before_opening();
     Kt_data_01::Open_Database(file, Kt_data_01::TDatabase::TMode::Must_Exist, Window_Options());
     if (Begin_Session(this)) {
       Start_Session();
       return true;
     }
+    if (before_opening) {  // nobody is logged in to what lies there now
+      close();
+      return false;
+    }
   } catch (const std::exception& e) {
-    Kt_util_01::Raise_Error("User Preferences", e.what());
+    Kt_util_01::Raise_Error(caption, e.what());
   }
   if (Kt_data_01::Shared_Database().Path() == before) return false;
   try {
     Kt_data_01::Open_Database(before, Kt_data_01::TDatabase::TMode::Must_Exist, Window_Options());
     Kt_util_01::Set_User_Key(user);
   } catch (const std::exception& e) {
-    Kt_util_01::Raise_Error("User Preferences", e.what());
+    Kt_util_01::Raise_Error(caption, e.what());
   }
   return false;
 }

@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <QToolBar>
 
+#include "Backup_Dialogs.h"
 #include "Book_Dialogs.h"
 #include "Contact_Dialog.h"
 #include "Contact_Page.h"
@@ -90,6 +91,7 @@ TMain_Window::TMain_Window()
     Look_At_Rows(this);
   });
   look->start(every_msecs);
+  Start_Daily_Backups(this);
   connect(tree, &TNavigation_Tree::Node_Selected, this, &TMain_Window::Node_Selected);
   connect(tree, &TNavigation_Tree::Node_Clicked_Again, this, [this] {
     if (other_page) return Node_Selected();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -105,7 +106,10 @@ class TMain_Window : public QMainWindow {
   /// Follows what has been changed about the users, by whomever.
   void Look_At_Session();
   void Preferences();
-  bool Switch_Database(const std::string& file);
+  void Restore_Backup();
+  /// Does something to the files between closing the page and opening the database, if told to.
+  bool Switch_Database(const std::string& file, const char* caption,
+                       const std::function<void()>& before_opening = {});
   void About();
 
   void Restore_Place();

@@ -59,8 +59,8 @@ struct Commands_Test : TSeams_Test {
 TEST_F(Commands_Test, Help_On_Every_Level) {
   const TResult top = Run_With({"--help"});
   EXPECT_EQ(top.Status, 0);
-  for (const std::string command :
-       {"import", "agenda", "done", "undone", "export", "print", "contacts", "search", "books", "check"}) {
+  for (const std::string command : {"import", "agenda", "done", "undone", "export", "print", "contacts",
+                                    "search", "books", "check", "backup", "restore", "holidays"}) {
     EXPECT_NE(top.Out.find("  " + command), std::string::npos);
     const TResult result = Run_With({command, "--help"});
     EXPECT_EQ(std::to_string(result.Status) + result.Err, "0");
@@ -163,6 +163,19 @@ TEST_F(Commands_Test, Holidays_Of_Several_Countries_Without_A_Database) {
   EXPECT_EQ(nlohmann::json::parse(said).at(1).dump(),
             R"({"code":"GB","country":"United Kingdom","date":"2024-03-29","name":"Good Friday"})");
   EXPECT_FALSE(std::filesystem::exists(folder.File("a.db")));
+}
+
+TEST_F(Commands_Test, A_Backup_Is_Made_And_Restored) {
+  On("a.db", {"books", "--add", "Home"});
+  const std::string backup = folder.File("backups/a-2024-01-15-1200.db");
+  EXPECT_EQ(On("a.db", {"backup"}).Out, "Backup made: " + backup + "\n");
+  On("a.db", {"books", "--add", "Work"});
+  EXPECT_EQ(On("a.db", {"restore", backup}).Out,
+            "Restored: " + folder.File("a.db") +
+                "\nWhat was there before is kept: " + folder.File("a-replaced-2024-01-15-1200.db") + "\n");
+  EXPECT_EQ(On("a.db", {"books"}).Out, "Home  0 entries\n");
+  EXPECT_EQ(On("a.db", {"restore", folder.File("b.db")}).Err,
+            "There is no file \"" + folder.File("b.db") + "\".\n");
 }
 
 TEST_F(Commands_Test, Reading_A_Named_Database_Does_Not_Make_It) {

@@ -486,6 +486,41 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
   EXPECT_EQ(seen(), other + " " + other + "/Plexidex/") << "found from any folder";
 }
 
+TEST_F(Main_Window, A_Backup_Is_Made_And_Restored) {
+  Open();
+  const TTemporary_Folder folder;
+  const std::string file = folder.File("mine.db"), bad = folder.File("bad.db");
+  const auto choose = [&](const std::string& name) {
+    return [name](QWidget* dialog) {
+      Control<QLineEdit>(dialog, "fileNameEdit")->setText(QString::fromStdString(name));
+      Confirm(dialog);
+    };
+  };
+  Choose("&Back Up...", choose(file));
+  In_Update([&] { Create_Book("Later"); });
+  std::ofstream(bad) << "bad";
+  const auto question = [&](const std::string& name, int answer) {
+    seams.Prompts.Expect_Question("Restore Backup",
+                                  "Put \"" + name + "\" in place of the database \"" + database.Path() +
+                                      "\"? What is there now is kept beside it.",
+                                  answer);
+  };
+  question(file, Answer_No);
+  Choose("&Restore Backup...", choose(file));
+  question(bad, Answer_Yes);
+  seams.Prompts.Expect_Error("Restore Backup", "\"" + bad + "\" cannot be restored: it is not a database.");
+  Choose("&Restore Backup...", choose(bad));
+  EXPECT_EQ(Query_Text("SELECT count(*) FROM KT_Books"), "2");
+  const std::string kept =
+      std::filesystem::path(database.Path()).replace_filename("test-replaced-2024-01-15-1200.db").string();
+  question(file, Answer_Yes);
+  seams.Prompts.Expect_Info(
+      "Restore Backup", "The backup has been restored. What was there before is kept in \"" + kept + "\".");
+  Choose("&Restore Backup...", choose(file));
+  EXPECT_EQ(Query_Text("SELECT count(*) FROM KT_Books"), "1");
+  EXPECT_EQ(State(), "Home/Home - Plexidex/Contacts_Page3b_Frm0");
+}
+
 TEST_F(Main_Window, What_Another_Program_Has_Removed_Is_Neither_Shown_Nor_Written) {
   auto& tree = Open();
   const char* const contact = "The contact has been removed and was not saved.";

@@ -1,0 +1,236 @@
+#include "Backup.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <regex>
+#include <vector>
+
+#include "Database.h"
+#include "Database_Files.h"
+#include "Kt_util_01.h"
+#include "Output_File.h"
+
+namespace Kt_data_01 {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto Section = "Backup";
+
+// A file that is gone at the end of the scope unless it got another name.
+class TTemporary_Copy {
+ public:
+  explicit TTemporary_Copy(const std::string& target) : Path(target + ".new-" + Kt_util_01::Get_GUID()) {}
+  ~TTemporary_Copy() {
+    std::error_code ignored;
+    for (const char* end : {"", "-wal", "-shm", "-journal"}) fs::remove(Path + end, ignored);
+  }
+  TTemporary_Copy(const TTemporary_Copy&) = delete;
+  TTemporary_Copy& operator=(const TTemporary_Copy&) = delete;
+
+  const std::string Path;
+};
+
+std::string Dated_Name(const std::string& database, const std::string& infix) {
+  return fs::path(database).stem().string() + infix +
+         Kt_util_01::FormatDateTime("-yyyy-mm-dd-hhnn", Kt_util_01::Now());
+}
+
+// A name with date and time that is free.
+std::string Free_Name(const fs::path& folder, const std::string& name) {
+  fs::path path = folder / (name + ".db");
+  for (int again = 2; fs::exists(path); ++again) path = folder / (name + "-" + std::to_string(again) + ".db");
+  return path.string();
+}
+
+std::string File_To_Make(const std::string& database, const std::string& place) {
+  const fs::path path(place);
+  if (!path.has_filename()) fs::create_directories(path);
+  if (fs::is_directory(path)) return Free_Name(path, Dated_Name(database, ""));
+  if (fs::exists(path)) throw EBackup_Error("\"" + place + "\" is there already; a backup replaces no file.");
+  return place;
+}
+
+// The backups in a folder that bear a date, the oldest first; those of one minute by their number.
+std::vector<fs::path> Dated_Backups(const std::string& database, const std::string& folder) {
+  const std::string stem = fs::path(database).stem().string() + "-";
+  const std::regex pattern("(\\d{4}-\\d{2}-\\d{2}-\\d{4})(?:-(\\d{1,6}))?\\.db");
+  std::map<std::pair<std::string, int>, fs::path> backups;
+  std::error_code ignored;
+  for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+    const std::string name = entry.path().filename().string();
+    std::smatch date;
+    if (!name.starts_with(stem) || fs::symlink_status(entry.path(), ignored).type() != fs::file_type::regular)
+      continue;
+    const std::string rest = name.substr(stem.size());
+    if (std::regex_match(rest, date, pattern))
+      backups[{date[1], date[2].length() > 0 ? std::stoi(date[2]) : 1}] = entry.path();
+  }
+  std::vector<fs::path> in_order;
+  for (const auto& [key, path] : backups) in_order.push_back(path);
+  return in_order;
+}
+
+bool Has_Backup_Of_Today(const std::string& database, const std::string& folder) {
+  const std::string today =
+      fs::path(database).stem().string() + Kt_util_01::FormatDateTime("-yyyy-mm-dd-", Kt_util_01::Now());
+  const std::vector<fs::path> backups = Dated_Backups(database, folder);
+  return std::any_of(backups.begin(), backups.end(),
+                     [&](const fs::path& each) { return each.filename().string().starts_with(today); });
+}
+
+void Remove_Old_Backups(const std::string& database, const std::string& folder, std::size_t kept) {
+  const std::vector<fs::path> backups = Dated_Backups(database, folder);
+  std::error_code ignored;
+  for (std::size_t i = 0; i + kept < backups.size(); ++i) fs::remove(backups[i], ignored);
+  // And what programs that were killed have left half done.
+  const std::regex half_done("\\d{4}-\\d{2}-\\d{2}-\\d{4}.*\\.db\\.new-[0-9a-f-]{36}(-wal|-shm|-journal)?");
+  const std::string stem = fs::path(database).stem().string() + "-";
+  const auto yesterday = fs::file_time_type::clock::now() - std::chrono::hours(24);
+  for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+    const std::string name = entry.path().filename().string();
+    if (name.starts_with(stem) && std::regex_match(name.substr(stem.size()), half_done) &&
+        entry.last_write_time(ignored) < yesterday)
+      fs::remove(entry.path(), ignored);
+  }
+}
+
+// Why a copy or a file to restore is none that can be used; it is not changed.
+void Check(TEngine& engine, const std::string& path) {
+  const TIdentity found = engine.Identify();
+  Refuse_Foreign(found, path);
+  if (found.Empty) throw EBackup_Error("\"" + path + "\" is an empty database.");
+  const std::vector<std::string> findings = engine.Check_Storage();
+  if (!findings.empty()) throw EBackup_Error("\"" + path + "\" is damaged: " + findings.front() + ".");
+}
+
+// Copies what is open to a new file, and looks whether it arrived.
+void Copy_Checked(TEngine& from, const std::string& to) {
+  from.Copy_To(to);
+  Check(*Open_Sqlite(to, {.Read_Only = true}), to);
+}
+
+std::unique_ptr<TEngine> Open_Checked(const std::string& path, const TSqlite_Options& options) {
+  auto engine = Open_Sqlite(path, options);
+  Check(*engine, path);
+  return engine;
+}
+
+void Copy_Whole(TEngine& from, const std::string& to) {
+  const TTemporary_Copy copy(to);
+  Copy_Checked(from, copy.Path);
+  Put_In_Place(copy.Path, to);
+}
+
+// Null for what nobody can work with: damaged, of another program, or of a newer version.
+std::unique_ptr<TEngine> Open_If_Sound(const std::string& database, const TSqlite_Options& options) {
+  try {
+    return Open_Checked(database, options);
+  } catch (const EBusy_Error&) {
+    throw;
+  } catch (const std::exception&) {
+    return nullptr;
+  }
+}
+
+template <class TBody>
+auto Explained(const std::string& what, TBody body) {
+  try {
+    return body();
+  } catch (const EBackup_Error&) {
+    throw;
+  } catch (const EOpen_Error& e) {
+    throw EBackup_Error(e.what());
+  } catch (const EOutput_Error& e) {
+    throw EBackup_Error(e.what());
+  } catch (const fs::filesystem_error& e) {
+    throw EBackup_Error(what + ": " + e.code().message() + ".");
+  } catch (const std::exception& e) {
+    throw EBackup_Error(what + ": " + e.what() + ".");
+  }
+}
+
+// Keeps what is in the place of a database, sound or not, under another name.
+void Move_Aside(const std::string& database, const std::string& kept) {
+  for (const char* end : {"-wal", "-journal", ""}) {
+    if (fs::exists(database + end)) fs::rename(database + end, kept + end);
+  }
+  std::error_code ignored;
+  fs::remove(database + "-shm", ignored);
+}
+
+}  // namespace
+
+std::string Backup_Folder_Of(const std::string& database) {
+  return (fs::absolute(database).parent_path() / "backups").string();
+}
+
+std::string Back_Up(const std::string& database, const std::string& place) {
+  return Explained("The backup \"" + place + "\" cannot be made", [&] {
+    if (!Is_Database_Path(database)) throw EBackup_Error("There is no database \"" + database + "\".");
+    const std::string file = File_To_Make(database, place);
+    Copy_Whole(*Open_Checked(database, {.Read_Only = true}), file);
+    return file;
+  });
+}
+
+std::string Restore(const std::string& file, const std::string& database, const TSqlite_Options& options) {
+  return Explained("\"" + file + "\" cannot be restored", [&]() -> std::string {
+    if (!Is_Database_Path(file)) throw EBackup_Error("There is no file \"" + file + "\".");
+    const bool replaces = Is_Database_Path(database);
+    if (replaces && fs::equivalent(file, database))
+      throw EBackup_Error("\"" + file + "\" is the database itself, not a backup of it.");
+    const fs::path folder = fs::absolute(database).parent_path();
+    fs::create_directories(folder);
+    const TTemporary_Copy copy(database);
+    Copy_Checked(*Open_Checked(file, {.Read_Only = true}), copy.Path);
+    // An older one is migrated before it takes the place.
+    TDatabase().Open(copy.Path, TDatabase::TMode::Must_Exist);
+    if (!replaces) {
+      Put_In_Place(copy.Path, database);
+      return "";
+    }
+    const std::string kept = Free_Name(folder, Dated_Name(database, "-replaced"));
+    if (const auto present = Open_If_Sound(database, options)) {
+      Copy_Whole(*present, kept);
+      present->Replace_By(copy.Path);
+    } else {
+      Move_Aside(database, kept);
+      Put_In_Place(copy.Path, database);
+    }
+    return kept;
+  });
+}
+
+bool Daily_Backup() {
+  return Kt_util_01::Read_Bool(Section, "Daily", true);
+}
+
+std::string Chosen_Backup_Folder(const std::string& database) {
+  const std::string chosen = Kt_util_01::Read_String(Section, "Folder", "");
+  return chosen.empty() ? Backup_Folder_Of(database) : chosen;
+}
+
+std::size_t Backups_Kept() {
+  return static_cast<std::size_t>(
+      std::clamp<std::int64_t>(Kt_util_01::Read_Integer(Section, "Kept", 7), 1, Most_Backups_Kept));
+}
+
+void Choose_Backups(bool daily, const std::string& folder, std::size_t kept) {
+  Kt_util_01::Write_Bool(Section, "Daily", daily);
+  Kt_util_01::Write_String(Section, "Folder", folder);
+  Kt_util_01::Write_Integer(Section, "Kept", static_cast<std::int64_t>(kept));
+}
+
+std::string Back_Up_Daily(const std::string& database) {
+  const std::string folder = Chosen_Backup_Folder(database);
+  if (!Daily_Backup() || Has_Backup_Of_Today(database, folder)) return "";
+  const std::string file = Back_Up(database, folder + "/");
+  Remove_Old_Backups(database, folder, Backups_Kept());
+  return file;
+}
+
+}  // namespace Kt_data_01

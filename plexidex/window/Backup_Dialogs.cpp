@@ -1,0 +1,75 @@
+#include "Backup_Dialogs.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QTimer>
+#include <memory>
+
+#include "Backup.h"
+#include "Database.h"
+#include "Kt_forms.h"
+#include "Kt_util_01.h"
+
+namespace Plexidex {
+
+using namespace Kt_forms;
+
+namespace {
+
+const std::string& Database_File() {
+  return Kt_data_01::Shared_Database().Path();
+}
+
+QString Backup_Files() {
+  return QObject::tr("Databases (*.db);;All files (*)");
+}
+
+}  // namespace
+
+void Back_Up_With_Dialog(QWidget* window) {
+  const QString folder = To_Qt(Kt_data_01::Chosen_Backup_Folder(Database_File()));
+  QDir().mkpath(folder);
+  const QString name = QFileInfo(To_Qt(Database_File())).completeBaseName() +
+                       To_Qt(Kt_util_01::FormatDateTime("-yyyy-mm-dd-hhnn", Kt_util_01::Now()));
+  const QString file =
+      QFileDialog::getSaveFileName(window, QObject::tr("Back Up"), QDir(folder).filePath(name + ".db"),
+                                   Backup_Files(), nullptr, QFileDialog::DontConfirmOverwrite);
+  if (file.isEmpty()) return;
+  try {
+    Kt_util_01::Raise_Notice("Backup made: " + Kt_data_01::Back_Up(Database_File(), From_Qt(file)));
+  } catch (const std::exception& e) {
+    Kt_util_01::Raise_Error("Back Up", e.what());
+  }
+}
+
+std::string Ask_What_To_Restore(QWidget* window) {
+  const QString file =
+      QFileDialog::getOpenFileName(window, QObject::tr("Restore a Backup"),
+                                   To_Qt(Kt_data_01::Chosen_Backup_Folder(Database_File())), Backup_Files());
+  if (file.isEmpty()) return "";
+  const std::string question = "Put \"" + From_Qt(file) + "\" in place of the database \"" + Database_File() +
+                               "\"? What is there now is kept beside it.";
+  return Kt_util_01::Raise_Question("Restore Backup", question) == Kt_util_01::Answer_Yes ? From_Qt(file)
+                                                                                          : "";
+}
+
+void Start_Daily_Backups(QObject* owner) {
+  // Not at once: the window comes first.
+  constexpr int first_msecs = 60'000, every_msecs = 15 * 60'000;
+  auto* timer = new QTimer(owner);
+  timer->start(first_msecs);
+  QObject::connect(timer, &QTimer::timeout, timer, [timer, failed = 0.0]() mutable {
+    timer->setInterval(every_msecs);
+    if (Database_File().empty() || Kt_data_01::Update_Is_Open() || failed == Kt_util_01::Today()) return;
+    try {
+      const std::string file = Kt_data_01::Back_Up_Daily(Database_File());
+      if (!file.empty()) Kt_util_01::Raise_Notice("Backup made: " + file);
+    } catch (const std::exception& e) {
+      failed = Kt_util_01::Today();
+      Kt_util_01::Raise_Notice(e.what());
+    }
+  });
+}
+
+}  // namespace Plexidex
