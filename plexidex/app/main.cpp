@@ -57,7 +57,9 @@ bool Wants_Window(const std::vector<std::string>& args, Plexidex::TWindow_Option
                          : args[i] == "--user"        ? &options.User
                          : args[i] == "--screenshots" ? &options.Screenshots
                                                       : nullptr;
-    if (value && i + 1 < args.size()) {
+    if (args[i] == "--tray") {
+      options.Hidden = true;
+    } else if (value && i + 1 < args.size()) {
       *value = args[++i];
     } else if (Is_File_To_Import(args[i])) {
       options.Files.push_back(args[i]);

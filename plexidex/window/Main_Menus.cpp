@@ -73,7 +73,7 @@ void TMain_Window::Make_Menus() {
   file->addSeparator();
   Add_User_Commands(file);
   file->addSeparator();
-  add(file, tr("&Quit"), QKeySequence::Quit, tr("Leaves the program"), [this] { close(); });
+  add(file, tr("&Quit"), QKeySequence::Quit, tr("Leaves the program"), [this] { Quit(); });
 
   QMenu* book = Add_Menu(menuBar(), "Book", tr("&Book"));
   add(book, tr("&New Book..."), {}, tr("Adds a book with a calendar, tasks and contacts"),
@@ -197,7 +197,7 @@ bool TMain_Window::Switch_Database(const std::string& file, const char* caption,
       return true;
     }
     if (before_opening) {  // nobody is logged in to what lies there now
-      close();
+      Quit();
       return false;
     }
   } catch (const std::exception& e) {

@@ -94,7 +94,7 @@ void TMain_Window::Look_At_Session() {
     return Refresh();
   }
   Kt_util_01::Raise_Info("Users", "You are no longer a user of this database; say who you are.");
-  Begin_Session(this) ? Start_Session() : static_cast<void>(close());
+  Begin_Session(this) ? Start_Session() : Quit();
 }
 
 }  // namespace Plexidex

@@ -304,7 +304,29 @@ bool TMain_Window::event(QEvent* event) {
 void TMain_Window::closeEvent(QCloseEvent* event) {
   if (Kt_data_01::Update_Is_Open() || (page.Get() && !page.Get()->Ask_Close())) return event->ignore();
   Save_Place();
+  if (!quitting && goes_on_hidden && goes_on_hidden()) {
+    hide();
+    return event->ignore();
+  }
   event->accept();
+  emit Closed();
+}
+
+void TMain_Window::Install_Background(std::function<bool()> goes_on) {
+  goes_on_hidden = std::move(goes_on);
+}
+
+void TMain_Window::Quit() {
+  quitting = true;
+  close();
+  quitting = false;
+}
+
+void TMain_Window::Come_Forward() {
+  if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  raise();
+  activateWindow();
 }
 
 }  // namespace Plexidex

@@ -38,6 +38,18 @@ class TMain_Window : public QMainWindow {
   /// Name and number of the page that is shown, as it gives them; "" without a page.
   std::string Page_Name() const;
   TNavigation_Tree& Tree() { return *tree; }
+  /// Asks for a new event or task of the book that is selected.
+  void New_Entry(bool task);
+  /// Shows the window in front, wherever it was.
+  void Come_Forward();
+  /// Closes the window, whether or not it may go on hidden.
+  void Quit();
+  /// What says whether the program goes on without its window when that is closed.
+  void Install_Background(std::function<bool()> goes_on);
+
+ signals:
+  /// The window was closed for good.
+  void Closed();
 
  protected:
   bool event(QEvent* event) override;
@@ -72,7 +84,6 @@ class TMain_Window : public QMainWindow {
   void Show_Hint_Without_Page();
   void Show_Contact(const std::string& contact);
   void Send_To_Page(int message, qintptr l_param);
-  void New_Entry(bool task);
   void Make_Quick_Search();
   void Open_Quick_Entry(bool task, const std::string& key, const std::string& owner, const std::string& book);
   void Show_All_Quick(int group, const std::string& text, const std::string& book);
@@ -136,6 +147,8 @@ class TMain_Window : public QMainWindow {
           *remove_folder = nullptr, *move_contacts = nullptr;
   QList<QAction*> filter_actions;  // run, edit, delete
   QList<QAction*> print_actions, search_actions;
+  std::function<bool()> goes_on_hidden;
+  bool quitting = false;
   bool other_page = false;                  // one for searching is shown in place of the node's own
   std::pair<int, std::string> last_search;  // its page, and the book
   TSession session = Session();

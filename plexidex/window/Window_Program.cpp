@@ -18,8 +18,10 @@
 #include "Login_Dialog.h"
 #include "Main_Window.h"
 #include "Message_Prompts.h"
+#include "Presence.h"
 #include "Qt_Settings.h"
 #include "Sample_Calendar.h"
+#include "Single_Instance.h"
 #include "Transfer.h"
 #include "Users.h"
 #include "Waiting.h"
@@ -82,6 +84,9 @@ bool Enter(const TWindow_Options& options) {
 
 int Show_Windows(const TWindow_Options& options) {
   const std::string database = Chosen_Database(options);
+  QStringList files;
+  for (const std::string& file : options.Files) files << To_Qt(file);
+  if (options.Screenshots.empty() && TSingle_Instance::Call(database, files)) return 0;
   TFirst_Book first;
   const bool ask = options.Screenshots.empty() && !QFile::exists(To_Qt(database));
   if (ask) {
@@ -95,11 +100,14 @@ int Show_Windows(const TWindow_Options& options) {
   KTReminds::Remove_Abandoned_Events();
   TMain_Window window;
   if (!options.Screenshots.empty()) return Write_Pictures(window, options.Screenshots);
-  window.show();
+  // A dialog that is closed while the window is hidden does not end the program.
+  QApplication::setQuitOnLastWindowClosed(false);
+  QObject::connect(&window, &TMain_Window::Closed, qApp, &QApplication::quit, Qt::QueuedConnection);
+  TPresence presence(window);
+  if (!options.Hidden || !presence.Goes_On_Hidden()) window.show();
   Fill_First_Book(window, first);
-  for (const std::string& file : options.Files) {
-    if (Import_Into_Chosen_Book(&window, To_Qt(file))) window.Refresh();
-  }
+  Import_Files(window, files);
+  presence.Start();
   return QApplication::exec();
 }
 

@@ -9,6 +9,7 @@ struct TWindow_Options {
   std::string Database;            // "" is the user's own
   std::string User;                // who one is, in a database with users; "" is the last one
   std::vector<std::string> Files;  // to be imported, after asking
+  bool Hidden = false;             // in the notification area alone, where there is one
   /// A folder to write pictures of the windows into, instead of showing them; "" for none.
   std::string Screenshots;
 };

@@ -1,0 +1,57 @@
+#include "Alert_Service.h"
+
+#include <QApplication>
+
+#include "Kt_forms.h"
+#include "Kt_update.h"
+#include "Kt_util_01.h"
+#include "Notifications.h"
+
+namespace Plexidex {
+
+using namespace Kt_forms;
+
+TAlert_Service::TAlert_Service() {
+  timer.setSingleShot(true);
+  connect(&timer, &QTimer::timeout, this, &TAlert_Service::Tick);
+  connect(&window, &TAlert_Window::Answered, this, [this] {
+    Look();
+    emit Entries_Changed();
+  });
+}
+
+void TAlert_Service::Start() {
+  Tick();
+}
+
+void TAlert_Service::Tick() {
+  Look();
+  timer.start(watch.Wait());
+}
+
+void TAlert_Service::Look() {
+  const bool news = Kt_data_01::Read("Alert_Service:Look [KT_Alerts/KT_Alarms/KT_Events_Data]", [this] {
+                      return watch.Look();
+                    }).value_or(false);
+  const std::int64_t now = Kt_util_01::To_Msecs(Kt_util_01::Now()) / 60'000;
+  if (!news) {
+    if (window.isVisible() && now != minute) window.Update_Lateness();
+    minute = now;
+    return;
+  }
+  minute = now;
+  window.Set_Entries(watch.Entries());
+  if (Count() != told) emit Count_Changed(told = Count());
+  if (watch.News().empty()) return;
+  window.Appear();
+  Play_Alert_Sound(watch.News().front().Sound);
+  if (QApplication::activeWindow()) return;
+  constexpr std::size_t most = 3;
+  QStringList lines;
+  for (std::size_t i = 0; i < watch.News().size() && i < most; ++i)
+    lines << To_Qt(Alert_Text(watch.News()[i], Kt_util_01::Now()));
+  if (watch.News().size() > most) lines << tr("%1 more...").arg(watch.News().size() - most);
+  Notify_Desktop(tr("Reminder"), lines.join(QLatin1Char('\n')));
+}
+
+}  // namespace Plexidex

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+#include "Alert_Watch.h"
+#include "Alert_Window.h"
+
+namespace Plexidex {
+
+/// Has reminders go off while the program runs: looks what is due, shows it, plays its sound, and notifies
+/// the desktop when no window of the program is in front.
+class TAlert_Service : public QObject {
+  Q_OBJECT
+
+ public:
+  TAlert_Service();
+
+  /// Begins to look, now and whenever something is due.
+  void Start();
+  /// Looks at once, as after an answer. Never while an update is open.
+  void Look();
+  TAlert_Window& Window() { return window; }
+  int Count() const { return static_cast<int>(watch.Entries().size()); }
+
+ signals:
+  /// An entry may have been changed, or marked done.
+  void Entries_Changed();
+  /// How many wait is another number.
+  void Count_Changed(int count);
+
+ private:
+  void Tick();
+
+  TAlert_Watch watch;
+  TAlert_Window window;
+  QTimer timer;
+  int told = 0;
+  std::int64_t minute = 0;  // for which the window says how late each is
+};
+
+}  // namespace Plexidex
