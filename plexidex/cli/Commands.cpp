@@ -55,6 +55,7 @@ class TCommand_Line {
     Add_Search();
     Add_Books();
     Add_Users();
+    Add_Remind();
     Add("check", "Checks that the database is sound", Run_Check, TDatabase::TMode::Must_Exist);
     Add_Backup();
     Add_Sample();
@@ -296,6 +297,12 @@ class TCommand_Line {
         ->type_name("FILE.ics");
   }
 
+  void Add_Remind() {
+    Add("remind", "Writes the reminders when they are due", [this](const TConsole& c) {
+      return Run_Remind(c, remind_once);
+    })->add_flag("--once", remind_once, "Writes those that are due now, and ends");
+  }
+
   void Add_Backup() {
     auto* backup =
         Add("backup", "Copies the database into a dated file, also while other programs write to it",
@@ -337,6 +344,7 @@ class TCommand_Line {
 
   CLI::App app{"Calendar, reminders and tasks", "plexidex"};
   std::string database, wait, user, password_fd, key, new_book, sample, backup_file;
+  bool remind_once = false;
   TImport_Command import;
   TAgenda_Command agenda;
   THolidays_Command holidays;

@@ -91,6 +91,9 @@ int Run_Search(const TConsole& console, const TSearch_Command& command);
 /// Lists the users, after changing them.
 int Run_Users(const TConsole& console, const TUsers_Command& command, const TPassword_Input& passwords);
 int Run_Check(const TConsole& console);
+/// Writes each reminder that is due, a line for each, and dismisses it; goes on until the program is ended,
+/// or with `once` writes what is due now. 1 when the output could not be written, or nothing kept.
+int Run_Remind(const TConsole& console, bool once);
 /// Into a file or folder, by default the folder that was chosen for backups.
 int Run_Backup(const TConsole& console, const std::string& place);
 /// The database must not be open.

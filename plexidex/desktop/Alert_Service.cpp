@@ -24,6 +24,14 @@ void TAlert_Service::Start() {
   Tick();
 }
 
+void TAlert_Service::Show_Window() {
+  Look();
+  if (Count() > 0) return window.Come_Forward();
+  Kt_util_01::Raise_Info("Reminders", watch.Is_Elsewhere()
+                                          ? "Another program shows the reminders of this database now."
+                                          : "No reminder waits for an answer.");
+}
+
 void TAlert_Service::Tick() {
   Look();
   timer.start(watch.Wait());

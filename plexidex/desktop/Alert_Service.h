@@ -20,6 +20,8 @@ class TAlert_Service : public QObject {
   void Start();
   /// Looks at once, as after an answer. Never while an update is open.
   void Look();
+  /// Shows the window because somebody asks for it; says so when there is nothing to show.
+  void Show_Window();
   TAlert_Window& Window() { return window; }
   int Count() const { return static_cast<int>(watch.Entries().size()); }
 

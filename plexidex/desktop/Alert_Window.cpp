@@ -87,6 +87,8 @@ TAlert_Window::TAlert_Window()
   layout->addLayout(answers);
   constexpr int lines = 12;
   resize(sizeHint().expandedTo({character * 100, fontMetrics().lineSpacing() * lines + 60}));
+  Initialise_Form(this);
+  connect(delay->lineEdit(), &QLineEdit::returnPressed, this, &TAlert_Window::Snooze);
   connect(list, &QTreeWidget::itemSelectionChanged, this, &TAlert_Window::Set_Buttons);
   connect(list, &QTreeWidget::itemDoubleClicked, this, &TAlert_Window::Open);
   connect(open, &QPushButton::clicked, this, &TAlert_Window::Open);
@@ -114,7 +116,7 @@ void TAlert_Window::Set_Entries(const std::vector<TAlert_Entry>& shown) {
   }
   list->addTopLevelItems(items);
   // What stood below comes up under the hand that answers one after the other.
-  QTreeWidgetItem* at = list->topLevelItem(qBound(0, row, list->topLevelItemCount() - 1));
+  QTreeWidgetItem* at = list->topLevelItem(qMax(0, qMin(row, list->topLevelItemCount() - 1)));
   for (std::size_t i = 0; i < entries.size(); ++i) {
     if (To_Qt(entries[i].Key()) == current) at = items[static_cast<qsizetype>(i)];
   }
@@ -208,8 +210,7 @@ void TAlert_Window::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      // In the box of delays it snoozes, in the list it opens.
-      return delay->hasFocus() || delay->lineEdit()->hasFocus() ? Snooze() : Open();
+      return list->hasFocus() ? Open() : QWidget::keyPressEvent(event);
     case Qt::Key_Delete:
       return Dismiss(Selected());
     case Qt::Key_Escape:

@@ -48,6 +48,7 @@ class TMain_Window : public QMainWindow {
   void Install_Background(std::function<bool()> goes_on);
 
  signals:
+  void Reminders_Wanted();
   /// The window was closed for good.
   void Closed();
 

@@ -15,7 +15,8 @@ TPresence::TPresence(TMain_Window& window) : window(window) {
   connect(&tray, &TTray::Open_Wanted, &window, &TMain_Window::Come_Forward);
   connect(&tray, &TTray::Quit_Wanted, &window, &TMain_Window::Quit);
   connect(&tray, &TTray::New_Event_Wanted, &window, [&window] { window.New_Entry(false); });
-  connect(&tray, &TTray::Reminders_Wanted, &alerts.Window(), &TAlert_Window::Come_Forward);
+  connect(&tray, &TTray::Reminders_Wanted, &alerts, &TAlert_Service::Show_Window);
+  connect(&window, &TMain_Window::Reminders_Wanted, &alerts, &TAlert_Service::Show_Window);
   connect(&tray, &TTray::Entry_Wanted, &window,
           [&window](bool task, const QString& key, const QString& owner, const QString& book, bool hidden) {
             const auto edit = task ? KTReminds::Task_Properties : KTReminds::Reminder_Properties;
