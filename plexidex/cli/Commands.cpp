@@ -85,11 +85,16 @@ class TCommand_Line {
     if (!new_book.empty()) mode = TDatabase::TMode::Create_If_Missing;
     if (!sample.empty() || app.got_subcommand("holidays")) return run(console);
     if (!named) database = Kt_data_01::Default_Database();
-    if (!app.got_subcommand("restore")) {
-      Kt_data_01::Open_Database(database, named ? mode : TDatabase::TMode::Create_If_Missing,
+    const bool restores = app.got_subcommand("restore");
+    try {
+      Kt_data_01::Open_Database(database, named || restores ? mode : TDatabase::TMode::Create_If_Missing,
                                 {.Busy_Time = Waiting_Time()});
-      Enter_Database(user, TPassword_Input(password_fd));
+    } catch (const Kt_data_01::EOpen_Error&) {
+      // A backup may take the place of what cannot be opened.
+      if (!restores) throw;
+      return run(console);
     }
+    Enter_Database(user, TPassword_Input(password_fd));
     return run(console);
   }
 

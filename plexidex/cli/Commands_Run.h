@@ -96,7 +96,7 @@ int Run_Check(const TConsole& console);
 int Run_Remind(const TConsole& console, bool once);
 /// Into a file or folder, by default the folder that was chosen for backups.
 int Run_Backup(const TConsole& console, const std::string& place);
-/// The database must not be open.
+/// In place of a database that is open, or cannot be opened.
 int Run_Restore(const TConsole& console, const std::string& file, const std::string& database,
                 const Kt_data_01::TSqlite_Options& options);
 

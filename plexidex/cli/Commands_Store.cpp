@@ -177,6 +177,11 @@ int Run_Backup(const TConsole& console, const std::string& place) {
 
 int Run_Restore(const TConsole& console, const std::string& file, const std::string& database,
                 const TSqlite_Options& options) {
+  if (Shared_Database().Is_Open()) {
+    const std::string fault = Restore_Fault();
+    if (!fault.empty()) throw ECommand_Error(fault);
+    Close_Database();
+  }
   const std::string kept = Restore(file, database, options);
   console.Out << "Restored: " << Printable(database) << '\n';
   if (!kept.empty()) console.Out << "What was there before is kept: " << Printable(kept) << '\n';

@@ -11,6 +11,7 @@
 #include "Database_Files.h"
 #include "Kt_util_01.h"
 #include "Output_File.h"
+#include "Users.h"
 
 namespace Kt_data_01 {
 
@@ -107,10 +108,10 @@ void Check(TEngine& engine, const std::string& path) {
   if (!findings.empty()) throw EBackup_Error("\"" + path + "\" is damaged: " + findings.front() + ".");
 }
 
-// Copies what is open to a new file, and looks whether it arrived.
-void Copy_Checked(TEngine& from, const std::string& to) {
+// Copies what is open to a new file, and looks whether it can be used; `path` is what a fault is told of.
+void Copy_Checked(TEngine& from, const std::string& path, const std::string& to) {
   from.Copy_To(to);
-  Check(*Open_Sqlite(to, {.Read_Only = true}), to);
+  Check(*Open_Sqlite(to, {.Read_Only = true}), path);
 }
 
 std::unique_ptr<TEngine> Open_Checked(const std::string& path, const TSqlite_Options& options) {
@@ -119,9 +120,9 @@ std::unique_ptr<TEngine> Open_Checked(const std::string& path, const TSqlite_Opt
   return engine;
 }
 
-void Copy_Whole(TEngine& from, const std::string& to) {
+void Copy_Whole(TEngine& from, const std::string& path, const std::string& to) {
   const TTemporary_Copy copy(to);
-  Copy_Checked(from, copy.Path);
+  Copy_Checked(from, path, copy.Path);
   Put_In_Place(copy.Path, to);
 }
 
@@ -172,9 +173,15 @@ std::string Back_Up(const std::string& database, const std::string& place) {
   return Explained("The backup \"" + place + "\" cannot be made", [&] {
     if (!Is_Database_Path(database)) throw EBackup_Error("There is no database \"" + database + "\".");
     const std::string file = File_To_Make(database, place);
-    Copy_Whole(*Open_Checked(database, {.Read_Only = true}), file);
+    Copy_Whole(*Open_Sqlite(database, {.Read_Only = true}), database, file);
     return file;
   });
+}
+
+std::string Restore_Fault() {
+  Follow_Users();
+  const bool may = !DB_Permissions || Account_Of(Kt_util_01::User_Key()).Administrator;
+  return may ? "" : "Only an administrator may restore a backup.";
 }
 
 std::string Restore(const std::string& file, const std::string& database, const TSqlite_Options& options) {
@@ -186,7 +193,7 @@ std::string Restore(const std::string& file, const std::string& database, const 
     const fs::path folder = fs::absolute(database).parent_path();
     fs::create_directories(folder);
     const TTemporary_Copy copy(database);
-    Copy_Checked(*Open_Checked(file, {.Read_Only = true}), copy.Path);
+    Copy_Checked(*Open_Checked(file, {.Read_Only = true}), file, copy.Path);
     // An older one is migrated before it takes the place.
     TDatabase().Open(copy.Path, TDatabase::TMode::Must_Exist);
     if (!replaces) {
@@ -195,7 +202,7 @@ std::string Restore(const std::string& file, const std::string& database, const 
     }
     const std::string kept = Free_Name(folder, Dated_Name(database, "-replaced"));
     if (const auto present = Open_If_Sound(database, options)) {
-      Copy_Whole(*present, kept);
+      Copy_Whole(*present, database, kept);
       present->Replace_By(copy.Path);
     } else {
       Move_Aside(database, kept);

@@ -22,6 +22,10 @@ std::string Backup_Folder_Of(const std::string& database);
 /// and a name that ends in a separator, which is made. Returns the file. Throws EBackup_Error.
 std::string Back_Up(const std::string& database, const std::string& place);
 
+/// Why the current user may not restore a backup in place of the shared database, or "": where there are
+/// users, only administrators may. Throws EData_Error.
+std::string Restore_Fault();
+
 /// Puts a backup in place of a database, which may be open elsewhere but not as the shared one; or makes it.
 /// What there was is kept beside it: the file, as plexidex-replaced-2026-11-22-0915.db, or "" when there was
 /// none. Refuses, and changes nothing, when the file is no sound database of this program or of a newer

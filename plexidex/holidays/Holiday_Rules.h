@@ -15,7 +15,7 @@ enum class TDay_Kind {
   On_Or_After,  // the first Weekday from Month, Day on
   Easter,
   Orthodox_Easter,
-  Solar_Term,  // of Month: the sun's position on a day in 1980, in ten thousandths of a day, is Day
+  Solar_Term,  // in 1980 the sun is there on Day / 10,000 of Month, with the fraction of the day
   Islamic,     // Month and Day of that calendar
   Hebrew,
   Chinese,

@@ -4,11 +4,11 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QTimer>
-#include <memory>
 
 #include "Backup.h"
 #include "Database.h"
 #include "Kt_forms.h"
+#include "Kt_update.h"
 #include "Kt_util_01.h"
 
 namespace Plexidex {
@@ -44,6 +44,13 @@ void Back_Up_With_Dialog(QWidget* window) {
 }
 
 std::string Ask_What_To_Restore(QWidget* window) {
+  const auto fault = Kt_data_01::Read("Backup_Dialogs:Ask_What_To_Restore [KT_Users]",
+                                      [] { return Kt_data_01::Restore_Fault(); });
+  if (!fault) return "";
+  if (!fault->empty()) {
+    Kt_util_01::Raise_Error("Restore Backup", *fault);
+    return "";
+  }
   const QString file =
       QFileDialog::getOpenFileName(window, QObject::tr("Restore a Backup"),
                                    To_Qt(Kt_data_01::Chosen_Backup_Folder(Database_File())), Backup_Files());

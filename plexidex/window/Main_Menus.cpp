@@ -180,7 +180,7 @@ void TMain_Window::Restore_Backup() {
     Kt_data_01::Close_Database();
     kept = Kt_data_01::Restore(file, database, Window_Options());
   });
-  Refresh();
+  if (!restored && isVisible()) Refresh();
   if (restored) {
     Kt_util_01::Raise_Info(
         "Restore Backup", "The backup has been restored. What was there before is kept in \"" + kept + "\".");
@@ -198,10 +198,8 @@ bool TMain_Window::Switch_Database(const std::string& file, const char* caption,
       Start_Session();
       return true;
     }
-    if (before_opening) {  // nobody is logged in to what lies there now
-      Quit();
-      return false;
-    }
+    // It is the same file: whoever does not log in has no other to go back to.
+    if (file == before) Quit();
   } catch (const std::exception& e) {
     Kt_util_01::Raise_Error(caption, e.what());
   }

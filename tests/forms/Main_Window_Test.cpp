@@ -519,6 +519,9 @@ TEST_F(Main_Window, A_Backup_Is_Made_And_Restored) {
   Choose("&Restore Backup...", choose(file));
   EXPECT_EQ(Query_Text("SELECT count(*) FROM KT_Books"), "1");
   EXPECT_EQ(State(), "Home/Home - Plexidex/Contacts_Page3b_Frm0");
+  Sign_In({});
+  seams.Prompts.Expect_Error("Restore Backup", "Only an administrator may restore a backup.");
+  Choose("&Restore Backup...");
 }
 
 TEST_F(Main_Window, What_Another_Program_Has_Removed_Is_Neither_Shown_Nor_Written) {
