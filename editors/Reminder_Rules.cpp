@@ -20,6 +20,16 @@ bool Same_Dates(const TRecurrence_Pattern& a, const TRecurrence_Pattern& b) {
 
 }  // namespace
 
+int Read_New_Reminder() {
+  constexpr std::int64_t most = 60LL * 24 * 365;
+  const std::int64_t minutes = Read_Integer("Options", "New Event Reminder", -1);
+  return minutes >= 0 && minutes <= most ? static_cast<int>(minutes) : -1;
+}
+
+void Write_New_Reminder(int minutes) {
+  Write_Integer("Options", "New Event Reminder", minutes);
+}
+
 TReminder_Rules::TReminder_Rules() : TEditor_Rules(Words) {}
 
 void TReminder_Rules::Show_Moment(TDateTime moment) {
@@ -34,6 +44,10 @@ void TReminder_Rules::Prepare_New(TDateTime now) {
   const std::int64_t hour = day == Whole_Day(now) ? next_hour : next_hour % 24;
   Show_Moment(From_Msecs(day * Msecs_Per_Day + hour * 3'600'000));
   Pages = Propose_Pages(event_date);
+  if (const int offset = Read_New_Reminder(); offset >= 0) {
+    Alarm.On = true;
+    Alarm.Offset = offset;
+  }
   Show_Alarm();
 }
 

@@ -5,6 +5,10 @@
 
 namespace KTReminds {
 
+/// A preference: the reminder of a new event, in minutes before it; -1 for none.
+int Read_New_Reminder();
+void Write_New_Reminder(int minutes);
+
 /// The record of an event or of a recurring set.
 class TReminder_Rules : public TEditor_Rules {
  public:

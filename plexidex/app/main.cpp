@@ -14,6 +14,7 @@
 #include "Kt_util_01.h"
 #include "Qt_Settings.h"
 #include "Sheet_Output.h"
+#include "User_Formats.h"
 #include "Window_Program.h"
 
 #if defined(__unix__) || defined(__APPLE__)
@@ -104,6 +105,8 @@ int main(int argc, char** argv) {
   }
   Kt_forms::TQt_Settings settings;
   Kt_util_01::Install_Settings(&settings);
+  Kt_util_01::Apply_User_Formats();
+  if (!settings.Damage().empty()) std::cerr << settings.Damage() << '\n';
   std::unique_ptr<Plexidex::TConsole_Progress> progress;
   if (Errors_Go_To_A_Terminal()) progress = std::make_unique<Plexidex::TConsole_Progress>(std::cerr);
   const int status =

@@ -8,6 +8,7 @@
 
 #include "ICU_Texts.h"
 #include "Kt_util_01.h"
+#include "User_Formats.h"
 
 namespace Kt_util_01 {
 
@@ -15,7 +16,7 @@ namespace {
 
 struct TUser_Locale {
   icu::Locale Locale;
-  TFormat_Settings Settings;
+  TFormat_Settings Own, Settings;  // the locale's, and those in use
   std::unique_ptr<icu::Collator> Collator;
 };
 
@@ -32,7 +33,7 @@ std::unique_ptr<icu::Collator> Case_Blind_Collator(const icu::Locale& locale) {
 TUser_Locale Load_Locale(const std::string& name) {
   TUser_Locale loaded;
   Resolve_Locale(name, loaded.Locale);
-  loaded.Settings = Settings_From_Locale(name);
+  loaded.Own = loaded.Settings = Settings_From_Locale(name);
   loaded.Collator = Case_Blind_Collator(loaded.Locale);
   return loaded;
 }
@@ -104,6 +105,14 @@ void Install_Locale(const std::string& locale) {
 
 std::string Locale_Country() {
   return User_Locale().Locale.getCountry();
+}
+
+const TFormat_Settings& Locale_Formats() {
+  return User_Locale().Own;
+}
+
+void Replace_Formats(const TFormat_Settings& settings) {
+  User_Locale().Settings = settings;
 }
 
 const TFormat_Settings& Format_Settings() {

@@ -15,6 +15,7 @@
 #include "Navigation_Tree.h"
 #include "Preferences.h"
 #include "Print_Dialogs.h"
+#include "Start_Page.h"
 #include "Version.h"
 #include "Waiting.h"
 
@@ -166,8 +167,10 @@ void TMain_Window::Preferences() {
   const std::string before = Kt_data_01::Shared_Database().Path();
   const auto database = Edit_Preferences(this, before);
   if (!database) return;
-  if (*database != before && Switch_Database(*database, "User Preferences"))
+  if (*database != before && Switch_Database(*database, "User Preferences")) {
     Kt_util_01::Write_String("General", "Database", *database);
+    for (const std::string& each : {before, *database}) Remember_Database(each);
+  }
   // A page reads its settings when it is made.
   if (Close_Page()) Refresh();
 }
@@ -230,6 +233,7 @@ void TMain_Window::Restore_Place() {
 void TMain_Window::Save_Place() const {
   Kt_util_01::Write_String("Window", "Geometry", saveGeometry().toBase64().toStdString());
   Kt_util_01::Write_String("Window", "Splitter", splitter->saveState().toBase64().toStdString());
+  Remember_Node(tree->Current());
 }
 
 }  // namespace Plexidex

@@ -20,6 +20,7 @@
 #include "Kt_util_01.h"
 #include "Navigation_Tree.h"
 #include "Page_Place.h"
+#include "Start_Page.h"
 #include "Transfer.h"
 #include "Upcoming_Page.h"
 
@@ -109,7 +110,8 @@ TMain_Window::TMain_Window()
                             if (Edit_Contact(Active_Window(), contact)) Refresh();
                           }});
   qApp->installEventFilter(this);
-  Refresh();
+  Read_Tree();
+  if (!Select_Start_Node(*tree)) Node_Selected();
 }
 
 TMain_Window::~TMain_Window() {

@@ -10,4 +10,7 @@ namespace Plexidex {
 /// with, which can be opened but is not opened here; `database` is the one in use.
 std::optional<std::string> Edit_Preferences(QWidget* window, const std::string& database);
 
+/// Puts a database first among those that the preferences offer as recently opened.
+void Remember_Database(const std::string& path);
+
 }  // namespace Plexidex

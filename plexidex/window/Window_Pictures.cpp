@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QPixmap>
 #include <QTabBar>
+#include <QTabWidget>
 #include <QTimer>
 #include <algorithm>
 #include <array>
@@ -58,13 +59,19 @@ class TPictures {
     failed = true;
   }
 
-  // Takes a picture of the dialog that a call opens, and cancels it.
+  // Takes a picture of the dialog that a call opens, or of each of its groups, and cancels it.
   void Take_Dialog(const QString& name, const std::function<void()>& call) {
     QTimer timer;
     timer.setSingleShot(true);
     QObject::connect(&timer, &QTimer::timeout, qApp, [this, name] {
       if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-        Take(dialog, name);
+        auto* groups = dialog->findChild<QTabWidget*>(QStringLiteral("Groups"));
+        if (!groups) Take(dialog, name);
+        for (int i = 0; groups && i < groups->count(); ++i) {
+          groups->setCurrentIndex(i);
+          QApplication::processEvents();
+          Take(dialog, name + QLatin1Char('_') + groups->tabText(i).toLower());
+        }
         dialog->reject();
       } else {
         std::cerr << "There is no window for the picture \"" << From_Qt(name) << "\"." << std::endl;

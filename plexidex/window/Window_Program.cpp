@@ -23,6 +23,7 @@
 #include "Sample_Calendar.h"
 #include "Single_Instance.h"
 #include "Transfer.h"
+#include "User_Formats.h"
 #include "Users.h"
 #include "Waiting.h"
 #include "Welcome.h"
@@ -133,6 +134,9 @@ int Run_Window(int argc, char** argv, const TWindow_Options& options) {
   TClip_Sounds sounds;
   Kt_util_01::Install_Prompts(&prompts);
   Kt_util_01::Install_Settings(&settings);
+  Kt_util_01::Apply_User_Formats();
+  if (!settings.Damage().empty() && options.Screenshots.empty())
+    Kt_util_01::Raise_Error("User Preferences", settings.Damage());
   if (options.Screenshots.empty()) Kt_util_01::Install_Sounds(&sounds);
   Kt_util_01::CurrentDate = Kt_util_01::Today();
   KTReminds::Load_Package();

@@ -78,6 +78,22 @@ TEST_F(Reminder_Rules, A_New_Event_Late_In_The_Evening_Begins_At_Midnight_But_No
   }
 }
 
+TEST_F(Reminder_Rules, A_New_Event_Has_The_Reminder_That_The_User_Prefers) {
+  const std::string stored = Make(1);
+  for (const auto& [minutes, on, text] : {std::tuple(120, true, "2 hours before"),
+                                          {-1, false, "15 minutes before"},
+                                          {999'999'999, false, "15 minutes before"}}) {
+    Write_New_Reminder(minutes);
+    TReminder_Rules rules;
+    ASSERT_TRUE(Open(rules, ""));
+    EXPECT_EQ(rules.Alarm.On, on);
+    EXPECT_EQ(rules.Alarm_Text, text);
+    rules.Discard();
+    ASSERT_TRUE(Open(rules, stored));
+    EXPECT_EQ(rules.Alarm.Offset, 30) << "a stored one keeps its own";
+  }
+}
+
 TEST_F(Reminder_Rules, Inputs_Are_Refused_In_Their_Order_And_Nothing_Is_Written) {
   TReminder_Rules rules;
   ASSERT_TRUE(Open(rules, "", " \t "));

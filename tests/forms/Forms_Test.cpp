@@ -1,3 +1,6 @@
+#include <filesystem>
+#include <fstream>
+
 #include "Editor_Fixture.h"
 #include "Kt_labels.h"
 #include "Message_Prompts.h"
@@ -133,6 +136,20 @@ TEST_F(Forms, Settings_Outlive_Their_Store_And_Keep_Every_Text) {
   std::string read;
   EXPECT_TRUE(TQt_Settings(file).Read("General", "Text", read) && read == text) << read;
   EXPECT_FALSE(TQt_Settings(file).Read("Options", "Nothing", read));
+  for (const char* damage : {"\n[Common\n", "\nrubbish\n", "a\\0="}) {
+    const std::string before =
+        File_Content(From_Qt(file)) + (damage[0] == 'a' ? std::string(1, '\0') : damage);
+    std::ofstream(From_Qt(file)) << before;
+    TQt_Settings settings(file);
+    const std::string kept = From_Qt(file) + ".damaged-2024-01-15-120000";
+    EXPECT_EQ(settings.Damage(), "The settings in \"" + From_Qt(file) +
+                                     "\" were damaged; they are kept as \"" + kept +
+                                     "\", and all preferences are as at first.");
+    EXPECT_FALSE(settings.Read("General", "Text", read)) << damage;
+    settings.Write("General", "Text", text);
+    EXPECT_EQ(File_Content(kept), before);
+    std::filesystem::remove(kept);
+  }
   TQt_Settings nowhere(file + QStringLiteral("/x.ini"));
   nowhere.Write("General", "Text", text);
   nowhere.Write("General", "Text", text + text);

@@ -35,6 +35,17 @@ class Looks : public TEditor_Fixture, public testing::WithParamInterface<std::pa
       Look(&form, name + QString::number(page));
     }
   }
+  static void Look_At_Groups(const char* name, const std::function<void()>& call) {
+    const auto look = [name](QWidget* form) {
+      auto* groups = form->findChild<QTabWidget*>();
+      for (int group = 0; group < groups->count(); ++group) {
+        groups->setCurrentIndex(group);
+        Look(form, QString::fromLatin1(name) + QString::number(group));
+      }
+      Cancel(form);
+    };
+    With_Dialog(look, call);
+  }
   static void Look_At_Dialog(const char* name, const std::function<void()>& call) {
     const auto look = [name](QWidget* form) {
       Look(form, QString::fromLatin1(name));
@@ -106,7 +117,7 @@ TEST_P(Looks, Of_The_Window_On_The_Samples_Data) {
   Look_At_Dialog("link", [&] { Enter_Link(&window, contact); });
   Look_At_Dialog("journal", [&] { Enter_Journal_Entry(&window, contact); });
   Look_At_Dialog("book", [&] { Set_Up_Book(&window, book); });
-  Look_At_Dialog("preferences", [&] { Edit_Preferences(&window, database.Path()); });
+  Look_At_Groups("preferences", [&] { Edit_Preferences(&window, database.Path()); });
   Look_At_Dialog("welcome", [&] { EXPECT_FALSE(Welcome(database.Path())); });
 }
 

@@ -460,12 +460,12 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
   const std::string path = database.Path(), bad = path + ".txt", other = path + ".other";
   std::ofstream(bad) << std::string(4000, 'x');
   Choose("&User Preferences", [&](QWidget* form) {
-    EXPECT_EQ(Where(form), "Navigation_Bars") << "begins with its first field";
+    Act(form, "Groups=3");
     std::filesystem::rename(path, path + ".moved");  // could not be opened again
     seams.Prompts.Expect_Error("User Preferences",
                                "\"" + bad + "\" cannot be opened as a database: it is not a database.");
-    Confirm_With("Navigation_Bars|Completed_Style|Database=" + bad)(form);
-    EXPECT_EQ(Where(form), "Database") << "still open";
+    Confirm_With("Navigation_Bars|Completed_Style|Groups=4|Database=" + bad)(form);
+    EXPECT_EQ(Where(form), "Data/Database") << "still open";
     Confirm_With("Database=" + path)(form);
   });
   std::filesystem::rename(path + ".moved", path);
@@ -480,10 +480,33 @@ TEST_F(Main_Window, Preferences_Are_Kept_And_A_Bad_Database_Changes_Nothing) {
     for (const int answer : {Answer_No, Answer_Yes}) {
       seams.Prompts.Expect_Question("User Preferences",
                                     "There is no database \"" + other + "\". Make a new one?", answer);
-      Confirm_With("Database=" + relative)(form);
+      Confirm_With("Groups=4|Database=" + relative)(form);
     }
   });
   EXPECT_EQ(seen(), other + " " + other + "/Plexidex/") << "found from any folder";
+}
+
+TEST_F(Main_Window, Begins_Where_It_Was_Left_Or_Where_The_User_Wants) {
+  TBook club;
+  In_Update([&] { club = Create_Book("Club"); });
+  ASSERT_TRUE(Open().Select(TNode_Kind::Tasks, club.Key));
+  const auto reopened = [this] {
+    window->close();
+    window.reset();
+    const Plexidex::TNode node = Open().Current();
+    return node.Book_Name + " " + std::to_string(static_cast<int>(node.Kind));
+  };
+  const auto at = [](const char* name, TNode_Kind kind) {
+    return std::string(name) + " " + std::to_string(static_cast<int>(kind));
+  };
+  EXPECT_EQ(reopened(), at("Club", TNode_Kind::Tasks));
+  Write_String("General", "Start Page", "book");
+  EXPECT_EQ(reopened(), at("Club", TNode_Kind::Book));
+  window->close();
+  Write_String("General", "Start Page", "last");
+  In_Update([&] { Delete_Book(club.Key); });
+  window.reset();
+  EXPECT_EQ(Open().Current().Book_Name, "Home");
 }
 
 TEST_F(Main_Window, A_Backup_Is_Made_And_Restored) {
