@@ -26,10 +26,6 @@ std::string Remembered_User() {
   return Kt_util_01::Read_String("Users", Database_Owner(), "");
 }
 
-void Remember_User() {
-  Kt_util_01::Write_String("Users", Database_Owner(), Kt_util_01::User_Key());
-}
-
 QLabel* Plain_Label(const QString& text) {
   auto* label = new QLabel(text);
   label->setTextFormat(Qt::PlainText);
@@ -142,6 +138,10 @@ bool Ask(QWidget* window, const std::string& user, const QString& leave) {
 }
 
 }  // namespace
+
+void Remember_User() {
+  Kt_util_01::Write_String("Users", Database_Owner(), Kt_util_01::User_Key());
+}
 
 bool Begin_Session(QWidget* window, const std::string& name) {
   return Read("Login_Dialog:Begin_Session [KT_Users/KT_Settings]",

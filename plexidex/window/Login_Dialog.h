@@ -11,5 +11,7 @@ namespace Plexidex {
 bool Begin_Session(QWidget* window, const std::string& name = {});
 /// Asks in any case. False, and all as before, when the user cancels.
 bool Log_In_Again(QWidget* window);
+/// The next session begins as the current user. For one who has become a user without being asked.
+void Remember_User();
 
 }  // namespace Plexidex

@@ -20,27 +20,29 @@ using namespace Kt_data_01;
 using namespace Kt_forms;
 
 void TMain_Window::Add_User_Commands(QMenu* file) {
-  QMenu* users = file->addMenu(tr("&Users and Security"));
-  users->setObjectName(QStringLiteral("Users_And_Security"));
-  const auto add = [this, users](const QString& text, const QString& hint, auto run) {
-    QAction* action = users->addAction(text);
+  const auto add = [this](QMenu* menu, const QString& text, const QString& hint, auto run) {
+    QAction* action = menu->addAction(text);
     action->setStatusTip(hint);
     connect(action, &QAction::triggered, this, run);
     return action;
   };
-  QAction* log_in = add(tr("&Log In as Another User..."), tr("Lets somebody else use the database"),
+  QAction* log_in = add(file, tr("&Log In as Another User..."), tr("Lets somebody else use the database"),
                         [this] { Log_In_As_Another(); });
-  QAction* password = add(tr("&Change Password..."),
+  QMenu* users = file->addMenu(tr("&Users and Security"));
+  QAction* password = add(users, tr("&Change Password..."),
                           tr("Allows you to change your password to access this Plexidex Database"),
                           KTAccess::Change_Password);
   users->addSeparator();
-  add(tr("&Users..."), tr("Allows the Database User Accounts to be managed"), [this] { Manage_Users(); });
-  add(tr("Database &Security..."), tr("Allows the Database Security scheme to be configured"),
+  add(users, tr("&Users..."), tr("Allows the Database User Accounts to be managed"),
+      [this] { Manage_Users(); });
+  add(users, tr("Database &Security..."), tr("Allows the Database Security scheme to be configured"),
       [this] { Set_Up_Security(); });
-  connect(file, &QMenu::aboutToShow, this, [log_in, password] {
+  const auto show = [log_in, password] {
     log_in->setVisible(DB_Permissions);
     password->setVisible(DB_Secure);
-  });
+  };
+  show();
+  connect(file, &QMenu::aboutToShow, this, show);
 }
 
 QString TMain_Window::Title_Of(const std::string& book) const {
@@ -90,6 +92,8 @@ void TMain_Window::Look_At_Session() {
   // A page looks at what users may do when it is made.
   if (!Close_Page()) return;
   if (*known) {
+    if (DB_Permissions && !session.Permissions)
+      Read("Main_Users:Look_At_Session [KT_Settings]", Remember_User);
     session = Session();
     return Refresh();
   }

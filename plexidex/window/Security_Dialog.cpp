@@ -21,7 +21,7 @@ class TSecurity_Dialog : public THost_Dialog {
  public:
   explicit TSecurity_Dialog(QWidget* parent)
       : THost_Dialog(tr("Database Security"), parent),
-        secure(new QCheckBox(tr("&Ask for a name and a password when the database is opened"))) {
+        secure(new QCheckBox(tr("&Ask for passwords when the database is opened"))) {
     setObjectName(QStringLiteral("Security_Dialog"));
     secure->setObjectName(QStringLiteral("Secure"));
     secure->setChecked(DB_Secure);

@@ -9,8 +9,10 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPixmap>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
 #include <array>
@@ -25,18 +27,24 @@
 #include "Database.h"
 #include "Folder_Dialogs.h"
 #include "Folders.h"
+#include "Host_Dialog.h"
 #include "Journal_Page.h"
+#include "KTAccess.h"
 #include "KTReminds.h"
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
 #include "Links.h"
 #include "Links_Page.h"
+#include "Login_Dialog.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Page_Place.h"
 #include "Preferences.h"
 #include "Print_Dialogs.h"
 #include "Template_Dialogs.h"
+#include "User_Dialogs.h"
+#include "Users.h"
+#include "Waiting.h"
 #include "Welcome.h"
 
 namespace Plexidex {
@@ -212,6 +220,38 @@ void Take_Searches(TPictures& pictures, TMain_Window& window, const std::string&
   field->clear();
 }
 
+// In a database of their own: that of the user is not changed.
+void Take_Users(TPictures& pictures, TMain_Window& window) {
+  using namespace Kt_data_01;
+  const std::string before = Shared_Database().Path(), user = Kt_util_01::User_Key();
+  const QTemporaryDir folder;
+  Open_Database(From_Qt(folder.filePath(QStringLiteral("users.db"))), TDatabase::TMode::Create_If_Missing);
+  std::string key;
+  Update_Host("Window_Pictures:Take_Users", [&] {
+    for (const char* name : {"Anna", "Bert", "Carla"}) Add_User(name, false, key);
+    Store_Password(Kt_util_01::User_Key(), "no hash");
+  });
+  const auto take_inner = [&](const char* name, const char* button) {
+    QTimer::singleShot(0, &window, [&pictures, name, button] {
+      QWidget* list = QApplication::activeModalWidget();
+      pictures.Take_Dialog(QLatin1String(name),
+                           [&] { list->findChild<QPushButton*>(QLatin1String(button))->click(); });
+      list->close();
+    });
+    Edit_Users(&window);
+  };
+  pictures.Take_Dialog(QStringLiteral("users"), [&] { Edit_Users(&window); });
+  take_inner("user", "Edit_User");
+  take_inner("user_removed", "Remove_User");
+  pictures.Take_Dialog(QStringLiteral("security"), [&] { Edit_Security(&window); });
+  pictures.Take_Dialog(QStringLiteral("choose_user"), [&] { Log_In_Again(&window); });
+  Update_Host("Window_Pictures:Take_Users", [] { Set_Secure(true); });
+  pictures.Take_Dialog(QStringLiteral("log_in"), [&] { Log_In_Again(&window); });
+  pictures.Take_Dialog(QStringLiteral("change_password"), KTAccess::Change_Password);
+  Open_Database(before, TDatabase::TMode::Must_Exist, Window_Options());
+  Kt_util_01::Set_User_Key(user);
+}
+
 }  // namespace
 
 int Write_Pictures(TMain_Window& main_window, const std::string& target) {
@@ -266,6 +306,7 @@ int Write_Pictures(TMain_Window& main_window, const std::string& target) {
   const std::string database = Kt_data_01::Shared_Database().Path();
   pictures.Take_Dialog(QStringLiteral("preferences"), [&] { Edit_Preferences(&main_window, database); });
   pictures.Take_Dialog(QStringLiteral("welcome"), [&] { Welcome(database); });
+  Take_Users(pictures, main_window);
   return pictures.Failed() ? 1 : 0;
 }
 
