@@ -94,7 +94,7 @@ class TCommand_Line {
       if (!restores) throw;
       return run(console);
     }
-    Enter_Database(user, TPassword_Input(password_fd));
+    Enter_Database(user, TPassword_Input(password_fd), Waiting_Time());
     return run(console);
   }
 

@@ -3,6 +3,7 @@
 // What the commands do once the command line is read and the database is open. Each returns the exit status.
 // What the user got wrong is thrown as ECommand_Error before anything is changed.
 
+#include <chrono>
 #include <optional>
 #include <ostream>
 #include <stdexcept>
@@ -69,8 +70,9 @@ struct TUsers_Command {
 
 class TPassword_Input;
 /// Makes the user of this name the current one, or where none is named the owner of the database, unless it
-/// asks for passwords. Throws ECommand_Error.
-void Enter_Database(const std::string& name, const TPassword_Input& passwords);
+/// asks for passwords. Waits no longer than `patience` when it is too early for another try, as while another
+/// command of this user logs in. Throws ECommand_Error.
+void Enter_Database(const std::string& name, const TPassword_Input& passwords, std::chrono::seconds patience);
 
 int Run_Import(const TConsole& console, const TImport_Command& command);
 int Run_Export(const TConsole& console, const TExport_Command& command);

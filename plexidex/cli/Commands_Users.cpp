@@ -1,6 +1,7 @@
 // Who uses the database, and the command about its users.
 
 #include <algorithm>
+#include <thread>
 
 #include "Commands_Run.h"
 #include "Console_Text.h"
@@ -57,7 +58,8 @@ bool Change(const TUsers_Command& command, const TPassword_Input& passwords) {
 
 }  // namespace
 
-void Enter_Database(const std::string& name, const TPassword_Input& passwords) {
+void Enter_Database(const std::string& name, const TPassword_Input& passwords,
+                    std::chrono::seconds patience) {
   if (!DB_Permissions && name.empty()) return;
   if (!DB_Secure) {
     if (!Enter_As(name.empty() ? Database_Owner() : Known_User(name).Key))
@@ -70,7 +72,14 @@ void Enter_Database(const std::string& name, const TPassword_Input& passwords) {
         "for "
         "on the terminal, or read from --password-fd N.");
   }
-  const TLogin login = Log_In(name, passwords.Read("Password of " + Printable(name) + ": "));
+  const TSecret password = passwords.Read("Password of " + Printable(name) + ": ");
+  TLogin login = Log_In(name, password);
+  while (login.End == TLogin::TEnd::Too_Early && login.Seconds <= patience.count()) {
+    const std::chrono::seconds wait(login.Seconds);
+    std::this_thread::sleep_for(wait);
+    patience -= wait;
+    login = Log_In(name, password);
+  }
   if (!login) throw ECommand_Error(Login_Fault(login, "The name or the password is wrong."));
 }
 

@@ -13,7 +13,7 @@ namespace Kt_data_01 {
 namespace {
 
 constexpr const char* Unknown_Names = "Wrong Names";
-constexpr double Seconds_Of_A_Day = 86'400;
+constexpr std::int64_t Seconds_Of_A_Day = 86'400, Forgotten_After = Seconds_Of_A_Day;
 
 // Independent of time zones and of the change of clocks.
 std::int64_t Seconds_Now() {
@@ -47,7 +47,7 @@ TTries Read_Tries(std::string_view user) {
   TTable users("KT_Users", "Key");
   if (!users.FindKey({user})) return tries;
   return {users.Integer(users.Field("Failures")),
-          std::llround(users.DateTime(users.Field("FailedAt")) * Seconds_Of_A_Day)};
+          std::llround(users.DateTime(users.Field("FailedAt")) * static_cast<double>(Seconds_Of_A_Day))};
 }
 
 void Write_Tries(std::string_view user, const TTries& tries) {
@@ -57,7 +57,7 @@ void Write_Tries(std::string_view user, const TTries& tries) {
   if (!users.FindKey({user})) return;
   users.Edit();
   users.Set(users.Field("Failures"), tries.Failures);
-  users.Set(users.Field("FailedAt"), static_cast<double>(tries.At) / Seconds_Of_A_Day);
+  users.Set(users.Field("FailedAt"), static_cast<double>(tries.At) / static_cast<double>(Seconds_Of_A_Day));
   PostUpdate(users);
 }
 
@@ -73,6 +73,7 @@ TLogin Count_Try(std::string_view user) {
     TTries tries = Read_Tries(user);
     // The clock has been set back: the waiting begins anew, and does not last until that time comes again.
     tries.At = std::min(tries.At, Seconds_Now());
+    if (tries.At + Forgotten_After < Seconds_Now()) tries = {};
     login.Seconds = tries.Seconds_Left();
     if (login.Seconds == 0) tries = {tries.Failures + 1, Seconds_Now()};
     Write_Tries(user, tries);

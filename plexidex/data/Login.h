@@ -22,7 +22,8 @@ struct TLogin {
 };
 
 /// Makes a user with the right password the current one. Each wrong password doubles the time until the next
-/// try, up to a quarter of an hour, for all programs. Takes most of a second, whatever is wrong.
+/// try, up to a quarter of an hour, for all programs; after a day they are forgotten. Takes most of a second,
+/// whatever is wrong.
 TLogin Log_In(std::string_view name, const TSecret& password);
 /// The same for the password of the current user, who stays it.
 TLogin Check_Password(const TSecret& password);

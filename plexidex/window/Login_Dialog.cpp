@@ -63,6 +63,11 @@ class TLogin_Dialog : public THost_Dialog {
       --refused.Seconds;
       Show_Refusal();
     });
+    // The time is that of one name.
+    connect(name, &QLineEdit::textEdited, this, [this] {
+      refused = {TLogin::TEnd::Too_Early, 0};
+      Show_Refusal();
+    });
     Finish();
     if (!user.empty()) password->setFocus();
   }
@@ -84,9 +89,10 @@ class TLogin_Dialog : public THost_Dialog {
   void Show_Refusal() {
     constexpr const char* wrong = "The name or the password is wrong.";
     const bool waits = refused.Seconds > 0;
+    const bool is_wrong = refused.End == TLogin::TEnd::Wrong;
     message->setText(To_Qt(waits || refused.End == TLogin::TEnd::Not_Counted ? Login_Fault(refused, wrong)
-                           : refused                                         ? std::string()
-                                                                             : wrong));
+                           : is_wrong                                        ? wrong
+                                                                             : ""));
     Buttons()->button(QDialogButtonBox::Ok)->setEnabled(!waits);
     waits ? tick.start() : tick.stop();
   }
@@ -153,7 +159,8 @@ bool Begin_Session(QWidget* window, const std::string& name) {
                 }
                 const auto accounts = List_Accounts();
                 std::string user = name.empty() ? Remembered_User() : Find_Account(name).Key;
-                if (Account_Of(user).Key.empty() && accounts.size() == 1) user = accounts.front().Key;
+                if (name.empty() && Account_Of(user).Key.empty() && accounts.size() == 1)
+                  user = accounts.front().Key;
                 if (Enter_As(user)) {
                   Remember_User();
                   return true;

@@ -429,7 +429,7 @@ TEST_F(Commands_Test, Users_Say_Who_They_Are_And_Are_Asked_For_A_Password_In_A_S
     } else {
       FILE* const passwords = fopen(Write("passwords", step.Passwords).c_str(), "r");
       const std::string descriptor = std::to_string(fileno(passwords));
-      step.Args.insert(step.Args.end(), {"--password-fd", descriptor});
+      step.Args.insert(step.Args.end(), {"--wait", "0", "--password-fd", descriptor});
       const TResult result = On("a.db", step.Args);
       fclose(passwords);
       const std::string said =

@@ -162,6 +162,7 @@ TEST_F(Users, A_Wrong_Password_Doubles_The_Wait_For_All_Programs_And_A_Right_One
     EXPECT_EQ(waits.substr(0, 48), "1 2 4 8 16 32 64 128 256 512 900 900 900 900 900") << name;
   }
   EXPECT_EQ(Try("Nobody else", Right), "Wrong. Try again in 15 minutes./Ann");
+  EXPECT_EQ(Try("Nobody", Right, 86'401), "Wrong. Try again in 1 second./Ann") << "forgotten after a day";
 }
 
 TEST_F(Users, A_Password_Is_Hashed_Anew_When_It_Shall_Cost_More_And_Counted_Or_Not_Tried) {

@@ -4,13 +4,16 @@
 #include "Editor_Fixture.h"
 #include "Folder_Dialogs.h"
 #include "Journal_Page.h"
+#include "KTAccess.h"
 #include "KTReminds.h"
 #include "Links_Page.h"
+#include "Login_Dialog.h"
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Preferences.h"
 #include "Sample_Calendar.h"
 #include "Template_Dialogs.h"
+#include "User_Dialogs.h"
 #include "Welcome.h"
 
 using namespace Plexidex;
@@ -119,6 +122,14 @@ TEST_P(Looks, Of_The_Window_On_The_Samples_Data) {
   Look_At_Dialog("book", [&] { Set_Up_Book(&window, book); });
   Look_At_Groups("preferences", [&] { Edit_Preferences(&window, database.Path()); });
   Look_At_Dialog("welcome", [&] { EXPECT_FALSE(Welcome(database.Path())); });
+  std::string user;
+  In_Update([&] { Add_User("Ann", true, user), Add_User("Bert", false, user); });
+  Look_At_Dialog("users", [&] { Edit_Users(&window); });
+  Look_At_Dialog("security", [&] { Edit_Security(&window); });
+  Look_At_Dialog("choose_user", [&] { Log_In_Again(&window); });
+  In_Update([&] { Store_Setting("Secure", "1"); });
+  Look_At_Dialog("log_in", [&] { Log_In_Again(&window); });
+  Look_At_Dialog("change_password", [&] { KTAccess::Change_Password(); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Looks,
