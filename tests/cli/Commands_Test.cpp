@@ -60,13 +60,23 @@ TEST_F(Commands_Test, Help_On_Every_Level) {
   const TResult top = Run_With({"--help"});
   EXPECT_EQ(top.Status, 0);
   for (const std::string command : {"import", "agenda", "done", "undone", "export", "print", "contacts",
-                                    "search", "books", "check", "backup", "restore", "holidays"}) {
+                                    "search", "books", "check", "backup", "restore", "holidays", "remind"}) {
     EXPECT_NE(top.Out.find("  " + command), std::string::npos);
     const TResult result = Run_With({command, "--help"});
     EXPECT_EQ(std::to_string(result.Status) + result.Err, "0");
     EXPECT_NE(result.Out.find("plexidex " + command), std::string::npos) << result.Out;
   }
   EXPECT_EQ(Run_With({"--version"}).Out, std::string("plexidex ") + Plexidex::Version() + "\n");
+}
+
+TEST_F(Commands_Test, Reminders_Are_Written_Once) {
+  On("a.db", {"import", Write("a.ics")});
+  EXPECT_EQ(On("a.db", {"remind", "--once"}).Out, "");
+  seams.Clock.Value += 14;
+  const TResult told = On("a.db", {"remind", "--once"});
+  EXPECT_NE(told.Out.find("Team meeting"), std::string::npos) << told.Out;
+  EXPECT_EQ(std::count(told.Out.begin(), told.Out.end(), '\n'), 1);
+  EXPECT_EQ(On("a.db", {"remind", "--once"}).Out, "");
 }
 
 TEST_F(Commands_Test, Mistakes_Give_One_Sentence) {
