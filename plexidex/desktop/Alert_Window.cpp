@@ -61,8 +61,14 @@ TAlert_Window::TAlert_Window()
   list->setAllColumnsShowFocus(true);
   list->setSelectionMode(QAbstractItemView::ExtendedSelection);
   const int character = fontMetrics().averageCharWidth();
-  constexpr int widths[Columns] = {28, 17, 16, 16, 16};
-  for (int column = 0; column < Columns; ++column) list->setColumnWidth(column, widths[column] * character);
+  QHeaderView* header = list->header();
+  header->setStretchLastSection(false);
+  header->setSectionResizeMode(What_Column, QHeaderView::Stretch);
+  constexpr int rows_looked_at = 50, narrow = 16;
+  header->setResizeContentsPrecision(rows_looked_at);
+  for (const int column : {When_Column, Late_Column})
+    header->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+  for (const int column : {Where_Column, Whose_Column}) list->setColumnWidth(column, narrow * character);
   delay->setObjectName(QStringLiteral("Delay"));
   delay->setEditable(true);
   delay->setInsertPolicy(QComboBox::NoInsert);

@@ -19,6 +19,7 @@
 #include <functional>
 #include <iostream>
 
+#include "Alert_Window.h"
 #include "Book_Dialogs.h"
 #include "Books.h"
 #include "Category_Dialogs.h"
@@ -42,6 +43,7 @@
 #include "Preferences.h"
 #include "Print_Dialogs.h"
 #include "Template_Dialogs.h"
+#include "Tray.h"
 #include "User_Dialogs.h"
 #include "Users.h"
 #include "Waiting.h"
@@ -221,6 +223,39 @@ void Take_Searches(TPictures& pictures, TMain_Window& window, const std::string&
 }
 
 // In a database of their own: that of the user is not changed.
+// Reminders, as many as would go off in some weeks; and the menu of the icon.
+void Take_Reminders(TPictures& pictures, const std::string& book) {
+  const Kt_util_01::TDateTime today = Kt_util_01::Today();
+  Kt_data_01::TEventKey_List list;
+  KTReminds::Build_Events_Data({}, book, list, today - 1, today + 60, true);
+  std::vector<TAlert_Entry> entries;
+  for (const auto& each : list) {
+    TAlert_Entry entry;
+    entry.Alert.Occurrence = each->Key.Str();
+    entry.Title = each->Description.Str();
+    if (!each->Is_Task()) entry.Location = each->SecondText.Str();
+    entry.EventDate = each->EventDate;
+    entry.Timeless = each->Timeless;
+    entry.May_Change = true;
+    if (entries.size() % 3 == 1) entry.Owner_Name = "Jonas Weber";
+    entries.push_back(std::move(entry));
+  }
+  TAlert_Window window;
+  for (const std::size_t count : {1, 5, 50}) {
+    const auto end = entries.begin() + static_cast<std::ptrdiff_t>(std::min(count, entries.size()));
+    window.Set_Entries({entries.begin(), end});
+    window.Appear();
+    QApplication::processEvents();
+    pictures.Take(&window, QStringLiteral("reminders_%1").arg(count));
+  }
+  TTray tray;
+  tray.Set_Count(2);
+  tray.Menu().popup({});
+  QApplication::processEvents();
+  pictures.Take(&tray.Menu(), QStringLiteral("tray_menu"));
+  tray.Menu().close();
+}
+
 void Take_Users(TPictures& pictures, TMain_Window& window) {
   using namespace Kt_data_01;
   const std::string before = Shared_Database().Path(), user = Kt_util_01::User_Key();
@@ -267,6 +302,7 @@ int Write_Pictures(TMain_Window& main_window, const std::string& target) {
   const std::string book = books.empty() ? std::string() : books.front().Key;
   Take_Pages(pictures, main_window, book);
   Take_Searches(pictures, main_window, book);
+  Take_Reminders(pictures, book);
   pictures.Take_Dialog(QStringLiteral("new_event"),
                        [&] { KTReminds::Reminder_Properties({}, {}, book, {}, false); });
   pictures.Take_Dialog(QStringLiteral("new_task"),
