@@ -29,18 +29,25 @@ bool TAlert_Watch::Look() {
     changes = 0;
     return had;
   }
-  // A clock that was set back takes away what is not due yet after all.
   if (!is_other && now_changes == changes && now >= looked_at && !(next && *next <= now)) return false;
-  if (is_other) entries.clear();
+  if (is_other) {
+    entries.clear();
+    latest = 0;
+  }
   database = open.Path();
   user = Kt_util_01::User_Key();
-  Read_Entries(now);
+  // What was shown before the hour that comes twice, or before a journey, stays. A clock that was set back
+  // farther takes away what is not due yet after all.
+  constexpr double hours = 3.0 / 24;
+  const TDateTime shown_until = latest > now && latest - now <= hours ? latest : now;
+  Read_Entries(now, shown_until);
   changes = now_changes;
   looked_at = now;
+  latest = shown_until;
   return true;
 }
 
-void TAlert_Watch::Read_Entries(TDateTime now) {
+void TAlert_Watch::Read_Entries(TDateTime now, TDateTime shown_until) {
   const TSnapshot snapshot;
   std::set<std::pair<std::string, TDateTime>> known;
   for (const TAlert_Entry& entry : entries) known.emplace(entry.Key(), entry.Alert.Due);
@@ -48,7 +55,9 @@ void TAlert_Watch::Read_Entries(TDateTime now) {
   news.clear();
   TTable occurrences(Events_Data, "Key", {"Key", "Contact", "Book", "Event", "Actioned", "EventDate"});
   TTable events = Entry_Events("Key"), contacts = Entry_Contacts(), alarms(Alarms_Table, "Key");
-  for (const TAlert& alert : Due_Alerts(now)) {
+  for (const TAlert& alert : Due_Alerts(shown_until)) {
+    const bool is_known = known.contains({alert.Occurrence, alert.Due});
+    if (alert.Due > now && !is_known) continue;
     if (!occurrences.FindKey({alert.Occurrence})) continue;
     const TOccurrence_Columns& column = Occurrence_Columns();
     if (occurrences.Boolean(column.Actioned) || !events.FindKey({occurrences.Text(column.Event)}) ||
@@ -67,7 +76,7 @@ void TAlert_Watch::Read_Entries(TDateTime now) {
     made.Task = entry->Is_Task();
     made.May_Change = Access_Allowed(made.Owner.Contact, Access_Update) && !entry->Private;
     made.Sound = alarms.Text(Alarm_Columns().WAVFile);
-    if (!known.contains({made.Key(), alert.Due})) news.push_back(made);
+    if (!is_known) news.push_back(made);
     entries.push_back(std::move(made));
   }
   next = Next_Alert(now);

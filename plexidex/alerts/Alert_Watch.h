@@ -50,13 +50,13 @@ class TAlert_Watch {
   static bool Mark_Done(const TAlert_Entry& entry);
 
  private:
-  void Read_Entries(TDateTime now);
+  void Read_Entries(TDateTime now, TDateTime shown_until);
 
   TAlert_Lock lock;
   bool elsewhere = false;
   std::string database, user;  // of the last look
   std::uint64_t changes = 0;
-  TDateTime looked_at = 0;
+  TDateTime looked_at = 0, latest = 0;
   std::optional<TDateTime> next;
   std::vector<TAlert_Entry> entries, news;
 };

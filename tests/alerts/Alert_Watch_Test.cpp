@@ -150,6 +150,13 @@ TEST_F(Alert_Watch_Test, A_Clock_That_Is_Changed_Neither_Loses_Nor_Repeats) {
   At(13, 0);
   EXPECT_EQ(Look(), "Early, Late | Early, Late");
   EXPECT_TRUE(TAlert_Watch::Dismiss({Shown()[0]}));
+  At(11, 30);
+  EXPECT_EQ(Look(), "Late | ") << "is still unanswered, as in the hour that comes twice";
+  Add("Between", 11, 45, 0);
+  EXPECT_EQ(Look(), "Late | ");
+  At(11, 45);
+  EXPECT_EQ(Look(), "Between, Late | Between");
+  EXPECT_TRUE(TAlert_Watch::Dismiss({Shown()[0]}));
   At(8, 30);
   EXPECT_EQ(Look(), " | ") << "not due after all";
   At(9, 0);
