@@ -39,6 +39,8 @@ const std::string& File_Of(bool bare) {
 
 const char* const Remove_Set =
     "BEGIN IMMEDIATE;"
+    "DELETE FROM KT_Alerts WHERE Occurrence IN (SELECT d.Key FROM KT_Events_Data d JOIN KT_Events e ON e.Key "
+    "= d.Event WHERE e.Title = 'Daily round');"
     "DELETE FROM KT_Alarms WHERE Key IN (SELECT d.Key FROM KT_Events_Data d JOIN KT_Events e ON e.Key = "
     "d.Event "
     "WHERE e.Title = 'Daily round');"
@@ -84,6 +86,9 @@ void Write_Bare(sqlite3* connection, const TBare_Set& set, const std::string& us
   static sqlite3_stmt* alarm = Prepare(
       connection,
       "INSERT INTO KT_Alarms (Key, User, Offset, WAVFile, NextTime, Actioned) VALUES (?, ?, ?, ?, ?, ?)");
+  static sqlite3_stmt* alert = Prepare(connection,
+                                       "INSERT INTO KT_Alerts (Occurrence, User, Moment, NextTime, Due, "
+                                       "Dismissed) VALUES (?, ?, ?, ?, ?, ?)");
   const auto text = [](sqlite3_stmt* statement, int parameter, const std::string& value) {
     sqlite3_bind_text(statement, parameter, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
   };
@@ -115,6 +120,12 @@ void Write_Bare(sqlite3* connection, const TBare_Set& set, const std::string& us
     sqlite3_bind_double(alarm, 5, 0);
     sqlite3_bind_int(alarm, 6, 0);
     step(alarm);
+    text(alert, 1, key);
+    text(alert, 2, user);
+    for (const int column : {3, 5}) sqlite3_bind_double(alert, column, date - 15.0 / (24 * 60));
+    sqlite3_bind_double(alert, 4, 0);
+    sqlite3_bind_int(alert, 6, 0);
+    step(alert);
     date += 1;
   }
   Execute(connection, "COMMIT");
