@@ -18,7 +18,7 @@ class TEventKey {
  public:
   TText Key;          // occurrence key; empty for a holiday
   TText FirstText;    // a task's status text, otherwise the title
-  TText SecondText;   // a task's title, otherwise the location
+  TText SecondText;   // a task's title, a holiday's country, otherwise the location
   TText Description;  // the title, for tasks too
   TText Contact;      // key of the owner: the contact or calendar record the occurrence belongs to
   TText ContactName;

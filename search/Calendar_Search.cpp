@@ -65,16 +65,11 @@ struct TText_Hash {
   std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
 };
 
-// The name of a holiday, and its country where its text ends with one in brackets.
-std::pair<std::string_view, std::string_view> Name_And_Country(std::string_view text) {
-  if (!text.ends_with(')')) return {text, {}};
-  int depth = 0;
-  for (std::size_t at = text.size(); at-- > 1;) {
-    if (text[at] == ')') ++depth;
-    if (text[at] == '(' && --depth == 0 && text[at - 1] == ' ')
-      return {text.substr(0, at - 1), text.substr(at + 1, text.size() - at - 2)};
-  }
-  return {text, {}};
+// Without its country, which the description has behind it in brackets.
+std::string_view Name_Of_Holiday(const TEventKey& holiday) {
+  const std::string_view text = holiday.Description, country = holiday.SecondText;
+  constexpr std::size_t blank_and_brackets = 3;
+  return country.empty() ? text : text.substr(0, text.size() - country.size() - blank_and_brackets);
 }
 
 class TCalendar_Search {
@@ -247,14 +242,13 @@ class TCalendar_Search {
     Build_Holidays_Data(holidays, static_cast<TDateTime>(Day_From_Date(year - 1, 1, 1)),
                         static_cast<TDateTime>(Day_From_Date(year + 2, 12, 31)));
     for (auto& holiday : holidays) {
-      const auto [name, country] = Name_And_Country(holiday->Description);
-      const auto meets = [&, name = name, country = country](const TMatcher* each) {
+      const auto meets = [&](const TMatcher* each) {
         switch (each->Item().SearchType) {
           case Search_Holiday_Country:
-            return each->Text(country);
+            return each->Text(holiday->SecondText);
           case Search_Holiday_Description:
           case Search_Any_Description:
-            return each->Text(name);
+            return each->Text(Name_Of_Holiday(*holiday));
           default:
             return each->Date(holiday->EventDate);
         }

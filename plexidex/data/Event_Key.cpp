@@ -14,7 +14,7 @@ std::string TEventKey::Get_Tip(bool one_line) const {
   add(Description);
   if (Is_Task()) {
     add(FirstText);
-  } else {
+  } else if (!Is_Holiday()) {
     add(SecondText);
   }
   add(Kt_util_01::FormatDateTime(Timeless ? "dddddd" : "dddddd t", EventDate));

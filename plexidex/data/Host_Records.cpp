@@ -61,6 +61,7 @@ struct TNamed_Day {
   std::unique_ptr<TEventKey> As_Entry() const {
     auto key = std::make_unique<TEventKey>();
     key->FirstText = key->Description = TText(Country.empty() ? Name : Name + " (" + Country + ")");
+    key->SecondText = TText(Country);
     key->EventType = TEntry_Type::Other;
     key->Timeless = true;
     key->EventDate = key->FirstDate = static_cast<TDateTime>(Day);

@@ -25,7 +25,8 @@ struct Calendar_Search : TDatabase_Test {
         "KT_Events e ON e.Key = Event WHERE Title = 'Dentist'");
     Run_Sql(
         "INSERT INTO KT_Holidays (HolidayDate, Name, Country) VALUES (45308, 'Review (local)', 'UK (NI)'), "
-        "(44926, 'Too early', 'UK'), (44927, 'First', ''), (46387, 'Last', 'UK'), (46388, 'Too late', 'UK')");
+        "(44926, 'Too early', 'UK'), (44927, 'First (1)', ''), (46387, 'Last', 'UK'), (46388, 'Too late', "
+        "'UK')");
   }
   ~Calendar_Search() override { CurrentSearch.reset(); }
 
@@ -94,11 +95,11 @@ TEST_F(Calendar_Search, Fields_And_Kinds) {
       {{98, Action_Greater, "249"}, "Old report -800, Report 2"},
       {{99, Action_Number_Equals, "10"}, "Report 2"},
       {{101, Action_Greater, "5"}, ""},
-      {{110, Action_On_Or_Before, "1/2/2023"}, "First -379"},
-      {{110, Action_Not_In_Next, "400"}, "First -379, Last (UK) 1081"},
+      {{110, Action_On_Or_Before, "1/2/2023"}, "First (1) -379"},
+      {{110, Action_Not_In_Next, "400"}, "First (1) -379, Last (UK) 1081"},
       {{111, Action_Equals, "review (local)"}, "Review (local) (UK (NI)) 2"},
       {{112, Action_Equals, "uk (ni)"}, "Review (local) (UK (NI)) 2"},
-      {{112, Action_Blank}, "First -379"},
+      {{112, Action_Blank}, "First (1) -379"},
       {{120, Action_On, "1/17/2024"}, "Review (local) (UK (NI)) 2, Report 2, Review 2"},
       {{121, Action_Contains, "view"}, "Review 1, Review (local) (UK (NI)) 2, Review 2, Review 3"},
       {{1, Action_Contains, "Dentist"}, ""},
@@ -113,7 +114,7 @@ TEST_F(Calendar_Search, Events_Meet_All_Criteria_And_Holidays_Any) {
   const TCriterion view{121, Action_Contains, "view"}, seventeenth{120, Action_On, "1/17/2024"},
       foreign{1, Action_Blank}, location{82, Action_Blank};
   EXPECT_EQ(Found({view, seventeenth}), "Review (local) (UK (NI)) 2, Review 2");
-  EXPECT_EQ(Found({view, {120, Action_On, "1/1/2023"}}), "First -379, Review (local) (UK (NI)) 2");
+  EXPECT_EQ(Found({view, {120, Action_On, "1/1/2023"}}), "First (1) -379, Review (local) (UK (NI)) 2");
   EXPECT_EQ(Found({seventeenth, foreign}), "Review (local) (UK (NI)) 2, Report 2, Review 2")
       << "what is about something else keeps the result";
   EXPECT_EQ(Found({foreign, seventeenth}), "Review (local) (UK (NI)) 2") << "but none is kept at first";
