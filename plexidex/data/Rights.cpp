@@ -49,35 +49,11 @@ class TRights_Cache {
     account = {};
   }
 
-  static TLevels Levels(const TRights& rights) {
-    return {rights.Create, rights.Update, rights.Delete, rights.See};
-  }
-
-  static std::optional<TLevels> Find_Levels(std::string_view owner, std::string_view user) {
-    for (const std::string_view whose : {user, Global_User}) {
-      if (const auto rights = Find_Rights(owner, whose)) return Levels(*rights);
-    }
-    return {};
-  }
-
-  // The owner's own rights, or else those of the nearest folder that has some, of its book, or of
-  // the whole database.
   static TLevels Levels_Of(std::string_view owner, std::string_view user) {
-    constexpr int Deepest_Folder = 64;  // also ends a cycle of folders
-    std::string at(owner), book;
-    TTable table("KT_Contacts", "Key");
-    const TField parent = table.Field("Parent"), book_field = table.Field("Book");
-    for (int depth = 0; depth < Deepest_Folder && !at.empty(); ++depth) {
-      if (const auto levels = Find_Levels(at, user)) return *levels;
-      if (!table.FindKey({at})) break;
-      book = table.Text(book_field);
-      at = table.Text(parent);
-    }
-    if (book.empty() && !TTable("KT_Books", "Key").FindKey({owner})) return {};
-    for (const std::string_view last : {std::string_view(book), Whole_Database}) {
-      if (const auto levels = Find_Levels(last, user)) return *levels;
-    }
-    return {};
+    const auto nearest = Nearest_Rights(owner, user, false);
+    if (!nearest) return {};
+    const TRights& rights = nearest->Rights;
+    return {rights.Create, rights.Update, rights.Delete, rights.See};
   }
 
   const std::size_t users = Table_Number(Table_Def("KT_Users"));
@@ -88,6 +64,25 @@ class TRights_Cache {
   TAccount account;  // the current one's
   std::unordered_map<std::string, TLevels> answers;
 };
+
+// The owner, its folders from the nearest on, its book and the whole database, until `take` says true; of an
+// unknown owner nothing more.
+template <class TTake>
+void Walk_Owners(std::string_view owner, TTake take) {
+  constexpr int Deepest_Folder = 64;  // also ends a cycle of folders
+  std::string at(owner), book;
+  TTable table("KT_Contacts", "Key");
+  const TField parent = table.Field("Parent"), book_field = table.Field("Book");
+  for (int depth = 0; depth < Deepest_Folder && !at.empty(); ++depth) {
+    if (take(at)) return;
+    if (!table.FindKey({at})) break;
+    book = table.Text(book_field);
+    at = table.Text(parent);
+  }
+  if (!book.empty() && take(book)) return;
+  if (book.empty() && owner != Whole_Database && !TTable("KT_Books", "Key").FindKey({owner})) return;
+  take(std::string(Whole_Database));
+}
 
 TRights_Cache& Cache() {
   static TRights_Cache cache;
@@ -116,6 +111,38 @@ std::optional<TRights> Find_Rights(std::string_view owner, std::string_view user
   if (!table.FindKey({owner, user})) return {};
   return TRights{table.Boolean(table.Field("Level1")), table.Boolean(table.Field("Level2")),
                  table.Boolean(table.Field("Level3")), table.Boolean(table.Field("Level4"))};
+}
+
+void Clear_Rights(std::string_view owner, std::string_view user) {
+  TTable cursor("KT_Rights", "OwnerandUser");
+  if (cursor.FindKey({owner, user})) cursor.Delete();
+}
+
+std::optional<TNearest_Rights> Nearest_Rights(std::string_view owner, std::string_view user, bool inherited) {
+  std::optional<TNearest_Rights> nearest;
+  Walk_Owners(owner, [&](const std::string& at) {
+    for (const std::string_view whose : {user, Global_User}) {
+      if (inherited && at == owner && whose == user) continue;
+      if (const auto rights = Find_Rights(at, whose)) {
+        nearest = {at, std::string(whose), *rights};
+        return true;
+      }
+    }
+    return false;
+  });
+  return nearest;
+}
+
+std::vector<std::string> Owners_With_Rights(std::string_view book) {
+  std::vector<std::string> owners;
+  TTable rights("KT_Rights", "OwnerandUser"), contacts("KT_Contacts", "Key");
+  const TField owner = rights.Field("Owner"), of_book = contacts.Field("Book");
+  for (rights.First(); !rights.Eof(); rights.Next()) {
+    const std::string_view at = rights.Text(owner);
+    if ((owners.empty() || owners.back() != at) && contacts.FindKey({at}) && contacts.Text(of_book) == book)
+      owners.emplace_back(at);
+  }
+  return owners;
 }
 
 }  // namespace Kt_data_01

@@ -11,10 +11,12 @@
 #include "Host_Dialog.h"
 #include "Image_List.h"
 #include "Journal_Page.h"
+#include "KTAccess.h"
 #include "KTReminds.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "Links_Page.h"
+#include "Permissions_Dialog.h"
 #include "Tags.h"
 
 namespace Plexidex {
@@ -32,6 +34,7 @@ TContact_Page::TContact_Page()
     : name(new QLabel),
       tag(new QPushButton(KTReminds::TImage_List("Contacts").Icon(1), tr("&Tag"))),
       edit(new QPushButton(tr("E&dit Contact..."))),
+      permissions(new QPushButton(tr("Per&missions..."))),
       details(new TContact_Details_View),
       tabs(new QTabBar),
       view_panel(new QWidget) {
@@ -39,6 +42,8 @@ TContact_Page::TContact_Page()
   name->setObjectName(QStringLiteral("Contact_Name"));
   edit->setObjectName(QStringLiteral("Edit_Contact"));
   edit->setStatusTip(tr("Allows the contact's name and details to be changed"));
+  permissions->setObjectName(QStringLiteral("Contact_Permissions"));
+  permissions->setStatusTip(tr("Says who may see, change or delete the contact"));
   tag->setObjectName(QStringLiteral("Tag"));
   tag->setCheckable(true);
   tag->setShortcut(Qt::CTRL | Qt::Key_T);
@@ -53,6 +58,7 @@ TContact_Page::TContact_Page()
   top->addWidget(name, 1);
   top->addWidget(tag);
   top->addWidget(edit);
+  top->addWidget(permissions);
   auto* head = new QVBoxLayout;
   head->setContentsMargins(8, 6, 8, 0);
   head->addLayout(top);
@@ -79,6 +85,7 @@ TContact_Page::TContact_Page()
   });
   connect(tag, &QPushButton::clicked, this, &TContact_Page::Tag);
   connect(edit, &QPushButton::clicked, this, &TContact_Page::Edit);
+  connect(permissions, &QPushButton::clicked, this, &TContact_Page::Permit);
 }
 
 void TContact_Page::Show_Details() {
@@ -91,6 +98,7 @@ void TContact_Page::Show_Contact() {
   Kt_data_01::Read("Contact_Page:Reload [KT_Contacts/KT_Contacts_Data/KT_Templates]", [this] {
     Show_Details();
     tag->setChecked(Kt_data_01::Is_Tagged(Owner()));
+    permissions->setVisible(Kt_data_01::DB_Permissions);
     edit->setText(Kt_data_01::Access_Allowed(Owner(), Kt_data_01::Access_Update) ? tr("E&dit Contact...")
                                                                                  : tr("&Open Contact..."));
   });
@@ -138,6 +146,13 @@ void TContact_Page::Edit() {
     return;
   Reload();
   emit Contact_Changed();
+}
+
+void TContact_Page::Permit() {
+  if (Outlives(this, [&, book = Book(), contact = Owner()] {
+        Edit_Permissions(window(), book, contact, KTAccess::Kind_Contact);
+      }))
+    Look_At_Rows();
 }
 
 bool TContact_Page::FormCloseQuery() {

@@ -37,10 +37,11 @@ class TContact_Page : public TBook_Page {
   void Show_Tab();
   void Show_Details();
   void Edit();
+  void Permit();
   void Tag();
 
   QLabel* name;
-  QPushButton *tag, *edit;
+  QPushButton *tag, *edit, *permissions;
   TContact_Details_View* details;
   QTabBar* tabs;
   QWidget* view_panel;

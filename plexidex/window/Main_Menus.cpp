@@ -87,6 +87,9 @@ void TMain_Window::Make_Menus() {
   edit_categories = add(book, tr("Contact Cate&gories..."), {},
                         tr("Allows the categories of the book's contacts to be changed"),
                         [this] { Edit_Categories_Of_Selected_Book(); });
+  edit_permissions = add(book, tr("&Permissions..."), {},
+                         tr("Says who may do what with the book, or what of it is selected"),
+                         [this] { Edit_Selected_Permissions(); });
   delete_book = add(book, tr("&Delete Book..."), {}, tr("Removes the selected book with all it holds"),
                     [this] { Delete_Selected_Book(); });
   book->addSeparator();
@@ -153,7 +156,8 @@ void TMain_Window::Make_Tree_Menu() {
   tree->addActions({new_event, new_task, new_contact, new_folder, separator(), edit_contact, delete_contact,
                     move_contacts, rename_folder, remove_folder});
   tree->addActions(filter_actions);
-  tree->addActions({separator(), set_up_book, edit_templates, edit_categories, delete_book});
+  tree->addActions(
+      {separator(), set_up_book, edit_templates, edit_categories, edit_permissions, delete_book});
   auto* erase = new QShortcut(Qt::Key_Delete, tree);
   erase->setContext(Qt::WidgetShortcut);
   connect(erase, &QShortcut::activated, this, [this] {

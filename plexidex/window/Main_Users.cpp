@@ -11,6 +11,8 @@
 #include "Login.h"
 #include "Login_Dialog.h"
 #include "Main_Window.h"
+#include "Navigation_Tree.h"
+#include "Permissions_Dialog.h"
 #include "User_Dialogs.h"
 #include "Users.h"
 
@@ -82,6 +84,25 @@ void TMain_Window::Manage_Users() {
 void TMain_Window::Set_Up_Security() {
   Edit_Security(this);
   Look_At_Session();
+}
+
+void TMain_Window::Edit_Selected_Permissions() {
+  const TNode node = tree->Current();
+  switch (node.Kind) {
+    case TNode_Kind::Calendar:
+    case TNode_Kind::Tasks:
+      Edit_Permissions(this, node.Book, node.Calendar, KTAccess::Kind_Calendar);
+      break;
+    case TNode_Kind::Contact:
+      Edit_Permissions(this, node.Book, node.Contact, KTAccess::Kind_Contact);
+      break;
+    case TNode_Kind::Folder:
+      Edit_Permissions(this, node.Book, node.Folder, KTAccess::Kind_Folder);
+      break;
+    default:
+      Edit_Permissions(this, node.Book, node.Book, KTAccess::Kind_Book);
+  }
+  Reload_Tree();
 }
 
 void TMain_Window::Look_At_Session() {

@@ -194,6 +194,8 @@ void TMain_Window::Set_Actions() {
   for (QAction* action : {new_event, new_task, new_contact, import_file, export_book, set_up_book,
                           edit_templates, edit_categories, delete_book, new_folder})
     action->setEnabled(book);
+  edit_permissions->setEnabled(book);
+  edit_permissions->setVisible(Kt_data_01::DB_Permissions);
   for (QAction* action : search_actions) action->setEnabled(book);
   for (QAction* action : filter_actions) action->setVisible(node.Kind == TNode_Kind::Filter);
   for (QAction* action : {edit_contact, delete_contact}) action->setEnabled(contact);

@@ -113,6 +113,7 @@ class TMain_Window : public QMainWindow {
   /// Shows the database to a user who has just become the current one; no page is shown.
   void Start_Session();
   void Log_In_As_Another();
+  void Edit_Selected_Permissions();
   void Manage_Users();
   void Set_Up_Security();
   /// Follows what has been changed about the users, by whomever.
@@ -145,7 +146,7 @@ class TMain_Window : public QMainWindow {
           *export_book = nullptr, *set_up_book = nullptr, *edit_templates = nullptr,
           *edit_categories = nullptr, *delete_book = nullptr, *edit_contact = nullptr,
           *delete_contact = nullptr, *new_folder = nullptr, *rename_folder = nullptr,
-          *remove_folder = nullptr, *move_contacts = nullptr;
+          *remove_folder = nullptr, *move_contacts = nullptr, *edit_permissions = nullptr;
   QList<QAction*> filter_actions;  // run, edit, delete
   QList<QAction*> print_actions, search_actions;
   std::function<bool()> goes_on_hidden;

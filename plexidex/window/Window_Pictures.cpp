@@ -40,8 +40,10 @@
 #include "Main_Window.h"
 #include "Navigation_Tree.h"
 #include "Page_Place.h"
+#include "Permissions_Dialog.h"
 #include "Preferences.h"
 #include "Print_Dialogs.h"
+#include "Rights.h"
 #include "Template_Dialogs.h"
 #include "Tray.h"
 #include "User_Dialogs.h"
@@ -261,10 +263,14 @@ void Take_Users(TPictures& pictures, TMain_Window& window) {
   const std::string before = Shared_Database().Path(), user = Kt_util_01::User_Key();
   const QTemporaryDir folder;
   Open_Database(From_Qt(folder.filePath(QStringLiteral("users.db"))), TDatabase::TMode::Create_If_Missing);
-  std::string key;
+  std::string key, book, friends;
   Update_Host("Window_Pictures:Take_Users", [&] {
     for (const char* name : {"Anna", "Bert", "Carla"}) Add_User(name, false, key);
     Store_Password(Kt_util_01::User_Key(), "no hash");
+    book = Create_Book("Work").Key;
+    friends = Create_Contact(book, "Friends", {}, Contact_Type_Folder);
+    Set_Rights(book, Global_User, {.Create = true, .See = true});
+    Set_Rights(friends, key, {.Create = true, .Update = true, .See = true});
   });
   const auto take_inner = [&](const char* name, const char* button) {
     QTimer::singleShot(0, &window, [&pictures, name, button] {
@@ -276,6 +282,8 @@ void Take_Users(TPictures& pictures, TMain_Window& window) {
     Edit_Users(&window);
   };
   pictures.Take_Dialog(QStringLiteral("users"), [&] { Edit_Users(&window); });
+  pictures.Take_Dialog(QStringLiteral("permissions"),
+                       [&] { Edit_Permissions(&window, book, friends, KTAccess::Kind_Folder); });
   take_inner("user", "Edit_User");
   take_inner("user_removed", "Remove_User");
   pictures.Take_Dialog(QStringLiteral("security"), [&] { Edit_Security(&window); });

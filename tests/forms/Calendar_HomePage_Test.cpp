@@ -95,11 +95,15 @@ TEST_F(Calendar_HomePage, Its_Menu_And_Tools_Are_The_Hosts_While_It_Is_Shown) {
   EXPECT_FALSE(are_there());
   Settle();
   EXPECT_EQ(window->findChild<QToolBar*>(), nullptr) << "the tools leave with the page";
-  DB_Permissions = DB_Secure = true;
+  In_Update([] {
+    std::string user;
+    Add_User("Ann", true, user);
+    Store_Setting("Secure", "1");
+  });
+  Follow_Users();
   page = Display();
   EXPECT_TRUE(Offers("ChangePassword1") && Offers("CalendarPermissions1") &&
               Control<TWebLabel>(page, "Permissions")->isVisible());
-  DB_Permissions = DB_Secure = false;
   QWidget place, tools;
   new QGridLayout(&tools);
   TForm_Reference form;

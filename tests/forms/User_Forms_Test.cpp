@@ -3,6 +3,7 @@
 #include "Login.h"
 #include "Login_Dialog.h"
 #include "Main_Window.h"
+#include "Permissions_Dialog.h"
 #include "User_Dialogs.h"
 
 using namespace Plexidex;
@@ -164,6 +165,69 @@ TEST_F(User_Forms, A_Password_Is_Changed_By_Who_Knows_The_Old_One) {
   };
   With_Dialog(change, KTAccess::Change_Password);
   EXPECT_TRUE(Check_Password(TSecret("new password")));
+}
+
+TEST_F(User_Forms, Permissions_Are_Inherited_Until_They_Are_Set_And_Given_Back_By_Keys) {
+  const std::string bert = Add_Users(), ann = User_Key(), book = database.Book().Key;
+  std::string folder, contact;
+  In_Update([&] {
+    Set_Rights(book, bert, {.See = true});
+    folder = Create_Contact(book, "Friends", {}, Contact_Type_Folder);
+    Set_User_Key(bert);
+    contact = Create_Contact(book, "Carla", folder);
+    Set_User_Key(ann);
+  });
+  QTableWidget* table = nullptr;
+  const auto row = [&](int at) {
+    std::string shown = table->item(at, 0)->text().toStdString() + " ";
+    for (int level = 1; level <= 4; ++level)
+      shown += table->item(at, level)->checkState() == Qt::Checked ? '+' : '-';
+    return shown + " " + table->item(at, 5)->text().toStdString();
+  };
+  const auto press = [&](const QList<Qt::Key>& keys) {
+    for (const Qt::Key key : keys) QTest::keyClick(table, key);
+  };
+  const auto on = [&](const std::string& owner, const std::function<void(QWidget*)>& act) {
+    With_Dialog(
+        [&](QWidget* form) {
+          table = Control<QTableWidget>(form, "Permissions_Table");
+          EXPECT_EQ(Where(form), "Permissions_Table");
+          EXPECT_EQ(Make_Checks(form), "");
+          act(form);
+          Cancel(form);
+        },
+        [&] { Edit_Permissions(nullptr, book, owner, KTAccess::Kind_Contact); });
+  };
+  on(folder, [&](QWidget* form) {
+    EXPECT_EQ(Seen(form, "Title State"), " Access Permissions for the folder \"Friends\"|hidden");
+    EXPECT_EQ(row(0) + "|" + row(1) + "|" + row(2),
+              "Everybody ++++ from the whole database|Ann ++++ administrator: may do everything|"
+              "Bert +--- from the book \"Home\"");
+    press({Qt::Key_Down, Qt::Key_Space});
+    EXPECT_EQ(Seen(form, "Inherit_Button"), "(Back to &Inherited)") << "nothing is taken from administrators";
+    press({Qt::Key_Down, Qt::Key_Right, Qt::Key_Right, Qt::Key_Space});
+    EXPECT_EQ(row(2) + Seen(form, "Inherit_Button"), "Bert +-+- set hereBack to &Inherited");
+  });
+  EXPECT_TRUE(Access_Allowed(contact, Access_Update, bert));
+  Set_User_Key(bert);
+  on(folder, [&](QWidget* form) {
+    press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Space});
+    EXPECT_EQ(row(2) + "/" + Seen(form, "State Inherit_Button"),
+              "Bert +-+- set here/Only administrators, and the owner \"Ann\", may change these "
+              "permissions.|(Back to &Inherited)");
+  });
+  on(contact, [&](QWidget* form) {
+    seams.Prompts.Expect_Error("Permissions",
+                               "You could no longer see the contact \"Carla\" then; give yourself that "
+                               "permission first.");
+    press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Space});
+    EXPECT_EQ(row(2), "Bert +-+- from the folder \"Friends\"");
+    press({Qt::Key_Right, Qt::Key_Space});
+    EXPECT_EQ(row(2) + Seen(form, "State"), "Bert +++- set herehidden");
+    press({Qt::Key_Delete});
+    EXPECT_EQ(row(2), "Bert +-+- from the folder \"Friends\"");
+  });
+  EXPECT_FALSE(Access_Allowed(contact, Access_Create));
 }
 
 TEST_F(User_Forms, The_Window_Follows_Who_Is_Logged_In_And_What_Others_Do_About_Users) {
