@@ -24,6 +24,11 @@ std::string Owner_Of(bool global) {
   return global ? std::string(Everybody) : User_Key();
 }
 
+bool May(const std::string& book, int level, bool global) {
+  return !global ||
+         Read("Filter_Store:May [KT_Rights]", [&] { return Access_Allowed(book, level); }).value_or(false);
+}
+
 // Little-endian, whatever the machine.
 class TBytes_Out {
  public:
@@ -161,6 +166,10 @@ TFilter_Load TSearchRecord::Load(const std::string& Book, const std::string& Fil
 }
 
 bool TSearchRecord::SavetoTable(const std::string& Book, const std::string& New_Name, bool Global) {
+  if (!May_Save_Filter(Book, New_Name, Global)) {
+    Sound(5);
+    return false;
+  }
   Name = New_Name;
   const std::string user = Owner_Of(Global);
   return bool(Update("Search_Record: SavetoTable [KT_Filters]", [&] {
@@ -203,7 +212,19 @@ bool Has_Filter(const std::string& book, const std::string& name, bool global) {
       .value_or(false);
 }
 
+bool May_Save_Filter(const std::string& book, const std::string& name, bool global) {
+  return May(book, Has_Filter(book, name, global) ? Access_Update : Access_Create, global);
+}
+
+bool May_Delete_Filter(const std::string& book, bool global) {
+  return May(book, Access_Delete, global);
+}
+
 bool Delete_Filter(const std::string& book, const std::string& name, bool global) {
+  if (!May_Delete_Filter(book, global)) {
+    Sound(5);
+    return false;
+  }
   if (!Has_Filter(book, name, global)) return true;
   return bool(Update("fm_Filters:DelBtnClick [KT_Filters]", [&] {
     TTable filters = Filters();

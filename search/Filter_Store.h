@@ -27,7 +27,12 @@ void Read_Settings(std::string_view bytes, TSearchRecord& record);
 /// The names of the filters of a book, in no order; none after a failed read, which is reported.
 std::vector<std::string> Filter_Names(const std::string& book, bool global);
 bool Has_Filter(const std::string& book, const std::string& name, bool global);
-/// False when it was refused or failed, which is reported; true also when there was no such filter.
+/// A personal one always; of those of everybody new ones, other ones and none need the book's rights to
+/// create, to change and to delete.
+bool May_Save_Filter(const std::string& book, const std::string& name, bool global);
+bool May_Delete_Filter(const std::string& book, bool global);
+/// False when it was refused or failed, which is reported, and when the user may not; true also when there
+/// was no such filter.
 bool Delete_Filter(const std::string& book, const std::string& name, bool global);
 
 }  // namespace KTReminds

@@ -84,7 +84,7 @@ void TFilters_Frm::Populate_Filter_List() {
 
 void TFilters_Frm::ListView1Click() {
   const QList<QTreeWidgetItem*> selected = ui->ListView1->selectedItems();
-  ui->Delbtn->setEnabled(!selected.isEmpty());
+  ui->Delbtn->setEnabled(!selected.isEmpty() && May_Delete_Filter(book, Is_Shared()));
   if (!selected.isEmpty()) ui->Edit2->setText(selected.first()->text(0));
 }
 

@@ -73,7 +73,7 @@ void Set_Days(TSheet_Request& request, const TPrint_Command& command) {
 }
 
 void Set_Owner(TSheet_Request& request, const TPrint_Command& command) {
-  std::vector<TBook> books = List_Books();
+  std::vector<TBook> books = Visible_Books();
   if (!command.Book.empty()) books = {Known_Book(command.Book)};
   if (books.empty()) throw ECommand_Error("There are no books yet.");
   request.By_Book = command.Contact.empty();

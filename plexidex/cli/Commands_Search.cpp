@@ -50,7 +50,7 @@ std::string Quoted_List(std::vector<std::string> names) {
 
 std::vector<TBook> Books_Of(const TSearch_Command& command) {
   if (!command.Book.empty()) return {Known_Book(command.Book)};
-  std::vector<TBook> books = List_Books();
+  std::vector<TBook> books = Visible_Books();
   if (books.empty()) throw ECommand_Error("There are no books yet.");
   return books;
 }
@@ -286,6 +286,8 @@ int Save(const TConsole& console, const TSearch_Command& command) {
   if (searches.empty()) return 1;
   if (KTReminds::Has_Filter(book.Key, name, command.Shared))
     throw ECommand_Error("There is a filter \"" + name + "\" already; --delete removes it.");
+  if (!KTReminds::May_Save_Filter(book.Key, name, command.Shared))
+    throw ECommand_Error("You may not save shared filters in the book \"" + book.Name + "\".");
   TSearchRecord& record = searches.front().Record;
   if (!record.SavetoTable(book.Key, name, command.Shared)) return 1;
   console.Out << "Saved: " << Printable(name) << ", "
@@ -310,6 +312,8 @@ int Delete(const TConsole& console, const TSearch_Command& command) {
   if (having.size() > 1)
     throw ECommand_Error("Several books have a filter \"" + command.Delete + "\", " + Quoted_List(having) +
                          "; choose one with --book.");
+  if (!KTReminds::May_Delete_Filter(book->Key, command.Shared))
+    throw ECommand_Error("You may not delete shared filters of the book \"" + book->Name + "\".");
   if (!KTReminds::Delete_Filter(book->Key, command.Delete, command.Shared)) return 1;
   console.Out << "Deleted: " << Printable(command.Delete) << '\n';
   return 0;

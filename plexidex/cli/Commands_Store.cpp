@@ -12,6 +12,7 @@
 #include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "Marking.h"
+#include "Rights.h"
 #include "Row_Sets.h"
 #include "Store_Check.h"
 
@@ -49,9 +50,9 @@ std::string Find_Key(const std::string& typed) {
 }  // namespace
 
 TBook Known_Book(const std::string& name) {
-  if (auto book = Find_Book(name)) return *std::move(book);
+  if (auto book = Find_Visible_Book(name)) return *std::move(book);
   std::string known;
-  for (const TBook& other : List_Books()) known += (known.empty() ? "" : ", ") + ('"' + other.Name + '"');
+  for (const TBook& other : Visible_Books()) known += (known.empty() ? "" : ", ") + ('"' + other.Name + '"');
   throw ECommand_Error("There is no book \"" + name + "\"; " +
                        (known.empty() ? "there are no books yet." : "the books are " + known + "."));
 }
@@ -92,7 +93,7 @@ int Run_Agenda(const TConsole& console, const TAgenda_Command& command) {
     }
   }
   if (command.Book.empty()) {
-    range.Books = List_Books();
+    range.Books = Visible_Books();
   } else {
     range.Books = {Known_Book(command.Book)};
   }
@@ -116,20 +117,23 @@ int Run_Mark(const TConsole& console, const std::string& typed, bool done) {
   }
   const KTReminds::TOccurrence occurrence = KTReminds::Read_Occurrence(rows->Occurrence);
   const KTReminds::TEvent_Record event = KTReminds::Read_Event(rows->Event);
-  if (!Access_Allowed(occurrence.Owner.Contact, Access_Update))
-    throw ECommand_Error("You may not change the entries of this book.");
+  if (!Access_Allowed(occurrence.Owner.Contact, Access_See))
+    throw ECommand_Error("There is no entry \"" + typed + "\".");
+  if ((event.Private && event.User != User_Key()) || !Access_Allowed(occurrence.Owner.Contact, Access_Update))
+    throw ECommand_Error("You may not change this entry.");
 
   using TEnd = KTReminds::TMarking::TEnd;
   const TEnd end = KTReminds::Mark_Occurrence(key, done).End;
   if (end == TEnd::Gone) throw ECommand_Error("The entry \"" + key + "\" has been deleted meanwhile.");
   if (end != TEnd::Marked) return 1;
-  const bool hidden = event.Private && event.User != User_Key();
-  console.Out << (done ? "Done: " : "Not done: ") << Printable(hidden ? "Private" : event.Title) << ", "
+  console.Out << (done ? "Done: " : "Not done: ") << Printable(event.Title) << ", "
               << FormatDateTime(event.AllDay ? "ddddd" : "ddddd t", occurrence.EventDate) << '\n';
   return 0;
 }
 
 void Add_Book(const std::string& name) {
+  if (!Access_Allowed(Whole_Database, Access_Create))
+    throw ECommand_Error("You may not make books in this database.");
   bool taken = false;
   Update("Commands:Add_Book [KT_Books/KT_Contacts]", [&] {
     taken = Find_Book(name).has_value();
@@ -140,7 +144,7 @@ void Add_Book(const std::string& name) {
 
 int Run_Books(const TConsole& console, bool with_keys) {
   const TSnapshot snapshot;
-  const std::vector<TBook> books = List_Books();
+  const std::vector<TBook> books = Visible_Books();
   TTable occurrences(Events_Data, "BookandDate", {"Key"});
   std::vector<std::int64_t> counts;
   int width = 0;
@@ -163,7 +167,7 @@ int Run_Contacts(const TConsole& console, const TContacts_Command& command) {
   std::string words;
   for (const std::string& word : command.Words) words += (words.empty() ? "" : " ") + word;
   const auto contacts = Read_Listed_Contacts(
-      command.Book.empty() ? List_Books() : std::vector<TBook>{Known_Book(command.Book)}, words);
+      command.Book.empty() ? Visible_Books() : std::vector<TBook>{Known_Book(command.Book)}, words);
   (as_json ? Write_Contacts_Json : Write_Contacts_Text)(console.Out, contacts);
   return 0;
 }

@@ -1,7 +1,10 @@
 #include "Books.h"
 
+#include <algorithm>
+
 #include "Contacts.h"
 #include "Kt_util_01.h"
+#include "Rights.h"
 #include "Templates.h"
 
 namespace Kt_data_01 {
@@ -18,11 +21,45 @@ std::vector<TBook> List_Books() {
   return books;
 }
 
-std::optional<TBook> Find_Book(std::string_view name) {
-  for (TBook& book : List_Books()) {
+namespace {
+
+std::optional<TBook> Named(std::string_view name, std::vector<TBook> books) {
+  for (TBook& book : books) {
     if (book.Name == name) return std::move(book);
   }
   return {};
+}
+
+// Also of one contact alone: only the book leads to it.
+bool May_See_Any_Of(const TBook& book) {
+  if (Access_Allowed(book.Key, Access_See) || Access_Allowed(book.Calendar, Access_See)) return true;
+  const auto owners = Owners_With_Rights(book.Key);
+  return std::any_of(owners.begin(), owners.end(),
+                     [](const std::string& one) { return Access_Allowed(one, Access_See); });
+}
+
+}  // namespace
+
+std::vector<TBook> Visible_Books() {
+  const TSnapshot snapshot;
+  std::vector<TBook> books = List_Books();
+  std::erase_if(books, [](const TBook& book) { return !May_See_Any_Of(book); });
+  return books;
+}
+
+std::optional<TBook> Find_Book(std::string_view name) {
+  return Named(name, List_Books());
+}
+
+std::optional<TBook> Find_Visible_Book(std::string_view name) {
+  return Named(name, Visible_Books());
+}
+
+bool May_Delete_Book(const TBook& book) {
+  const auto owners = Owners_With_Rights(book.Key);
+  return Access_Allowed(book.Key, Access_Delete) && Access_Allowed(book.Calendar, Access_Delete) &&
+         std::all_of(owners.begin(), owners.end(),
+                     [](const std::string& one) { return Access_Allowed(one, Access_Delete); });
 }
 
 namespace {

@@ -16,9 +16,14 @@ struct TBook {
   std::string Calendar;  // key of the book's calendar record
 };
 
-/// In the order in which they were created.
+/// All, in the order in which they were created.
 std::vector<TBook> List_Books();
-/// By its exact name.
+/// Those of which the user may see something.
+std::vector<TBook> Visible_Books();
+std::optional<TBook> Find_Visible_Book(std::string_view name);
+/// Whether the user may delete all that Delete_Book deletes.
+bool May_Delete_Book(const TBook& book);
+/// By its exact name, whoever may see it.
 std::optional<TBook> Find_Book(std::string_view name);
 /// With its calendar record and its first templates. Throws EData_Error when there is a book of this name
 /// already.

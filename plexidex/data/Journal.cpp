@@ -38,6 +38,23 @@ struct TLog {
   }
 };
 
+// What was noted of an entry that another user has made private says no more than that.
+void Hide_Private(std::vector<TJournal_Entry>& entries) {
+  const TSnapshot snapshot;
+  TTable occurrences(Events_Data, "Key", {"Event"}), events(Events_Table, "Key", {"Private", "User"});
+  const TField event = occurrences.Field("Event"), is_private = events.Field("Private"),
+               user = events.Field("User");
+  for (TTable* looked_up : {&occurrences, &events}) Set_Cache(*looked_up);
+  for (TJournal_Entry& entry : entries) {
+    if (entry.Occurrence.empty() || !occurrences.FindKey({entry.Occurrence}) ||
+        !events.FindKey({occurrences.Text(event)}))
+      continue;
+    if (!events.Boolean(is_private) || events.Text(user) == Kt_util_01::User_Key()) continue;
+    entry.Title = "Private";
+    entry.Text.clear();
+  }
+}
+
 }  // namespace
 
 std::string Journal_Type_Name(int type) {
@@ -72,6 +89,7 @@ std::vector<TJournal_Entry> List_Journal(std::string_view contact) {
     entries.push_back(log.Entry());
     return false;
   });
+  Hide_Private(entries);
   std::reverse(entries.begin(), entries.end());
   std::stable_sort(entries.begin(), entries.end(),
                    [](const TJournal_Entry& a, const TJournal_Entry& b) { return a.Date > b.Date; });

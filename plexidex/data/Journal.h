@@ -36,7 +36,7 @@ struct TJournal_Entry {
 
 /// "Meeting", "Contact Created"; "Journal Entry 99" for a type that is neither.
 std::string Journal_Type_Name(int type);
-/// Newest first.
+/// Newest first. Of what another user has made private nothing is told but that.
 std::vector<TJournal_Entry> List_Journal(std::string_view contact);
 
 /// Whether the user entered it: an activity that no occurrence stands behind.

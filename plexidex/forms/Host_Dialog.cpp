@@ -40,6 +40,14 @@ bool THost_Dialog::Refuse(QLineEdit* input, const std::string& why) {
   return false;
 }
 
+bool May(const std::string& owner, int level) {
+  bool allowed = false;
+  Kt_data_01::Read("Host_Dialog:May [KT_Contacts/KT_Rights]",
+                   [&] { allowed = Kt_data_01::Access_Allowed(owner, level); });
+  if (!allowed) Kt_util_01::Sound(5);
+  return allowed;
+}
+
 bool Update_Host(const char* tag, const std::function<void()>& body) {
   const Kt_data_01::TUpdate_Result result = Kt_data_01::Update(tag, body);
   // The reason is told once, and not while no window is there to show it.

@@ -33,6 +33,9 @@ class THost_Dialog : public Kt_forms::TDialog_Form {
   QDialogButtonBox* buttons;
 };
 
+/// Whether the user may; one who may not hears the warning sound.
+bool May(const std::string& owner, int level);
+
 /// Runs a body inside an update bracket. False when the database takes no update, or when the body failed;
 /// either has been reported, a failure with the tag.
 bool Update_Host(const char* tag, const std::function<void()>& body);

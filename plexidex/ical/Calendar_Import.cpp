@@ -26,7 +26,7 @@ class TImporter {
         occurrences(Events_Data, "Event", {"Book"}),
         report(report) {}
 
-  void Choose() { book = Import_Book(name); }
+  void Choose() { book = Import_Book(name, TImported::Entries); }
 
   bool Is_Unchanged(const std::string& uid, const std::string& digest) {
     return !book.Key.empty() && imports.FindKey({book.Key, uid}) &&
@@ -39,11 +39,24 @@ class TImporter {
         !occurrences.FindKey({object.UID}))
       return;
     if (book.Key.empty()) book = Create_Book(book.Name);
+    const bool withdrawn = object.Events.empty();
+    if (!Access_Allowed(book.Calendar, withdrawn ? Access_Delete : Access_Update) && Is_Known(object.UID)) {
+      report.Unused.push_back(
+          {(withdrawn ? std::string() : object.Events.front().Record.Title + ' ') + '(' + object.UID + ')',
+           std::string("is in the book already, and you may not ") + (withdrawn ? "delete" : "change") +
+               " it"});
+      return;
+    }
     if (!writer) writer.emplace(book, until, report);
     writer->Write(object);
   }
 
  private:
+  bool Is_Known(const std::string& uid) {
+    return imports.FindKey({book.Key, uid}) ||
+           (occurrences.FindKey({uid}) && occurrences.Text(KTReminds::Occurrence_Columns().Book) == book.Key);
+  }
+
   const std::string name;
   const TDateTime until;
   TBook book;

@@ -7,6 +7,7 @@
 #include "Import_Update.h"
 #include "Kt_data_01.h"
 #include "Kt_util_01.h"
+#include "Rights.h"
 
 namespace Plexidex {
 
@@ -22,6 +23,8 @@ using THolidays = std::set<std::pair<std::int64_t, std::string>>;  // day and na
 THoliday_Report Import_Holidays(const std::string& file, const std::string& country,
                                 const TImport_Options& options) {
   if (country.empty()) throw EImport_Error("Holidays need the name of their country; nothing was imported.");
+  if (!Access_Allowed(Whole_Database, Access_Create))
+    throw EImport_Error("You may not add holidays to the database; nothing was imported.");
   TImport_Budget budget = Import_Budget(options);
   const TCalendar_File calendar(file, budget, options.Progress);
   TPlan_Options plan;

@@ -10,6 +10,7 @@
 #include "Kt_util_01.h"
 #include "Output_File.h"
 #include "Sample_Contacts.h"
+#include "Transfer_Books.h"
 
 namespace Plexidex {
 
@@ -45,14 +46,15 @@ struct TTemporary_File {
 }  // namespace
 
 TSample_Report Fill_With_Sample(const std::string& book_name, Kt_util_01::TDateTime today) {
+  // Refused before anything is written.
+  const std::string name = Import_Book(book_name, TImported::Contacts).Name;
   const TTemporary_File file;
   Write_Sample_Calendar(file.Path, today);
   TImport_Options options;
   options.Book = book_name;
   TSample_Report report;
   report.Calendar = Import_Calendar(file.Path, options);
-  const auto named = book_name.empty() ? std::nullopt : Kt_data_01::Find_Book(book_name);
-  const Kt_data_01::TBook book = named ? *named : Kt_data_01::List_Books().front();
+  const Kt_data_01::TBook book = Kt_data_01::Find_Book(name).value_or(Kt_data_01::TBook());
   report.Book = book.Name;
   if (!Kt_data_01::List_Contacts(book.Key, false).empty()) return report;
   TSample_Contacts written;

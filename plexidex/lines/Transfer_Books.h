@@ -8,9 +8,11 @@
 
 namespace Plexidex {
 
-/// The book of a name, or the first one for ""; without a key where it is to be made, as there is none.
-/// Throws EImport_Error where there is none of that name, or the user may not make entries in it.
-Kt_data_01::TBook Import_Book(const std::string& name);
+enum class TImported { Entries, Contacts };
+/// The book of a name, or the first one for "", of those that the user may see; without a key where it is to
+/// be made, as there is none. Throws EImport_Error where there is none of that name, or the user may not make
+/// there what is brought in.
+Kt_data_01::TBook Import_Book(const std::string& name, TImported what);
 /// The same to export. Throws EExport_Error where there is none.
 Kt_data_01::TBook Export_Book(const std::string& name);
 

@@ -41,7 +41,7 @@ class TImporter {
         report(report) {}
 
   void Choose() {
-    book = Import_Book(name);
+    book = Import_Book(name, TImported::Contacts);
     templates = book.Key.empty() ? std::vector<TTemplate>() : List_Templates(book.Key);
     labels = Other_Labels(book.Key);
     places.clear();

@@ -10,6 +10,7 @@
 #include "Host_Dialog.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Rights.h"
 #include "Template_Dialogs.h"
 
 namespace Plexidex {
@@ -112,7 +113,8 @@ bool May_Act_On_Book(const std::string& key, int level, const std::string& capti
         for (const TBook& candidate : List_Books()) {
           if (candidate.Key == key) book = candidate;
         }
-        allowed = !book.Key.empty() && Access_Allowed(book.Calendar, level);
+        allowed = !book.Key.empty() &&
+                  (level == Access_Delete ? May_Delete_Book(book) : Access_Allowed(book.Key, level));
       }))
     return false;
   if (book.Key.empty()) {
@@ -129,7 +131,7 @@ bool Set_Up_Book(QWidget* window, const std::string& key) {
 }
 
 std::string New_Book(QWidget* window) {
-  return Run(window, {});
+  return May(std::string(Whole_Database), Access_Create) ? Run(window, {}) : std::string();
 }
 
 bool Delete_Book_After_Asking(const std::string& key) {

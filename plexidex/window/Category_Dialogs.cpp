@@ -128,6 +128,7 @@ TCategory_Boxes::TCategory_Boxes(const std::string& book, const std::string& con
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(boxes, 1);
   layout->addWidget(add, 0, Qt::AlignTop);
+  add->setEnabled(Access_Allowed(book, Access_Create));
   const auto member = contact.empty() ? std::vector<TCategory>() : Categories_Of(contact);
   for (const TCategory& one : List_Categories(book))
     Add(To_Qt(one.Name), To_Qt(one.Key), std::find(member.begin(), member.end(), one) != member.end());

@@ -192,6 +192,7 @@ bool Edit_Contact(QWidget* window, const std::string& contact) {
 }
 
 std::string New_Contact(QWidget* window, const std::string& book, const std::string& folder) {
+  if (!May(folder.empty() ? book : folder, Access_Create)) return {};
   TContact contact;
   contact.Folder = folder;
   contact.Book = book;

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QTreeWidget>
+#include <algorithm>
 
 #include "Contacts.h"
 #include "Folders.h"
@@ -20,14 +21,7 @@ namespace {
 
 // Whose rights a place in a book has.
 std::string Owner_Of(const std::string& book, const std::string& folder) {
-  return folder.empty() ? Calendar_Of_Book(book) : folder;
-}
-
-bool May(const std::string& owner, int level) {
-  bool allowed = false;
-  Read("Folder_Dialogs:May [KT_Contacts/KT_Rights]", [&] { allowed = Access_Allowed(owner, level); });
-  if (!allowed) Kt_util_01::Sound(5);
-  return allowed;
+  return folder.empty() ? book : folder;
 }
 
 void Say_Removed(const std::string& caption) {
@@ -167,16 +161,13 @@ bool Delete_Folder_After_Asking(const std::string& folder) {
 
 bool Move_Contacts(const std::string& book, const std::vector<std::string>& keys, const std::string& folder) {
   std::string refused;
+  bool allowed = true;
   const bool saved = Update_Host("Folder_Dialogs:Move [KT_Contacts]", [&] {
-    if (!Access_Allowed(Owner_Of(book, folder), Access_Create))
-      refused = "You have no right to put anything there.";
     // All are looked at first, so that nothing is written when one stays.
-    for (const std::string& key : keys) {
-      const auto place = Place_Of(key);
-      if (place && !Access_Allowed(key, Access_Update))
-        refused = "You have no right to move " + In_Quotes(place->Name) + "; nothing was moved.";
-    }
-    if (!refused.empty()) return;
+    allowed = Access_Allowed(Owner_Of(book, folder), Access_Create) &&
+              std::all_of(keys.begin(), keys.end(),
+                          [](const std::string& key) { return Access_Allowed(key, Access_Update); });
+    if (!allowed) return;
     for (const std::string& key : keys) {
       const auto place = Place_Of(key);
       switch (Move_To_Folder(key, folder)) {
@@ -196,8 +187,9 @@ bool Move_Contacts(const std::string& book, const std::vector<std::string>& keys
       if (!refused.empty()) throw EAlready_Reported();
     }
   });
+  if (!allowed) Kt_util_01::Sound(5);
   if (!refused.empty()) Kt_util_01::Raise_Error("Move to Folder", refused);
-  return saved && refused.empty();
+  return saved && allowed && refused.empty();
 }
 
 bool Move_With_Dialog(QWidget* window, const std::string& book, const std::vector<std::string>& keys) {

@@ -225,6 +225,7 @@ void TMain_Window::Edit_Selected_Filter() {
 
 void TMain_Window::Delete_Selected_Filter() {
   const TNode node = tree->Current();
+  if (!May_Delete_Filter(node.Book, node.Shared)) return Kt_util_01::Sound(5);
   const std::string question = "Are you sure you wish to delete the Search Filter \"" + node.Filter + "\"?";
   if (Kt_util_01::Raise_Question("Delete Search Filter", question) != Kt_util_01::Answer_Yes ||
       !Delete_Filter(node.Book, node.Filter, node.Shared))

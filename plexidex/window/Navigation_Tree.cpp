@@ -143,7 +143,7 @@ void TNavigation_Tree::Add_Results(QTreeWidgetItem* book_node) {
     const std::size_t shown = std::min(results.size(), most);
     for (std::size_t i = 0; i < shown; ++i) {
       const auto contact = Kt_data_01::Find_Contact(results[i]);
-      if (contact && !contact->Deleted)
+      if (contact && !contact->Deleted && Kt_data_01::Access_Allowed(results[i], Kt_data_01::Access_See))
         Add_Node(node, To_Qt(contact->Name), TNode_Kind::Contact)->setData(0, Key_Role, To_Qt(results[i]));
     }
     // Leads to the page too.
@@ -259,7 +259,7 @@ void TNavigation_Tree::Reload() {
   const int scrolled = verticalScrollBar()->value();
   clear();
   was_read = Kt_data_01::Read("Navigation_Tree:Reload [KT_Books/KT_Contacts]", [&] {
-    for (const Kt_data_01::TBook& book : Kt_data_01::List_Books()) {
+    for (const Kt_data_01::TBook& book : Kt_data_01::Visible_Books()) {
       auto* item = new QTreeWidgetItem(this, {To_Qt(book.Name)});
       item->setData(0, Kind_Role, static_cast<int>(TNode_Kind::Book));
       item->setData(0, Book_Role, To_Qt(book.Key));

@@ -97,8 +97,8 @@ class TSecurity_Dialog : public THost_Dialog {
 
   QCheckBox* secure;
   TLevel levels[4] = {{nullptr, &TRights::See, "See", tr("&see contacts, events and tasks")},
-                      {nullptr, &TRights::Create, "Create", tr("&create events of their own")},
-                      {nullptr, &TRights::Update, "Update", tr("c&hange what is there, and make contacts")},
+                      {nullptr, &TRights::Create, "Create", tr("&create entries, contacts and folders")},
+                      {nullptr, &TRights::Update, "Update", tr("c&hange what is there")},
                       {nullptr, &TRights::Delete, "Delete", tr("&delete")}};
 };
 

@@ -122,7 +122,7 @@ bool Import_With_Progress(QWidget* window, const std::string& book, QString file
 bool Import_Into_Chosen_Book(QWidget* window, const QString& file) {
   QStringList books;
   if (!Kt_data_01::Read("Transfer:Import_Into_Chosen_Book [KT_Books]", [&books] {
-        for (const Kt_data_01::TBook& book : Kt_data_01::List_Books()) books << To_Qt(book.Name);
+        for (const Kt_data_01::TBook& book : Kt_data_01::Visible_Books()) books << To_Qt(book.Name);
       }))
     return false;
   bool chosen = false;

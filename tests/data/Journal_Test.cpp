@@ -98,6 +98,17 @@ TEST_F(Journal, Links_Have_A_Target_Or_Not_And_Tags_Belong_To_A_User) {
   EXPECT_FALSE(Is_Tagged(anna) || !Tagged_Contacts().empty());
 }
 
+TEST_F(Journal, What_Another_User_Has_Made_Private_Is_Not_Told) {
+  Run_Sql("INSERT INTO KT_Events (Key, Title, User, Private) VALUES ('e', 'Secret', 'boss', 1)");
+  Run_Sql("INSERT INTO KT_Events_Data (Key, Event, Contact) VALUES ('o', 'e', '" + anna + "')");
+  In_Update([&] { LogJournal(18, "o", anna, "Secret", Monday, "Marked", 0, Monday); });
+  for (const auto& [user, told] : {std::pair("boss", "Secret/Marked"), {"somebody", "Private/"}}) {
+    Set_User_Key(user);
+    const TJournal_Entry entry = List_Journal(anna).back();
+    EXPECT_EQ(entry.Title + "/" + entry.Text, told);
+  }
+}
+
 TEST_F(Journal, Categories_Are_Found_In_Any_Case_And_Their_Members_Kept) {
   const std::string book = database.Book().Key;
   std::string friends, club, other;

@@ -1,5 +1,6 @@
 #include <QAbstractItemModelTester>
 
+#include "Book_Dialogs.h"
 #include "Categories.h"
 #include "Category_Dialogs.h"
 #include "Contact_Dialog.h"
@@ -7,6 +8,7 @@
 #include "Contact_Page.h"
 #include "Contacts_Page.h"
 #include "Editor_Fixture.h"
+#include "Filter_Store.h"
 #include "Folder_Dialogs.h"
 #include "Journal.h"
 #include "Tags.h"
@@ -273,12 +275,38 @@ TEST_F(Contact_Parts, The_Journal_Takes_What_Is_Typed_And_Keeps_What_The_Host_Wr
   Sign_In({.See = true});
   page.Reload();
   EXPECT_EQ(Seen(&page, "Add_Entry"), "(Add &Entry...)");
-  seams.Prompts.Expect_Error("Move to Folder", "You have no right to move \"Anna\"; nothing was moved.");
-  EXPECT_FALSE(Move_Contacts(book, {anna}, {}));
-  seams.Sounds.Played.clear();
-  EXPECT_EQ(New_Folder({}, book, {}), "");
-  EXPECT_EQ(seams.Sounds.Played, std::vector<int>{5});
   page.Close_Form();
+}
+
+TEST_F(Contact_Parts, What_A_User_May_Not_Do_Gives_A_Warning_Sound_Alone) {
+  std::string folder;
+  In_Update([&] { folder = Create_Contact(book, "Friends", {}, Contact_Type_Folder); });
+  Sign_In({.See = true});
+  const std::function<void()> commands[] = {[&] { EXPECT_FALSE(Move_Contacts(book, {anna}, folder)); },
+                                            [&] { New_Folder({}, book, {}); },
+                                            [&] { Edit_Folder({}, folder); },
+                                            [&] { Delete_Folder_After_Asking(folder); },
+                                            [&] { New_Contact({}, book, {}); },
+                                            [&] { New_Contact({}, book, folder); },
+                                            [&] { Delete_Contacts({anna}); },
+                                            [&] { New_Book({}); },
+                                            [&] { Set_Up_Book({}, book); },
+                                            [&] { Delete_Book_After_Asking(book); },
+                                            [&] { Edit_Templates({}, book); },
+                                            [&] { Edit_Categories({}, book); },
+                                            [&] { Delete_Filter(book, "", true); }};
+  for (std::size_t i = 0; i < std::size(commands); ++i) {
+    seams.Sounds.Played.clear();
+    commands[i]();
+    EXPECT_EQ(seams.Sounds.Played, std::vector<int>{5}) << i;
+  }
+  // Nor may a book be deleted with a folder that is to be kept.
+  In_Update([&] {
+    Set_Rights(book, User_Key(), {.Delete = true, .See = true});
+    Set_Rights(folder, User_Key(), {.See = true});
+  });
+  Delete_Book_After_Asking(book);
+  EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{5, 5}));
 }
 
 TEST_F(Contact_Parts, Categories_Are_Checked_Named_And_Shown_And_A_Tag_Is_The_Users) {
