@@ -1,6 +1,7 @@
 #include <QAction>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
@@ -30,16 +31,31 @@ constexpr TLevel Levels[] = {{&TRights::See, QT_TR_NOOP("See")},
 constexpr int User_Column = 0, First_Level = 1, Remark_Column = First_Level + 4;
 constexpr int Inherited_Role = Qt::UserRole;
 
-// What is inherited is grey, and can be changed all the same.
+// What is inherited is pale, and can be changed all the same.
 class TPermission_Painter : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& given, const QModelIndex& index) const override {
+    QStyledItemDelegate::paint(painter, given, index);
+    if (!index.data(Inherited_Role).toBool()) return;
+    QStyleOptionViewItem option = given;
+    initStyleOption(&option, index);
+    constexpr float veil = 0.6F;
+    QColor ground = option.palette.color(option.state.testFlag(QStyle::State_Selected) ? QPalette::Highlight
+                                                                                       : QPalette::Window);
+    ground.setAlphaF(veil);
+    painter->fillRect(
+        option.widget->style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, option.widget),
+        ground);
+  }
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     QStyledItemDelegate::initStyleOption(option, index);
     option->displayAlignment = Qt::AlignLeft | Qt::AlignVCenter;
-    if (index.data(Inherited_Role).toBool()) option->state.setFlag(QStyle::State_Enabled, false);
+    if (index.column() == Remark_Column)
+      option->palette.setColor(QPalette::Text, option->palette.color(QPalette::PlaceholderText));
   }
 };
 

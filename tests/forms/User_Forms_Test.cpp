@@ -246,6 +246,9 @@ TEST_F(User_Forms, The_Window_Follows_Who_Is_Logged_In_And_What_Others_Do_About_
   With_Dialog(Confirm, [&] { choose("&Users..."); });
   EXPECT_EQ(title(), "Home - Plexidex - Ann/+");
   EXPECT_TRUE(Begin_Session(nullptr)) << "who has become the first user is not asked";
+  window.findChild<QAction*>("CalendarPermissions1")->trigger();
+  EXPECT_EQ(Seen(Control<QWidget>(&window, "Permissions_Frm"), "Title State"),
+            " Access Permissions for Calendar|hidden");
   With_Dialog(Confirm_With("Users=Bert"), [&] { choose("&Log In as Another User..."); });
   EXPECT_EQ(title() + Current(), "Home - Plexidex - Bert/+Bert");
   TDatabase other;
