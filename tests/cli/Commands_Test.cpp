@@ -481,6 +481,10 @@ TEST_F(Commands_Test, Users_Say_Who_They_Are_And_Are_Asked_For_A_Password_In_A_S
        "password",
        "The database asks for a name and a password: name yourself with --user NAME; the password is asked "
        "for on the terminal, or read from --password-fd N.\n"},
+      {{"restore", "a.db"},
+       "password",
+       "The database asks for a name and a password: name yourself with --user NAME; the password is asked "
+       "for on the terminal, or read from --password-fd N.\n"},
       {{"books", "--user", "ann"}, "wrong", wrong + "1 second.\n"},
       {{"books", "--user", "ann"}, "password", "After wrong passwords, try again in 1 second.\n"},
       {{"books", "--user", "nobody"}, "password", wrong + "1 second.\n"},

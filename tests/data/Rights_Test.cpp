@@ -61,6 +61,9 @@ TEST_F(Rights, Fall_Back_From_Contact_To_Folders_To_Book_And_Are_Separate) {
     In_Update([&] { Store_Setting("Secure", secure); });
     EXPECT_EQ(Of(inner) + "/" + Of(inner, boss), "13/1234");
   }
+  EXPECT_TRUE(Visible_Books().empty());
+  with(inner, anna, {.See = true});
+  EXPECT_EQ(Visible_Books().size(), 1U) << "the book leads to the folder";
   database.Reopen();
   EXPECT_EQ(Of(inner), "") << "nobody has said who it is";
 }
