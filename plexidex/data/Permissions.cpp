@@ -53,7 +53,7 @@ TPermission_Row Row_Of(std::string_view owner, const TAccount& account) {
     row.Remark = "administrator: may do everything";
     return row;
   }
-  const auto nearest = Nearest_Rights(owner, row.User, false);
+  const auto nearest = Nearest_Rights(owner, row.User);
   if (!nearest) {
     row.Remark = "nothing is set";
     return row;

@@ -50,7 +50,7 @@ class TRights_Cache {
   }
 
   static TLevels Levels_Of(std::string_view owner, std::string_view user) {
-    const auto nearest = Nearest_Rights(owner, user, false);
+    const auto nearest = Nearest_Rights(owner, user);
     if (!nearest) return {};
     const TRights& rights = nearest->Rights;
     return {rights.Create, rights.Update, rights.Delete, rights.See};
@@ -118,11 +118,10 @@ void Clear_Rights(std::string_view owner, std::string_view user) {
   if (cursor.FindKey({owner, user})) cursor.Delete();
 }
 
-std::optional<TNearest_Rights> Nearest_Rights(std::string_view owner, std::string_view user, bool inherited) {
+std::optional<TNearest_Rights> Nearest_Rights(std::string_view owner, std::string_view user) {
   std::optional<TNearest_Rights> nearest;
   Walk_Owners(owner, [&](const std::string& at) {
     for (const std::string_view whose : {user, Global_User}) {
-      if (inherited && at == owner && whose == user) continue;
       if (const auto rights = Find_Rights(at, whose)) {
         nearest = {at, std::string(whose), *rights};
         return true;

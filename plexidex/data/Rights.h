@@ -32,9 +32,9 @@ struct TNearest_Rights {
   TRights Rights;
 };
 /// What holds for a user who is no administrator, or for Global_User: what is set for the owner, or else for
-/// the nearest folder, the book or the whole database; for the user, or else for everybody. `inherited`
-/// passes over what is set for just this owner and user. Nothing when nobody has set anything.
-std::optional<TNearest_Rights> Nearest_Rights(std::string_view owner, std::string_view user, bool inherited);
+/// the nearest folder, the book or the whole database; for the user, or else for everybody.
+/// Nothing when nobody has set anything.
+std::optional<TNearest_Rights> Nearest_Rights(std::string_view owner, std::string_view user);
 
 /// The contacts, folders and calendar record of a book for which rights are set: all others of the book have
 /// those of one of them, of the book or of the whole database.
