@@ -177,10 +177,14 @@ bool TEditor_Rules::Process_Update() {
 void TEditor_Rules::Write_Rows(TOccurrence_Rows& rows) {
   TOccurrence occurrence = Read_Occurrence(rows.Occurrence);
   occurrence.Owner = owner;
-  occurrence.Actioned = Is_Done();
+  occurrence.Actioned = Is_Done(occurrence.Actioned);
   if (!Keeps_Date()) occurrence.EventDate = Entry_Date();
   Write_Occurrence(rows.Occurrence, occurrence);
-  Write_Alarm(rows.Alarm, rows.Has_Alarm, occurrence, Owner, Alarm);
+  TAlarm alarm = Alarm;
+  // It may have been put off while the editor was open.
+  if (rows.Has_Alarm && Alarm.NextTime == stored_alarm.NextTime)
+    alarm.NextTime = Read_Alarm(rows.Alarm).NextTime;
+  Write_Alarm(rows.Alarm, rows.Has_Alarm, occurrence, Owner, alarm);
 
   TEvent_Record event = Read_Event(rows.Event);
   Define(event);

@@ -80,7 +80,9 @@ class TEditor_Rules {
   /// Whether later dates are made anew.
   virtual bool Rewrites() const { return false; }
   virtual bool Keeps_Date() const { return false; }
-  virtual bool Is_Done() const { return false; }
+  /// Whether the occurrence is done with, given whether it is so now as stored, perhaps by an answer to its
+  /// reminder while the editor was open.
+  virtual bool Is_Done(bool stored) const { return stored && !Rewrites(); }
   /// Puts what only this kind of entry has into its master.
   virtual void Define(TEvent_Record& event) const = 0;
   virtual void Write_Later_Dates(TOccurrence_Writer& /*writer*/) {}

@@ -206,8 +206,12 @@ bool Set_Alarm_Properties(const std::string& EventKey, const std::string& Owner,
     stored = Read_Stored_Alarm(EventKey);
     if (!stored) return;
     TAlarm& alarm = stored->Alarm;
+    const TDateTime before = alarm.NextTime;
     changed = Alarm_Properties(Owner, stored->EventDate, alarm.NextTime, alarm.On, alarm.Offset,
                                alarm.WAVFile, TaskMode);
+    // It may have been put off while the dialog was open.
+    if (const auto now = Read_Stored_Alarm(EventKey); changed && now && alarm.NextTime == before)
+      alarm.NextTime = now->Alarm.NextTime;
   });
   return changed && Write_Stored_Alarm(EventKey, stored->Alarm);
 }

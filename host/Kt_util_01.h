@@ -148,6 +148,8 @@ TDateTime Today();
 std::string Time_Zone();
 /// Replaces the time zone; "" restores the system's. False, and no change, for a name that is unknown.
 bool Install_Time_Zone(const std::string& name);
+/// Takes over a zone that the system has got meanwhile, as on a journey, unless one was named.
+void Follow_Time_Zone();
 /// Converts by the user's time zone. A local time in a gap is read as the later one, an ambiguous one as the
 /// first.
 TDateTime UTC_To_Local(TDateTime utc);

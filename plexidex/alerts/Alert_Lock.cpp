@@ -1,12 +1,12 @@
 #include "Alert_Lock.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
 
 #if defined(__unix__) || defined(__APPLE__)
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #define KT_HAS_FLOCK 1
 #endif
@@ -15,12 +15,17 @@ namespace Plexidex {
 
 namespace {
 
-// Of this user and session, emptied when it ends.
+// The same for all programs of the user, whether started in a session or by a timer: the environment of the
+// one does not reach the other.
 std::filesystem::path Runtime_Folder() {
-  const char* named = std::getenv("XDG_RUNTIME_DIR");
   std::error_code error;
-  if (named && *named && std::filesystem::is_directory(named, error)) return named;
+#ifdef KT_HAS_FLOCK
+  const std::filesystem::path own = "/run/user/" + std::to_string(getuid());
+  if (std::filesystem::is_directory(own, error) && access(own.c_str(), W_OK) == 0) return own;
+  return "/tmp";
+#else
   return std::filesystem::temp_directory_path(error);
+#endif
 }
 
 }  // namespace
@@ -39,7 +44,9 @@ std::string Private_Name(const std::string& purpose, const std::string& database
 bool TAlert_Lock::Take(const std::string& database, const std::string& user) {
 #ifdef KT_HAS_FLOCK
   const std::string path = (Runtime_Folder() / (Private_Name("alerts", database) + "-" + user)).string();
-  if (file >= 0 && held == path) return true;
+  // A file that was cleaned away is locked by nobody else.
+  struct stat now {};
+  if (file >= 0 && held == path && fstat(file, &now) == 0 && now.st_nlink > 0) return true;
   Release();
   constexpr int for_the_user_alone = 0600;
   file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, for_the_user_alone);

@@ -36,7 +36,9 @@ std::optional<TDateTime> Next_Alert(TDateTime now) {
 
 void Dismiss_Alert(const TAlert& alert) {
   TTable alerts("KT_Alerts", "Occurrence");
-  if (!alerts.FindKey({alert.Occurrence}) || alerts.DateTime(alerts.Field("Due")) != alert.Due) return;
+  if (!alerts.FindKey({alert.Occurrence}) || alerts.DateTime(alerts.Field("Due")) != alert.Due ||
+      alerts.Text(alerts.Field("User")) != Kt_util_01::User_Key())
+    return;
   alerts.Edit();
   alerts.Set(alerts.Field("Dismissed"), true);
   PostUpdate(alerts);
@@ -44,7 +46,8 @@ void Dismiss_Alert(const TAlert& alert) {
 
 bool Put_Off_Alert(const TAlert& alert, TDateTime until) {
   TTable alarms(Alarms_Table, "Key");
-  if (!alarms.FindKey({alert.Occurrence})) return false;
+  if (!alarms.FindKey({alert.Occurrence}) || alarms.Text(alarms.Field("User")) != Kt_util_01::User_Key())
+    return false;
   alarms.Edit();
   alarms.Set(alarms.Field("NextTime"), until);
   PostUpdate(alarms);

@@ -1,5 +1,7 @@
 #include "Schema_Update.h"
 
+#include <array>
+#include <charconv>
 #include <regex>
 
 #include "Kt_util_01.h"
@@ -61,10 +63,21 @@ void Bring_Up_To_Date(TEngine& engine, const std::string& path, bool read_only) 
   }
 }
 
+namespace {
+
+// As SQL writes it, whatever the user's locale.
+std::string Sql_Number(double value) {
+  std::array<char, 64> text{};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+  return {text.data(), end};
+}
+
+}  // namespace
+
 void Migrate(TEngine& engine, int version, const std::vector<TMigration>& steps) {
   for (const TMigration& step : steps) {
     if (step.Version <= version) continue;
-    engine.Execute(std::regex_replace(step.Sql, std::regex("\\$NOW"), std::to_string(Kt_util_01::Now())));
+    engine.Execute(std::regex_replace(step.Sql, std::regex("\\$NOW"), Sql_Number(Kt_util_01::Now())));
     engine.Stamp(Application_Id, step.Version);
   }
 }

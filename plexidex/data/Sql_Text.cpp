@@ -233,7 +233,7 @@ std::string Keep_Alert_Sql(const TTable_Def& table) {
                         ELSE excluded."Due" END)";
   return R"(INSERT INTO "KT_Alerts" ("Occurrence", "User", "Moment", "NextTime", "Due", "Dismissed")
       SELECT a."Key", a."User", )" +
-         moment + R"(, a."NextTime", )" + due + ", " + due + R"( <= ?2
+         moment + R"(, a."NextTime", )" + due + ", " + due + R"( <= ?2 OR a."Actioned"
       FROM "KT_Alarms" a JOIN "KT_Events_Data" o ON o."Key" = a."Key" WHERE )" +
          (Same_Name(table.Name, "KT_Alarms") ? "a" : "o") + R"(.row_id = ?1
       ON CONFLICT ("Occurrence") DO UPDATE SET "User" = excluded."User", "Moment" = excluded."Moment",
@@ -244,8 +244,9 @@ std::string Keep_Alert_Sql(const TTable_Def& table) {
 }
 
 std::string Settle_Alert_Sql() {
-  return R"(UPDATE "KT_Alerts" SET "Dismissed" = 1 WHERE "Due" <= ?2 AND "Occurrence" =
-      (SELECT "Key" FROM "KT_Alarms" WHERE row_id = ?1 AND "Actioned"))";
+  return R"(UPDATE "KT_Alerts" SET "Dismissed" = "Due" <= ?2 OR
+        (SELECT "Actioned" FROM "KT_Alarms" WHERE row_id = ?1) WHERE "Occurrence" =
+        (SELECT "Key" FROM "KT_Alarms" WHERE row_id = ?1) AND NOT ("Dismissed" AND "Due" <= ?2))";
 }
 
 std::string Drop_Alert_Sql() {

@@ -104,7 +104,8 @@ std::string Members_Sql();
 /// Writes when the alarm of a row of alarms, or of occurrences, is due, if it has one and that has changed.
 /// Dismisses what is not later than now. Parameters: row ID, now.
 std::string Keep_Alert_Sql(const TTable_Def& table);
-/// Dismisses what is not later than now of a row of alarms that is done with. Parameters as before.
+/// Dismisses the row of an alarm that is done with, or takes that back while it is still to come. Parameters
+/// as before.
 std::string Settle_Alert_Sql();
 /// Deletes what Keep_Alert_Sql wrote for a row of alarms. Parameter: row ID.
 std::string Drop_Alert_Sql();

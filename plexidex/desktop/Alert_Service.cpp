@@ -1,9 +1,9 @@
 #include "Alert_Service.h"
 
 #include <QApplication>
+#include <utility>
 
 #include "Kt_forms.h"
-#include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "Notifications.h"
 
@@ -38,10 +38,19 @@ void TAlert_Service::Tick() {
 }
 
 void TAlert_Service::Look() {
-  const bool news = Kt_data_01::Read("Alert_Service:Look [KT_Alerts/KT_Alarms/KT_Events_Data]", [this] {
-                      return watch.Look();
-                    }).value_or(false);
+  bool news = false;
+  try {
+    news = watch.Look();
+    unreadable = false;
+  } catch (const std::exception& e) {
+    // Said once: a dialog every few seconds would take the keyboard.
+    if (!std::exchange(unreadable, true)) {
+      Kt_util_01::Raise_Notice(std::string("The reminders cannot be read: ") + e.what());
+      Notify_Desktop(tr("Reminders cannot be read"), QString::fromUtf8(e.what()));
+    }
+  }
   const std::int64_t now = Kt_util_01::To_Msecs(Kt_util_01::Now()) / 60'000;
+  if (now != minute) Kt_util_01::Follow_Time_Zone();
   if (!news) {
     if (window.isVisible() && now != minute) window.Update_Lateness();
     minute = now;

@@ -38,6 +38,7 @@ class TAlert_Service : public QObject {
   TAlert_Window window;
   QTimer timer;
   int told = 0;
+  bool unreadable = false;
   std::int64_t minute = 0;  // for which the window says how late each is
 };
 

@@ -35,6 +35,7 @@ void Play_Alert_Sound(const std::string& sound) {
 
 TAlert_Window::TAlert_Window()
     : heading(new QLabel),
+      failure(new QLabel(tr("The answer could not be saved; please try again."))),
       list(new QTreeWidget),
       delay(new QComboBox),
       open(new QPushButton(tr("&Open"))),
@@ -90,6 +91,9 @@ TAlert_Window::TAlert_Window()
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(heading);
   layout->addWidget(list, 1);
+  failure->setObjectName(QStringLiteral("Failure"));
+  failure->hide();
+  layout->addWidget(failure);
   layout->addLayout(answers);
   constexpr int lines = 12;
   resize(sizeHint().expandedTo({character * 100, fontMetrics().lineSpacing() * lines + 60}));
@@ -196,20 +200,23 @@ void TAlert_Window::Snooze() {
     delay->lineEdit()->selectAll();
     return;
   }
-  TAlert_Watch::Put_Off(Selected(), *minutes);
+  Show_Failure(TAlert_Watch::Put_Off(Selected(), *minutes));
   emit Answered();
 }
 
 void TAlert_Window::Mark_Done() {
-  for (const TAlert_Entry& entry : Selected()) {
-    if (!TAlert_Watch::Mark_Done(entry)) break;
-  }
+  const auto chosen = Selected();
+  Show_Failure(std::all_of(chosen.begin(), chosen.end(), TAlert_Watch::Mark_Done));
   emit Answered();
 }
 
 void TAlert_Window::Dismiss(const std::vector<TAlert_Entry>& which) {
-  TAlert_Watch::Dismiss(which);
+  Show_Failure(TAlert_Watch::Dismiss(which));
   emit Answered();
+}
+
+void TAlert_Window::Show_Failure(bool answered) {
+  failure->setVisible(!answered);
 }
 
 void TAlert_Window::keyPressEvent(QKeyEvent* event) {

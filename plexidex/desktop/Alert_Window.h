@@ -43,7 +43,9 @@ class TAlert_Window : public QWidget {
   void Mark_Done();
   void Dismiss(const std::vector<TAlert_Entry>& which);
 
-  QLabel* heading;
+  void Show_Failure(bool answered);
+
+  QLabel *heading, *failure;
   QTreeWidget* list;
   QComboBox* delay;
   QPushButton *open, *done, *dismiss, *dismiss_all, *snooze;

@@ -45,7 +45,10 @@ void TSingle_Instance::Answer_For(const std::string& database) {
   server->setSocketOptions(QLocalServer::UserAccessOption);
   connect(server, &QLocalServer::newConnection, this, &TSingle_Instance::Take_Call);
   if (server->listen(name)) return;
-  // What a program that was killed has left; nobody who lives answered at the start.
+  QLocalSocket other;
+  other.connectToServer(name);
+  if (other.waitForConnected(Answer_Msecs)) return;  // that one answers
+  // What a program that was killed has left.
   QLocalServer::removeServer(name);
   server->listen(name);
 }

@@ -46,6 +46,7 @@ std::string System_Zone_Name() {
 struct TUser_Zone {
   std::string Name;
   const icu::BasicTimeZone* Zone;
+  bool Is_System = true;
 };
 
 TUser_Zone& User_Zone() {
@@ -113,8 +114,12 @@ bool Install_Time_Zone(const std::string& name) {
   const std::string wanted = name.empty() ? System_Zone_Name() : name;
   const icu::BasicTimeZone* zone = Find_Zone(wanted);
   if (zone == nullptr) return false;
-  User_Zone() = {wanted, zone};
+  User_Zone() = {wanted, zone, name.empty()};
   return true;
+}
+
+void Follow_Time_Zone() {
+  if (User_Zone().Is_System) Install_Time_Zone({});
 }
 
 TDateTime UTC_To_Local(TDateTime utc) {

@@ -168,6 +168,7 @@ void TMain_Window::Make_Tree_Menu() {
 }
 
 void TMain_Window::Preferences() {
+  if (!Is_Free()) return;
   const std::string before = Kt_data_01::Shared_Database().Path();
   const auto database = Edit_Preferences(this, before);
   if (!database) return;
@@ -180,6 +181,7 @@ void TMain_Window::Preferences() {
 }
 
 void TMain_Window::Restore_Backup() {
+  if (!Is_Free()) return;
   const std::string file = Ask_What_To_Restore(this), database = Kt_data_01::Shared_Database().Path();
   std::string kept;
   if (file.empty()) return;

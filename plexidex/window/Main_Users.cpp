@@ -1,5 +1,6 @@
 // What the main window has to do with users: who is logged in, and the commands about it.
 
+#include <QApplication>
 #include <QMenu>
 
 #include "Current_Search.h"
@@ -71,7 +72,15 @@ void TMain_Window::Start_Session() {
   Refresh();
 }
 
+bool TMain_Window::Is_Free() {
+  QWidget* open = QApplication::activeModalWidget();
+  if (!open) return true;
+  Kt_util_01::Raise_Info("Plexidex", "Close \"" + From_Qt(open->windowTitle()) + "\" first.");
+  return false;
+}
+
 void TMain_Window::Log_In_As_Another() {
+  if (!Is_Free()) return;
   if (!Close_Page()) return;
   Log_In_Again(this) ? Start_Session() : Refresh();
 }
@@ -106,7 +115,7 @@ void TMain_Window::Edit_Selected_Permissions() {
 }
 
 void TMain_Window::Look_At_Session() {
-  if (!Rows_May_Change()) return;
+  if (!Rows_May_Change() || QApplication::activeModalWidget()) return;
   const auto known = Read("Main_Users:Look_At_Session [KT_Users/KT_Settings]", Is_Known_User);
   if (!known) return;
   if (session == Session() && *known) return;

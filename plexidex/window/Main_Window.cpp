@@ -312,6 +312,12 @@ void TMain_Window::closeEvent(QCloseEvent* event) {
     hide();
     return event->ignore();
   }
+  // An editor that was opened from a reminder or the icon asks before it goes.
+  if (QWidget* open = QApplication::activeModalWidget()) {
+    open->raise();
+    open->activateWindow();
+    return event->ignore();
+  }
   event->accept();
   emit Closed();
 }

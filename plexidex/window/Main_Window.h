@@ -112,6 +112,8 @@ class TMain_Window : public QMainWindow {
   bool Close_Page();
   /// Shows the database to a user who has just become the current one; no page is shown.
   void Start_Session();
+  /// Whether no dialog is open anywhere, as one from a reminder may be; says so otherwise.
+  static bool Is_Free();
   void Log_In_As_Another();
   void Edit_Selected_Permissions();
   void Manage_Users();

@@ -17,8 +17,8 @@ class TPresence : public QObject {
   Q_OBJECT
 
  public:
-  /// The window must outlive it.
-  explicit TPresence(TMain_Window& window);
+  /// Both must outlive it.
+  TPresence(TMain_Window& window, TSingle_Instance& instance);
 
   /// Whether the program goes on when the window is closed.
   bool Goes_On_Hidden() { return tray.Follow_Preferences(); }
@@ -33,7 +33,7 @@ class TPresence : public QObject {
   TMain_Window& window;
   TAlert_Service alerts;
   TTray tray;
-  TSingle_Instance instance;
+  TSingle_Instance& instance;
   QTimer follow;
 };
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QIcon>
+#include <clocale>
 #include <iostream>
 
 #include "Books.h"
@@ -87,7 +88,11 @@ int Show_Windows(const TWindow_Options& options) {
   const std::string database = Chosen_Database(options);
   QStringList files;
   for (const std::string& file : options.Files) files << To_Qt(file);
-  if (options.Screenshots.empty() && TSingle_Instance::Call(database, files)) return 0;
+  TSingle_Instance instance;
+  if (options.Screenshots.empty()) {
+    if (TSingle_Instance::Call(database, files)) return 0;
+    instance.Answer_For(database);  // already while somebody logs in
+  }
   TFirst_Book first;
   const bool ask = options.Screenshots.empty() && !QFile::exists(To_Qt(database));
   if (ask) {
@@ -104,7 +109,7 @@ int Show_Windows(const TWindow_Options& options) {
   // A dialog that is closed while the window is hidden does not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
   QObject::connect(&window, &TMain_Window::Closed, qApp, &QApplication::quit, Qt::QueuedConnection);
-  TPresence presence(window);
+  TPresence presence(window, instance);
   if (!options.Hidden || !presence.Goes_On_Hidden()) window.show();
   Fill_First_Book(window, first);
   Import_Files(window, files);
@@ -125,6 +130,8 @@ bool Has_Display() {
 int Run_Window(int argc, char** argv, const TWindow_Options& options) {
   if (!options.Screenshots.empty() && !Has_Display()) qputenv("QT_QPA_PLATFORM", "offscreen");
   TApplication application(argc, argv);
+  // Numbers are written for the user by the program's own routines, and for everything else with a dot.
+  std::setlocale(LC_NUMERIC, "C");
   QApplication::setApplicationName(QStringLiteral("Plexidex"));
   QGuiApplication::setDesktopFileName(QStringLiteral("plexidex"));
   QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/plexidex.svg")));

@@ -85,6 +85,13 @@ TEST_F(Alert_Watch_Test, Each_Goes_Off_At_Its_Moment_Until_It_Is_Answered) {
   Mark_Occurrence(
       Query_Text("SELECT Key FROM KT_Events_Data WHERE EventDate = " + std::to_string(Monday + 1)), false);
   EXPECT_EQ(Look(), " | ") << "an answer holds";
+  const std::string early = Add("Early", 11, 0, 0);
+  Mark_Occurrence(early, true);
+  At(11, 0);
+  EXPECT_EQ(Look(), " | ") << "done before it was due";
+  EXPECT_EQ(Query_Text("SELECT count(*) FROM KT_Alerts WHERE NOT Dismissed AND Due <= " +
+                       std::to_string(seams.Clock.Value)),
+            "0");
 }
 
 TEST_F(Alert_Watch_Test, What_Happens_To_The_Event_Meanwhile_Counts) {
