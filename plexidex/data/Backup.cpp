@@ -43,7 +43,10 @@ std::string Dated_Name(const std::string& database, const std::string& infix) {
 // A name with date and time that is free.
 std::string Free_Name(const fs::path& folder, const std::string& name) {
   fs::path path = folder / (name + ".db");
-  for (int again = 2; fs::exists(path); ++again) path = folder / (name + "-" + std::to_string(again) + ".db");
+  const auto is_used = [&path] {
+    return fs::exists(path) || fs::exists(path.string() + "-wal") || fs::exists(path.string() + "-journal");
+  };
+  for (int again = 2; is_used(); ++again) path = folder / (name + "-" + std::to_string(again) + ".db");
   return path.string();
 }
 
@@ -126,13 +129,15 @@ void Copy_Whole(TEngine& from, const std::string& path, const std::string& to) {
   Put_In_Place(copy.Path, to);
 }
 
-// Null for what nobody can work with: damaged, of another program, or of a newer version.
+// Null for what is damaged or empty. What somebody can work with, another program or a newer version, is no
+// database to be replaced: throws.
 std::unique_ptr<TEngine> Open_If_Sound(const std::string& database, const TSqlite_Options& options) {
   try {
-    return Open_Checked(database, options);
-  } catch (const EBusy_Error&) {
-    throw;
-  } catch (const std::exception&) {
+    auto engine = Open_Sqlite(database, options);
+    const TIdentity found = engine->Identify();
+    Refuse_Foreign(found, database);
+    return found.Empty || !engine->Check_Storage().empty() ? nullptr : std::move(engine);
+  } catch (const EDamage_Error&) {
     return nullptr;
   }
 }
@@ -154,13 +159,25 @@ auto Explained(const std::string& what, TBody body) {
   }
 }
 
-// Keeps what is in the place of a database, sound or not, under another name.
-void Move_Aside(const std::string& database, const std::string& kept) {
-  for (const char* end : {"-wal", "-journal", ""}) {
-    if (fs::exists(database + end)) fs::rename(database + end, kept + end);
+// Keeps what is in the place of a database under another name, also the logs of one that is gone, which would
+// be taken for those of the next one. Returns the first file that is kept, or "". What was committed may be
+// in a log alone, which counts only beside its own database: so logs are copied first, and removed only after
+// the database has moved. Whenever that is cut short, one of the two names has both.
+std::string Move_Aside(const std::string& database, const std::string& kept) {
+  std::string first;
+  for (const char* end : {"-wal", "-journal"}) {
+    if (!fs::exists(database + end)) continue;
+    const TTemporary_Copy log(kept + end);
+    fs::copy_file(database + end, log.Path);
+    Put_In_Place(log.Path, kept + end);
+    if (first.empty()) first = kept + end;
   }
-  std::error_code ignored;
-  fs::remove(database + "-shm", ignored);
+  if (fs::exists(database)) {
+    Put_In_Place(database, kept);
+    first = kept;
+  }
+  for (const char* end : {"-wal", "-journal", "-shm"}) fs::remove(database + end);
+  return first;
 }
 
 }  // namespace
@@ -196,18 +213,15 @@ std::string Restore(const std::string& file, const std::string& database, const 
     Copy_Checked(*Open_Checked(file, {.Read_Only = true}), file, copy.Path);
     // An older one is migrated before it takes the place.
     TDatabase().Open(copy.Path, TDatabase::TMode::Must_Exist);
-    if (!replaces) {
-      Put_In_Place(copy.Path, database);
-      return "";
-    }
-    const std::string kept = Free_Name(folder, Dated_Name(database, "-replaced"));
-    if (const auto present = Open_If_Sound(database, options)) {
+    std::string kept = Free_Name(folder, Dated_Name(database, "-replaced"));
+    if (auto present = replaces ? Open_If_Sound(database, options) : nullptr) {
       Copy_Whole(*present, database, kept);
       present->Replace_By(copy.Path);
     } else {
-      Move_Aside(database, kept);
+      kept = Move_Aside(database, kept);
       Put_In_Place(copy.Path, database);
     }
+    Open_Checked(database, {.Read_Only = true});
     return kept;
   });
 }

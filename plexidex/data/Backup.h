@@ -27,9 +27,10 @@ std::string Back_Up(const std::string& database, const std::string& place);
 std::string Restore_Fault();
 
 /// Puts a backup in place of a database, which may be open elsewhere but not as the shared one; or makes it.
-/// What there was is kept beside it: the file, as plexidex-replaced-2026-11-22-0915.db, or "" when there was
-/// none. Refuses, and changes nothing, when the file is no sound database of this program or of a newer
-/// version. Throws EBackup_Error.
+/// What there was is kept beside it: the file, as plexidex-replaced-2026-11-22-0915.db, a log whose database
+/// was gone, or "" when there was none. Refuses, and changes nothing, when the file is no sound database of
+/// this program or of a newer version, or when what it would replace is another program's or a newer one's.
+/// Throws EBackup_Error.
 std::string Restore(const std::string& file, const std::string& database,
                     const TSqlite_Options& options = {});
 

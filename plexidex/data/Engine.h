@@ -26,6 +26,12 @@ class EBusy_Error : public EEngine_Error {
   using EEngine_Error::EEngine_Error;
 };
 
+/// The file is damaged, or no database at all.
+class EDamage_Error : public EEngine_Error {
+ public:
+  using EEngine_Error::EEngine_Error;
+};
+
 /// A commit of which nobody can say whether it will hold.
 class EUncertain_Error : public EEngine_Error {
  public:

@@ -52,8 +52,15 @@ std::string Reason(sqlite3* connection) {
 }
 
 [[noreturn]] void Fail(sqlite3* connection) {
-  if ((sqlite3_errcode(connection) & 0xff) == SQLITE_BUSY) throw EBusy_Error(Reason(connection));
-  throw EEngine_Error(Reason(connection));
+  switch (sqlite3_errcode(connection) & 0xff) {
+    case SQLITE_BUSY:
+      throw EBusy_Error(Reason(connection));
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+      throw EDamage_Error(Reason(connection));
+    default:
+      throw EEngine_Error(Reason(connection));
+  }
 }
 
 class TSqlite_Statement final : public TStatement {
@@ -92,9 +99,8 @@ class TSqlite_Statement final : public TStatement {
       case SQLITE_DONE:
         return false;
       default: {
-        const std::string reason = Reason(connection);
-        sqlite3_reset(statement);
-        throw EEngine_Error(reason);
+        const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> reset(statement, &sqlite3_reset);
+        Fail(connection);
       }
     }
   }

@@ -81,6 +81,13 @@ TEST_F(Backup, Restored_Takes_The_Place_And_What_Was_There_Is_Kept) {
   // Somebody else has it open, and sees what was restored.
   const auto other = Open_Sqlite(database.Path(), {});
   const auto count = other->Prepare("SELECT count(*) FROM KT_Books");
+  // The log of a database that is gone counts for no other.
+  const std::string gone = folder.File("gone.db");
+  other->Execute("UPDATE KT_Books SET BookName = BookName");
+  fs::copy_file(database.Path() + "-wal", gone + "-wal");
+  const std::string log = File_Content(gone + "-wal"), kept_log = Restore(file, gone);
+  EXPECT_EQ(fs::path(kept_log).filename(), "gone-replaced-2024-01-15-1200.db-wal");
+  EXPECT_EQ(File_Content(kept_log), log);
   const std::string kept = Restore(file, database.Path());
   ASSERT_TRUE(count->Step());
   EXPECT_EQ(count->Integer(0), 1);
@@ -96,7 +103,7 @@ TEST_F(Backup, Restored_Takes_The_Place_And_What_Was_There_Is_Kept) {
   std::ofstream(damaged) << "damage";
   EXPECT_EQ(File_Content(Restore(file, damaged)), "damage");
   EXPECT_EQ(Restore(file, none), "");
-  for (const std::string& each : {damaged, none}) {
+  for (const std::string& each : {damaged, none, gone}) {
     Open_Database(each, TDatabase::TMode::Must_Exist);
     EXPECT_EQ(Check_Store(), std::vector<std::string>{});
   }
@@ -104,9 +111,12 @@ TEST_F(Backup, Restored_Takes_The_Place_And_What_Was_There_Is_Kept) {
 
 TEST_F(Backup, Only_A_Sound_Database_Of_This_Program_Is_Restored) {
   Close_Database();
-  const std::string file = folder.File("x.db");
-  const auto expect = [&](const std::string& why) {
+  const std::string file = folder.File("x.db"), sound = Back_Up(database.Path(), folder.File("sound.db"));
+  const auto expect = [&](const std::string& why, bool also_in_place = false) {
     EXPECT_EQ(Refusal(file, database.Path()), why);
+    if (also_in_place) {
+      EXPECT_EQ(Refusal(sound, file), why);
+    }
     fs::remove(file);
   };
   expect("There is no file \"" + file + "\".");
@@ -115,12 +125,13 @@ TEST_F(Backup, Only_A_Sound_Database_Of_This_Program_Is_Restored) {
   std::ofstream(file) << "";
   expect("\"" + file + "\" is an empty database.");
   Open_Sqlite(file, {})->Execute("CREATE TABLE theirs (a)");
-  expect("\"" + file + "\" is a database of another program.");
+  expect("\"" + file + "\" is a database of another program.", true);
   Back_Up(database.Path(), file);
   Open_Sqlite(file, {})->Execute("PRAGMA user_version = 99");
   expect("\"" + file +
-         "\" was written by a newer version of this program (its schema is 99, this program knows " +
-         std::to_string(Schema_Version) + ").");
+             "\" was written by a newer version of this program (its schema is 99, this program knows " +
+             std::to_string(Schema_Version) + ").",
+         true);
   Back_Up(database.Path(), file);
   fs::resize_file(file, fs::file_size(file) / 2);
   expect("\"" + file + "\" cannot be restored: the file is damaged.");
