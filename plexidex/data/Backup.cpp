@@ -215,8 +215,10 @@ std::string Restore(const std::string& file, const std::string& database, const 
     TDatabase().Open(copy.Path, TDatabase::TMode::Must_Exist);
     std::string kept = Free_Name(folder, Dated_Name(database, "-replaced"));
     if (auto present = replaces ? Open_If_Sound(database, options) : nullptr) {
-      Copy_Whole(*present, database, kept);
-      present->Replace_By(copy.Path);
+      // With a log, another connection can read while this one alone can write.
+      present->Prepare_Storage();
+      const auto reader = Open_Sqlite(database, {.Read_Only = true});
+      present->Replace_By(copy.Path, [&] { Copy_Whole(*reader, database, kept); });
     } else {
       kept = Move_Aside(database, kept);
       Put_In_Place(copy.Path, database);

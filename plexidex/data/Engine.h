@@ -5,6 +5,7 @@
 // this header.
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -125,8 +126,9 @@ class TEngine {
   /// transaction only.
   virtual void Copy_To(const std::string& file) = 0;
   /// Puts all that a database file holds in place of what there is: all of it or nothing, and seen by every
-  /// connection. Waits for another writer like a statement.
-  virtual void Replace_By(const std::string& file) = 0;
+  /// connection. Waits for another writer like a statement. `first` is called when nobody else can write any
+  /// more, and must not use this connection; when it throws, nothing is replaced.
+  virtual void Replace_By(const std::string& file, const std::function<void()>& first) = 0;
 
   /// Checks the integrity of the file: one line per problem, empty for a sound database.
   virtual std::vector<std::string> Check_Storage() = 0;

@@ -255,19 +255,30 @@ class TSqlite_Engine final : public TEngine {
     copy->Bind(0, std::string_view(file));
     copy->Step();
   }
-  void Replace_By(const std::string& file) override {
+  void Replace_By(const std::string& file, const std::function<void()>& first) override {
     TSqlite_Engine source(file, {.Read_Only = true});
-    sqlite3_backup* const backup = sqlite3_backup_init(connection, "main", source.connection, "main");
+    std::unique_ptr<sqlite3_backup, int (*)(sqlite3_backup*)> backup(
+        sqlite3_backup_init(connection, "main", source.connection, "main"), &sqlite3_backup_finish);
     if (!backup) Fail(connection);
-    constexpr int all_pages = -1;
+    // A step of no pages takes the lock and no more.
+    constexpr int no_page = 0, all_pages = -1;
     const auto since = std::chrono::steady_clock::now();
     errno = 0;
-    int result = 0;
-    do {
-      result = sqlite3_backup_step(backup, all_pages);
-    } while (((result & 0xff) == SQLITE_BUSY || (result & 0xff) == SQLITE_LOCKED) &&
-             Wait(since, options.Go_On_Waiting));
-    sqlite3_backup_finish(backup);
+    const auto step = [&](int pages) {
+      int result = 0;
+      do {
+        result = sqlite3_backup_step(backup.get(), pages);
+      } while (((result & 0xff) == SQLITE_BUSY || (result & 0xff) == SQLITE_LOCKED) &&
+               Wait(since, options.Go_On_Waiting));
+      return result;
+    };
+    int result = step(no_page);
+    if (result == SQLITE_OK) {
+      first();
+      errno = 0;
+      result = step(all_pages);
+    }
+    backup.reset();
     // The connection knows the error once the backup is finished.
     if (result != SQLITE_DONE) Fail(connection);
   }

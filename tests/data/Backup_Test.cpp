@@ -57,16 +57,22 @@ TEST_F(Backup, Made_While_Another_Connection_Writes_Is_Sound) {
     for (const int before = written; written < before + 20;) std::this_thread::yield();
     made.push_back(Back_Up(database.Path(), place));
   }
+  Close_Database();
+  const std::string kept = Restore(made.front(), database.Path());
   stop = true;
   writer.join();
   EXPECT_EQ(Files(place),
             "test-2024-01-15-1200-2.db test-2024-01-15-1200-3.db test-2024-01-15-1200-4.db "
             "test-2024-01-15-1200-5.db test-2024-01-15-1200.db");
-  std::int64_t rows = 0;
-  for (const std::string& file : made) {
+  const auto pairs = [](const std::string& file) {
     Open_Database(file, TDatabase::TMode::Must_Exist);
     EXPECT_EQ(Check_Store(), std::vector<std::string>{});
-    const std::int64_t found = Query_Number("SELECT count(*) FROM KT_Settings WHERE Value = 'pair'");
+    return Query_Number("SELECT count(*) FROM KT_Settings WHERE Value = 'pair'");
+  };
+  EXPECT_EQ(pairs(kept) + pairs(database.Path()) - pairs(made.front()), 2 * written) << "none is lost";
+  std::int64_t rows = 0;
+  for (const std::string& file : made) {
+    const std::int64_t found = pairs(file);
     EXPECT_GT(found, rows);
     EXPECT_EQ(found % 2, 0);
     rows = found;
