@@ -58,9 +58,22 @@ std::string File_To_Make(const std::string& database, const std::string& place) 
   return place;
 }
 
-// The backups in a folder that bear a date, the oldest first; those of one minute by their number.
-std::vector<fs::path> Dated_Backups(const std::string& database, const std::string& folder) {
-  const std::string stem = fs::path(database).stem().string() + "-";
+// Whom a database belongs to, by which it is known from others of its name; "" when it cannot be read.
+std::string Owner_In(const std::string& path) {
+  try {
+    const auto engine = Open_Sqlite(path, {.Read_Only = true});
+    const auto owner = engine->Prepare("SELECT Value FROM KT_Settings WHERE Name = 'Owner'");
+    return owner->Step() ? std::string(owner->Text(0)) : "";
+  } catch (const EEngine_Error&) {
+    return "";
+  }
+}
+
+// The backups of a database in a folder that bear a date, which begins with `day`, the oldest first; those of
+// one minute by their number.
+std::vector<fs::path> Dated_Backups(const std::string& database, const std::string& folder,
+                                    const std::string& day = "") {
+  const std::string stem = fs::path(database).stem().string() + "-", owner = Owner_In(database);
   const std::regex pattern("(\\d{4}-\\d{2}-\\d{2}-\\d{4})(?:-(\\d{1,6}))?\\.db");
   std::map<std::pair<std::string, int>, fs::path> backups;
   std::error_code ignored;
@@ -70,7 +83,8 @@ std::vector<fs::path> Dated_Backups(const std::string& database, const std::stri
     if (!name.starts_with(stem) || fs::symlink_status(entry.path(), ignored).type() != fs::file_type::regular)
       continue;
     const std::string rest = name.substr(stem.size());
-    if (std::regex_match(rest, date, pattern))
+    if (std::regex_match(rest, date, pattern) && rest.starts_with(day) && !owner.empty() &&
+        Owner_In(entry.path().string()) == owner)
       backups[{date[1], date[2].length() > 0 ? std::stoi(date[2]) : 1}] = entry.path();
   }
   std::vector<fs::path> in_order;
@@ -79,17 +93,27 @@ std::vector<fs::path> Dated_Backups(const std::string& database, const std::stri
 }
 
 bool Has_Backup_Of_Today(const std::string& database, const std::string& folder) {
-  const std::string today =
-      fs::path(database).stem().string() + Kt_util_01::FormatDateTime("-yyyy-mm-dd-", Kt_util_01::Now());
-  const std::vector<fs::path> backups = Dated_Backups(database, folder);
-  return std::any_of(backups.begin(), backups.end(),
-                     [&](const fs::path& each) { return each.filename().string().starts_with(today); });
+  const std::string today = Kt_util_01::FormatDateTime("yyyy-mm-dd-", Kt_util_01::Now());
+  return !Dated_Backups(database, folder, today).empty();
 }
 
-void Remove_Old_Backups(const std::string& database, const std::string& folder, std::size_t kept) {
+// Keeps so many with the one just made, of whatever date the others are, and rather the last of each day than
+// several of one.
+void Remove_Old_Backups(const std::string& database, const std::string& folder, const std::string& made,
+                        std::size_t kept) {
   const std::vector<fs::path> backups = Dated_Backups(database, folder);
+  const auto day = [&](const fs::path& each) {
+    return each.filename().string().substr(fs::path(database).stem().string().size(), sizeof "-yyyy-mm-dd");
+  };
+  std::vector<fs::path> others, last_of_days;
+  for (std::size_t i = 0; i < backups.size(); ++i) {
+    if (backups[i].filename() == fs::path(made).filename()) continue;
+    const bool is_last = i + 1 == backups.size() || day(backups[i + 1]) != day(backups[i]);
+    (is_last ? last_of_days : others).push_back(backups[i]);
+  }
+  others.insert(others.end(), last_of_days.begin(), last_of_days.end());
   std::error_code ignored;
-  for (std::size_t i = 0; i + kept < backups.size(); ++i) fs::remove(backups[i], ignored);
+  for (std::size_t i = 0; i + kept <= others.size(); ++i) fs::remove(others[i], ignored);
   // And what programs that were killed have left half done.
   const std::regex half_done("\\d{4}-\\d{2}-\\d{2}-\\d{4}.*\\.db\\.new-[0-9a-f-]{36}(-wal|-shm|-journal)?");
   const std::string stem = fs::path(database).stem().string() + "-";
@@ -252,7 +276,7 @@ std::string Back_Up_Daily(const std::string& database) {
   const std::string folder = Chosen_Backup_Folder(database);
   if (!Daily_Backup() || Has_Backup_Of_Today(database, folder)) return "";
   const std::string file = Back_Up(database, folder + "/");
-  Remove_Old_Backups(database, folder, Backups_Kept());
+  Remove_Old_Backups(database, folder, file, Backups_Kept());
   return file;
 }
 

@@ -146,23 +146,29 @@ TEST_F(Backup, Only_A_Sound_Database_Of_This_Program_Is_Restored) {
 }
 
 TEST_F(Backup, Daily_Ones_Are_Made_Once_And_The_Oldest_Go) {
-  Choose_Backups(true, folder.File("kept"), 2);
+  Choose_Backups(true, folder.File("kept"), 3);
   fs::create_directory(folder.File("kept"));
-  for (const char* name :
-       {"test-2024-01-10-0900.db", "test-2024-01-10-0900-10.db", "test-2024-01-10-0900-2.db", "test-notes.db",
-        "other-2023-01-10-0900.db", "test-2023-01-10-0900.txt"})
+  for (const char* name : {"test-2024-01-10-0900.db", "test-2024-01-10-0900-10.db",
+                           "test-2024-01-10-0900-2.db", "test-2031-01-01-0900.db", "test-2031-01-01-0901.db"})
+    Back_Up(database.Path(), folder.File("kept/") + name);
+  for (const char* name : {"test-notes.db", "other-2023-01-10-0900.db", "test-2023-01-10-0900.txt"})
     std::ofstream(folder.File("kept/") + name) << "x";
+  // Of another database with the same name.
+  TDatabase().Open(folder.File("other.db"), TDatabase::TMode::Create_If_Missing);
+  Back_Up(folder.File("other.db"), folder.File("kept/test-2024-01-15-0800.db"));
   const std::string left = folder.File("kept/test-2024-01-09-0900.db.new-" + Get_GUID());
   std::ofstream(left) << "x";
   fs::last_write_time(left, fs::file_time_type::clock::now() - std::chrono::hours(25));
   EXPECT_EQ(Back_Up_Daily(database.Path()), folder.File("kept/test-2024-01-15-1200.db"));
   EXPECT_EQ(Files(folder.File("kept")),
             "other-2023-01-10-0900.db test-2023-01-10-0900.txt test-2024-01-10-0900-10.db "
-            "test-2024-01-15-1200.db test-notes.db");
+            "test-2024-01-15-0800.db test-2024-01-15-1200.db test-2031-01-01-0901.db test-notes.db");
   seams.Clock.Value += 0.4;
   EXPECT_EQ(Back_Up_Daily(database.Path()), "");
   seams.Clock.Value += 0.4;
+  Choose_Backups(true, folder.File("kept"), 1);
   EXPECT_EQ(Back_Up_Daily(database.Path()), folder.File("kept/test-2024-01-16-0712.db"));
+  EXPECT_TRUE(fs::exists(folder.File("kept/test-2024-01-16-0712.db"))) << "before one of a later date";
   Choose_Backups(false, "", 2);
   seams.Clock.Value += 1;
   EXPECT_EQ(Back_Up_Daily(database.Path()), "");
