@@ -14,11 +14,12 @@ QString Key(const std::string& section, const std::string& name) {
 }
 
 // A file is damaged when it holds what is neither a group nor a value: reading it would lose the rest, and
-// the first value that is written all of it.
+// the first value that is written all of it. Nothing at all is what a power cut leaves of a file.
 bool Is_Damaged(const QString& name) {
   QFile file(name);
   if (!file.open(QIODevice::ReadOnly)) return false;
   QByteArray content = file.readAll();
+  if (content.isEmpty()) return true;
   if (content.startsWith("\xEF\xBB\xBF")) content.remove(0, 3);
   for (const QByteArray& line : content.split('\n')) {
     const QByteArray text = line.trimmed();

@@ -136,9 +136,9 @@ TEST_F(Forms, Settings_Outlive_Their_Store_And_Keep_Every_Text) {
   std::string read;
   EXPECT_TRUE(TQt_Settings(file).Read("General", "Text", read) && read == text) << read;
   EXPECT_FALSE(TQt_Settings(file).Read("Options", "Nothing", read));
-  for (const char* damage : {"\n[Common\n", "\nrubbish\n", "a\\0="}) {
+  for (const char* damage : {"\n[Common\n", "\nrubbish\n", "a\\0=", ""}) {
     const std::string before =
-        File_Content(From_Qt(file)) + (damage[0] == 'a' ? std::string(1, '\0') : damage);
+        *damage == 0 ? "" : File_Content(From_Qt(file)) + (damage[0] == 'a' ? std::string(1, '\0') : damage);
     std::ofstream(From_Qt(file)) << before;
     TQt_Settings settings(file);
     const std::string kept = From_Qt(file) + ".damaged-2024-01-15-120000";
