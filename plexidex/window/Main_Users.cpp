@@ -116,7 +116,12 @@ void TMain_Window::Edit_Selected_Permissions() {
 
 void TMain_Window::Look_At_Session() {
   if (!Rows_May_Change() || QApplication::activeModalWidget()) return;
-  const auto known = Read("Main_Users:Look_At_Session [KT_Users/KT_Settings]", Is_Known_User);
+  const auto known = Read("Main_Users:Look_At_Session [KT_Users/KT_Settings]", [] {
+    // Another program may have restored a backup of somebody else's.
+    if (!DB_Permissions && Kt_util_01::User_Key() != Database_Owner())
+      Kt_util_01::Set_User_Key(Database_Owner());
+    return Is_Known_User();
+  });
   if (!known) return;
   if (session == Session() && *known) return;
   // A page looks at what users may do when it is made.

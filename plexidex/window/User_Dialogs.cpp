@@ -68,7 +68,8 @@ class TUser_Dialog : public THost_Dialog {
   bool Save() override {
     const std::string text = From_Qt(name->text().simplified());
     if (text.empty()) return Refuse(name, "A user needs a name.");
-    std::string hash, fault;
+    std::string fault;
+    // What was typed is gone from its fields when only the name is refused.
     if (!password.Is_Empty()) fault = password.Take(hash);
     if (!fault.empty()) return Refuse(password.Input(), fault);
     const bool may_do_all = administrator->isChecked();
@@ -95,6 +96,7 @@ class TUser_Dialog : public THost_Dialog {
   QLineEdit* name;
   QCheckBox* administrator;
   TNew_Password password;
+  std::string hash;  // of the password that was typed last
 };
 
 class TRemove_User : public THost_Dialog {

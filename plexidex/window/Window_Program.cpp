@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QIcon>
+#include <QTimer>
 #include <clocale>
 #include <iostream>
 
@@ -110,7 +111,15 @@ int Show_Windows(const TWindow_Options& options) {
   QApplication::setQuitOnLastWindowClosed(false);
   QObject::connect(&window, &TMain_Window::Closed, qApp, &QApplication::quit, Qt::QueuedConnection);
   TPresence presence(window, instance);
-  if (!options.Hidden || !presence.Goes_On_Hidden()) window.show();
+  if (options.Hidden && Kt_util_01::Read_Bool("General", "Tray", false)) {
+    // At login the program may come before the notification area does.
+    constexpr int enough_msecs = 15'000;
+    QTimer::singleShot(enough_msecs, &window, [&] {
+      if (!presence.Goes_On_Hidden()) window.show();
+    });
+  } else {
+    window.show();
+  }
   Fill_First_Book(window, first);
   Import_Files(window, files);
   presence.Start();
