@@ -21,7 +21,7 @@ endif()
 
 # What runs under the sanitizers in ./test.
 add_custom_target(all_tests)
-foreach(name util data events editors pages calendar tasks search print forms ical vcard cli app)
+foreach(name util data events editors pages calendar tasks search print forms ical vcard cli app alerts holidays)
   if(TARGET test_${name})
     add_dependencies(all_tests test_${name})
   endif()
