@@ -1,16 +1,13 @@
 #include "Permissions.h"
 
 #include "Books.h"
+#include "In_Quotes.h"
 #include "Kt_util_01.h"
 #include "Users.h"
 
 namespace Kt_data_01 {
 
 namespace {
-
-std::string In_Quotes(std::string_view text) {
-  return '"' + std::string(text) + '"';
-}
 
 struct TOwned {
   std::string Name;  // 'the folder "Friends"'; "" when it is not there

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "Database.h"
+#include "In_Quotes.h"
 #include "Sql_Text.h"
 
 namespace Kt_data_01 {
@@ -23,10 +24,6 @@ void Add_Rows(std::vector<std::string>& findings, const std::string& sql, std::s
   if (count > Named_Of_A_Kind) {
     findings.push_back("And " + std::to_string(count - Named_Of_A_Kind) + " more " + std::string(kind) + ".");
   }
-}
-
-std::string In_Quotes(std::string_view text) {
-  return '"' + std::string(text) + '"';
 }
 
 void Check_Storage(std::vector<std::string>& findings) {

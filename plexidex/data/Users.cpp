@@ -4,6 +4,7 @@
 #include <array>
 
 #include "Database.h"
+#include "In_Quotes.h"
 #include "Kt_util_01.h"
 #include "Rights.h"
 #include "Row_Sets.h"
@@ -15,10 +16,6 @@ bool DB_Permissions = false, DB_Secure = false;
 namespace {
 
 constexpr const char* Gone = "The user has been removed meanwhile.";
-
-std::string In_Quotes(std::string_view text) {
-  return '"' + std::string(text) + '"';
-}
 
 TAccount Read_Account(const TTable& users) {
   return {std::string(users.Text(users.Field("Key"))), std::string(users.Text(users.Field("Name"))),

@@ -8,6 +8,7 @@
 #include "Folders.h"
 #include "Host_Dialog.h"
 #include "Image_List.h"
+#include "In_Quotes.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "Name_Dialog.h"
@@ -118,10 +119,6 @@ std::optional<TPlaced> Read_Place(const std::string& key, const std::string& cap
   if (Read("Folder_Dialogs:Read_Place [KT_Contacts]", [&] { place = Place_Of(key); }) && !place)
     Say_Removed(caption);
   return place;
-}
-
-std::string In_Quotes(const std::string& text) {
-  return '"' + text + '"';
 }
 
 }  // namespace
