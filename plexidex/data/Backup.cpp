@@ -35,11 +35,6 @@ class TTemporary_Copy {
   const std::string Path;
 };
 
-std::string Dated_Name(const std::string& database, const std::string& infix) {
-  return fs::path(database).stem().string() + infix +
-         Kt_util_01::FormatDateTime("-yyyy-mm-dd-hhnn", Kt_util_01::Now());
-}
-
 // A name with date and time that is free.
 std::string Free_Name(const fs::path& folder, const std::string& name) {
   fs::path path = folder / (name + ".db");
@@ -53,7 +48,7 @@ std::string Free_Name(const fs::path& folder, const std::string& name) {
 std::string File_To_Make(const std::string& database, const std::string& place) {
   const fs::path path(place);
   if (!path.has_filename()) fs::create_directories(path);
-  if (fs::is_directory(path)) return Free_Name(path, Dated_Name(database, ""));
+  if (fs::is_directory(path)) return Free_Name(path, Dated_Name(database));
   if (fs::exists(path)) throw EBackup_Error("\"" + place + "\" is there already; a backup replaces no file.");
   return place;
 }
@@ -206,6 +201,11 @@ std::string Move_Aside(const std::string& database, const std::string& kept) {
 
 }  // namespace
 
+std::string Dated_Name(const std::string& database, const std::string& infix) {
+  return fs::path(database).stem().string() + infix +
+         Kt_util_01::FormatDateTime("-yyyy-mm-dd-hhnn", Kt_util_01::Now());
+}
+
 std::string Backup_Folder_Of(const std::string& database) {
   return (fs::absolute(database).parent_path() / "backups").string();
 }
@@ -220,9 +220,7 @@ std::string Back_Up(const std::string& database, const std::string& place) {
 }
 
 std::string Restore_Fault() {
-  Follow_Users();
-  const bool may = !DB_Permissions || Account_Of(Kt_util_01::User_Key()).Administrator;
-  return may ? "" : "Only an administrator may restore a backup.";
+  return Administrator_Fault().empty() ? "" : "Only an administrator may restore a backup.";
 }
 
 std::string Restore(const std::string& file, const std::string& database, const TSqlite_Options& options) {

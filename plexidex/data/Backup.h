@@ -16,6 +16,9 @@ class EBackup_Error : public std::runtime_error {
 /// The folder "backups" beside a database.
 std::string Backup_Folder_Of(const std::string& database);
 
+/// The name of a database with a word and the present date and time behind it, without an ending.
+std::string Dated_Name(const std::string& database, const std::string& infix = {});
+
 /// Copies a database, as of one moment, while any program may write to it; the copy is checked before it gets
 /// its name. `place` is the file to make, which must not be there yet, or a folder: then the name is that of
 /// the database with date and time, as in plexidex-2026-11-22-0915.db. A folder that is there counts as one,

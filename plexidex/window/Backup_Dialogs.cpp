@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QTimer>
 
 #include "Backup.h"
@@ -30,8 +29,7 @@ QString Backup_Files() {
 void Back_Up_With_Dialog(QWidget* window) {
   const QString folder = To_Qt(Kt_data_01::Chosen_Backup_Folder(Database_File()));
   QDir().mkpath(folder);
-  const QString name = QFileInfo(To_Qt(Database_File())).completeBaseName() +
-                       To_Qt(Kt_util_01::FormatDateTime("-yyyy-mm-dd-hhnn", Kt_util_01::Now()));
+  const QString name = To_Qt(Kt_data_01::Dated_Name(Database_File()));
   const QString file =
       QFileDialog::getSaveFileName(window, QObject::tr("Back Up"), QDir(folder).filePath(name + ".db"),
                                    Backup_Files(), nullptr, QFileDialog::DontConfirmOverwrite);
