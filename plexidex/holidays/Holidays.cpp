@@ -6,6 +6,7 @@
 
 #include "Holiday_Dates.h"
 #include "ICU_Texts.h"
+#include "Kt_text.h"
 #include "Kt_util_01.h"
 
 namespace Plexidex {
@@ -193,10 +194,8 @@ std::vector<std::string> Chosen_Countries() {
   std::vector<std::string> codes;
   for (std::size_t at = 0; at <= chosen.size();) {
     const std::size_t end = std::min(chosen.find(',', at), chosen.size());
-    std::string_view code = std::string_view(chosen).substr(at, end - at);
-    while (code.starts_with(' ')) code.remove_prefix(1);
-    while (code.ends_with(' ')) code.remove_suffix(1);
-    const TCountry* country = Find_Country(code);
+    const TCountry* country =
+        Find_Country(Kt_data_01::Trimmed(std::string_view(chosen).substr(at, end - at)));
     if (country && std::find(codes.begin(), codes.end(), country->Code) == codes.end())
       codes.emplace_back(country->Code);
     at = end + 1;

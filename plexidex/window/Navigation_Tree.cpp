@@ -157,11 +157,8 @@ void TNavigation_Tree::Add_Results(QTreeWidgetItem* book_node) {
 void TNavigation_Tree::Add_Filters(QTreeWidgetItem* book_node, const std::string& book) {
   QTreeWidgetItem* searches = nullptr;
   for (const bool shared : {false, true}) {
-    QStringList names;
-    for (const std::string& name : KTReminds::Filter_Names(book, shared)) names << To_Qt(name);
-    std::sort(names.begin(), names.end(),
-              [](const QString& a, const QString& b) { return a.localeAwareCompare(b) < 0; });
-    for (const QString& name : names) {
+    for (const std::string& each : KTReminds::Filter_Names(book, shared)) {
+      const QString name = To_Qt(each);
       if (!searches) searches = Add_Node(book_node, tr("Searches"), TNode_Kind::Searches);
       auto* item = Add_Node(searches, shared ? tr("%1 (shared)").arg(name) : name, TNode_Kind::Filter);
       item->setData(0, Key_Role, name);
