@@ -47,13 +47,14 @@ TTray::TTray() {
   connect(&icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick) emit Open_Wanted();
   });
-  // Some desktops show the menu without saying so.
-  Fill_Menu();
 }
 
 bool TTray::Follow_Preferences() {
-  icon.setVisible(Kt_util_01::Read_Bool("General", "Tray", false) &&
-                  QSystemTrayIcon::isSystemTrayAvailable());
+  const bool show =
+      Kt_util_01::Read_Bool("General", "Tray", false) && QSystemTrayIcon::isSystemTrayAvailable();
+  // Some desktops show the menu without saying so.
+  if (show && !icon.isVisible()) Fill_Menu();
+  icon.setVisible(show);
   return icon.isVisible();
 }
 
@@ -62,6 +63,7 @@ void TTray::Set_Count(int waiting) {
   icon.setToolTip(count == 0   ? QStringLiteral("Plexidex")
                   : count == 1 ? tr("Plexidex: 1 reminder")
                                : tr("Plexidex: %1 reminders").arg(count));
+  if (icon.isVisible() && !menu.isVisible()) Fill_Menu();
 }
 
 void TTray::Fill_Menu() {
