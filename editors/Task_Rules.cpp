@@ -172,7 +172,7 @@ void TTask_Rules::Define(TEvent_Record& event) const {
 }
 
 void TTask_Rules::Finish_Update(const std::string& contact) {
-  if (!Journal || !Is_Done() || (!Is_New() && stored_status == TTask_Status::Completed)) return;
+  if (!Journal || !Is_Done(false) || (!Is_New() && stored_status == TTask_Status::Completed)) return;
   const TDateTime now = Now();
   LogJournal(Activity, occurrence_key, contact, Subject, now,
              FormatDateTime("\"Task Marked Completed: \"ddddd,t", now), 0, now);

@@ -42,7 +42,7 @@ class TTask_Rules : public TEditor_Rules {
   bool All_Day() const override { return true; }
   TDateTime Entry_Date() const override { return Day; }
   void Load(const TEvent_Record& event, const TOccurrence& occurrence) override;
-  bool Is_Done(bool /*stored*/ = false) const override { return Status == TTask_Status::Completed; }
+  bool Is_Done(bool /*stored*/) const override { return Status == TTask_Status::Completed; }
   void Define(TEvent_Record& event) const override;
   void Finish_Update(const std::string& contact) override;
   TRefusal Validate_Numbers();

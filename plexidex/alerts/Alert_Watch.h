@@ -21,7 +21,7 @@ struct TAlert_Entry {
   TDateTime EventDate = 0;
   bool Timeless = false, Task = false;
   bool Private = false;     // another user's
-  bool May_Change = false;  // marked done, or put off for the others
+  bool May_Change = false;  // so that it may be marked done
   std::string Sound;        // as the alarm has it, "" for the default
 
   const std::string& Key() const { return Alert.Occurrence; }
