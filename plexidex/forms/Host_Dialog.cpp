@@ -1,5 +1,6 @@
 #include "Host_Dialog.h"
 
+#include <QLabel>
 #include <QVBoxLayout>
 
 #include "Kt_update.h"
@@ -38,6 +39,13 @@ bool THost_Dialog::Refuse(QLineEdit* input, const std::string& why) {
   input->setFocus();
   input->selectAll();
   return false;
+}
+
+QLabel* Plain_Label(const QString& text) {
+  auto* label = new QLabel(text);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  return label;
 }
 
 bool May(const std::string& owner, int level) {

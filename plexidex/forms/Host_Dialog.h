@@ -8,6 +8,8 @@
 
 #include "Kt_forms.h"
 
+class QLabel;
+
 namespace Plexidex {
 
 /// A dialog of labelled controls with OK and Cancel. OK keeps it open while Accept says false.
@@ -32,6 +34,9 @@ class THost_Dialog : public Kt_forms::TDialog_Form {
   QFormLayout* form;
   QDialogButtonBox* buttons;
 };
+
+/// A text of a dialog that is as long as it needs to be. The caller owns it.
+QLabel* Plain_Label(const QString& text);
 
 /// Whether the user may; one who may not hears the warning sound.
 bool May(const std::string& owner, int level);

@@ -26,13 +26,6 @@ std::string Remembered_User() {
   return Kt_util_01::Read_String("Users", Database_Owner(), "");
 }
 
-QLabel* Plain_Label(const QString& text) {
-  auto* label = new QLabel(text);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  return label;
-}
-
 QString Database_Name() {
   return QDir::toNativeSeparators(To_Qt(Shared_Database().Path()));
 }

@@ -38,13 +38,14 @@ class TSecurity_Dialog : public THost_Dialog {
     Form()->addRow(group);
     for (QWidget* control : {static_cast<QWidget*>(secure), static_cast<QWidget*>(group)})
       control->setEnabled(DB_Permissions);
-    if (!DB_Permissions) Add_Text(tr("There are no users yet. Add them first, in \"Users\"."));
-    Add_Text(
+    if (!DB_Permissions)
+      Form()->addRow(Plain_Label(tr("There are no users yet. Add them first, in \"Users\".")));
+    Form()->addRow(Plain_Label(
         tr("This keeps the users of this program apart, from what is private and from what others may not "
            "see or "
            "change. It protects from nobody who can read the database's file itself: that file is not "
            "encrypted. "
-           "Who must not read it needs to be kept out by the computer's own accounts."));
+           "Who must not read it needs to be kept out by the computer's own accounts.")));
     setMinimumWidth(fontMetrics().averageCharWidth() * 65);
     Finish();
   }
@@ -73,13 +74,6 @@ class TSecurity_Dialog : public THost_Dialog {
     const char* Name;
     QString Caption;
   };
-
-  void Add_Text(const QString& text) {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    Form()->addRow(label);
-  }
 
   void Tell_Who_Cannot_Log_In() const {
     const bool before = DB_Secure;

@@ -19,13 +19,6 @@ using namespace Kt_forms;
 
 namespace {
 
-QLabel* Explanation(const QString& text) {
-  auto* label = new QLabel(text);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  return label;
-}
-
 // Runs changes of users until one of them says why it cannot be; then none of them is kept. False when
 // nothing was changed; `fault` is "" when the user has been told why.
 bool Change_Users(std::string& fault, const std::function<std::string()>& change) {
@@ -52,7 +45,7 @@ class TUser_Dialog : public THost_Dialog {
     administrator->setChecked(account.Administrator || first);
     administrator->setEnabled(!first);
     Form()->addRow(administrator);
-    Form()->addRow(Explanation(
+    Form()->addRow(Plain_Label(
         first ? tr("The first user is an administrator and owns all that has been written so far.")
         : account.Has_Password
             ? tr("Without a new password the present one stays.")
@@ -109,7 +102,7 @@ class TRemove_User : public THost_Dialog {
       if (one.Key != removed.Key) heirs->addItem(To_Qt(one.Name), To_Qt(one.Key));
     }
     heirs->setCurrentIndex(std::max(0, heirs->findData(To_Qt(Kt_util_01::User_Key()))));
-    Form()->addRow(Explanation(tr("The contacts, events, tasks, reminders and searches of \"%1\" stay, and "
+    Form()->addRow(Plain_Label(tr("The contacts, events, tasks, reminders and searches of \"%1\" stay, and "
                                   "belong to somebody else from "
                                   "now on, private ones too.")
                                    .arg(To_Qt(removed.Name))));
@@ -138,7 +131,7 @@ class TUsers_Dialog : public TList_Dialog {
   explicit TUsers_Dialog(QWidget* parent)
       : TList_Dialog(tr("Users"), tr("&Users of this database:"), QStringLiteral("User"), tr("&Edit..."),
                      parent) {
-    Form()->addRow(Explanation(
+    Form()->addRow(Plain_Label(
         tr("Without users whoever opens the database may do everything in it. What users may do is set "
            "in \"Database Security\", and for single books, folders and contacts on their pages of "
            "permissions.")));
