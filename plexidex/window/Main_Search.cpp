@@ -88,7 +88,7 @@ void TMain_Window::Make_Quick_Search() {
   });
   connect(field, &TQuick_Field::Open_Entry, this,
           [this](bool task, const QString& key, const QString& owner, const QString& book) {
-            Open_Quick_Entry(task, From_Qt(key), From_Qt(owner), From_Qt(book));
+            Open_Entry(task, From_Qt(key), From_Qt(owner), From_Qt(book));
           });
   connect(field, &TQuick_Field::Open_Contact, this, [this](const QString& key, const QString& book) {
     if (tree->Select(TNode_Kind::Contact, From_Qt(book), From_Qt(key))) tree->setFocus();
@@ -98,9 +98,9 @@ void TMain_Window::Make_Quick_Search() {
   });
 }
 
-void TMain_Window::Open_Quick_Entry(bool task, const std::string& key, const std::string& owner,
-                                    const std::string& book) {
-  (task ? Task_Properties : Reminder_Properties)(key, owner, book, {}, false);
+void TMain_Window::Open_Entry(bool task, const std::string& key, const std::string& owner,
+                              const std::string& book, bool hidden) {
+  (task ? Task_Properties : Reminder_Properties)(key, owner, book, {}, hidden);
   Look_At_Rows(this);
 }
 

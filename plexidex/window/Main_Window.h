@@ -40,6 +40,9 @@ class TMain_Window : public QMainWindow {
   TNavigation_Tree& Tree() { return *tree; }
   /// Asks for a new event or task of the book that is selected.
   void New_Entry(bool task);
+  /// Opens the editor of an entry; of another user's private one with `hidden`.
+  void Open_Entry(bool task, const std::string& key, const std::string& owner, const std::string& book,
+                  bool hidden = false);
   /// Shows the window in front, wherever it was.
   void Come_Forward();
   /// Closes the window, whether or not it may go on hidden.
@@ -86,7 +89,6 @@ class TMain_Window : public QMainWindow {
   void Show_Contact(const std::string& contact);
   void Send_To_Page(int message, qintptr l_param);
   void Make_Quick_Search();
-  void Open_Quick_Entry(bool task, const std::string& key, const std::string& owner, const std::string& book);
   void Show_All_Quick(int group, const std::string& text, const std::string& book);
   void Display_Host_Page(int index);
   bool Show_Search_Page(int index, const std::string& book);

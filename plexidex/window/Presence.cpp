@@ -19,9 +19,7 @@ TPresence::TPresence(TMain_Window& window, TSingle_Instance& instance) : window(
   connect(&window, &TMain_Window::Reminders_Wanted, &alerts, &TAlert_Service::Show_Window);
   connect(&tray, &TTray::Entry_Wanted, &window,
           [&window](bool task, const QString& key, const QString& owner, const QString& book, bool hidden) {
-            const auto edit = task ? KTReminds::Task_Properties : KTReminds::Reminder_Properties;
-            edit(From_Qt(key), From_Qt(owner), From_Qt(book), {}, hidden);
-            Look_At_Rows(&window);
+            window.Open_Entry(task, From_Qt(key), From_Qt(owner), From_Qt(book), hidden);
           });
   connect(&alerts, &TAlert_Service::Count_Changed, &tray, &TTray::Set_Count);
   connect(&alerts, &TAlert_Service::Entries_Changed, &window, [&window] { Look_At_Rows(&window); });

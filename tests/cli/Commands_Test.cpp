@@ -30,6 +30,14 @@ TResult Run_With(const std::vector<std::string>& args) {
   return {status, out.str(), err.str()};
 }
 
+// Into Family/Near.
+void Put_First_Contact_Into_A_Folder() {
+  const std::string book = List_Books().front().Key,
+                    family = Create_Contact(book, "Family", {}, Contact_Type_Folder);
+  Move_To_Folder(List_Contacts(book, false).front().Key,
+                 Create_Contact(book, "Near", family, Contact_Type_Folder));
+}
+
 struct Commands_Test : TSeams_Test {
   Commands_Test() { setenv("XDG_DATA_HOME", folder.File("home").c_str(), 1); }
   ~Commands_Test() override { unsetenv("XDG_DATA_HOME"); }
@@ -250,12 +258,7 @@ TEST_F(Commands_Test, Contacts_Come_In_Are_Listed_And_Go_Out) {
             "not used: line "
             "14: belongs to no card\n");
   Open_Database(folder.File("a.db"), TDatabase::TMode::Must_Exist);
-  In_Update([] {
-    const std::string book = List_Books().front().Key,
-                      family = Create_Contact(book, "Family", {}, Contact_Type_Folder);
-    Move_To_Folder(List_Contacts(book, false).front().Key,
-                   Create_Contact(book, "Near", family, Contact_Type_Folder));
-  });
+  In_Update(Put_First_Contact_Into_A_Folder);
   Close_Database();
   EXPECT_EQ(On("a.db", {"contacts"}).Out,
             "Name       Kind     Telephones     E-mail  Address           Folder       Categories\n"
@@ -284,11 +287,8 @@ TEST_F(Commands_Test, Searches_Are_Run_Kept_And_Run_Again) {
   On("a.db", {"books", "--add", "Other"});
   Open_Database(folder.File("a.db"), TDatabase::TMode::Must_Exist);
   In_Update([] {
-    const std::string book = List_Books().front().Key,
-                      family = Create_Contact(book, "Family", {}, Contact_Type_Folder);
-    Move_To_Folder(List_Contacts(book, false).front().Key,
-                   Create_Contact(book, "Near", family, Contact_Type_Folder));
-    Create_Contact(book, "Near", {}, Contact_Type_Folder);
+    Put_First_Contact_Into_A_Folder();
+    Create_Contact(List_Books().front().Key, "Near", {}, Contact_Type_Folder);
   });
   Close_Database();
   const std::string club = "category membership is a member of club";
