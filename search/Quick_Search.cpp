@@ -123,7 +123,6 @@ class TQuick_Search::TImpl {
           break;
         }
         if (const auto master = Master_At(early_events); master && Is_In(early_events.Text(column.Title))) {
-          ++early[master->Group].Count;
           Look_Up(early[master->Group], early_events.Text(column.Key), early_events.Text(column.Title),
                   master->Timeless);
         }
@@ -161,11 +160,8 @@ class TQuick_Search::TImpl {
           phase = TPhase::Done;
           break;
         }
-        Match(masters, TPhase::Match_Names, [this](std::size_t row) {
-          const TGroup group = kinds[row].Group;
-          hits[group].push_back(row);
-          ++found[group].Count;
-        });
+        Match(masters, TPhase::Match_Names,
+              [this](std::size_t row) { hits[kinds[row].Group].push_back(row); });
         break;
       case TPhase::Match_Names:
         Match(names, TPhase::Look_Up, [this](std::size_t row) { Add_Contact(row, true); });
@@ -268,12 +264,13 @@ class TQuick_Search::TImpl {
     of.Rows.insert(place, {std::string(key), {}, std::string(book), name, 0, false});
   }
 
-  // Of very many events those made last are looked at.
+  // Of very many events those made last are looked at; whether the user may see the others is not known.
   void Look_Up_Next() {
     constexpr std::size_t most_looked_up = 400;
     for (const TGroup group : {Events, Tasks}) {
       const auto& rows = hits[group];
       const std::size_t done = looked_up[group];
+      found[group].Is_Least = done == most_looked_up && rows.size() > most_looked_up;
       if (done == std::min(rows.size(), most_looked_up)) continue;
       ++looked_up[group];
       const std::size_t master = rows[rows.size() - 1 - done];
@@ -290,7 +287,7 @@ class TQuick_Search::TImpl {
     return a >= today ? a < b : a > b;
   }
 
-  // Adds the date of a master that is shown; one without any is not counted any more.
+  // Counts and adds a master with its date, if one is shown.
   void Look_Up(TFound& of, std::string_view master, std::string_view title, bool timeless) {
     const TOccurrence_Columns& column = Occurrence_Columns();
     std::optional<TRow> best;
@@ -306,10 +303,8 @@ class TQuick_Search::TImpl {
                   date,
                   timeless};
     }
-    if (!best) {
-      --of.Count;
-      return;
-    }
+    if (!best) return;
+    ++of.Count;
     const auto place =
         std::upper_bound(of.Rows.begin(), of.Rows.end(), *best,
                          [](const TRow& a, const TRow& b) { return Is_Before(a.Date, b.Date); });

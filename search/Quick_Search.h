@@ -34,6 +34,7 @@ class TQuick_Search {
     /// coming ones first and then the latest. Contacts: those found by name first, by name.
     std::vector<TRow> Rows;
     std::size_t Count = 0;  // with those that are not among the rows
+    bool Is_Least = false;  // there may be more of them
   };
 
   TQuick_Search();

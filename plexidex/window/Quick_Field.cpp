@@ -146,7 +146,8 @@ void TQuick_Field::Add_Group(TQuick_Search::TGroup group) {
     item->setData(0, Owner_Role, To_Qt(row.Owner));
   }
   if (const std::size_t more = found.Count - std::min(found.Count, found.Rows.size()); more > 0)
-    add(tr("%1 more...").arg(QLocale().toString(qulonglong(more))), found.Rows.front());
+    add((found.Is_Least ? tr("Over %1 more...") : tr("%1 more...")).arg(QLocale().toString(qulonglong(more))),
+        found.Rows.front());
 }
 
 // Below the field, as high as its lines, and inside the window.
