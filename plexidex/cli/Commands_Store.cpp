@@ -8,6 +8,7 @@
 #include "Console_Text.h"
 #include "Contacts_Output.h"
 #include "Database.h"
+#include "Entry_Walk.h"
 #include "Event_Rows.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
@@ -142,15 +143,26 @@ void Add_Book(const std::string& name) {
   if (taken) throw ECommand_Error("There is a book \"" + name + "\" already.");
 }
 
+// How many of a view's occurrences the user may see.
+std::int64_t Visible_Count(TTable& occurrences) {
+  if (!DB_Permissions) return occurrences.Record_Count();
+  TTable contacts = KTReminds::Entry_Contacts();
+  std::int64_t count = 0;
+  for (occurrences.First(); !occurrences.Eof(); occurrences.Next())
+    count +=
+        KTReminds::Is_Visible(contacts, occurrences.Text(KTReminds::Occurrence_Columns().Contact)) ? 1 : 0;
+  return count;
+}
+
 int Run_Books(const TConsole& console, bool with_keys) {
   const TSnapshot snapshot;
   const std::vector<TBook> books = Visible_Books();
-  TTable occurrences(Events_Data, "BookandDate", {"Key"});
+  TTable occurrences(Events_Data, "BookandDate", {"Contact"});
   std::vector<std::int64_t> counts;
   int width = 0;
   for (const TBook& book : books) {
     occurrences.SetRange({book.Key}, {book.Key});
-    counts.push_back(occurrences.Record_Count());
+    counts.push_back(Visible_Count(occurrences));
     width = std::max(width, Display_Width(Printable(book.Name)));
   }
   if (books.empty()) console.Out << "There are no books yet.\n";
