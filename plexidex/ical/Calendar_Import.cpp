@@ -39,24 +39,18 @@ class TImporter {
         !occurrences.FindKey({object.UID}))
       return;
     if (book.Key.empty()) book = Create_Book(book.Name);
-    const bool withdrawn = object.Events.empty();
-    if (!Access_Allowed(book.Calendar, withdrawn ? Access_Delete : Access_Update) && Is_Known(object.UID)) {
+    if (!writer) writer.emplace(book, until, report);
+    if (const std::string fault = writer->Fault(object); !fault.empty()) {
       report.Unused.push_back(
-          {(withdrawn ? std::string() : object.Events.front().Record.Title + ' ') + '(' + object.UID + ')',
-           std::string("is in the book already, and you may not ") + (withdrawn ? "delete" : "change") +
-               " it"});
+          {(object.Events.empty() ? std::string() : object.Events.front().Record.Title + ' ') + '(' +
+               object.UID + ')',
+           fault});
       return;
     }
-    if (!writer) writer.emplace(book, until, report);
     writer->Write(object);
   }
 
  private:
-  bool Is_Known(const std::string& uid) {
-    return imports.FindKey({book.Key, uid}) ||
-           (occurrences.FindKey({uid}) && occurrences.Text(KTReminds::Occurrence_Columns().Book) == book.Key);
-  }
-
   const std::string name;
   const TDateTime until;
   TBook book;

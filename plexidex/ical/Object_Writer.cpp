@@ -44,13 +44,13 @@ void TObject_Writer::Write(TPlanned_Object& object) {
 
   for (const TPlanned_Event& event : object.Events) {
     if (event.Is_Set()) {
-      Write_Set(object, event);
+      Write_Set(object, event, replaced);
     } else {
       for (const TDateTime date : event.Dates) {
         if (event.Is_Task()) {
           Write_Task(object, event, date, replaced);
         } else {
-          Write_Single(object, event, date);
+          Write_Single(object, event, date, replaced);
         }
       }
     }
@@ -74,7 +74,27 @@ void TObject_Writer::Keep_Text(const TPlanned_Object& object) {
   }
 }
 
-TObject_Writer::TReplaced TObject_Writer::Remove_Old(const std::string& uid) {
+std::string TObject_Writer::Fault(const TPlanned_Object& object) {
+  const bool withdrawn = object.Events.empty();
+  const int level = withdrawn ? Access_Delete : Access_Update;
+  const std::string may_not =
+      std::string("is in the book already, and you may not ") + (withdrawn ? "delete" : "change") + " it";
+  if (imports.FindKey({book.Key, object.UID}) && !Access_Allowed(book.Calendar, level)) return may_not;
+  for (const std::string& event : Known_Events(object.UID)) {
+    if (events.FindKey({event}) && events.Boolean(Event_Columns().Private) &&
+        events.Text(Event_Columns().User) != User_Key())
+      return "is in the book already, and private to another user";
+    bool allowed = true;
+    occurrences.SetRange({event}, {event});
+    for (occurrences.First(); allowed && !occurrences.Eof(); occurrences.Next())
+      allowed = Access_Allowed(occurrences.Text(Occurrence_Columns().Contact), level);
+    occurrences.CancelRange();
+    if (!allowed) return may_not;
+  }
+  return {};
+}
+
+std::vector<std::string> TObject_Writer::Known_Events(const std::string& uid) {
   std::vector<std::string> old;
   import_events.Set_Index("BookandUID");
   import_events.SetRange({book.Key, uid}, {book.Key, uid});
@@ -83,9 +103,12 @@ TObject_Writer::TReplaced TObject_Writer::Remove_Old(const std::string& uid) {
     old.emplace_back(import_events.Text(event));
   import_events.CancelRange();
   if (std::find(old.begin(), old.end(), uid) == old.end() && Is_Event_Of_Book(uid)) old.push_back(uid);
+  return old;
+}
 
+TObject_Writer::TReplaced TObject_Writer::Remove_Old(const std::string& uid) {
   TReplaced replaced;
-  for (const std::string& key : old) Remove_Event(key, replaced);
+  for (const std::string& key : Known_Events(uid)) Remove_Event(key, replaced);
   return replaced;
 }
 
@@ -99,6 +122,7 @@ void TObject_Writer::Remove_Event(const std::string& event, TReplaced& replaced)
   // The user may have deleted it since.
   if (!events.FindKey({event})) return;
   replaced.Any = true;
+  replaced.User = events.Text(Event_Columns().User);
   const std::int64_t completed = events.Integer(Event_Columns().Completed);
   const TOccurrence_Columns& column = Occurrence_Columns();
   occurrences.SetRange({event}, {event});
@@ -110,11 +134,12 @@ void TObject_Writer::Remove_Event(const std::string& event, TReplaced& replaced)
   Delete_Set(event);
 }
 
-TNew_Event TObject_Writer::Begin(const TPlanned_Event& planned, TDateTime date) const {
+TNew_Event TObject_Writer::Begin(const TPlanned_Event& planned, TDateTime date,
+                                 const TReplaced& replaced) const {
   TNew_Event event;
   event.Owner = {book.Key, book.Calendar};
   event.Record = planned.Record;
-  event.Record.User = User_Key();
+  event.Record.User = replaced.Any ? replaced.User : User_Key();
   event.Record.FirstDate = date;
   event.Alarm = planned.Alarm;
   return event;
@@ -129,8 +154,8 @@ void TObject_Writer::Create(const TPlanned_Object& object, int part, const TNew_
 }
 
 void TObject_Writer::Write_Single(const TPlanned_Object& object, const TPlanned_Event& planned,
-                                  TDateTime date) {
-  TNew_Event event = Begin(planned, date);
+                                  TDateTime date, const TReplaced& replaced) {
+  TNew_Event event = Begin(planned, date, replaced);
   event.Record.Pattern.LastDate = date;
   const bool several_days = planned.Days > 1;
   if (several_days) {
@@ -150,7 +175,7 @@ void TObject_Writer::Write_Single(const TPlanned_Object& object, const TPlanned_
 
 void TObject_Writer::Write_Task(const TPlanned_Object& object, const TPlanned_Event& planned, TDateTime due,
                                 const TReplaced& replaced) {
-  TNew_Event event = Begin(planned, due - planned.Lead_Days);
+  TNew_Event event = Begin(planned, due - planned.Lead_Days, replaced);
   event.Date = event.Record.Pattern.LastDate = due;
   TTask_Progress& progress = event.Record.Progress;
   // What the user completed stays completed.
@@ -170,8 +195,9 @@ void TObject_Writer::Write_Task(const TPlanned_Object& object, const TPlanned_Ev
 }
 
 // Applies exception dates and overrides, and marks what was done.
-void TObject_Writer::Write_Set(const TPlanned_Object& object, const TPlanned_Event& planned) {
-  TNew_Event event = Begin(planned, planned.Dates.front());
+void TObject_Writer::Write_Set(const TPlanned_Object& object, const TPlanned_Event& planned,
+                               const TReplaced& replaced) {
+  TNew_Event event = Begin(planned, planned.Dates.front(), replaced);
   event.Extra = planned.Extra;
   event.Adjust = [&](TNew_Occurrence& occurrence) {
     if (const auto change = planned.Changes.find(To_Msecs(occurrence.Date));

@@ -20,24 +20,31 @@ class TObject_Writer {
   /// Book and report must outlive the writer; `until` is the last day of endless rules.
   TObject_Writer(const Kt_data_01::TBook& book, TDateTime until, TImport_Report& report);
 
-  /// Throws EData_Error, or EAlready_Reported when a part of the writing has reported its failure.
+  /// Why the user may not have what is in the book already take this over, or be withdrawn by it; "" when it
+  /// may be written.
+  std::string Fault(const TPlanned_Object& object);
+  /// What takes the place of another's event stays theirs. Throws EData_Error, or EAlready_Reported when a
+  /// part of the writing has reported its failure.
   void Write(TPlanned_Object& object);
 
  private:
   struct TReplaced {
     std::map<std::int64_t, std::int64_t> Done;  // by moment, with the day a task was completed on
+    std::string User{};                         // whose it is
     bool Any = false;
   };
 
   void Keep_Text(const TPlanned_Object& object);
+  std::vector<std::string> Known_Events(const std::string& uid);
   TReplaced Remove_Old(const std::string& uid);
   void Remove_Event(const std::string& event, TReplaced& replaced);
   bool Is_Event_Of_Book(const std::string& event);
-  void Write_Single(const TPlanned_Object& object, const TPlanned_Event& event, TDateTime date);
-  void Write_Set(const TPlanned_Object& object, const TPlanned_Event& event);
+  void Write_Single(const TPlanned_Object& object, const TPlanned_Event& event, TDateTime date,
+                    const TReplaced& replaced);
+  void Write_Set(const TPlanned_Object& object, const TPlanned_Event& event, const TReplaced& replaced);
   void Write_Task(const TPlanned_Object& object, const TPlanned_Event& event, TDateTime due,
                   const TReplaced& replaced);
-  KTReminds::TNew_Event Begin(const TPlanned_Event& event, TDateTime date) const;
+  KTReminds::TNew_Event Begin(const TPlanned_Event& event, TDateTime date, const TReplaced& replaced) const;
   void Create(const TPlanned_Object& object, int part, const KTReminds::TNew_Event& event);
 
   const Kt_data_01::TBook& book;

@@ -391,7 +391,8 @@ TEST_F(Commands_Test, Check_Tells_What_It_Finds) {
 TEST_F(Commands_Test, Every_Command_Keeps_To_The_Rights_Of_The_User) {
   const std::string card = Write("a.vcf", "BEGIN:VCARD\r\nFN:Ann\r\nEND:VCARD\r\n"),
                     calendar = Write("a.ics"),
-                    changed = Write("b.ics", std::regex_replace(Calendar(), std::regex("Room 4"), "Room 5"));
+                    changed = Write("b.ics", std::regex_replace(Calendar(), std::regex("Room 4"), "Room 5")),
+                    both = Write("c.ics", std::regex_replace(Calendar(), std::regex("Room 4|Trip"), "Other"));
   On("a.db", {"import", calendar, card});
   On("a.db", {"search", "Contact Name -- Contains a", "--save", "All", "--shared"});
   On("a.db", {"users", "--add", "Owner"});
@@ -404,7 +405,8 @@ TEST_F(Commands_Test, Every_Command_Keeps_To_The_Rights_Of_The_User) {
   };
   const std::string meeting = key("Team meeting"), trip = key("Trip"),
                     mine = "the book \"My Calendar\"; nothing was imported.\n";
-  const TRights none, see{.See = true}, add{.Create = true, .See = true}, change{.Update = true, .See = true};
+  const TRights none, see{.See = true}, add{.Create = true, .See = true}, change{.Update = true, .See = true},
+      most{.Create = true, .Update = true, .See = true};
   const struct {
     TRights Rights;
     std::vector<std::string> Args;
@@ -444,7 +446,14 @@ TEST_F(Commands_Test, Every_Command_Keeps_To_The_Rights_Of_The_User) {
                  "  not used: Team meeting (meeting): is in the book already, and you may not change it\n"
                  "  not used: Learn to fly (someday): is neither an event nor a task, but VJOURNAL\n"},
       {change, {"undone", trip}, "You may not change this entry.\n"},
-      {change, {"done", meeting}, "Done: Team meeting, 1/8/2024 9:30 AM\n"}};
+      {change, {"done", meeting}, "Done: Team meeting, 1/8/2024 9:30 AM\n"},
+      {most,
+       {"import", both},
+       both +
+           ": 4 components read; 1 recurring set, 0 single events and 0 tasks written, 5 entries in all; 1 "
+           "unchanged, 1 replaced, 2 not used\n"
+           "  not used: Other (trip): is in the book already, and private to another user\n"
+           "  not used: Learn to fly (someday): is neither an event nor a task, but VJOURNAL\n"}};
   for (auto step : cases) {
     Open_Database(folder.File("a.db"), TDatabase::TMode::Must_Exist);
     In_Update([&] { Set_Rights(Whole_Database, Global_User, step.Rights); });
@@ -455,6 +464,14 @@ TEST_F(Commands_Test, Every_Command_Keeps_To_The_Rights_Of_The_User) {
   }
   On("a.db", {"export", folder.File("x.ics"), "--user", "bert"});
   EXPECT_EQ(File_Content(folder.File("x.ics")).find("Trip"), std::string::npos) << "private";
+  Open_Database(folder.File("a.db"), TDatabase::TMode::Must_Exist);
+  EXPECT_EQ(Query_Text("SELECT group_concat(DISTINCT User = (SELECT Value FROM KT_Settings WHERE Name = "
+                       "'Owner')) FROM KT_Events"),
+            "1")
+      << "what another changes stays the owner's";
+  In_Update([&] { Set_Rights(List_Books().front().Calendar, Global_User, none); });
+  Close_Database();
+  EXPECT_EQ(On("a.db", {"books", "--user", "bert"}).Out, "My Calendar  0 entries\n");
 }
 
 TEST_F(Commands_Test, Users_Say_Who_They_Are_And_Are_Asked_For_A_Password_In_A_Secured_Database) {
