@@ -138,6 +138,9 @@ void Take_Pages(TPictures& pictures, TMain_Window& window, const std::string& bo
     calendar->Show_Page(view);
     take(TNode_Kind::Calendar, "calendar");
   }
+  calendar->Show_Page(KTReminds::Page_Permissions);
+  QApplication::processEvents();
+  pictures.Take(&window, QStringLiteral("calendar_permissions"));
   calendar->Show_Page(remembered);
 }
 
