@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "Event_Criteria.h"
+#include "Kt_util_01.h"
 
 namespace KTReminds {
 
@@ -265,7 +266,10 @@ class TContact_Criteria::TImpl {
 
   bool Meets_Description(const TMatcher& matcher) {
     journal.Set_Index("Contact");
-    return Any_Row(journal, {key}, [&] { return matcher.Text(journal.Text(description_field)); });
+    return Any_Row(journal, {key}, [&] {
+      const std::string_view owner = journal.Text(private_field);
+      return (owner.empty() || owner == User_Key()) && matcher.Text(journal.Text(description_field));
+    });
   }
 
   bool Meets_Journal(const TMatcher& matcher) {
@@ -332,7 +336,7 @@ class TContact_Criteria::TImpl {
     const bool has = Any_Row(occurrences, {key}, [&] {
       if (!events.FindKey({occurrences.Text(column.Event)}) || Read_Entry_Type(events) != TEntry_Type::Event)
         return false;
-      return about_alarms ? alarms.FindKey({occurrences.Text(column.Key)})
+      return about_alarms ? !Is_Hidden(events) && alarms.FindKey({occurrences.Text(column.Key)})
                           : !occurrences.Boolean(column.Actioned);
     });
     return has == (item.Action == Action_Event_Alarm || item.Action == Action_Event_Outstanding);
@@ -341,7 +345,7 @@ class TContact_Criteria::TImpl {
   std::vector<TMatcher> matchers;
   const TDetails read;
   TTable details;
-  TTable journal{Log_Table, {"Contact", "Type", "LogDate", "Description"}};
+  TTable journal{Log_Table, {"Contact", "Type", "LogDate", "Description", "PrivateTo"}};
   TTable links{Links_Table, "Contact", {"Title", "FileOrUrl", "HasLink"}};
   TTable occurrences{Events_Data, "ContactandDate", {"Key", "Event", "Actioned", "EventDate"}};
   TTable events = Searched_Events("Key");
@@ -354,8 +358,9 @@ class TContact_Criteria::TImpl {
                modified_by_field = contacts.Field("ModifiedBy"),
                modified_field = contacts.Field("ModifiedAt"), template_field = details.Field("Template"),
                notes_field = details.Field("Notes"), description_field = journal.Field("Description"),
-               date_field = journal.Field("LogDate"), title_field = links.Field("Title"),
-               target_field = links.Field("FileOrUrl"), has_link_field = links.Field("HasLink");
+               private_field = journal.Field("PrivateTo"), date_field = journal.Field("LogDate"),
+               title_field = links.Field("Title"), target_field = links.Field("FileOrUrl"),
+               has_link_field = links.Field("HasLink");
   std::vector<const TMatcher*> by_name;
   std::int64_t passed = 0;
   std::string_view key;  // of the current contact

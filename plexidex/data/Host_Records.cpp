@@ -7,11 +7,24 @@
 
 namespace Kt_data_01 {
 
+namespace {
+
+// Whose private entry it is; "" for none. What is noted of it is to stay private when it is gone.
+std::string Private_To(std::string_view occurrence) {
+  TTable occurrences(Events_Data, "Key", {"Event"}), events(Events_Table, "Key", {"Private", "User"});
+  const bool is_private = !occurrence.empty() && occurrences.FindKey({occurrence}) &&
+                          events.FindKey({occurrences.Text(occurrences.Field("Event"))}) &&
+                          events.Boolean(events.Field("Private"));
+  return is_private ? std::string(events.Text(events.Field("User"))) : "";
+}
+
+}  // namespace
+
 void LogJournal(int type, std::string_view occurrence, std::string_view contact, std::string_view title,
                 TDateTime date, std::string_view text, int minutes, TDateTime second_date) {
   TTable log(Log_Table);
   log.Insert();
-  log.SetFields({contact, type, date, second_date, title, text, occurrence, minutes});
+  log.SetFields({contact, type, date, second_date, title, text, occurrence, minutes, Private_To(occurrence)});
   PostUpdate(log);
 }
 

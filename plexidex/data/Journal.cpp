@@ -22,7 +22,7 @@ struct TLog {
   TField Contact = Table.Field("Contact"), Type = Table.Field("Type"), Date = Table.Field("LogDate"),
          Second_Date = Table.Field("SecondDate"), Title = Table.Field("Title"),
          Text = Table.Field("Description"), Occurrence = Table.Field("Occurrence"),
-         Minutes = Table.Field("Minutes");
+         Minutes = Table.Field("Minutes"), Private_To = Table.Field("PrivateTo");
 
   TJournal_Entry Entry() const {
     return {static_cast<int>(Table.Integer(Type)),
@@ -31,7 +31,8 @@ struct TLog {
             std::string(Table.Text(Title)),
             std::string(Table.Text(Text)),
             std::string(Table.Text(Occurrence)),
-            static_cast<int>(Table.Integer(Minutes))};
+            static_cast<int>(Table.Integer(Minutes)),
+            std::string(Table.Text(Private_To))};
   }
   bool Find(std::string_view contact, const TJournal_Entry& entry) {
     return Is_By_Hand(entry) && Find_Row_Of(Table, contact, [&] { return Entry() == entry; });
@@ -46,10 +47,12 @@ void Hide_Private(std::vector<TJournal_Entry>& entries) {
                user = events.Field("User");
   for (TTable* looked_up : {&occurrences, &events}) Set_Cache(*looked_up);
   for (TJournal_Entry& entry : entries) {
-    if (entry.Occurrence.empty() || !occurrences.FindKey({entry.Occurrence}) ||
-        !events.FindKey({occurrences.Text(event)}))
-      continue;
-    if (!events.Boolean(is_private) || events.Text(user) == Kt_util_01::User_Key()) continue;
+    if (entry.Occurrence.empty()) continue;
+    // It may have been made private after it was noted, and may be gone since.
+    if (occurrences.FindKey({entry.Occurrence}) && events.FindKey({occurrences.Text(event)}) &&
+        events.Boolean(is_private))
+      entry.Private_To = events.Text(user);
+    if (entry.Private_To.empty() || entry.Private_To == Kt_util_01::User_Key()) continue;
     entry.Title = "Private";
     entry.Text.clear();
   }

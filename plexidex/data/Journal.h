@@ -31,6 +31,7 @@ struct TJournal_Entry {
   std::string Title{}, Text{};
   std::string Occurrence{};  // that was marked as done
   int Minutes = 0;           // spent
+  std::string Private_To{};  // the user whose private entry it tells of
   bool operator==(const TJournal_Entry&) const = default;
 };
 

@@ -197,7 +197,8 @@ std::vector<TTable_Def> Make_Schema() {
         {"Title", Text},
         {"Description", Text},
         {"Occurrence", Text},
-        {"Minutes", Integer}},
+        {"Minutes", Integer},
+        {"PrivateTo", Text}},
        {{"ContactandType", {"Contact", "Type"}}, {"Contact", {"Contact"}}, {"Occurrence", {"Occurrence"}}}},
       {"KT_Holidays",
        {{"HolidayDate", DateTime}, {"Name", Text}, {"Country", Text}},
@@ -318,7 +319,12 @@ const std::vector<TMigration>& Migrations() {
           FROM "KT_Alarms" a JOIN "KT_Events_Data" o ON o."Key" = a."Key";
         UPDATE "KT_Alerts" SET "Dismissed" = 1 WHERE "Due" <= $NOW;
         CREATE UNIQUE INDEX "KT_Alerts_Occurrence" ON "KT_Alerts" ("Occurrence");
-        CREATE INDEX "KT_Alerts_UserandDue" ON "KT_Alerts" ("User", "Dismissed", "Due");)"}};
+        CREATE INDEX "KT_Alerts_UserandDue" ON "KT_Alerts" ("User", "Dismissed", "Due");)"},
+      {6, R"(
+        ALTER TABLE "KT_Log" ADD COLUMN "PrivateTo" TEXT NOT NULL DEFAULT '';
+        UPDATE "KT_Log" SET "PrivateTo" = coalesce((SELECT e."User" FROM "KT_Events_Data" o
+          JOIN "KT_Events" e ON e."Key" = o."Event" WHERE o."Key" = "Occurrence" AND e."Private"), '')
+          WHERE "Occurrence" <> '';)"}};
   return migrations;
 }
 

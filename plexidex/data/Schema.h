@@ -43,7 +43,7 @@ const TTable_Def& Table_Def(std::string_view name);
 std::size_t Table_Number(const TTable_Def& table);
 
 /// Version of Schema(), recorded in the database file.
-inline constexpr int Schema_Version = 5;
+inline constexpr int Schema_Version = 6;
 
 /// The statements that migrate from the version before to this one, in which $NOW stands for the current date
 /// and time. A released migration is never changed.

@@ -140,7 +140,12 @@ TEST_F(Open, A_Database_Of_Every_Version_Becomes_Like_A_New_One_And_Keeps_What_I
         "PRAGMA foreign_keys = OFF;" +
         File_Content(KT_DATA_TEST_DATA "/schema_" + std::to_string(version) + ".sql") +
         ";UPDATE KT_Events SET Type = 3;"
-        "INSERT INTO KT_Alarms (Key, User, Offset) SELECT Key, 'zoe', 60 FROM KT_Events_Data");
+        "INSERT INTO KT_Alarms (Key, User, Offset) SELECT Key, 'zoe', 60 FROM KT_Events_Data;"
+        "UPDATE KT_Events SET Private = 1, User = 'zoe';"
+        "INSERT INTO KT_Log (Contact, Occurrence) SELECT 'anna', Key FROM KT_Events_Data" +
+        (version < 5 ? ""
+                     : ";INSERT INTO KT_Alerts SELECT Key, 'zoe', EventDate - 60 / 1440.0, 0, "
+                       "EventDate - 60 / 1440.0, 1, 1 FROM KT_Events_Data"));
     EXPECT_EQ(layout(), made) << version;
     Open_Database(file, TDatabase::TMode::Must_Exist);
     EXPECT_EQ(Check_Store(), std::vector<std::string>()) << version;
@@ -152,6 +157,7 @@ TEST_F(Open, A_Database_Of_Every_Version_Becomes_Like_A_New_One_And_Keeps_What_I
                          "KT_Alerts a JOIN KT_Events_Data o ON o.Key = a.Occurrence"),
               "zoe|1|1")
         << "long past when the alarm was found";
+    EXPECT_EQ(Query_Text("SELECT PrivateTo FROM KT_Log"), "zoe") << "also when the entry is gone";
     const TBook book = List_Books().at(0);
     const auto templates = List_Templates(book.Key);
     for (const char* contact : {"anna", "zoe"})
