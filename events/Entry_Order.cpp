@@ -4,6 +4,7 @@
 #include <tuple>
 #include <unordered_map>
 
+#include "Entry_Rows.h"
 #include "Kt_util_01.h"
 
 namespace KTReminds {
@@ -47,6 +48,12 @@ int Rank(const TEventKey& entry) {
   return entry.Is_Task() ? 2 : 1;
 }
 
+// A text by which to sort. The order of entries must not tell a title that their rows hide.
+std::string_view Sorted_Text(const TEventKey& entry, TText TEventKey::*text_of) {
+  const std::string_view text = (entry.*text_of).View();
+  return entry.Private && text == entry.Description.View() ? Hidden_Text : text;
+}
+
 auto Position(const TEventKey& entry) {
   return std::tuple(Whole_Day(entry.EventDate), Rank(entry),
                     entry.Timeless ? 0 : Msec_Of_Day(entry.EventDate));
@@ -57,7 +64,9 @@ auto Position(const TEventKey& entry) {
 int CustomSortProc(const TList_Item& Item1, const TList_Item& Item2, int Column) {
   const TEventKey& a = SortAscending ? *Item1.Data : *Item2.Data;
   const TEventKey& b = SortAscending ? *Item2.Data : *Item1.Data;
-  const int by_text = Column == 3 ? CompareText(a.FirstText, b.FirstText) : 0;
+  const int by_text =
+      Column == 3 ? CompareText(Sorted_Text(a, &TEventKey::FirstText), Sorted_Text(b, &TEventKey::FirstText))
+                  : 0;
   const TSort_Key first = Key_Of(a, Column, by_text), second = Key_Of(b, Column, 0);
   return first < second ? -1 : first > second ? 1 : 0;
 }
@@ -72,7 +81,7 @@ std::vector<std::int64_t> Places_Of_Texts(const TItem_List& list, TText TEventKe
   std::vector<std::size_t> text_at;
   text_at.reserve(list.Count());
   for (std::size_t i = 0; i < list.Count(); ++i) {
-    const std::string_view text = ((*list[i].Data).*text_of).View();
+    const std::string_view text = Sorted_Text(*list[i].Data, text_of);
     const auto [found, is_new] = known.try_emplace(text.data(), texts.size());
     if (is_new) texts.emplace_back(Sort_Key(text), texts.size());
     text_at.push_back(found->second);

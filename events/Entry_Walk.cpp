@@ -64,6 +64,8 @@ std::unique_ptr<TEventKey> Entry_At(const TTable& occurrences, const TTable& eve
   auto entry = std::make_unique<TEventKey>();
   entry->Key = TText(occurrences.Text(occurrence.Key));
   entry->Description = events.Shared_Text(master.Title);
+  entry->User = events.Shared_Text(master.User);
+  entry->Private = Is_Hidden(events);
   entry->EventType = Read_Entry_Type(events);
   entry->Percentage = static_cast<int>(events.Integer(master.Percentage));
   if (entry->Is_Task()) {
@@ -76,8 +78,6 @@ std::unique_ptr<TEventKey> Entry_At(const TTable& occurrences, const TTable& eve
   }
   entry->Contact = contacts.Shared_Text(Contact_Columns().Key);
   entry->ContactName = contacts.Shared_Text(Contact_Columns().DisplayName);
-  entry->User = events.Shared_Text(master.User);
-  entry->Private = events.Boolean(master.Private) && entry->User != User_Key();
   entry->Timeless = events.Boolean(master.AllDay);
   entry->Priority = static_cast<int>(events.Integer(master.Priority));
   entry->FirstDate = events.DateTime(master.FirstDate);

@@ -128,6 +128,10 @@ class TCalendar_Search {
   }
 
   bool Has_Alarm() { return alarms.FindKey({occurrences.Text(Occurrence_Columns().Key)}); }
+  bool Shows_Alarm() {
+    return Has_Alarm() && events.FindKey({occurrences.Text(Occurrence_Columns().Event)}) &&
+           !Is_Hidden(events);
+  }
 
   bool Meets_Occurrence(const TKind& kind) {
     const TOccurrence_Columns& column = Occurrence_Columns();
@@ -136,9 +140,9 @@ class TCalendar_Search {
         return each->Date(occurrences.DateTime(column.EventDate));
       switch (each->Item().Action) {
         case Action_Calendar_Alarm:
-          return Has_Alarm();
+          return Shows_Alarm();
         case Action_Calendar_No_Alarm:
-          return !Has_Alarm();
+          return !Shows_Alarm();
         case Action_Calendar_Outstanding:
           return !occurrences.Boolean(column.Actioned);
         case Action_Calendar_Complete:

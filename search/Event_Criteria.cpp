@@ -36,20 +36,10 @@ bool Is_Of_Master(int field) {
   }
 }
 
-namespace {
-
-// Nobody finds out by searching what another user's private entry does not show.
-bool Is_Hidden(const TTable& events) {
-  return events.Boolean(Event_Columns().Private) &&
-         events.Text(Event_Columns().User) != Kt_util_01::User_Key();
-}
-
-}  // namespace
-
 bool Meets_Master(const TMatcher& matcher, const TTable& events, TUser_Names& names) {
   const TEvent_Columns& column = Event_Columns();
   const auto is_on_day = [&](TField field) {
-    return matcher.Date(static_cast<TDateTime>(events.Integer(field)));
+    return !Is_Hidden(events) && matcher.Date(static_cast<TDateTime>(events.Integer(field)));
   };
   switch (matcher.Item().SearchType) {
     case Search_Event_Description:
@@ -80,11 +70,12 @@ bool Meets_Master(const TMatcher& matcher, const TTable& events, TUser_Names& na
       return matcher.Number(events.Integer(column.Percentage));
     // Compared as they are kept, in hundredths: only what remains is asked for in whole ones.
     case Search_Task_Budget:
-      return matcher.Number(events.Integer(column.Budget));
+      return !Is_Hidden(events) && matcher.Number(events.Integer(column.Budget));
     case Search_Task_Worked:
-      return matcher.Number(events.Integer(column.Worked));
+      return !Is_Hidden(events) && matcher.Number(events.Integer(column.Worked));
     case Search_Task_Remaining:
-      return matcher.Hundredths(events.Integer(column.Budget) - events.Integer(column.Worked));
+      return !Is_Hidden(events) &&
+             matcher.Hundredths(events.Integer(column.Budget) - events.Integer(column.Worked));
     default:
       return false;
   }

@@ -26,7 +26,8 @@ TTable Searched_Events(std::string_view index);
 
 /// Whether a field is one of the master's; otherwise it is one of the occurrence's, or of something else.
 bool Is_Of_Master(int field);
-/// The master at which the cursor stands; false for a field that is not the master's. Throws EData_Error.
+/// The master at which the cursor stands, by what its row shows the user; false for a field that is not the
+/// master's. Throws EData_Error.
 bool Meets_Master(const TMatcher& matcher, const TTable& events, TUser_Names& names);
 
 }  // namespace KTReminds

@@ -147,6 +147,7 @@ TFilter_Load TSearchRecord::Load(const std::string& Book, const std::string& Fil
   std::string bytes;
   const auto found = Read("Search_Record:Load [KT_Filters]", [&] {
     const TSnapshot snapshot;
+    if (Global && !Access_Allowed(Book, Access_See)) return false;
     TTable filters = Filters();
     if (!filters.FindKey({Owner_Of(Global), Book, Filter})) return false;
     bytes = filters.Blob(filters.Field("Settings"));
@@ -191,6 +192,7 @@ std::vector<std::string> Filter_Names(const std::string& book, bool global) {
   return Read("fm_Filters:Populate_Filter_List [KT_Filters]",
               [&] {
                 std::vector<std::string> names;
+                if (global && !Access_Allowed(book, Access_See)) return names;
                 const std::string user = Owner_Of(global);
                 TTable filters(Filters_Table, "User", {"Name"});
                 const TField name = filters.Field("Name");

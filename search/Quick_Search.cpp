@@ -70,8 +70,9 @@ class TQuick_Search::TImpl {
   }
 
   bool Step() {
-    if (const auto changes = Change_Numbers().All; changes != shown_changes) {
+    if (const auto changes = Change_Numbers().All; changes != shown_changes || user != User_Key()) {
       shown_changes = changes;
+      user = User_Key();
       phase = TPhase::Begin;
       Look_For(std::string(text));
     }
@@ -186,7 +187,6 @@ class TQuick_Search::TImpl {
     kinds.clear();
     books.clear();
     by_key.clear();
-    user = User_Key();
     contacts.Set_Filter(Live_Contacts());
     events.First();
     contacts.First();
@@ -201,8 +201,7 @@ class TQuick_Search::TImpl {
   std::optional<TMaster> Master_At(const TTable& table) const {
     const TEvent_Columns& column = Event_Columns();
     const TEntry_Type type = Read_Entry_Type(table);
-    const bool hidden = table.Boolean(column.Private) && table.Text(column.User) != user;
-    if (hidden || (type != TEntry_Type::Event && type != TEntry_Type::Task)) return {};
+    if (Is_Hidden(table) || (type != TEntry_Type::Event && type != TEntry_Type::Task)) return {};
     return TMaster{type == TEntry_Type::Task ? Tasks : Events, table.Boolean(column.AllDay)};
   }
 

@@ -1,5 +1,7 @@
 #include "Event_Record.h"
 
+#include "Kt_util_01.h"
+
 namespace KTReminds {
 
 using namespace Kt_data_01;
@@ -112,6 +114,11 @@ TRecurrence_Pattern Read_Pattern(const TTable& events) {
 
 TEntry_Type Read_Entry_Type(const TTable& events) {
   return static_cast<TEntry_Type>(events.Integer(Event_Columns().EventType));
+}
+
+bool Is_Hidden(const TTable& events) {
+  const TEvent_Columns& column = Event_Columns();
+  return events.Boolean(column.Private) && events.Text(column.User) != Kt_util_01::User_Key();
 }
 
 TTask_Progress Read_Progress(const TTable& events) {

@@ -99,6 +99,9 @@ const TAlarm_Columns& Alarm_Columns();
 TEvent_Record Read_Event(const TTable& events);
 TRecurrence_Pattern Read_Pattern(const TTable& events);
 TEntry_Type Read_Entry_Type(const TTable& events);
+/// Whether the event is another user's private one, which the current user may know no more of than when it
+/// is.
+bool Is_Hidden(const TTable& events);
 TTask_Progress Read_Progress(const TTable& events);
 TOccurrence Read_Occurrence(const TTable& occurrences);
 TAlarm Read_Alarm(const TTable& alarms);
