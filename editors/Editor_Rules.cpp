@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Entry_Rows.h"
 #include "Event_Creation.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
@@ -12,6 +13,17 @@ using namespace Kt_data_01;
 using namespace Kt_util_01;
 
 namespace {
+
+// Leaves of another user's private entry what lists show of it.
+void Cover(TEvent_Record& event) {
+  event.Title = Hidden_Text;
+  event.Location.clear();
+  event.Notes.clear();
+  const TTask_Progress progress = event.Progress;
+  event.Progress = {};
+  event.Progress.Status = progress.Status;
+  event.Progress.Percentage = progress.Percentage;
+}
 
 constexpr std::string_view All_Tables = " [KT_Events/KT_Events_Data/KT_Alarms]";
 constexpr std::string_view Clear_Tables = " [KT_Events_Data/KT_Alarms]";
@@ -86,7 +98,9 @@ bool TEditor_Rules::Find_Rows() {
 }
 
 void TEditor_Rules::Load_Common(const TOccurrence_Rows& rows) {
-  const TEvent_Record event = Read_Event(rows.Event);
+  TEvent_Record event = Read_Event(rows.Event);
+  const bool hidden = event.Private && event.User != User_Key();
+  if (hidden) Cover(event);
   const TOccurrence occurrence = Read_Occurrence(rows.Occurrence);
   owner = occurrence.Owner;
   Subject = event.Title;
@@ -97,9 +111,9 @@ void TEditor_Rules::Load_Common(const TOccurrence_Rows& rows) {
   stored_owner = Owner = event.User;
   Journal = event.Activity > No_Activity;
   if (Journal) Activity = event.Activity;
-  if (rows.Has_Alarm) Alarm = Read_Alarm(rows.Alarm);
+  if (rows.Has_Alarm && !hidden) Alarm = Read_Alarm(rows.Alarm);
   stored_alarm = Alarm;
-  read_only = no_contact || occurrence.Actioned || !Access_Allowed(owner.Contact, Access_Update);
+  read_only = no_contact || hidden || occurrence.Actioned || !Access_Allowed(owner.Contact, Access_Update);
   if (event.Pattern.Freq > TFrequency::None) mode = TEditor_Mode::Single_Occurrence;
   Load(event, occurrence);
 }
