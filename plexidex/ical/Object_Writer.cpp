@@ -17,6 +17,7 @@ TObject_Writer::TObject_Writer(const TBook& book, TDateTime until, TImport_Repor
       report(report),
       events(Events_Table, "Key"),
       occurrences(Events_Data, "Event"),
+      cards("KT_Cards", "Contact"),
       imports("KT_Imports", "BookandUID"),
       import_events("KT_Import_Events", "BookandUID"),
       texts("KT_Import_Texts", "BookandUID"),
@@ -24,7 +25,7 @@ TObject_Writer::TObject_Writer(const TBook& book, TDateTime until, TImport_Repor
 
 void TObject_Writer::Write(TPlanned_Object& object) {
   TReplaced replaced = Remove_Old(object.UID);
-  if (replaced.Any) ++report.Replaced;
+  if (!replaced.Events.empty()) ++report.Replaced;
   for (const auto& [moment, completed] : replaced.Done) object.Done.insert(moment);
 
   const bool known = imports.FindKey({book.Key, object.UID});
@@ -80,9 +81,9 @@ std::string TObject_Writer::Fault(const TPlanned_Object& object) {
   const std::string may_not =
       std::string("is in the book already, and you may not ") + (withdrawn ? "delete" : "change") + " it";
   if (imports.FindKey({book.Key, object.UID}) && !Access_Allowed(book.Calendar, level)) return may_not;
-  for (const std::string& event : Known_Events(object.UID)) {
-    if (events.FindKey({event}) && events.Boolean(Event_Columns().Private) &&
-        events.Text(Event_Columns().User) != User_Key())
+  for (const TKnown& known : Known_Events(object.UID)) {
+    const std::string& event = known.Event;
+    if (events.FindKey({event}) && Is_Hidden(events))
       return "is in the book already, and private to another user";
     bool allowed = true;
     occurrences.SetRange({event}, {event});
@@ -94,21 +95,29 @@ std::string TObject_Writer::Fault(const TPlanned_Object& object) {
   return {};
 }
 
-std::vector<std::string> TObject_Writer::Known_Events(const std::string& uid) {
-  std::vector<std::string> old;
+std::vector<TObject_Writer::TKnown> TObject_Writer::Known_Events(const std::string& uid) {
+  std::vector<TKnown> old;
   import_events.Set_Index("BookandUID");
   import_events.SetRange({book.Key, uid}, {book.Key, uid});
-  const TField event = import_events.Field("Event");
+  const TField event = import_events.Field("Event"), part = import_events.Field("Part");
   for (import_events.First(); !import_events.Eof(); import_events.Next())
-    old.emplace_back(import_events.Text(event));
+    old.push_back({std::string(import_events.Text(event)), static_cast<int>(import_events.Integer(part))});
   import_events.CancelRange();
-  if (std::find(old.begin(), old.end(), uid) == old.end() && Is_Event_Of_Book(uid)) old.push_back(uid);
+  const bool is_among =
+      std::any_of(old.begin(), old.end(), [&](const TKnown& each) { return each.Event == uid; });
+  if (!is_among && Is_Event_Of_Book(uid)) old.push_back({uid});
   return old;
+}
+
+const TObject_Writer::TKnown* TObject_Writer::TReplaced::Event_Of(int part) const {
+  const auto found =
+      std::find_if(Events.begin(), Events.end(), [part](const TKnown& each) { return each.Part == part; });
+  return found != Events.end() ? &*found : Events.empty() ? nullptr : &Events.front();
 }
 
 TObject_Writer::TReplaced TObject_Writer::Remove_Old(const std::string& uid) {
   TReplaced replaced;
-  for (const std::string& key : Known_Events(uid)) Remove_Event(key, replaced);
+  for (TKnown& known : Known_Events(uid)) Remove_Event(known, replaced);
   return replaced;
 }
 
@@ -116,21 +125,24 @@ bool TObject_Writer::Is_Event_Of_Book(const std::string& event) {
   return occurrences.FindKey({event}) && occurrences.Text(Occurrence_Columns().Book) == book.Key;
 }
 
-void TObject_Writer::Remove_Event(const std::string& event, TReplaced& replaced) {
+void TObject_Writer::Remove_Event(TKnown& known, TReplaced& replaced) {
+  const std::string event = known.Event;
   import_events.Set_Index("Event");
   while (import_events.FindKey({event})) import_events.Delete();
   // The user may have deleted it since.
   if (!events.FindKey({event})) return;
-  replaced.Any = true;
-  replaced.User = events.Text(Event_Columns().User);
+  known.Contact = book.Calendar;
+  known.User = events.Text(Event_Columns().User);
   const std::int64_t completed = events.Integer(Event_Columns().Completed);
   const TOccurrence_Columns& column = Occurrence_Columns();
   occurrences.SetRange({event}, {event});
   for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
+    known.Contact = occurrences.Text(column.Contact);
     if (occurrences.Boolean(column.Actioned))
       replaced.Done[To_Msecs(occurrences.DateTime(column.EventDate))] = completed;
   }
   occurrences.CancelRange();
+  replaced.Events.push_back(std::move(known));
   Delete_Set(event);
 }
 
@@ -139,18 +151,32 @@ TNew_Event TObject_Writer::Begin(const TPlanned_Event& planned, TDateTime date,
   TNew_Event event;
   event.Owner = {book.Key, book.Calendar};
   event.Record = planned.Record;
-  event.Record.User = replaced.Any ? replaced.User : User_Key();
+  event.Record.User = User_Key();
+  if (const TKnown* known = replaced.Event_Of(planned.Part)) {
+    event.Owner.Contact = known->Contact;
+    event.Record.User = known->User;
+  }
   event.Record.FirstDate = date;
   event.Alarm = planned.Alarm;
   return event;
 }
 
-void TObject_Writer::Create(const TPlanned_Object& object, int part, const TNew_Event& event) {
+void TObject_Writer::Create(const TPlanned_Object& object, int part, const TNew_Event& event,
+                            const TReplaced& replaced) {
   std::string key;
   if (Create_Event(event, key).empty()) throw EAlready_Reported();
   import_events.Insert();
   import_events.SetFields({book.Key, object.UID, key, part});
   PostUpdate(import_events);
+  // A contact's birthday is known by its key.
+  if (replaced.Events.empty() || !cards.FindKey({event.Owner.Contact})) return;
+  const std::string_view birthday = cards.Text(cards.Field("Birthday"));
+  if (std::none_of(replaced.Events.begin(), replaced.Events.end(),
+                   [&](const TKnown& known) { return known.Event == birthday; }))
+    return;
+  cards.Edit();
+  cards.Set(cards.Field("Birthday"), key);
+  PostUpdate(cards);
 }
 
 void TObject_Writer::Write_Single(const TPlanned_Object& object, const TPlanned_Event& planned,
@@ -168,7 +194,7 @@ void TObject_Writer::Write_Single(const TPlanned_Object& object, const TPlanned_
     if (day.Date != date) day.Alarm.On = false;
     return true;
   };
-  Create(object, planned.Part, event);
+  Create(object, planned.Part, event, replaced);
   report.Occurrences += planned.Days;
   ++(several_days ? report.Sets : report.Events);
 }
@@ -189,7 +215,7 @@ void TObject_Writer::Write_Task(const TPlanned_Object& object, const TPlanned_Ev
     task.Actioned = progress.Status == TTask_Status::Completed;
     return true;
   };
-  Create(object, planned.Part, event);
+  Create(object, planned.Part, event, replaced);
   ++report.Occurrences;
   ++report.Tasks;
 }
@@ -210,7 +236,7 @@ void TObject_Writer::Write_Set(const TPlanned_Object& object, const TPlanned_Eve
     ++report.Occurrences;
     return true;
   };
-  Create(object, planned.Part, event);
+  Create(object, planned.Part, event, replaced);
   ++report.Sets;
 }
 

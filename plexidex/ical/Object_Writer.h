@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -23,21 +24,28 @@ class TObject_Writer {
   /// Why the user may not have what is in the book already take this over, or be withdrawn by it; "" when it
   /// may be written.
   std::string Fault(const TPlanned_Object& object);
-  /// What takes the place of another's event stays theirs. Throws EData_Error, or EAlready_Reported when a
-  /// part of the writing has reported its failure.
+  /// What takes the place of an event stays its user's and its contact's. Throws EData_Error, or
+  /// EAlready_Reported when a part of the writing has reported its failure.
   void Write(TPlanned_Object& object);
 
  private:
+  struct TKnown {
+    std::string Event;
+    int Part = 0;
+    std::string Contact{}, User{};  // whose it is
+  };
   struct TReplaced {
     std::map<std::int64_t, std::int64_t> Done;  // by moment, with the day a task was completed on
-    std::string User{};                         // whose it is
-    bool Any = false;
+    std::vector<TKnown> Events{};
+
+    // The event of a part; what a part that is new belongs to is told by the others. Null without any.
+    const TKnown* Event_Of(int part) const;
   };
 
   void Keep_Text(const TPlanned_Object& object);
-  std::vector<std::string> Known_Events(const std::string& uid);
+  std::vector<TKnown> Known_Events(const std::string& uid);
   TReplaced Remove_Old(const std::string& uid);
-  void Remove_Event(const std::string& event, TReplaced& replaced);
+  void Remove_Event(TKnown& known, TReplaced& replaced);
   bool Is_Event_Of_Book(const std::string& event);
   void Write_Single(const TPlanned_Object& object, const TPlanned_Event& event, TDateTime date,
                     const TReplaced& replaced);
@@ -45,12 +53,13 @@ class TObject_Writer {
   void Write_Task(const TPlanned_Object& object, const TPlanned_Event& event, TDateTime due,
                   const TReplaced& replaced);
   KTReminds::TNew_Event Begin(const TPlanned_Event& event, TDateTime date, const TReplaced& replaced) const;
-  void Create(const TPlanned_Object& object, int part, const KTReminds::TNew_Event& event);
+  void Create(const TPlanned_Object& object, int part, const KTReminds::TNew_Event& event,
+              const TReplaced& replaced);
 
   const Kt_data_01::TBook& book;
   const TDateTime until;
   TImport_Report& report;
-  Kt_data_01::TTable events, occurrences, imports, import_events, texts, zones;
+  Kt_data_01::TTable events, occurrences, cards, imports, import_events, texts, zones;
   std::set<std::string> known_zones;
 };
 

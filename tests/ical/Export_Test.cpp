@@ -141,6 +141,18 @@ TEST_F(Exporting, Coming_Back_Into_The_Same_Book_Replaces) {
   EXPECT_EQ(Import_Calendar(Out(), options).Replaced, 1) << "what was imported is as it came";
   EXPECT_EQ(Held(), held);
   EXPECT_EQ(Import_Calendar(Out(), options).Unchanged, 3);
+  std::string contact;
+  In_Update([&] { contact = Create_Contact(database.Book().Key, "Contact"); });
+  Run_Sql("UPDATE KT_Events_Data SET Contact = '" + contact + "'; UPDATE KT_Events SET User = 'ann'");
+  Run_Sql("INSERT INTO KT_Cards (UID, Contact, Birthday) SELECT 'c', '" + contact +
+          "', Key FROM KT_Events WHERE Title = 'Own' LIMIT 1");
+  database.Reopen();
+  const std::string changed = std::regex_replace(Exported(), std::regex("SUMMARY:"), "SUMMARY:New ");
+  std::ofstream(Out()) << changed;
+  EXPECT_EQ(Import_Calendar(Out(), options).Replaced, 3);
+  EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Events_Data WHERE Contact <> '" + contact + "'"), 0);
+  EXPECT_EQ(Query_Text("SELECT DISTINCT User FROM KT_Events"), "ann") << "whose they were";
+  EXPECT_EQ(Query_Text("SELECT Title FROM KT_Events e JOIN KT_Cards c ON c.Birthday = e.Key"), "New Own");
 }
 
 TEST_F(Exporting, Whatever_Was_Changed_Here_Comes_Out) {
