@@ -26,7 +26,7 @@ TDay Day_Of(const std::string& birthday) {
 }  // namespace
 
 std::string Create_Birthday(const KTReminds::TOwner& owner, const std::string& name,
-                            const std::string& birthday, TDateTime until) {
+                            const std::string& birthday, TDateTime until, const std::string& user) {
   const TDay born = Day_Of(birthday);
   const int year = Decode_Date(Today()).Year;
   // A yearly set keeps its day; what has none in most years is moved there where there is one.
@@ -41,7 +41,7 @@ std::string Create_Birthday(const KTReminds::TOwner& owner, const std::string& n
   event.Record.Title = "Birthday of " + name;
   if (born.Year > 0)
     event.Record.Notes = "Born on " + FormatDateTime("ddddd", Encode_Date(born.Year, born.Month, born.Day));
-  event.Record.User = User_Key();
+  event.Record.User = user;
   event.Record.AllDay = true;
   event.Record.FirstDate = first;
   event.Record.Pattern.Freq = KTReminds::TFrequency::Yearly;
@@ -58,7 +58,8 @@ std::string Create_Birthday(const KTReminds::TOwner& owner, const std::string& n
 
 std::string Current_Birthday(const std::string& event, const std::string& birthday) {
   TTable events(Events_Table, "Key");
-  if (event.empty() || birthday.empty() || !events.FindKey({event})) return birthday;
+  if (event.empty() || birthday.empty() || !events.FindKey({event}) || KTReminds::Is_Hidden(events))
+    return birthday;
   const TDateTime first = KTReminds::Read_Event(events).FirstDate;
   const TDay was = Day_Of(birthday);
   const TDate_Parts is = Decode_Date(first);

@@ -61,7 +61,7 @@ class TImporter {
     if (Is_Unchanged(indexed, kept)) {
       ++report.Unchanged;
       const auto contact = Find_Contact(kept->Contact);
-      if (contact && contact->Deleted) Note_Deleted(contact->Name);
+      if (contact && contact->Deleted) Note_Deleted(Shown_Name(*contact, where));
       return;
     }
     try {
@@ -113,6 +113,10 @@ class TImporter {
     return places.try_emplace(key, of.value_or(TTemplate()), labels).first->second;
   }
 
+  static std::string Shown_Name(const TContact& contact, const std::string& otherwise) {
+    return Access_Allowed(contact.Key, Access_See) ? contact.Name : otherwise;
+  }
+
   void Note_Deleted(const std::string& contact) {
     report.Notes.push_back({contact, "was deleted here, and stays so until it is restored"});
   }
@@ -122,10 +126,10 @@ class TImporter {
     if (!contact || contact->Book != book.Key) return Add(card, std::move(now));
     if (contact->Deleted) {
       ++report.Unchanged;
-      return Note_Deleted(contact->Name);
+      return Note_Deleted(Shown_Name(*contact, Name_Of(card)));
     }
     if (!Access_Allowed(contact->Key, Access_Update))
-      throw ECard_Error("belongs to " + contact->Name + ", which you may not change");
+      throw ECard_Error("belongs to " + Shown_Name(*contact, "a contact") + ", which you may not change");
     now.Contact = contact->Key;
     Update(card, *contact, kept, std::move(now));
   }
@@ -145,7 +149,7 @@ class TImporter {
     now.Contact = Create_Contact(book.Key, contact, details);
     if (!plan.Texts[Slot::Categories].empty())
       Set_Categories(now.Contact, Keys_Of(plan.Texts[Slot::Categories]));
-    if (!plan.Texts[Slot::Birthday].empty()) Write_Birthday(plan.Texts, now);
+    if (!plan.Texts[Slot::Birthday].empty()) Write_Birthday(plan.Texts, now, User_Key());
     Keep(now);
     Tell(plan, now.Contact);
     ++report.Added;
@@ -211,21 +215,29 @@ class TImporter {
     return keys;
   }
 
-  static bool Is_There(const std::string& event) {
-    TTable events(Events_Table, "Key", {"Key"});
-    return !event.empty() && events.FindKey({event});
-  }
+  bool Is_There(const std::string& event) { return !event.empty() && events.FindKey({event}); }
 
-  void Write_Birthday(const TContact_Texts& texts, TKept& now) {
-    now.Birthday = Create_Birthday({book.Key, now.Contact}, texts[Slot::Name], texts[Slot::Birthday], until);
+  void Write_Birthday(const TContact_Texts& texts, TKept& now, const std::string& user) {
+    now.Birthday =
+        Create_Birthday({book.Key, now.Contact}, texts[Slot::Name], texts[Slot::Birthday], until, user);
     ++report.Birthdays;
   }
 
+  // It stays whose it was; what another has made private stays as it is.
   void Replace_Birthday(TContact_Texts texts, const std::string& birthday, TKept& now) {
-    if (!now.Birthday.empty()) KTReminds::Delete_Set(now.Birthday);
+    std::string user = User_Key();
+    if (Is_There(now.Birthday)) {
+      if (KTReminds::Is_Hidden(events)) {
+        report.Notes.push_back(
+            {texts[Slot::Name], "has a birthday that is private to another user, and stays"});
+        return;
+      }
+      user = events.Text(KTReminds::Event_Columns().User);
+      KTReminds::Delete_Set(now.Birthday);
+    }
     now.Birthday.clear();
     texts[Slot::Birthday] = birthday;
-    if (!birthday.empty()) Write_Birthday(texts, now);
+    if (!birthday.empty()) Write_Birthday(texts, now, user);
   }
 
   void Tell(const TCard_Plan& plan, const std::string& contact) {
@@ -243,7 +255,7 @@ class TImporter {
   TOther_Texts labels;
   std::map<std::string, TField_Places> places;
   std::map<std::string, std::string> categories;  // keys by name
-  TTable kept_cards, of_contacts;
+  TTable kept_cards, of_contacts, events{Events_Table, "Key", {"Private", "User"}};
   TVcard_Report& report;
 };
 

@@ -131,6 +131,13 @@ TEST_F(Vcard_Import, A_Birthday_Is_A_Yearly_Event_Of_The_Contact) {
   EXPECT_EQ(import("BDAY:1980-01-16", "Eve"), "Birthday of Eve|1|4|10|45307.0|Born on 1/16/1980");
   EXPECT_EQ(import("BDAY:--0110", "Eve"), "Birthday of Eve|1|4|11|45301.0|");
   EXPECT_EQ(Query_Number("SELECT sum(Actioned) FROM KT_Events_Data"), 1) << "what is past is not overdue";
+  Run_Sql("UPDATE KT_Events SET Private = 1, User = 'ann', Title = 'Hers'");
+  database.Reopen();
+  EXPECT_EQ(import("BDAY:--0111", "Eve"), "Hers|1|4|11|45301.0|") << "private to another";
+  Run_Sql("UPDATE KT_Events SET Private = 0");
+  database.Reopen();
+  EXPECT_EQ(import("BDAY:--0110", "Eve"), "Birthday of Eve|1|4|11|45301.0|");
+  EXPECT_EQ(Query_Text("SELECT User FROM KT_Events"), "ann");
   EXPECT_EQ(import("BDAY;VALUE=text:in spring", "Eve"), "");
   EXPECT_EQ(import("BDAY:20000229", "Eve").substr(0, 28), "Birthday of Eve|1|4|10|45351");
   EXPECT_EQ(Query_Text("SELECT group_concat(EventDate, ' ') FROM KT_Events_Data WHERE EventDate < 47000 "),
