@@ -53,12 +53,13 @@ std::string File_To_Make(const std::string& database, const std::string& place) 
   return place;
 }
 
-// Whom a database belongs to, by which it is known from others of its name; "" when it cannot be read.
-std::string Owner_In(const std::string& path) {
+// By what a database is known from others of its name; "" when it cannot be read.
+std::string Identity_In(const std::string& path) {
   try {
     const auto engine = Open_Sqlite(path, {.Read_Only = true});
-    const auto owner = engine->Prepare("SELECT Value FROM KT_Settings WHERE Name = 'Owner'");
-    return owner->Step() ? std::string(owner->Text(0)) : "";
+    const auto identity =
+        engine->Prepare("SELECT Value FROM KT_Settings WHERE Name IN ('Identity', 'Owner') ORDER BY Name");
+    return identity->Step() ? std::string(identity->Text(0)) : "";
   } catch (const EEngine_Error&) {
     return "";
   }
@@ -68,7 +69,7 @@ std::string Owner_In(const std::string& path) {
 // one minute by their number.
 std::vector<fs::path> Dated_Backups(const std::string& database, const std::string& folder,
                                     const std::string& day = "") {
-  const std::string stem = fs::path(database).stem().string() + "-", owner = Owner_In(database);
+  const std::string stem = fs::path(database).stem().string() + "-", identity = Identity_In(database);
   const std::regex pattern("(\\d{4}-\\d{2}-\\d{2}-\\d{4})(?:-(\\d{1,6}))?\\.db");
   std::map<std::pair<std::string, int>, fs::path> backups;
   std::error_code ignored;
@@ -78,8 +79,8 @@ std::vector<fs::path> Dated_Backups(const std::string& database, const std::stri
     if (!name.starts_with(stem) || fs::symlink_status(entry.path(), ignored).type() != fs::file_type::regular)
       continue;
     const std::string rest = name.substr(stem.size());
-    if (std::regex_match(rest, date, pattern) && rest.starts_with(day) && !owner.empty() &&
-        Owner_In(entry.path().string()) == owner)
+    if (std::regex_match(rest, date, pattern) && rest.starts_with(day) && !identity.empty() &&
+        Identity_In(entry.path().string()) == identity)
       backups[{date[1], date[2].length() > 0 ? std::stoi(date[2]) : 1}] = entry.path();
   }
   std::vector<fs::path> in_order;

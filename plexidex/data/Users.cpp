@@ -137,6 +137,11 @@ std::string Database_Owner() {
   return Stored_Setting("Owner");
 }
 
+std::string Database_Identity() {
+  const std::string identity = Stored_Setting("Identity");
+  return identity.empty() ? Database_Owner() : identity;
+}
+
 std::string Administrator_Fault() {
   Follow_Users();
   if (!DB_Permissions || Account_Of(Kt_util_01::User_Key()).Administrator) return {};
@@ -190,6 +195,7 @@ std::string Remove_User(std::string_view user, std::string_view heir) {
   for (const auto& [table, column] : {std::pair("KT_Contacts", "User"),
                                       {"KT_Contacts", "ModifiedBy"},
                                       {"KT_Events", "User"},
+                                      {"KT_Log", "PrivateTo"},
                                       {"KT_Alarms", "User"},
                                       {"KT_Alerts", "User"}})
     Replace_In_Rows(table, column, user, heir);
@@ -198,7 +204,13 @@ std::string Remove_User(std::string_view user, std::string_view heir) {
   Leave_Filters(account, heir);
   Delete_Rows("KT_Rights", "User", user);
   Delete_Rows("KT_Users", "Key", user);
-  if (Database_Owner() == user) Store_Setting("Owner", heir);
+  if (Database_Owner() == user) {
+    Store_Setting("Identity", Database_Identity());
+    const std::vector<TAccount> accounts = List_Accounts();
+    const auto owner = std::find_if(accounts.begin(), accounts.end(),
+                                    [](const TAccount& each) { return each.Administrator; });
+    Store_Setting("Owner", Account_Of(heir).Administrator ? heir : owner->Key);
+  }
   return {};
 }
 

@@ -24,6 +24,8 @@ TAccount Account_Of(std::string_view user);
 
 /// The key under which a database without users writes, and which its first user keeps.
 std::string Database_Owner();
+/// By what a database is known from others, also in its backups; stays when its owner is removed.
+std::string Database_Identity();
 
 /// The first one becomes an administrator, and then everybody may do everything until rights say otherwise.
 std::string Add_User(std::string_view name, bool administrator, std::string& key);

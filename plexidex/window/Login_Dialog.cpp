@@ -23,7 +23,7 @@ namespace {
 
 // A database is known by its owner's key, wherever its file is moved.
 std::string Remembered_User() {
-  return Kt_util_01::Read_String("Users", Database_Owner(), "");
+  return Kt_util_01::Read_String("Users", Database_Identity(), "");
 }
 
 QString Database_Name() {
@@ -139,7 +139,7 @@ bool Ask(QWidget* window, const std::string& user, const QString& leave) {
 }  // namespace
 
 void Remember_User() {
-  Kt_util_01::Write_String("Users", Database_Owner(), Kt_util_01::User_Key());
+  Kt_util_01::Write_String("Users", Database_Identity(), Kt_util_01::User_Key());
 }
 
 bool Begin_Session(QWidget* window, const std::string& name) {

@@ -93,10 +93,13 @@ TEST_F(Users, What_Would_Lock_Everybody_Out_Or_Is_Not_For_This_User_Is_Refused) 
       {[] { return Set_Secure(false); }, no_administrator},
       {[&] { return Set_Password(bert, Hash_Password(TSecret(Right))); }, ""},
       {[&] { return Set_User_Key(ann), Set_Administrator(bert, true); }, ""},
-      {remove_ann, ""}};
+      {[&] { return Add_User("Dora", false, key); }, ""},
+      {[&] { return Remove_User(ann, key); }, ""},
+      {[&] { return Set_User_Key(bert), Remove_User(key, bert); }, ""}};
   for (const auto& step : steps) EXPECT_EQ(Said(step.Change), step.Said);
   EXPECT_EQ(Query_Rows("Name, Administrator", "KT_Users"), "Bert|1");
-  EXPECT_EQ(Database_Owner(), bert);
+  EXPECT_EQ(Database_Owner(), bert) << "no heir who is not an administrator";
+  EXPECT_EQ(Database_Identity(), ann) << "as in the backups of before";
 }
 
 TEST_F(Users, One_Who_Is_Removed_Leaves_All_To_The_Heir) {
