@@ -303,10 +303,12 @@ TEST_F(Contact_Parts, What_A_User_May_Not_Do_Gives_A_Warning_Sound_Alone) {
   // Nor may a book be deleted with a folder that is to be kept.
   In_Update([&] {
     Set_Rights(book, User_Key(), {.Delete = true, .See = true});
-    Set_Rights(folder, User_Key(), {.See = true});
+    Set_Rights(folder, User_Key(), {.Create = true, .See = true});
+    Set_Rights(anna, User_Key(), {.Update = true, .See = true});
   });
   Delete_Book_After_Asking(book);
   EXPECT_EQ(seams.Sounds.Played, (std::vector<int>{5, 5}));
+  EXPECT_FALSE(Move_Contacts(book, {anna}, folder)) << "it may not be taken away from where it is";
 }
 
 TEST_F(Contact_Parts, Categories_Are_Checked_Named_And_Shown_And_A_Tag_Is_The_Users) {
