@@ -57,9 +57,10 @@ TPermission_Row Row_Of(std::string_view owner, const TAccount& account) {
   }
   row.Rights = nearest->Rights;
   row.Own = nearest->Owner == owner && nearest->User == row.User;
-  row.Remark = row.Own                   ? "set here"
-               : nearest->Owner == owner ? "as everybody here"
-                                         : "from " + Owned(nearest->Owner).Name;
+  row.Remark = row.Own                                      ? "set here"
+               : nearest->Owner == owner                    ? "as everybody here"
+               : Access_Allowed(nearest->Owner, Access_See) ? "from " + Owned(nearest->Owner).Name
+                                                            : "from above";
   return row;
 }
 

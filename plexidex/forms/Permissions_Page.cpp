@@ -28,7 +28,8 @@ constexpr TLevel Levels[] = {{&TRights::See, QT_TR_NOOP("See")},
                              {&TRights::Create, QT_TR_NOOP("Create")},
                              {&TRights::Update, QT_TR_NOOP("Change")},
                              {&TRights::Delete, QT_TR_NOOP("Delete")}};
-constexpr int User_Column = 0, First_Level = 1, Remark_Column = First_Level + 4;
+constexpr int User_Column = 0, First_Level = 1, Create_Column = First_Level + 1,
+              Remark_Column = First_Level + 4;
 constexpr int Inherited_Role = Qt::UserRole;
 
 // What is inherited is pale, and can be changed all the same.
@@ -106,13 +107,20 @@ class TPermissions_Frm : public TPermissions_Page {
     connect(inherit, &QAction::changed, this, [this] { inherit_button->setEnabled(inherit->isEnabled()); });
     connect(inherit_button, &QPushButton::clicked, inherit, &QAction::trigger);
   }
-  void Set_Title(const std::string& text) override { title->setText(To_Qt(text)); }
+  void Set_Title(const std::string& text) override {
+    // A contact's calendar and tasks have no permissions of their own.
+    title->setText(kind == Kind_Contact ? tr("%1 and all else of %2").arg(To_Qt(text), To_Qt(shown.Of))
+                                        : To_Qt(text));
+  }
   void Show_Explanation() override { explanation->show(); }
 
-  void Show_Owner(const std::string& new_owner, int kind, bool new_read_only) {
+  void Show_Owner(const std::string& new_owner, int new_kind, bool new_read_only) {
     owner = new_owner;
+    kind = new_kind;
     read_only = new_read_only;
     explanation->setText(Explanation_Of(kind));
+    // Nothing is made in a contact but what changes it.
+    table->setColumnHidden(Create_Column, kind == Kind_Contact);
     Show_Rows();
     title->setText(tr(" Access Permissions for %1").arg(To_Qt(shown.Of)));
   }
@@ -130,8 +138,9 @@ class TPermissions_Frm : public TPermissions_Page {
     switch (kind) {
       case Kind_Contact:
         return tr(
-            "To see the contact with its entries, links and journal; to change any of them and make entries; "
-            "to delete them.");
+            "To see the contact with its entries, links and journal; to change any of them and make new "
+            "ones; "
+            "to delete the contact and its entries.");
       case Kind_Folder:
         return tr(
             "To see what lies in the folder and below; to put contacts and folders there; to change and to "
@@ -252,6 +261,7 @@ class TPermissions_Frm : public TPermissions_Page {
   QAction* inherit;
   QPushButton* inherit_button;
   std::string owner;
+  int kind = Kind_Calendar;
   bool read_only = false;
   TPermissions shown;
 };
@@ -270,7 +280,9 @@ bool Display_Permissions_Page(QWidget* parent, TForm_Reference& form, bool in_di
   Embed_Page(page, parent);
   std::string of = owner;
   Read("Permissions_Page:Display [KT_Contacts]", [&] {
-    if (of.empty()) of = Calendar_Of_Book(node);
+    const std::string calendar = Calendar_Of_Book(node);
+    if (of.empty()) of = calendar;
+    if (kind == Kind_Calendar && of != calendar) kind = Kind_Contact;
   });
   page->Show_Owner(of, kind, read_only);
   page->show();
