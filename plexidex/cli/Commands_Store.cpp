@@ -16,6 +16,7 @@
 #include "Rights.h"
 #include "Row_Sets.h"
 #include "Store_Check.h"
+#include "Users.h"
 
 namespace Plexidex {
 
@@ -205,6 +206,8 @@ int Run_Restore(const TConsole& console, const std::string& file, const std::str
 }
 
 int Run_Check(const TConsole& console) {
+  // The findings name what others may have hidden.
+  if (!Administrator_Fault().empty()) throw ECommand_Error("Only an administrator may check the database.");
   const std::vector<std::string> findings = Check_Store();
   for (const std::string& finding : findings) console.Out << Printable(finding) << '\n';
   if (!findings.empty()) return 1;

@@ -218,11 +218,12 @@ std::vector<TSample_Contact> Contacts() {
 // The templates of the book, with those that the contacts need.
 std::vector<TTemplate> Sample_Templates(const std::string& book) {
   std::vector<TTemplate> templates = List_Templates(book);
+  const bool may_change = Access_Allowed(book, Access_Update);
   for (const auto& [name, style] : {std::pair(Person, TAddress_Style::International),
                                     {Company, TAddress_Style::International},
                                     {US, TAddress_Style::US},
                                     {UK, TAddress_Style::UK}}) {
-    if (Is_Template_Name_Taken(book, name, {})) continue;
+    if (!may_change || Is_Template_Name_Taken(book, name, {})) continue;
     TTemplate made;
     if (!templates.empty()) made.Labels = templates.front().Labels;
     made.Book = book;
@@ -253,7 +254,7 @@ std::string Sample_Folder(const std::string& book, const std::string& path) {
                     parent = slash == std::string::npos ? std::string()
                                                         : Sample_Folder(book, path.substr(0, slash));
   for (const TFolder& one : List_Folders(book)) {
-    if (one.Parent == parent && one.Name == name) return one.Key;
+    if (one.Parent == parent && one.Name == name && Access_Allowed(one.Key, Access_Create)) return one.Key;
   }
   return Create_Contact(book, name, parent, Contact_Type_Folder);
 }
@@ -278,7 +279,7 @@ TSample_Contacts Write_Sample_Contacts(const TBook& book, Kt_util_01::TDateTime 
   TSample_Contacts written;
   const auto templates = Sample_Templates(book.Key);
   TOther_Texts labels = Other_Labels(book.Key);
-  if (labels == Other_Labels({})) {
+  if (labels == Other_Labels({}) && Access_Allowed(book.Key, Access_Update)) {
     labels[0] = "Hobbies";
     labels[1] = "Known from";
     Set_Other_Labels(book.Key, labels);

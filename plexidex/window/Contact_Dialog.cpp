@@ -84,7 +84,7 @@ class TContact_Dialog : public THost_Dialog {
     const TContact_Details details = sections->Details();
     std::string written = Key;
     // Another program may have removed what it belongs to.
-    bool is_there = false, has_template = true;
+    bool is_there = false, has_template = true, may_create = true;
     const bool saved = Update_Host("Contact_Dialog:Save [KT_Contacts/KT_Contacts_Data/KT_Templates]", [&] {
       const bool has_book = !Calendar_Of_Book(book).empty();
       has_template = !has_book || details.Template.empty() || Find_Template(details.Template);
@@ -93,7 +93,10 @@ class TContact_Dialog : public THost_Dialog {
         is_there = Write_Contact(written, text, details);
         if (is_there) Change_Categories(written, categories->Keys());
       } else if (has_book) {
-        written = Create_Contact(book, text, Find_Folder(book, folder) ? folder : std::string());
+        const std::string place = Find_Folder(book, folder) ? folder : std::string();
+        may_create = Access_Allowed(place.empty() ? book : place, Access_Create);
+        if (!may_create) return;
+        written = Create_Contact(book, text, place);
         is_there = Write_Contact_Details(written, details);
         Set_Categories(written, categories->Keys());
       }
@@ -101,6 +104,11 @@ class TContact_Dialog : public THost_Dialog {
     if (saved && !has_template) {
       Kt_util_01::Raise_Error(
           "Contact", "The template \"" + Shown_Template().Name + "\" has been removed; choose another one.");
+    } else if (saved && !may_create) {
+      Kt_util_01::Raise_Error(
+          "Contact",
+          "The folder has been removed, or its permissions are others now; the contact was "
+          "not saved, as you may not make contacts there.");
     } else if (saved && !is_there) {
       Kt_util_01::Raise_Error("Contact", Key.empty() ? "The book has been removed; the contact was not saved."
                                                      : "The contact has been removed and was not saved.");

@@ -22,6 +22,7 @@
 #include "Message_Prompts.h"
 #include "Presence.h"
 #include "Qt_Settings.h"
+#include "Rights.h"
 #include "Sample_Calendar.h"
 #include "Single_Instance.h"
 #include "Transfer.h"
@@ -59,7 +60,9 @@ std::string Chosen_Database(const TWindow_Options& options) {
 
 // There is always a book to write into at the start.
 void Make_First_Book(const std::string& name) {
-  if (!Kt_data_01::List_Books().empty()) return;
+  if (!Kt_data_01::List_Books().empty() ||
+      !Kt_data_01::Access_Allowed(Kt_data_01::Whole_Database, Kt_data_01::Access_Create))
+    return;
   Update_Host("Window_Program:Make_First_Book [KT_Books/KT_Contacts]", [&] {
     // Another program may have been faster.
     if (Kt_data_01::List_Books().empty()) Kt_data_01::Create_Book(name);
