@@ -9,6 +9,7 @@
 #include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "Marking.h"
+#include "UTC_Clock.h"
 
 namespace Plexidex {
 
@@ -97,7 +98,7 @@ bool TAlert_Watch::Dismiss(const std::vector<TAlert_Entry>& entries) {
 }
 
 bool TAlert_Watch::Put_Off(const std::vector<TAlert_Entry>& entries, int minutes) {
-  const TDateTime until = Kt_util_01::SubtractMins(Kt_util_01::Now(), -minutes);
+  const TDateTime until = Kt_util_01::Local_Time_In(minutes);
   return bool(Update("Alert_Watch:Put_Off [KT_Alarms]", [&] {
     for (const TAlert_Entry& entry : entries) Put_Off_Alert(entry.Alert, until);
   }));

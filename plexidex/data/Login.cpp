@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "Kt_update.h"
-#include "Kt_util_01.h"
+#include "UTC_Clock.h"
 #include "Users.h"
 
 namespace Kt_data_01 {
@@ -18,7 +18,7 @@ constexpr std::int64_t Seconds_Of_A_Day = 86'400, Forgotten_After = Seconds_Of_A
 // Independent of time zones and of the change of clocks.
 std::int64_t Seconds_Now() {
   constexpr std::int64_t of_a_second = 1000;
-  return Kt_util_01::To_Msecs(Kt_util_01::Local_To_UTC(Kt_util_01::Now())) / of_a_second;
+  return Kt_util_01::To_Msecs(Kt_util_01::UTC_Now()) / of_a_second;
 }
 
 std::int64_t Wait_After(std::int64_t failures) {

@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "ICU_Texts.h"
-#include "Kt_util_01.h"
+#include "UTC_Clock.h"
 
 namespace Kt_util_01 {
 
@@ -80,26 +80,40 @@ TDateTime To_UTC(const icu::BasicTimeZone& zone, TDateTime local) {
   return From_Msecs(msecs - Offset_Msecs(zone, msecs, true));
 }
 
-class TSystem_Clock : public TClock {
+class TSystem_Clock : public TUTC_Clock {
  public:
-  TDateTime Now() override {
+  TDateTime UTC() override {
     using std::chrono::milliseconds;
     const auto since_epoch = std::chrono::system_clock::now().time_since_epoch();
-    return UTC_To_Local(From_Msecs(std::chrono::floor<milliseconds>(since_epoch).count() + Unix_Epoch_Msecs));
+    return From_Msecs(std::chrono::floor<milliseconds>(since_epoch).count() + Unix_Epoch_Msecs);
   }
 };
 
 TSystem_Clock System_Clock;
 TClock* Installed_Clock = &System_Clock;
+TUTC_Clock* Installed_UTC_Clock = &System_Clock;  // the same, if it is one
 
 }  // namespace
 
 void Install_Clock(TClock* clock) {
   Installed_Clock = clock != nullptr ? clock : &System_Clock;
+  Installed_UTC_Clock = dynamic_cast<TUTC_Clock*>(Installed_Clock);
 }
 
 TDateTime Now() {
   return Installed_Clock->Now();
+}
+
+TDateTime UTC_Now() {
+  return Installed_UTC_Clock != nullptr ? Installed_UTC_Clock->UTC() : Local_To_UTC(Now());
+}
+
+TDateTime Local_Time_In(int minutes) {
+  constexpr std::int64_t of_a_minute = 60'000;
+  const TDateTime now = UTC_Now(), then = From_Msecs(To_Msecs(now) + minutes * of_a_minute);
+  const TDateTime local = UTC_To_Local(then), first = Local_To_UTC(local);
+  if (first == then || (first <= now && local > Now())) return local;
+  return From_Msecs(To_Msecs(local) + To_Msecs(then) - To_Msecs(first));
 }
 
 TDateTime Today() {

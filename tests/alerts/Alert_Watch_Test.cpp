@@ -1,51 +1,10 @@
-#include "Alert_Watch.h"
-
-#include "Database.h"
+#include "Alert_Fixture.h"
 #include "Event_Rows.h"
-#include "Kt_update.h"
 #include "Marking.h"
-#include "Moving.h"
-#include "Rights.h"
-#include "Test_Events.h"
 
 namespace {
 
-using namespace Plexidex;
-
-constexpr double Minute = 1.0 / (24 * 60);
-
-struct Alert_Watch_Test : TDatabase_Test {
-  Alert_Watch_Test() { At(8, 0); }
-  /// Monday, at a time of day.
-  void At(int hour, int minute) { seams.Clock.Value = Monday + (hour * 60 + minute) * Minute; }
-  /// Its alarm is so many minutes before, and its first occurrence at this time.
-  std::string Add(const std::string& title, int hour, int minute, int offset, int days = 1) const {
-    TNew_Event event = New_Event(title, Monday + (hour * 60 + minute) * Minute, days);
-    event.Alarm.On = true;
-    event.Alarm.Offset = offset;
-    return Write(event);
-  }
-  /// What a program sees that looks: all that waits for an answer, and behind a bar what is new.
-  std::string Look() { return Look(*watch); }
-  static std::string Look(TAlert_Watch& at) {
-    if (!at.Look()) return "-";
-    std::string text;
-    for (const auto* list : {&at.Entries(), &at.News()}) {
-      for (const TAlert_Entry& entry : *list)
-        text += (text.empty() || text.ends_with("| ") ? "" : ", ") + entry.Title;
-      if (list == &at.Entries()) text += " | ";
-    }
-    return text;
-  }
-  /// As after a program that was killed.
-  std::string Look_After_Restart() {
-    watch = std::make_unique<TAlert_Watch>();
-    return Look();
-  }
-  std::vector<TAlert_Entry> Shown() const { return watch->Entries(); }
-
-  std::unique_ptr<TAlert_Watch> watch = std::make_unique<TAlert_Watch>();
-};
+using Alert_Watch_Test = TAlert_Test;
 
 TEST_F(Alert_Watch_Test, Each_Goes_Off_At_Its_Moment_Until_It_Is_Answered) {
   Add("Tea", 10, 0, 15);
