@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "Database.h"
 #include "Entry_Rows.h"
@@ -18,7 +19,12 @@ using namespace KTReminds;
 
 bool TAlert_Watch::Look() {
   TDatabase& open = Shared_Database();
-  if (!open.Is_Open() || Update_Is_Open()) return false;
+  if (Update_Is_Open()) return false;
+  // Looking for the zone can cost more than all the rest.
+  constexpr std::int64_t of_a_minute = 60'000;
+  const std::int64_t minute = Kt_util_01::To_Msecs(Kt_util_01::Now()) / of_a_minute;
+  if (std::exchange(zone_looked_at, minute) != minute) Kt_util_01::Follow_Time_Zone();
+  if (!open.Is_Open()) return false;
   const bool is_other = database != open.Path() || user != Kt_util_01::User_Key();
   elsewhere = !lock.Take(open.Path(), Kt_util_01::User_Key());
   const std::uint64_t now_changes = Change_Numbers().All;
@@ -38,9 +44,9 @@ bool TAlert_Watch::Look() {
   database = open.Path();
   user = Kt_util_01::User_Key();
   // What was shown before the hour that comes twice, or before a journey, stays. A clock that was set back
-  // farther takes away what is not due yet after all.
-  constexpr double hours = 3.0 / 24;
-  const TDateTime shown_until = latest > now && latest - now <= hours ? latest : now;
+  // farther than from the first time zone to the last was wrong, and what is not due yet after all goes.
+  constexpr double widest_journey = 26.0 / 24;
+  const TDateTime shown_until = latest > now && latest - now <= widest_journey ? latest : now;
   Read_Entries(now, shown_until);
   changes = now_changes;
   looked_at = now;

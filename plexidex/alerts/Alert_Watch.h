@@ -31,8 +31,9 @@ struct TAlert_Entry {
 /// to nothing.
 class TAlert_Watch {
  public:
-  /// Reads what is due. False when nothing has changed since the last look, or when now is no time to look:
-  /// an update is open, no database is, or another program shows this user's reminders. Throws EData_Error.
+  /// Reads what is due, by the time zone that the system has now. False when nothing has changed since the
+  /// last look, or when now is no time to look: an update is open, no database is, or another program shows
+  /// this user's reminders. Throws EData_Error.
   bool Look();
   /// Whether the last look found that another program shows them.
   bool Is_Elsewhere() const { return elsewhere; }
@@ -57,6 +58,7 @@ class TAlert_Watch {
   std::string database, user;  // of the last look
   std::uint64_t changes = 0;
   TDateTime looked_at = 0, latest = 0;
+  std::int64_t zone_looked_at = 0;  // the minute
   std::optional<TDateTime> next;
   std::vector<TAlert_Entry> entries, news;
 };

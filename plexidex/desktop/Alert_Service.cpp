@@ -50,7 +50,6 @@ void TAlert_Service::Look() {
     }
   }
   const std::int64_t now = Kt_util_01::To_Msecs(Kt_util_01::Now()) / 60'000;
-  if (now != minute) Kt_util_01::Follow_Time_Zone();
   if (!news) {
     if (window.isVisible() && now != minute) window.Update_Lateness();
     minute = now;

@@ -85,4 +85,31 @@ TEST_F(Alert_Times, An_Alarm_Of_An_Hour_That_Is_Skipped_Or_Comes_Twice_Goes_Off_
   }
 }
 
+TEST_F(Alert_Times, A_Journey_Neither_Loses_Nor_Repeats) {
+  // What is to come is due by the clock of the place, and what was shown stays.
+  struct {
+    const char *Zone, *Local, *Sees;
+  } const stops[] = {{"Pacific/Kiritimati", "2024-01-15T22:01:00", "Answered, Open | Answered, Open"},
+                     {"Etc/GMT+12", "2024-01-14T20:02:00", "Open | "},
+                     {"America/New_York", "2024-01-15T03:03:00", "-"},
+                     {"Asia/Tokyo", "2024-01-15T17:04:00", "-"}};
+  Set_UTC("2024-01-14T12:00:00");
+  Add_At("Answered", Monday + 20.0 / 24);
+  Add_At("Open", Monday + 21.0 / 24);
+  Add_At("Evening", Monday + 23.0 / 24);
+  Look();
+  Set_UTC("2024-01-15T08:00:00");
+  for (const auto& stop : stops) {
+    setenv("TZ", stop.Zone, 1);
+    Pass(1);
+    EXPECT_EQ(Look(), stop.Sees) << stop.Zone;
+    EXPECT_EQ(ISO_DateTime(Now()), stop.Local);
+    if (Shown().size() == 2) TAlert_Watch::Dismiss({Shown()[0]});
+    ASSERT_FALSE(Shown().empty());
+    EXPECT_EQ(Shown().back().Title, "Open");
+  }
+  EXPECT_EQ(Minutes_Until_News(600, false), 356);
+  EXPECT_EQ(Look_After_Restart(), "Open, Evening | Open, Evening");
+}
+
 }  // namespace

@@ -123,7 +123,9 @@ TEST_F(Alert_Watch_Test, A_Clock_That_Is_Changed_Neither_Loses_Nor_Repeats) {
   At(11, 45);
   EXPECT_EQ(Look(), "Between, Late | Between");
   EXPECT_TRUE(TAlert_Watch::Dismiss({Shown()[0]}));
-  At(8, 30);
+  At(-13, 1);
+  EXPECT_EQ(Look(), "Late | ") << "the longest journey to the west";
+  At(-14, 0);
   EXPECT_EQ(Look(), " | ") << "not due after all";
   At(9, 0);
   EXPECT_EQ(Look(), "-") << "was answered";
