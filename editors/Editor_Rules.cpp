@@ -195,8 +195,8 @@ void TEditor_Rules::Write_Rows(TOccurrence_Rows& rows) {
   if (!Keeps_Date()) occurrence.EventDate = Entry_Date();
   Write_Occurrence(rows.Occurrence, occurrence);
   TAlarm alarm = Alarm;
-  // It may have been put off while the editor was open.
-  if (rows.Has_Alarm && Alarm.NextTime == stored_alarm.NextTime)
+  // It may have been put off while the editor was open, and another date ends that.
+  if (rows.Has_Alarm && Alarm.NextTime == stored_alarm.NextTime && rows.Alarm.FindKey({occurrence.Key}))
     alarm.NextTime = Read_Alarm(rows.Alarm).NextTime;
   Write_Alarm(rows.Alarm, rows.Has_Alarm, occurrence, Owner, alarm);
 

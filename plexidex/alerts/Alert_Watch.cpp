@@ -98,7 +98,7 @@ int TAlert_Watch::Wait() const {
 }
 
 bool TAlert_Watch::Dismiss(const std::vector<TAlert_Entry>& entries) {
-  return bool(Update("Alert_Watch:Dismiss [KT_Alerts]", [&] {
+  return bool(Update("Alert_Watch:Dismiss [KT_Alerts/KT_Alarms]", [&] {
     for (const TAlert_Entry& entry : entries) Dismiss_Alert(entry.Alert);
   }));
 }

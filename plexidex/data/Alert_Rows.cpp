@@ -19,19 +19,27 @@ TAlert_Rows::TAlert_Rows(const TTable_Context& table) : table(table) {
 }
 
 template <class TText>
-void TAlert_Rows::Run(TPrepared& statement, TText text, std::int64_t row_id) {
+bool TAlert_Rows::Run(TPrepared& statement, TText text, std::int64_t row_id, std::size_t changed) {
   TUse use(statement.Get(table.Database, text));
   use->Bind(0, row_id);
   use->Bind(1, Kt_util_01::Now());
   use->Step();
-  table.Database.Table_Changed(alerts);
+  const bool any = table.Database.Engine().Rows_Changed() > 0;
+  if (any) table.Database.Table_Changed(changed);
+  return any;
 }
 
 void TAlert_Rows::Written(std::int64_t row_id, TColumn_Set columns, bool inserted) {
-  if (inserted ? follows == TFollows::Alarms : (columns & moving) != 0)
-    Run(
-        keeper, [this] { return Keep_Alert_Sql(table.Def); }, row_id);
-  if (!inserted && (columns & done) != 0) Run(settler, Settle_Alert_Sql, row_id);
+  bool due_changes = inserted ? follows == TFollows::Alarms : (columns & moving) != 0;
+  if (!inserted && (columns & (moving | done)) != 0) {
+    const auto end_delay = [this] { return End_Delay_Sql(table.Def); };
+    due_changes |= Run(ender, end_delay, row_id, alarms);
+  }
+  if (due_changes) {
+    const auto keep = [this] { return Keep_Alert_Sql(table.Def); };
+    Run(keeper, keep, row_id, alerts);
+  }
+  if (!inserted && (columns & done) != 0) Run(settler, Settle_Alert_Sql, row_id, alerts);
 }
 
 void TAlert_Rows::Before_Delete(std::int64_t row_id) {

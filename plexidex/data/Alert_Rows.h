@@ -12,21 +12,23 @@ class TAlert_Rows {
   explicit TAlert_Rows(const TTable_Context& table);
 
   /// A row was inserted, or some columns of it were changed. An alarm whose moment has changed goes off anew,
-  /// if the new one is still to come; one that is done with needs no answer.
+  /// if the new one is still to come, and is put off no longer; one that is done with needs no answer.
   void Written(std::int64_t row_id, TColumn_Set columns, bool inserted);
   void Before_Delete(std::int64_t row_id);
 
  private:
   enum class TFollows { Nothing, Alarms, Dates };
 
+  // Whether a row was changed.
   template <class TText>
-  void Run(TPrepared& statement, TText text, std::int64_t row_id);
+  bool Run(TPrepared& statement, TText text, std::int64_t row_id, std::size_t changed);
 
   const TTable_Context& table;
-  const std::size_t alerts = Table_Number(Table_Def("KT_Alerts"));
+  const std::size_t alarms = Table_Number(Table_Def("KT_Alarms")),
+                    alerts = Table_Number(Table_Def("KT_Alerts"));
   TFollows follows = TFollows::Nothing;
   TColumn_Set moving = 0, done = 0;  // columns that say when an alarm is due, and that it needs no answer
-  TPrepared keeper, settler, dropper;
+  TPrepared ender, keeper, settler, dropper;
 };
 
 }  // namespace Kt_data_01

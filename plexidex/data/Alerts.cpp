@@ -10,6 +10,21 @@ namespace {
 constexpr const char* By_Moment = "UserandDue";
 constexpr double Forever = 1e9;
 
+bool Find_Unanswered(TTable& alerts, const TAlert& alert) {
+  return alerts.FindKey({alert.Occurrence}) && !alerts.Boolean(alerts.Field("Dismissed")) &&
+         alerts.DateTime(alerts.Field("Due")) == alert.Due &&
+         alerts.Text(alerts.Field("User")) == Kt_util_01::User_Key();
+}
+
+bool Write_Delay(const TAlert& alert, TDateTime until) {
+  TTable alarms(Alarms_Table, "Key");
+  if (!alarms.FindKey({alert.Occurrence})) return false;
+  alarms.Edit();
+  alarms.Set(alarms.Field("NextTime"), until);
+  PostUpdate(alarms);
+  return true;
+}
+
 }  // namespace
 
 std::vector<TAlert> Due_Alerts(TDateTime now) {
@@ -36,22 +51,16 @@ std::optional<TDateTime> Next_Alert(TDateTime now) {
 
 void Dismiss_Alert(const TAlert& alert) {
   TTable alerts("KT_Alerts", "Occurrence");
-  if (!alerts.FindKey({alert.Occurrence}) || alerts.DateTime(alerts.Field("Due")) != alert.Due ||
-      alerts.Text(alerts.Field("User")) != Kt_util_01::User_Key())
-    return;
+  if (!Find_Unanswered(alerts, alert)) return;
+  if (alerts.DateTime(alerts.Field("NextTime")) != 0) Write_Delay(alert, 0);
   alerts.Edit();
   alerts.Set(alerts.Field("Dismissed"), true);
   PostUpdate(alerts);
 }
 
 bool Put_Off_Alert(const TAlert& alert, TDateTime until) {
-  TTable alarms(Alarms_Table, "Key");
-  if (!alarms.FindKey({alert.Occurrence}) || alarms.Text(alarms.Field("User")) != Kt_util_01::User_Key())
-    return false;
-  alarms.Edit();
-  alarms.Set(alarms.Field("NextTime"), until);
-  PostUpdate(alarms);
-  return true;
+  TTable alerts("KT_Alerts", "Occurrence");
+  return Find_Unanswered(alerts, alert) && Write_Delay(alert, until);
 }
 
 }  // namespace Kt_data_01

@@ -25,10 +25,10 @@ std::vector<TAlert> Due_Alerts(TDateTime now);
 /// When the next one after `now` is due; nothing when none is.
 std::optional<TDateTime> Next_Alert(TDateTime now);
 
-/// Both inside an update bracket. Dismissed is what was due then: an alarm that has been put off or moved
-/// meanwhile goes off nevertheless.
+/// Both inside an update bracket, and for what was due then: an alarm that has been answered, put off or
+/// moved meanwhile stays as it is. A dismissed one is no longer put off.
 void Dismiss_Alert(const TAlert& alert);
-/// Puts it off until a moment, which its alarm keeps. False when the alarm is gone.
+/// Puts it off until a moment, which its alarm keeps. False when nothing was to be put off.
 bool Put_Off_Alert(const TAlert& alert, TDateTime until);
 
 }  // namespace Kt_data_01

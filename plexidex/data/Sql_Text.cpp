@@ -81,6 +81,23 @@ std::string Unmatched_Rows(const TTable_Def& table, std::string_view column, con
          Quoted(other_column) + " = d." + Quoted(column) + ")";
 }
 
+// Of an alarm a, and the occurrence o that it belongs to.
+std::string Alarms_With_Dates() {
+  return R"( FROM "KT_Alarms" a JOIN "KT_Events_Data" o ON o."Key" = a."Key")";
+}
+
+std::string Alarm_Moment() {
+  return R"((o."EventDate" - a."Offset" / 1440.0))";
+}
+
+std::string Alarm_Due() {
+  return R"(CASE WHEN a."NextTime" = 0 THEN )" + Alarm_Moment() + R"( ELSE a."NextTime" END)";
+}
+
+std::string Is_Written_Row(const TTable_Def& table) {
+  return std::string(Same_Name(table.Name, "KT_Alarms") ? "a" : "o") + ".row_id = ?1";
+}
+
 }  // namespace
 
 std::string Quoted(std::string_view name) {
@@ -225,22 +242,21 @@ std::string Members_Sql() {
 }
 
 std::string Keep_Alert_Sql(const TTable_Def& table) {
-  // An event that is moved goes off at its new time, also if its alarm had been put off.
-  const std::string moment = R"((o."EventDate" - a."Offset" / 1440.0))",
-                    due = R"(CASE WHEN a."NextTime" = 0 THEN )" + moment + R"( ELSE a."NextTime" END)",
-                    later = R"(CASE WHEN excluded."NextTime" = "KT_Alerts"."NextTime"
-                        AND excluded."Moment" <> "KT_Alerts"."Moment" THEN excluded."Moment"
-                        ELSE excluded."Due" END)";
   return R"(INSERT INTO "KT_Alerts" ("Occurrence", "User", "Moment", "NextTime", "Due", "Dismissed")
       SELECT a."Key", a."User", )" +
-         moment + R"(, a."NextTime", )" + due + ", " + due + R"( <= ?2 OR a."Actioned"
-      FROM "KT_Alarms" a JOIN "KT_Events_Data" o ON o."Key" = a."Key" WHERE )" +
-         (Same_Name(table.Name, "KT_Alarms") ? "a" : "o") + R"(.row_id = ?1
+         Alarm_Moment() + R"(, a."NextTime", )" + Alarm_Due() + ", " + Alarm_Due() +
+         R"( <= ?2 OR a."Actioned")" + Alarms_With_Dates() + " WHERE " + Is_Written_Row(table) + R"(
       ON CONFLICT ("Occurrence") DO UPDATE SET "User" = excluded."User", "Moment" = excluded."Moment",
-        "NextTime" = excluded."NextTime", "Due" = )" +
-         later + R"(, "Dismissed" = )" + later + R"( <= ?2
+        "NextTime" = excluded."NextTime", "Due" = excluded."Due", "Dismissed" = excluded."Dismissed"
       WHERE "KT_Alerts"."User" <> excluded."User" OR "KT_Alerts"."Moment" <> excluded."Moment"
         OR "KT_Alerts"."NextTime" <> excluded."NextTime")";
+}
+
+std::string End_Delay_Sql(const TTable_Def& table) {
+  return R"(UPDATE "KT_Alarms" SET "NextTime" = 0 WHERE row_id = (SELECT a.row_id)" + Alarms_With_Dates() +
+         R"( JOIN "KT_Alerts" k ON k."Occurrence" = a."Key" WHERE )" + Is_Written_Row(table) +
+         R"( AND a."NextTime" <> 0 AND a."NextTime" = k."NextTime" AND (k."Moment" <> )" + Alarm_Moment() +
+         R"( OR a."NextTime" <= ?2 AND (a."Actioned" OR k."Dismissed"))))";
 }
 
 std::string Settle_Alert_Sql() {

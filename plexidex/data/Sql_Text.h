@@ -102,8 +102,11 @@ std::string Contact_Rows_Sql(const std::vector<std::string>& details, std::strin
 std::string Members_Sql();
 
 /// Writes when the alarm of a row of alarms, or of occurrences, is due, if it has one and that has changed.
-/// Dismisses what is not later than now. Parameters: row ID, now.
+/// Dismisses what is not later than now or done with. Parameters: row ID, now.
 std::string Keep_Alert_Sql(const TTable_Def& table);
+/// Takes the delay from the alarm of such a row that is due at another moment than was kept, or that was put
+/// off until a time that is over and answered; to be followed by Keep_Alert_Sql. Parameters as before.
+std::string End_Delay_Sql(const TTable_Def& table);
 /// Dismisses the row of an alarm that is done with, or takes that back while it is still to come. Parameters
 /// as before.
 std::string Settle_Alert_Sql();

@@ -81,7 +81,13 @@ TEST_F(Alert_Watch_Test, What_Happens_To_The_Event_Meanwhile_Counts) {
   At(9, 30);
   EXPECT_EQ(Look(), "Moved | Moved");
   EXPECT_TRUE(TAlert_Watch::Put_Off(Shown(), 60));
+  const auto before = Shown();
   move(moved, 45);
+  EXPECT_TRUE(TAlert_Watch::Put_Off(before, 5)) << "an answer to what is not due any more";
+  EXPECT_EQ(Query_Text("SELECT count(*) FROM KT_Alarms WHERE NextTime <> 0"), "0");
+  In_Update([&] {
+    Write_Alarm_Users(Query_Text("SELECT Event FROM KT_Events_Data WHERE Key = '" + moved + "'"), User_Key());
+  });
   At(9, 45);
   EXPECT_EQ(Look(), "Moved | Moved") << "what was put off and is moved goes off at its new time";
   EXPECT_TRUE(TAlert_Watch::Dismiss(Shown()));

@@ -276,6 +276,30 @@ TEST_F(Reminder_Rules, Rights_Decide_What_May_Be_Opened_Changed_And_Given_Away_W
   EXPECT_EQ(Query_Number("SELECT count(*) FROM KT_Alarms WHERE User = '" + anna + "'"), 40);
 }
 
+TEST_F(Reminder_Rules, What_Was_Put_Off_While_It_Is_Edited_Stays_So_Unless_It_Is_Moved) {
+  const std::string key = Make(1, Monday + 0.75);
+  const auto due = [] {
+    return Query_Rows("a.NextTime > 0, round((d.Due - 45306) * 48), Dismissed",
+                      "KT_Alarms a JOIN KT_Alerts d ON d.Occurrence = a.Key");
+  };
+  TReminder_Rules kept, moved;
+  ASSERT_TRUE(Open(kept, key) && Open(moved, key));
+  seams.Clock.Value = Monday + 0.75;
+  In_Update([&] {
+    TTable alarms(Alarms_Table, "Key");
+    ASSERT_TRUE(alarms.FindKey({key}));
+    alarms.Edit();
+    alarms.Set(alarms.Field("NextTime"), Monday + 20.0 / 24);
+    PostUpdate(alarms);
+  });
+  kept.Subject = "New";
+  EXPECT_EQ(Save(kept), "saved");
+  EXPECT_EQ(due(), "1|40.0|0");
+  moved.Time_Text = "9:00 pm";
+  EXPECT_EQ(Save(moved), "saved");
+  EXPECT_EQ(due(), "0|41.0|0");
+}
+
 TEST_F(Reminder_Rules, Done_And_Private_Entries_Are_Read_Only_And_What_Is_Gone_Does_Not_Open) {
   const std::string key = Make(1);
   TReminder_Rules hidden, done, gone;

@@ -133,7 +133,7 @@ TEST_F(Alert_Window_Test, Answers_One_After_The_Other) {
   Add("Later", 18);
   service.Look();
   EXPECT_EQ(Rows(), "*Tea, 1/15/2024 1:00 PM, Kitchen, 5 hours late|") << "past when it was written";
-  Plant("UPDATE ON KT_Alerts", "Alert_Watch:Dismiss [KT_Alerts]");
+  Plant("UPDATE ON KT_Alerts", "Alert_Watch:Dismiss [KT_Alerts/KT_Alarms]");
   QTest::keyClick(list, Qt::Key_Delete);
   EXPECT_EQ(Seen(&window, "Failure"), "The answer could not be saved; please try again.");
   ::Unplant();
