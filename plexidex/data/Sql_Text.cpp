@@ -217,6 +217,11 @@ std::string Outside_Sql(const TTable_Def& table, std::initializer_list<std::stri
          " >= " + std::to_string(low) + " AND " + number + " < " + std::to_string(end) + ")";
 }
 
+std::string Repeated_Sql(const TTable_Def& table, std::string_view column) {
+  return Select_Of_D({column}) + ", count(*)" + From(table) + " GROUP BY d." + Quoted(column) +
+         " HAVING count(*) > 1";
+}
+
 std::string Unmatched_Count_Sql(const TTable_Def& table, std::string_view column, const TTable_Def& other,
                                 std::string_view other_column) {
   const std::string name = "d." + Quoted(column);
@@ -263,6 +268,14 @@ std::string Settle_Alert_Sql() {
   return R"(UPDATE "KT_Alerts" SET "Dismissed" = "Due" <= ?2 OR
         (SELECT "Actioned" FROM "KT_Alarms" WHERE row_id = ?1) WHERE "Occurrence" =
         (SELECT "Key" FROM "KT_Alarms" WHERE row_id = ?1) AND NOT ("Dismissed" AND "Due" <= ?2))";
+}
+
+std::string Wrong_Alerts_Sql() {
+  return R"(SELECT a."Key", CASE WHEN k.row_id IS NULL THEN 0 WHEN k."User" <> a."User" THEN 1 ELSE 2 END)" +
+         Alarms_With_Dates() +
+         R"( LEFT JOIN "KT_Alerts" k ON k."Occurrence" = a."Key" WHERE k.row_id IS NULL
+      OR k."User" <> a."User" OR k."Moment" <> )" +
+         Alarm_Moment() + R"( OR k."NextTime" <> a."NextTime" OR k."Due" <> )" + Alarm_Due();
 }
 
 std::string Drop_Alert_Sql() {

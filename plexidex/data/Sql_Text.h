@@ -89,6 +89,8 @@ std::string Unmatched_Sql(const TTable_Def& table, std::initializer_list<std::st
 /// The same for one column: each value once, with the number of its rows.
 std::string Unmatched_Count_Sql(const TTable_Def& table, std::string_view column, const TTable_Def& other,
                                 std::string_view other_column);
+/// The values that a column has in several rows, with the number of these.
+std::string Repeated_Sql(const TTable_Def& table, std::string_view column);
 
 /// The columns of the rows in which the first of them is no number, or none from `low` to before `end`.
 std::string Outside_Sql(const TTable_Def& table, std::initializer_list<std::string_view> columns,
@@ -110,6 +112,9 @@ std::string End_Delay_Sql(const TTable_Def& table);
 /// Dismisses the row of an alarm that is done with, or takes that back while it is still to come. Parameters
 /// as before.
 std::string Settle_Alert_Sql();
+/// The keys of alarms for which Keep_Alert_Sql would write something else than there is: 0 nothing is there,
+/// 1 it is for another user, 2 for another time. Without alarms that have no occurrence.
+std::string Wrong_Alerts_Sql();
 /// Deletes what Keep_Alert_Sql wrote for a row of alarms. Parameter: row ID.
 std::string Drop_Alert_Sql();
 

@@ -62,6 +62,25 @@ void Check_Events(std::vector<std::string>& findings) {
            });
 }
 
+void Check_Alerts(std::vector<std::string>& findings) {
+  const TTable_Def &alarms = Table_Def("KT_Alarms"), &alerts = Table_Def("KT_Alerts");
+  Add_Rows(findings, Wrong_Alerts_Sql(), "alarms that do not go off as they say", [](TStatement& row) {
+    constexpr const char* faults[] = {"never goes off: nothing says when it is due.",
+                                      "goes off for another user than its own.",
+                                      "goes off at another time than its own."};
+    return "The alarm of the occurrence " + In_Quotes(row.Text(0)) + " " + faults[row.Integer(1)];
+  });
+  Add_Rows(findings, Unmatched_Sql(alerts, {"Occurrence"}, alarms, "Key"), "alerts without an alarm",
+           [](TStatement& row) {
+             return "Something is due for the occurrence " + In_Quotes(row.Text(0)) + ", which has no alarm.";
+           });
+  Add_Rows(findings, Repeated_Sql(alerts, "Occurrence"), "alarms that go off more than once",
+           [](TStatement& row) {
+             return "The alarm of the occurrence " + In_Quotes(row.Text(0)) + " goes off " +
+                    std::to_string(row.Integer(1)) + " times.";
+           });
+}
+
 void Check_Contacts(std::vector<std::string>& findings) {
   const TTable_Def &contacts = Table_Def("KT_Contacts"), &details = Table_Def("KT_Contacts_Data"),
                    &templates = Table_Def("KT_Templates"), &books = Table_Def("KT_Books");
@@ -146,6 +165,7 @@ std::vector<std::string> Check_Store() {
     const TSnapshot snapshot;
     Check_Storage(findings);
     Check_Events(findings);
+    Check_Alerts(findings);
     Check_Contacts(findings);
     Check_What_Contacts_Have(findings);
     Check_Folders(findings);

@@ -15,7 +15,7 @@ struct Store_Check : TDatabase_Test {
     Run_Sql(
         "INSERT INTO KT_Events (Key, Title) VALUES ('e1', 'Watering'), ('e2', 'Trip');"
         "INSERT INTO KT_Events_Data (Key, Event) VALUES ('o1', 'e1'), ('o2', 'e1'), ('o3', 'e2');"
-        "INSERT INTO KT_Alarms (Key) VALUES ('o1')");
+        "INSERT INTO KT_Alarms (Key) VALUES ('o1'); INSERT INTO KT_Alerts (Occurrence) VALUES ('o1')");
     EXPECT_EQ(Check_Store(), std::vector<std::string>());
     Run_Sql("PRAGMA foreign_keys = OFF");
   }
@@ -28,7 +28,8 @@ TEST_F(Store_Check, What_Does_Not_Belong_Together_Is_Named) {
                                          "There is an alarm for the occurrence \"o1\", which is not there.",
                                          "The event \"e2\" (Trip) has no occurrence."));
   Run_Sql(
-      "DELETE FROM KT_Alarms; DELETE FROM KT_Events; INSERT INTO KT_Events_Data (Key) VALUES ('o4'), "
+      "DELETE FROM KT_Alarms; DELETE FROM KT_Alerts; DELETE FROM KT_Events; INSERT INTO KT_Events_Data (Key) "
+      "VALUES ('o4'), "
       "('o5')");
   EXPECT_THAT(Check_Store(), ElementsAre(HasSubstr("that is not there (3 times)."),
                                          "2 occurrences belong to the event \"\", which is not there.",
@@ -66,6 +67,27 @@ TEST_F(Store_Check, Dates_That_Are_None_Are_Named) {
   for (const char* date : {"1e300", "-1e300", "'tomorrow'", "2958466"}) {
     Run_Sql("UPDATE KT_Events_Data SET EventDate = " + std::string(date) + " WHERE Key = 'o2'");
     EXPECT_THAT(Check_Store(), Contains("The occurrence \"o2\" has no date of the years 1 to 9999.")) << date;
+  }
+}
+
+TEST_F(Store_Check, Alarms_That_Do_Not_Go_Off_As_They_Say_Are_Named) {
+  const std::string alarm = "The alarm of the occurrence \"o1\" ",
+                    at_another_time = "goes off at another time than its own.";
+  const std::pair<const char*, std::string> faults[] = {
+      {"UPDATE KT_Alerts SET User = 'u'", alarm + "goes off for another user than its own."},
+      {"UPDATE KT_Events_Data SET EventDate = 45306", alarm + at_another_time},
+      {"UPDATE KT_Alarms SET NextTime = 45306.5", alarm + at_another_time},
+      {"UPDATE KT_Alerts SET Due = 45306", alarm + at_another_time},
+      {"DROP INDEX KT_Alerts_Occurrence; INSERT INTO KT_Alerts SELECT *, NULL FROM (SELECT Occurrence, User, "
+       "Moment, NextTime, Due, 1 FROM KT_Alerts)",
+       alarm + "goes off 2 times."},
+      {"DELETE FROM KT_Alerts", alarm + "never goes off: nothing says when it is due."},
+      {"DELETE FROM KT_Alarms", "Something is due for the occurrence \"o1\", which has no alarm."}};
+  for (const auto& [damage, finding] : faults) {
+    ASSERT_TRUE(Start_Update());
+    Run_Sql(damage);
+    EXPECT_THAT(Check_Store(), ElementsAre(finding)) << damage;
+    database.Reopen();
   }
 }
 

@@ -13,7 +13,8 @@ struct TFuzzed : TImport_Frame {
   TFuzzed() : TImport_Frame(2000) {}
   void Empty() {
     TImport_Frame::Empty(
-        "DELETE FROM KT_Alarms; DELETE FROM KT_Events_Data; DELETE FROM KT_Events; DELETE FROM KT_Imports; "
+        "DELETE FROM KT_Alarms; DELETE FROM KT_Alerts; DELETE FROM KT_Events_Data; DELETE FROM KT_Events; "
+        "DELETE FROM KT_Imports; "
         "DELETE FROM KT_Import_Events; DELETE FROM KT_Import_Texts");
   }
   bool Import(const std::string& file) const { return Take(Import_Calendar, file); }

@@ -119,7 +119,7 @@ TEST_F(Import_Damage, Damaged_Files_Leave_The_Store_Sound) {
     if (round % 200 == 0) {
       // A damaged UID is a new one, so the store would grow and the rounds slow down.
       Run_Sql(
-          "DELETE FROM KT_Alarms; DELETE FROM KT_Events_Data; DELETE FROM KT_Events;"
+          "DELETE FROM KT_Alarms; DELETE FROM KT_Alerts; DELETE FROM KT_Events_Data; DELETE FROM KT_Events;"
           "DELETE FROM KT_Imports; DELETE FROM KT_Import_Events");
       database.Reopen();
     }
