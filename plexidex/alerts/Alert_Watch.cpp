@@ -7,6 +7,7 @@
 #include "Database.h"
 #include "Entry_Rows.h"
 #include "Entry_Walk.h"
+#include "Event_Rows.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
 #include "Marking.h"
@@ -16,6 +17,16 @@ namespace Plexidex {
 
 using namespace Kt_data_01;
 using namespace KTReminds;
+
+namespace {
+
+bool May_Change(const TTable& events, const TTable& occurrences) {
+  const TEvent_Columns& column = Event_Columns();
+  return Access_Allowed(occurrences.Text(Occurrence_Columns().Contact), Access_Update) &&
+         !(events.Boolean(column.Private) && events.Text(column.User) != Kt_util_01::User_Key());
+}
+
+}  // namespace
 
 bool TAlert_Watch::Look() {
   TDatabase& open = Shared_Database();
@@ -81,7 +92,7 @@ void TAlert_Watch::Read_Entries(TDateTime now, TDateTime shown_until) {
     made.EventDate = entry->EventDate;
     made.Timeless = entry->Timeless;
     made.Task = entry->Is_Task();
-    made.May_Change = Access_Allowed(made.Owner.Contact, Access_Update) && !entry->Private;
+    made.May_Change = May_Change(events, occurrences);
     made.Sound = alarms.Text(Alarm_Columns().WAVFile);
     if (!is_known) news.push_back(made);
     entries.push_back(std::move(made));
@@ -111,8 +122,18 @@ bool TAlert_Watch::Put_Off(const std::vector<TAlert_Entry>& entries, int minutes
 }
 
 bool TAlert_Watch::Mark_Done(const TAlert_Entry& entry) {
-  const TMarking::TEnd end = Mark_Occurrence(entry.Key(), true).End;
-  return end == TMarking::TEnd::Marked || end == TMarking::TEnd::Gone;
+  TMarking::TEnd end = TMarking::TEnd::Gone;
+  bool may = true;
+  const bool kept(Update("Alert_Watch:Mark_Done [KT_Events/KT_Events_Data/KT_Alarms]", [&] {
+    // Rights, or to whom it belongs, may have changed since it was shown.
+    const auto rows = Find_Occurrence(entry.Key());
+    if (!rows) return;
+    may = May_Change(rows->Event, rows->Occurrence);
+    if (may) end = Mark_Occurrence(entry.Key(), true).End;
+  }));
+  if (!may)
+    Kt_util_01::Raise_Notice("\"" + entry.Title + "\" cannot be marked as done: you may not change it.");
+  return kept && may && (end == TMarking::TEnd::Marked || end == TMarking::TEnd::Gone);
 }
 
 }  // namespace Plexidex
