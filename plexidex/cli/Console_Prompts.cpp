@@ -22,9 +22,10 @@ int TConsole_Prompts::Question(const std::string& caption, const std::string& te
 }
 
 void TConsole_Prompts::Notice(const std::string& text) {
-  // Notices come where an update is refused.
+  // Notices come where an update is refused; who tries on and on is told once.
   failed = true;
-  stream << Printable(text) << std::endl;
+  if (text != noticed) stream << Printable(text) << std::endl;
+  noticed = text;
 }
 
 void TConsole_Progress::Set_Max(std::int64_t steps) {

@@ -28,6 +28,7 @@ class TConsole_Prompts : public Kt_util_01::TPrompts {
  private:
   std::ostream& stream;
   bool failed = false;
+  std::string noticed;  // the last one
 };
 
 /// A bar on the last line of a terminal, drawn anew when another percent is done and wiped at its end.

@@ -103,7 +103,8 @@ class TEngine {
   virtual void Execute(const std::string& sql) = 0;
 
   /// Begins a write transaction, waiting for another writer no longer than the busy time. When that fails, no
-  /// transaction is open, and the reason is returned as a text for the user.
+  /// transaction is open, and the reason is returned as a text for the user; so when the file has been moved,
+  /// replaced or removed under its name.
   virtual std::optional<std::string> Begin_Write() = 0;
   virtual void Begin_Read() = 0;
   /// Throws EUncertain_Error when the disk failed in the middle of it.

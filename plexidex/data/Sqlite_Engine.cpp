@@ -203,6 +203,11 @@ class TSqlite_Engine final : public TEngine {
       beginning = true;
       const int result = Run("BEGIN IMMEDIATE");
       beginning = false;
+      if (Has_Moved()) {
+        Rollback();
+        return std::string("the file \"") + sqlite3_db_filename(connection, "main") +
+               "\" has been replaced or removed by another program and must be opened again";
+      }
       if (result == SQLITE_OK) break;
       const std::string reason = Reason(connection);
       // Who waits here may use the connection, which the engine's own way of waiting forbids.
@@ -324,6 +329,13 @@ class TSqlite_Engine final : public TEngine {
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     Execute("PRAGMA cell_size_check = ON");
+  }
+
+  // Whether the file is no longer what stands under its name, so that what is written to it would be lost.
+  bool Has_Moved() {
+    int moved = 0;
+    return sqlite3_file_control(connection, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK &&
+           moved != 0;
   }
 
   // A file that is not a database must be noticed before anything is done to it. False when the full disk has

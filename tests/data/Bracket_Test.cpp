@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "Database_Test.h"
 #include "Kt_update.h"
 
@@ -112,6 +114,29 @@ TEST_F(Bracket, A_Refusal_Says_Why_Each_Time_And_Writes_Nothing) {
             (std::vector<std::string>{start + "it is read-only.", start + "it is read-only.",
                                       start + "another program is writing to it; try again in a moment.",
                                       start + "none is open."}));
+}
+
+TEST_F(Bracket, What_Would_Be_Lost_Because_The_File_Is_Another_Now_Is_Refused) {
+  namespace fs = std::filesystem;
+  const std::string path = database.Path(), kept = path + ".kept";
+  In_Update([] { Add("before"); });
+  Run_Sql("VACUUM INTO '" + path + ".copy'");
+  const auto add = [] { return static_cast<bool>(Update("tag", [] { Add("x"); })); };
+  for (const auto& replace :
+       {+[](const std::string& name) { fs::rename(name + ".copy", name); }, +[](const std::string&) {}}) {
+    fs::rename(path, kept);
+    replace(path);
+    const std::string found = File_Content(path), left = File_Content(kept);
+    EXPECT_FALSE(add() || add());
+    EXPECT_EQ(Titles(), "before") << "reading goes on";
+    EXPECT_TRUE(File_Content(path) == found && File_Content(kept) == left);
+    fs::rename(kept, path);
+  }
+  EXPECT_TRUE(add()) << "where it belongs again";
+  EXPECT_EQ(seams.Prompts.Notices,
+            std::vector<std::string>(4, "The database cannot be changed now: the file \"" + path +
+                                            "\" has been replaced or removed by another program and must be "
+                                            "opened again."));
 }
 
 TEST_F(Bracket, Starting_One_Ends_A_Snapshot_And_Sees_What_Others_Wrote) {
