@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Plain_Tip.h"
 #include "ui_Criteria_Page.h"
 
 namespace KTReminds {
@@ -233,7 +234,7 @@ void TCriteria_Page::DoRefresh() {
     auto* item = new QListWidgetItem(To_Qt(line), ui->ListBox1);
     item->setData(Qt::UserRole, number++);
     item->setSizeHint(size);
-    item->setToolTip(QStringLiteral("<qt>%1</qt>").arg(item->text().trimmed().toHtmlEscaped()));
+    item->setToolTip(As_Plain_Tip(item->text().trimmed()));
   }
   ui->SpeedButton1->setEnabled(false);
   shown = true;

@@ -8,8 +8,11 @@ class QWidget;
 
 namespace KTReminds {
 
-/// Answers the question for a tip: shows a text, which may have lines, as it stands and not as markup, while
-/// the mouse stays over a place of the widget. An empty text hides the tip.
+/// A text for a tip, which may have lines, that is shown as it stands and not as markup.
+QString As_Plain_Tip(const QString& text);
+
+/// Answers the question for a tip: shows a plain text while the mouse stays over a place of the widget. An
+/// empty text hides the tip.
 void Show_Plain_Tip(const QHelpEvent& asked, const QString& text, QWidget* widget, const QRect& place);
 
 }  // namespace KTReminds

@@ -16,6 +16,7 @@
 #include "KTReminds.h"
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
+#include "Plain_Tip.h"
 
 namespace Plexidex {
 
@@ -121,7 +122,7 @@ void TAlert_Window::Set_Entries(const std::vector<TAlert_Entry>& shown) {
     auto* item = new QTreeWidgetItem(
         {To_Qt(entry.Title), To_Qt(When_Text(entry)), To_Qt(entry.Location), To_Qt(entry.Owner_Name)});
     for (int column = 0; column < Late_Column; ++column)
-      item->setToolTip(column, item->text(column).toHtmlEscaped());
+      item->setToolTip(column, As_Plain_Tip(item->text(column)));
     items.append(item);
   }
   list->addTopLevelItems(items);

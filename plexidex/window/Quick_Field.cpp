@@ -12,6 +12,7 @@
 #include "Kt_forms.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Plain_Tip.h"
 
 namespace Plexidex {
 
@@ -131,7 +132,7 @@ void TQuick_Field::Add_Group(TQuick_Search::TGroup group) {
   heading->setFont(0, bold);
   const auto add = [&](const QString& text, const TQuick_Search::TRow& row) {
     QTreeWidgetItem* item = Add_Line(text, true);
-    item->setToolTip(0, text.toHtmlEscaped());
+    item->setToolTip(0, KTReminds::As_Plain_Tip(text));
     item->setText(Book_Column, books[row.Book]);
     item->setData(0, Group_Role, group);
     item->setData(0, Book_Role, To_Qt(row.Book));

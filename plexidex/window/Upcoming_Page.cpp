@@ -11,6 +11,7 @@
 #include "KTReminds.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Plain_Tip.h"
 
 namespace Plexidex {
 
@@ -111,9 +112,7 @@ void TUpcoming_Page::Reload() {
     item->setText(Time_Column, entry->Timeless ? QString() : To_Qt(FormatDateTime("t", entry->EventDate)));
     item->setText(Text_Column, entry->Private ? tr("Private") : To_Qt(entry->Description));
     item->setText(State_Column, State_Of(*entry));
-    item->setToolTip(Text_Column, QString(To_Qt(entry->Get_Tip(false)))
-                                      .toHtmlEscaped()
-                                      .replace(QLatin1Char('\n'), QLatin1String("<br>")));
+    item->setToolTip(Text_Column, KTReminds::As_Plain_Tip(To_Qt(entry->Get_Tip(false))));
     item->setData(Time_Column, Entry_Role, static_cast<int>(i));
     // The same as before, or what stands in its place now.
     if (!key.empty() && entry->Key == key) same = item;
