@@ -240,8 +240,8 @@ void Unmerge_Menu(const TForm* page);
 /// the current one. Selects the text of an input. Ignores an unknown name.
 void Focus_Control(QWidget* form, const std::string& name);
 
-/// Plays a .wav file once, without waiting for its end. False when this machine has no sound or cannot play
-/// the file.
+/// Plays a .wav file once, without waiting for its end. False when this machine has no sound or there is no
+/// such file; one that proves not to be playable gives the system's beep.
 bool Play_Sound_File(const std::string& path);
 /// Sounds the system's beep. False when this machine has nothing to play it on.
 bool Message_Beep();

@@ -4,12 +4,36 @@
 #include <QAudioDevice>
 #include <QFile>
 #include <QMediaDevices>
+#include <QPointer>
 #include <QSoundEffect>
 #include <QUrl>
+#include <QtEndian>
 
 #include "Kt_forms.h"
 
 namespace Kt_forms {
+
+namespace {
+
+// Whether all is there that a .wav file says of itself. An effect waits for ever for the rest of one that was
+// cut short, and whoever removes the effect waits with it.
+bool Is_Whole(const QString& path) {
+  QFile file(path);
+  constexpr qint64 of_file = 12, of_part = 8;
+  if (!file.open(QIODevice::ReadOnly)) return false;
+  const QByteArray start = file.read(of_file);
+  if (!start.startsWith("RIFF") || !start.endsWith("WAVE")) return false;
+  for (;;) {
+    const QByteArray part = file.read(of_part);
+    if (part.size() < of_part) return false;
+    const auto size = qint64{qFromLittleEndian<quint32>(part.constData() + 4)};
+    if (part.startsWith("data")) return file.pos() + size <= file.size();
+    // Parts begin at even places.
+    if (!file.seek(file.pos() + size + size % 2)) return false;
+  }
+}
+
+}  // namespace
 
 bool Has_Sound() {
   return !QMediaDevices::defaultAudioOutput().isNull();
@@ -37,10 +61,20 @@ bool Message_Beep() {
 }
 
 bool Play_Sound_File(const std::string& path) {
-  if (!Has_Sound() || !QFile::exists(To_Qt(path))) return false;
-  static const auto effect = std::make_unique<QSoundEffect>();
+  return Has_Sound() && Play_Or(path, Message_Beep);
+}
+
+bool Play_Or(const std::string& path, const std::function<void()>& otherwise) {
+  if (!Is_Whole(To_Qt(path))) return false;
+  // A new one each time: one that has failed keeps silent about the same file.
+  static QPointer<QSoundEffect> effect;
+  delete effect;
+  effect = new QSoundEffect(qApp);
+  // Only when the file has been loaded is it known whether it can be played.
+  QObject::connect(effect, &QSoundEffect::statusChanged, effect, [otherwise] {
+    if (effect->status() == QSoundEffect::Error) otherwise();
+  });
   effect->setSource(QUrl::fromLocalFile(To_Qt(path)));
-  if (effect->status() == QSoundEffect::Error) return false;
   effect->play();
   return true;
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
+#include <string>
 
 #include "Kt_util_01.h"
 
@@ -22,5 +24,9 @@ class TClip_Sounds : public Kt_util_01::TSounds {
 
 /// Whether there is anything to play sounds on.
 bool Has_Sound();
+
+/// Plays a .wav file instead of the one before. False when there is none or not the whole of one; calls
+/// `otherwise` later when it turns out that it cannot be played.
+bool Play_Or(const std::string& path, const std::function<void()>& otherwise);
 
 }  // namespace Kt_forms

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "Clip_Sounds.h"
 #include "Editor_Fixture.h"
 #include "Kt_labels.h"
 #include "Message_Prompts.h"
@@ -154,6 +155,28 @@ TEST_F(Forms, Settings_Outlive_Their_Store_And_Keep_Every_Text) {
   nowhere.Write("General", "Text", text);
   nowhere.Write("General", "Text", text + text);
   EXPECT_EQ(seams.Prompts.Notices.size(), 1u) << "that it cannot be written";
+}
+
+TEST_F(Forms, A_Sound_That_Cannot_Be_Played_Is_Told_At_Once_Or_Later) {
+  const TTemporary_Folder folder;
+  QFile clip(QStringLiteral(":/clips/1.wav"));
+  ASSERT_TRUE(clip.open(QIODevice::ReadOnly));
+  const std::string whole = clip.readAll().toStdString();
+  bool told = false;
+  const auto play = [&](const std::string& content) {
+    std::ofstream(folder.File("a.wav")) << content;
+    told = false;
+    return Play_Or(folder.File("a.wav"), [&] { told = true; });
+  };
+  for (const std::size_t size : {std::size_t{0}, std::size_t{40}, whole.size() - 1})
+    EXPECT_FALSE(play(whole.substr(0, size))) << size;
+  EXPECT_FALSE(play(std::string(whole.size(), 'x')));
+  std::string foreign = whole;
+  foreign[20] = 'U';  // its coding
+  for (const bool again : {false, true}) {
+    EXPECT_TRUE(play(foreign));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told; })) << again;
+  }
 }
 
 TEST_F(Forms, Prompts_Are_Message_Boxes_With_Plain_Texts) {
