@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <utility>
 
 #include "Kt_forms.h"
 
@@ -33,6 +34,9 @@ int Ask(QMessageBox::Icon icon, const std::string& caption, const std::string& t
 
 }  // namespace
 
+TMessage_Prompts::TMessage_Prompts(std::function<void(const QString&)> tell_elsewhere)
+    : tell_elsewhere(std::move(tell_elsewhere)) {}
+
 void TMessage_Prompts::Error(const std::string& caption, const std::string& text) {
   Ask(QMessageBox::Warning, caption, text, QMessageBox::Ok);
 }
@@ -48,11 +52,15 @@ int TMessage_Prompts::Question(const std::string& caption, const std::string& te
 }
 
 void TMessage_Prompts::Notice(const std::string& text) {
-  constexpr int shown_msecs = 15'000;
+  constexpr int shown_msecs = 15'000, until_another = 0;
+  bool seen = false;
   for (QWidget* window : QApplication::topLevelWidgets()) {
     auto* main = qobject_cast<QMainWindow*>(window);
-    if (main && main->isVisible()) return main->statusBar()->showMessage(Displayed(text), shown_msecs);
+    if (!main) continue;
+    seen = QApplication::activeWindow() && main->isVisible() && !main->isMinimized();
+    main->statusBar()->showMessage(Displayed(text), seen ? shown_msecs : until_another);
   }
+  if (!seen && tell_elsewhere) tell_elsewhere(Displayed(text));
 }
 
 }  // namespace Kt_forms

@@ -194,4 +194,19 @@ TEST_F(Forms, Prompts_Are_Message_Boxes_With_Plain_Texts) {
             Answer_Yes);
 }
 
+TEST_F(Forms, A_Notice_That_Nobody_Sees_Stays_And_Is_Told_Elsewhere) {
+  QStringList elsewhere;
+  TMessage_Prompts prompts([&](const QString& text) { elsewhere << text; });
+  QMainWindow window;
+  const auto after = [&](const char* text) {
+    prompts.Notice(text);
+    return elsewhere.join(QLatin1Char(' ')) + QLatin1Char('/') + window.statusBar()->currentMessage();
+  };
+  EXPECT_EQ(after("hidden"), QStringLiteral("hidden/hidden"));
+  Show(window);
+  EXPECT_EQ(after("seen"), QStringLiteral("hidden/seen"));
+  window.showMinimized();
+  EXPECT_EQ(after("small"), QStringLiteral("hidden small/small"));
+}
+
 }  // namespace
