@@ -1,23 +1,28 @@
 #include "Alert_Service.h"
 
 #include <QApplication>
+#include <algorithm>
 #include <utility>
 
 #include "Kt_forms.h"
 #include "Kt_util_01.h"
-#include "Notifications.h"
 
 namespace Plexidex {
 
 using namespace Kt_forms;
 
-TAlert_Service::TAlert_Service() {
+TAlert_Service::TAlert_Service(TNotifications& notifications) : notifications(notifications) {
   timer.setSingleShot(true);
   connect(&timer, &QTimer::timeout, this, &TAlert_Service::Tick);
   connect(&window, &TAlert_Window::Answered, this, [this] {
     Look();
     emit Entries_Changed();
   });
+}
+
+// Nobody is left to hear a click.
+TAlert_Service::~TAlert_Service() {
+  for (const TNotified& each : notified) notifications.Close(each.Number);
 }
 
 void TAlert_Service::Start() {
@@ -44,10 +49,8 @@ void TAlert_Service::Look() {
     unreadable = false;
   } catch (const std::exception& e) {
     // Said once: a dialog every few seconds would take the keyboard.
-    if (!std::exchange(unreadable, true)) {
+    if (!std::exchange(unreadable, true))
       Kt_util_01::Raise_Notice(std::string("The reminders cannot be read: ") + e.what());
-      Notify_Desktop(tr("Reminders cannot be read"), QString::fromUtf8(e.what()));
-    }
   }
   const std::int64_t now = Kt_util_01::To_Msecs(Kt_util_01::Now()) / 60'000;
   if (!news) {
@@ -58,16 +61,37 @@ void TAlert_Service::Look() {
   minute = now;
   window.Set_Entries(watch.Entries());
   if (Count() != told) emit Count_Changed(told = Count());
+  Close_Answered();
   if (watch.News().empty()) return;
   window.Appear();
   Play_Alert_Sound(watch.News().front().Sound);
-  if (QApplication::activeWindow()) return;
+  if (!QApplication::activeWindow()) Notify();
+}
+
+void TAlert_Service::Notify() {
   constexpr std::size_t most = 3;
   QStringList lines;
-  for (std::size_t i = 0; i < watch.News().size() && i < most; ++i)
-    lines << To_Qt(Alert_Text(watch.News()[i], Kt_util_01::Now()));
-  if (watch.News().size() > most) lines << tr("%1 more...").arg(watch.News().size() - most);
-  Notify_Desktop(tr("Reminder"), lines.join(QLatin1Char('\n')));
+  TNotified told;
+  for (const TAlert_Entry& entry : watch.News()) {
+    if (told.Alerts.size() < most) lines << To_Qt(Alert_Text(entry, Kt_util_01::Now()));
+    told.Alerts.push_back(entry.Alert);
+  }
+  if (told.Alerts.size() > most) lines << tr("%1 more...").arg(told.Alerts.size() - most);
+  told.Number = notifications.Show(tr("Reminder"), lines.join(QLatin1Char('\n')), [this] { Show_Window(); });
+  notified.push_back(std::move(told));
+}
+
+void TAlert_Service::Close_Answered() {
+  const auto waits = [this](const Kt_data_01::TAlert& alert) {
+    return std::any_of(watch.Entries().begin(), watch.Entries().end(), [&](const TAlert_Entry& entry) {
+      return entry.Key() == alert.Occurrence && entry.Alert.Due == alert.Due;
+    });
+  };
+  std::erase_if(notified, [&](const TNotified& each) {
+    if (std::any_of(each.Alerts.begin(), each.Alerts.end(), waits)) return false;
+    notifications.Close(each.Number);
+    return true;
+  });
 }
 
 }  // namespace Plexidex

@@ -2,9 +2,11 @@
 
 #include <QObject>
 #include <QTimer>
+#include <vector>
 
 #include "Alert_Watch.h"
 #include "Alert_Window.h"
+#include "Notifications.h"
 
 namespace Plexidex {
 
@@ -14,7 +16,9 @@ class TAlert_Service : public QObject {
   Q_OBJECT
 
  public:
-  TAlert_Service();
+  /// The notifications must outlive it.
+  explicit TAlert_Service(TNotifications& notifications);
+  ~TAlert_Service() override;
 
   /// Begins to look, now and whenever something is due.
   void Start();
@@ -32,10 +36,20 @@ class TAlert_Service : public QObject {
   void Count_Changed(int count);
 
  private:
+  // What the desktop was told of, until it has been answered.
+  struct TNotified {
+    int Number;
+    std::vector<Kt_data_01::TAlert> Alerts;
+  };
+
   void Tick();
+  void Notify();
+  void Close_Answered();
 
   TAlert_Watch watch;
   TAlert_Window window;
+  TNotifications& notifications;
+  std::vector<TNotified> notified;
   QTimer timer;
   int told = 0;
   bool unreadable = false;

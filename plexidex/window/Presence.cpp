@@ -10,7 +10,8 @@ namespace Plexidex {
 
 using namespace Kt_forms;
 
-TPresence::TPresence(TMain_Window& window, TSingle_Instance& instance) : window(window), instance(instance) {
+TPresence::TPresence(TMain_Window& window, TSingle_Instance& instance, TNotifications& notifications)
+    : window(window), alerts(notifications), instance(instance) {
   window.Install_Background([this] { return Goes_On_Hidden(); });
   connect(&tray, &TTray::Open_Wanted, &window, &TMain_Window::Come_Forward);
   connect(&tray, &TTray::Quit_Wanted, &window, &TMain_Window::Quit);

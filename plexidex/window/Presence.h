@@ -17,8 +17,8 @@ class TPresence : public QObject {
   Q_OBJECT
 
  public:
-  /// Both must outlive it.
-  TPresence(TMain_Window& window, TSingle_Instance& instance);
+  /// All must outlive it.
+  TPresence(TMain_Window& window, TSingle_Instance& instance, TNotifications& notifications);
 
   /// Whether the program goes on when the window is closed.
   bool Goes_On_Hidden() { return tray.Follow_Preferences(); }

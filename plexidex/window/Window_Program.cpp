@@ -20,6 +20,7 @@
 #include "Login_Dialog.h"
 #include "Main_Window.h"
 #include "Message_Prompts.h"
+#include "Notifications.h"
 #include "Presence.h"
 #include "Qt_Settings.h"
 #include "Rights.h"
@@ -88,7 +89,7 @@ bool Enter(const TWindow_Options& options) {
   return true;
 }
 
-int Show_Windows(const TWindow_Options& options) {
+int Show_Windows(const TWindow_Options& options, TNotifications& notifications) {
   const std::string database = Chosen_Database(options);
   QStringList files;
   for (const std::string& file : options.Files) files << To_Qt(file);
@@ -113,7 +114,7 @@ int Show_Windows(const TWindow_Options& options) {
   // A dialog that is closed while the window is hidden does not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
   QObject::connect(&window, &TMain_Window::Closed, qApp, &QApplication::quit, Qt::QueuedConnection);
-  TPresence presence(window, instance);
+  TPresence presence(window, instance, notifications);
   if (options.Hidden && Kt_util_01::Read_Bool("General", "Tray", false)) {
     // At login the program may come before the notification area does.
     constexpr int enough_msecs = 15'000;
@@ -148,7 +149,13 @@ int Run_Window(int argc, char** argv, const TWindow_Options& options) {
   QGuiApplication::setDesktopFileName(QStringLiteral("plexidex"));
   QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/plexidex.svg")));
   Reserve_Messages();
-  TMessage_Prompts prompts;
+  TNotifications notifications;
+  TMessage_Prompts prompts([&](const QString& text) {
+    notifications.Show(QStringLiteral("Plexidex"), text, [] {
+      for (QWidget* window : QApplication::topLevelWidgets())
+        if (auto* main = qobject_cast<TMain_Window*>(window)) main->Come_Forward();
+    });
+  });
   TQt_Settings settings;
   TClip_Sounds sounds;
   Kt_util_01::Install_Prompts(&prompts);
@@ -161,7 +168,7 @@ int Run_Window(int argc, char** argv, const TWindow_Options& options) {
   KTReminds::Load_Package();
   int status = 1;
   try {
-    status = Show_Windows(options);
+    status = Show_Windows(options, notifications);
   } catch (const std::exception& e) {
     std::cerr << e.what() << std::endl;
     if (options.Screenshots.empty()) Kt_util_01::Raise_Error("Plexidex", e.what());

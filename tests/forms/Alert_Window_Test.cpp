@@ -42,7 +42,8 @@ struct Alert_Window_Test : TEditor_Fixture {
     return entry;
   }
 
-  TAlert_Service service;
+  TNotifications notifications;
+  TAlert_Service service{notifications};
   TAlert_Window& window = service.Window();
 };
 
