@@ -60,6 +60,10 @@ std::string Delay_Text(int minutes) {
   return minutes % 60 == 0 ? Counted_Units(minutes / 60, "hour") : Counted_Units(minutes, "minute");
 }
 
+std::string Count_Text(int count) {
+  return Counted_Units(count, "reminder");
+}
+
 std::optional<int> Delay_From_Text(const std::string& text) {
   constexpr int most = 3650 * Minutes_Of_A_Day;
   // As an offset is typed, and weeks.

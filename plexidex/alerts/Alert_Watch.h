@@ -69,6 +69,8 @@ std::string When_Text(const TAlert_Entry& entry);
 std::string Lateness_Text(const TAlert_Entry& entry, TDateTime now);
 /// All in one line, as a terminal and a notification show it.
 std::string Alert_Text(const TAlert_Entry& entry, TDateTime now);
+/// "1 reminder", "3 reminders".
+std::string Count_Text(int count);
 
 /// For how long alerts are usually put off, in minutes.
 const std::vector<int>& Usual_Delays();

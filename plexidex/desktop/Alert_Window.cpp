@@ -139,7 +139,7 @@ void TAlert_Window::Set_Entries(const std::vector<TAlert_Entry>& shown) {
     any = true;
   }
   if (!any && at) at->setSelected(true);
-  heading->setText(entries.size() == 1 ? tr("1 reminder") : tr("%1 reminders").arg(entries.size()));
+  heading->setText(To_Qt(Count_Text(static_cast<int>(entries.size()))));
   Update_Lateness();
   Set_Buttons();
   if (entries.empty()) hide();

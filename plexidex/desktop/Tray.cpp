@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "Alert_Watch.h"
 #include "Books.h"
 #include "Entry_Lists.h"
 #include "Entry_Rows.h"
@@ -60,9 +61,12 @@ bool TTray::Follow_Preferences() {
 
 void TTray::Set_Count(int waiting) {
   count = waiting;
-  icon.setToolTip(count == 0   ? QStringLiteral("Plexidex")
-                  : count == 1 ? tr("Plexidex: 1 reminder")
-                               : tr("Plexidex: %1 reminders").arg(count));
+  icon.setToolTip(count == 0 ? QStringLiteral("Plexidex")
+                             : QStringLiteral("Plexidex: ") + To_Qt(Count_Text(count)));
+  Refresh();
+}
+
+void TTray::Refresh() {
   if (icon.isVisible() && !menu.isVisible()) Fill_Menu();
 }
 

@@ -19,6 +19,8 @@ class TTray : public QObject {
   bool Follow_Preferences();
   /// How many reminders wait.
   void Set_Count(int count);
+  /// Shows another user's day.
+  void Refresh();
   QMenu& Menu() { return menu; }
 
  signals:

@@ -113,8 +113,8 @@ void TMain_Window::Make_Menus() {
   add(view, tr("&Refresh"), QKeySequence::Refresh, tr("Reads what is shown again"), [this] {
     if (!Reload_Tree()) Send_To_Page(umRefreshDisplay, 0);
   });
-  add(view, tr("Re&minders..."), {}, tr("Shows the reminders that wait for an answer"),
-      [this] { emit Reminders_Wanted(); });
+  reminders = add(view, {}, {}, tr("Shows the reminders that wait for an answer"),
+                  [this] { emit Reminders_Wanted(); });
   view->addSeparator();
   add(view, tr("&Preferences..."), {}, tr("Allows Plexidex to be configured to meet a user's preferences"),
       [this] { Preferences(); });

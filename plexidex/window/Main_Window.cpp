@@ -9,7 +9,9 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 
+#include "Alert_Watch.h"
 #include "Backup_Dialogs.h"
 #include "Book_Dialogs.h"
 #include "Contact_Dialog.h"
@@ -51,7 +53,8 @@ TMain_Window::TMain_Window()
       tool_area(new QWidget),
       tree(new TNavigation_Tree),
       place(new TPage_Place),
-      no_page(new QLabel) {
+      no_page(new QLabel),
+      waiting(new QToolButton) {
   setWindowTitle(QStringLiteral("Plexidex"));
   setObjectName(QStringLiteral("Main_Window"));
   tool_area->setObjectName(QStringLiteral("Tool_Area"));
@@ -80,6 +83,11 @@ TMain_Window::TMain_Window()
   statusBar();
   Install_Main_Form(this);
   Make_Menus();
+  waiting->setObjectName(QStringLiteral("Waiting_Reminders"));
+  waiting->setAutoRaise(true);
+  waiting->setDefaultAction(reminders);
+  statusBar()->addPermanentWidget(waiting);
+  Show_Waiting(0);
   Make_Tree_Menu();
   resize(First_Size(screen()));
   Restore_Place();
@@ -320,6 +328,12 @@ void TMain_Window::closeEvent(QCloseEvent* event) {
   }
   event->accept();
   emit Closed();
+}
+
+void TMain_Window::Show_Waiting(int count) {
+  reminders->setText(count == 0 ? tr("Re&minders...") : tr("Re&minders (%1)...").arg(count));
+  reminders->setIconText(To_Qt(Count_Text(count)));  // which the button shows
+  waiting->setVisible(count > 0);
 }
 
 void TMain_Window::Install_Background(std::function<bool()> goes_on) {

@@ -13,6 +13,7 @@ class QAction;
 class QLabel;
 class QMenu;
 class QSplitter;
+class QToolButton;
 
 namespace KTReminds {
 class TSearchRecord;
@@ -45,6 +46,8 @@ class TMain_Window : public QMainWindow {
                   bool hidden = false);
   /// Shows the window in front, wherever it was.
   void Come_Forward();
+  /// Says how many reminders wait for an answer.
+  void Show_Waiting(int count);
   /// Closes the window, whether or not it may go on hidden.
   void Quit();
   /// What says whether the program goes on without its window when that is closed.
@@ -151,6 +154,8 @@ class TMain_Window : public QMainWindow {
           *edit_categories = nullptr, *delete_book = nullptr, *edit_contact = nullptr,
           *delete_contact = nullptr, *new_folder = nullptr, *rename_folder = nullptr,
           *remove_folder = nullptr, *move_contacts = nullptr, *edit_permissions = nullptr;
+  QAction* reminders = nullptr;
+  QToolButton* waiting;
   QList<QAction*> filter_actions;  // run, edit, delete
   QList<QAction*> print_actions, search_actions;
   std::function<bool()> goes_on_hidden;

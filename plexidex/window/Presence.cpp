@@ -23,6 +23,7 @@ TPresence::TPresence(TMain_Window& window, TSingle_Instance& instance, TNotifica
             window.Open_Entry(task, From_Qt(key), From_Qt(owner), From_Qt(book), hidden);
           });
   connect(&alerts, &TAlert_Service::Count_Changed, &tray, &TTray::Set_Count);
+  connect(&alerts, &TAlert_Service::Count_Changed, &window, &TMain_Window::Show_Waiting);
   connect(&alerts, &TAlert_Service::Entries_Changed, &window, [&window] { Look_At_Rows(&window); });
   connect(&instance, &TSingle_Instance::Called, &window, [&window](const QStringList& files) {
     window.Come_Forward();
