@@ -2,13 +2,17 @@
 
 #include <QDir>
 #include <QFileDialog>
-#include <QTimer>
+#include <QLabel>
+#include <QStatusBar>
+#include <regex>
+#include <utility>
 
 #include "Backup.h"
 #include "Database.h"
 #include "Kt_forms.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Plain_Tip.h"
 
 namespace Plexidex {
 
@@ -59,22 +63,41 @@ std::string Ask_What_To_Restore(QWidget* window) {
                                                                                           : "";
 }
 
-void Start_Daily_Backups(QObject* owner) {
+TDaily_Backups::TDaily_Backups(QMainWindow* window)
+    : QObject(window), failed(new QLabel(tr("The daily backup failed"))) {
+  failed->setObjectName(QStringLiteral("Backup_Failed"));
+  failed->setTextFormat(Qt::PlainText);
+  failed->hide();
+  window->statusBar()->addPermanentWidget(failed);
+  connect(&timer, &QTimer::timeout, this, &TDaily_Backups::Look);
   // Not at once: the window comes first.
-  constexpr int first_msecs = 60'000, every_msecs = 15 * 60'000;
-  auto* timer = new QTimer(owner);
-  timer->start(first_msecs);
-  QObject::connect(timer, &QTimer::timeout, timer, [timer, failed = 0.0]() mutable {
-    timer->setInterval(every_msecs);
-    if (Database_File().empty() || Kt_data_01::Update_Is_Open() || failed == Kt_util_01::Today()) return;
-    try {
-      const std::string file = Kt_data_01::Back_Up_Daily(Database_File());
-      if (!file.empty()) Kt_util_01::Raise_Notice("Backup made: " + file);
-    } catch (const std::exception& e) {
-      failed = Kt_util_01::Today();
-      Kt_util_01::Raise_Notice(e.what());
-    }
-  });
+  constexpr int first_msecs = 60'000;
+  timer.start(first_msecs);
+}
+
+void TDaily_Backups::Look() {
+  constexpr int every_msecs = 15 * 60'000, after_failure_msecs = 60 * 60'000;
+  timer.start(every_msecs);
+  if (Database_File().empty() || Kt_data_01::Update_Is_Open()) return;
+  try {
+    const std::string file = Kt_data_01::Back_Up_Daily(Database_File());
+    if (!file.empty()) Kt_util_01::Raise_Notice("Backup made: " + file);
+    told.clear();
+    failed->hide();
+  } catch (const std::exception& e) {
+    timer.start(after_failure_msecs);
+    failed->setToolTip(KTReminds::As_Plain_Tip(To_Qt(e.what())));
+    failed->setAccessibleDescription(To_Qt(e.what()));
+    failed->show();
+    // The file that was to be made is called otherwise each time.
+    static const std::regex dated_name("-\\d{4}-\\d{2}-\\d{2}-\\d{4}[^\"]*");
+    const std::string fault = std::regex_replace(e.what(), dated_name, "");
+    if (std::exchange(told, fault) != fault) Kt_util_01::Raise_Notice(e.what());
+  }
+}
+
+void TDaily_Backups::Try_Again() {
+  if (!told.empty()) Look();
 }
 
 }  // namespace Plexidex

@@ -67,8 +67,10 @@ void TMain_Window::Make_Menus() {
   add_print(tr("Print Pre&view..."), {}, tr("Shows the pages as they would be printed"), Preview_Print);
   add_print(tr("Save as P&DF..."), {}, tr("Writes the pages to a PDF file"), Save_As_Pdf);
   file->addSeparator();
-  add(file, tr("&Back Up..."), {}, tr("Copies the database into a file"),
-      [this] { Back_Up_With_Dialog(this); });
+  add(file, tr("&Back Up..."), {}, tr("Copies the database into a file"), [this] {
+    Back_Up_With_Dialog(this);
+    backups->Try_Again();
+  });
   add(file, tr("&Restore Backup..."), {}, tr("Puts a backup in place of the database, which is kept"),
       [this] { Restore_Backup(); });
   file->addSeparator();
@@ -178,6 +180,7 @@ void TMain_Window::Preferences() {
   }
   // A page reads its settings when it is made.
   if (Close_Page()) Refresh();
+  backups->Try_Again();
 }
 
 void TMain_Window::Restore_Backup() {

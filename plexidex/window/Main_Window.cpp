@@ -54,7 +54,8 @@ TMain_Window::TMain_Window()
       tree(new TNavigation_Tree),
       place(new TPage_Place),
       no_page(new QLabel),
-      waiting(new QToolButton) {
+      waiting(new QToolButton),
+      backups(new TDaily_Backups(this)) {
   setWindowTitle(QStringLiteral("Plexidex"));
   setObjectName(QStringLiteral("Main_Window"));
   tool_area->setObjectName(QStringLiteral("Tool_Area"));
@@ -80,7 +81,6 @@ TMain_Window::TMain_Window()
   layout->addWidget(tool_area);
   layout->addWidget(splitter, 1);
   setCentralWidget(whole);
-  statusBar();
   Install_Main_Form(this);
   Make_Menus();
   waiting->setObjectName(QStringLiteral("Waiting_Reminders"));
@@ -100,7 +100,6 @@ TMain_Window::TMain_Window()
     Look_At_Rows(this);
   });
   look->start(every_msecs);
-  Start_Daily_Backups(this);
   connect(tree, &TNavigation_Tree::Node_Selected, this, &TMain_Window::Node_Selected);
   connect(tree, &TNavigation_Tree::Node_Clicked_Again, this, [this] {
     if (other_page) return Node_Selected();

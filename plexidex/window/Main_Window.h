@@ -21,6 +21,7 @@ class TSearchRecord;
 
 namespace Plexidex {
 
+class TDaily_Backups;
 class TNavigation_Tree;
 class TPage_Place;
 struct TNode;
@@ -156,6 +157,7 @@ class TMain_Window : public QMainWindow {
           *remove_folder = nullptr, *move_contacts = nullptr, *edit_permissions = nullptr;
   QAction* reminders = nullptr;
   QToolButton* waiting;
+  TDaily_Backups* backups;
   QList<QAction*> filter_actions;  // run, edit, delete
   QList<QAction*> print_actions, search_actions;
   std::function<bool()> goes_on_hidden;

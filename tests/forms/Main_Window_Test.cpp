@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "Backup.h"
+#include "Backup_Dialogs.h"
 #include "Current_Search.h"
 #include "Editor_Fixture.h"
 #include "Entry_List.h"
@@ -507,6 +509,24 @@ TEST_F(Main_Window, Begins_Where_It_Was_Left_Or_Where_The_User_Wants) {
   In_Update([&] { Delete_Book(club.Key); });
   window.reset();
   EXPECT_EQ(Open().Current().Book_Name, "Home");
+}
+
+TEST_F(Main_Window, A_Daily_Backup_That_Fails_Is_Told_Once_And_Shown_Until_One_Is_Made) {
+  Open();
+  const TTemporary_Folder folder;
+  std::ofstream(folder.File("file")) << "x";
+  auto* backups = window->findChild<Plexidex::TDaily_Backups*>();
+  const auto look = [&](const std::string& place) {
+    Choose_Backups(true, place, 7);
+    backups->Look();
+    seams.Clock.Value += 1.0 / 24;
+    return std::to_string(seams.Prompts.Notices.size()) + Seen(&*window, "Backup_Failed");
+  };
+  for (const auto& [place, times] : {std::pair(folder.File("file"), 1), {"/proc/self", 2}})
+    for (const bool again : {false, true})
+      EXPECT_EQ(look(place), std::to_string(times) + "The daily backup failed") << place << again;
+  EXPECT_EQ(look(folder.File("backups")), "3hidden");
+  EXPECT_EQ(look(folder.File("backups")), "3hidden");
 }
 
 TEST_F(Main_Window, A_Backup_Is_Made_And_Restored) {
