@@ -4,6 +4,7 @@
 #include <QMenuBar>
 #include <QShortcut>
 #include <QSplitter>
+#include <utility>
 
 #include "Backup.h"
 #include "Backup_Dialogs.h"
@@ -186,26 +187,24 @@ void TMain_Window::Preferences() {
 void TMain_Window::Restore_Backup() {
   if (!Is_Free()) return;
   const std::string file = Ask_What_To_Restore(this), database = Kt_data_01::Shared_Database().Path();
-  std::string kept;
   if (file.empty()) return;
   const bool restored = Switch_Database(database, "Restore Backup", [&] {
     Kt_data_01::Close_Database();
-    kept = Kt_data_01::Restore(file, database, Window_Options());
+    return "The backup has been restored. What was there before is kept in \"" +
+           Kt_data_01::Restore(file, database, Window_Options()) + "\".";
   });
   if (!restored && isVisible()) Refresh();
-  if (restored) {
-    Kt_util_01::Raise_Info(
-        "Restore Backup", "The backup has been restored. What was there before is kept in \"" + kept + "\".");
-  }
 }
 
 bool TMain_Window::Switch_Database(const std::string& file, const char* caption,
-                                   const std::function<void()>& before_opening) {
+                                   const std::function<std::string()>& before_opening) {
   const std::string before = Kt_data_01::Shared_Database().Path(), user = Kt_util_01::User_Key();
+  std::string done;
   try {
     if (!Close_Page()) return false;
-    if (before_opening) before_opening();
+    if (before_opening) done = before_opening();
     Kt_data_01::Open_Database(file, Kt_data_01::TDatabase::TMode::Must_Exist, Window_Options());
+    if (!done.empty()) Kt_util_01::Raise_Info(caption, std::exchange(done, {}));
     if (Begin_Session(this)) {
       Start_Session();
       return true;
@@ -213,7 +212,7 @@ bool TMain_Window::Switch_Database(const std::string& file, const char* caption,
     // It is the same file: whoever does not log in has no other to go back to.
     if (file == before) Quit();
   } catch (const std::exception& e) {
-    Kt_util_01::Raise_Error(caption, e.what());
+    Kt_util_01::Raise_Error(caption, done.empty() ? e.what() : done + " " + e.what());
   }
   if (Kt_data_01::Shared_Database().Path() == before) return false;
   try {

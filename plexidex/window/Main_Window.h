@@ -128,9 +128,10 @@ class TMain_Window : public QMainWindow {
   void Look_At_Session();
   void Preferences();
   void Restore_Backup();
-  /// Does something to the files between closing the page and opening the database, if told to.
+  /// Does something to the files between closing the page and opening the database, if told to; what became
+  /// of it is said before anybody logs in.
   bool Switch_Database(const std::string& file, const char* caption,
-                       const std::function<void()>& before_opening = {});
+                       const std::function<std::string()>& before_opening = {});
   void About();
 
   void Restore_Place();

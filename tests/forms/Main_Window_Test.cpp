@@ -11,6 +11,7 @@
 #include "Filter_Store.h"
 #include "Marking.h"
 #include "Navigation_Tree.h"
+#include "Users.h"
 
 using Plexidex::TNode_Kind;
 
@@ -562,9 +563,33 @@ TEST_F(Main_Window, A_Backup_Is_Made_And_Restored) {
   Choose("&Restore Backup...", choose(file));
   EXPECT_EQ(Query_Text("SELECT count(*) FROM KT_Books"), "1");
   EXPECT_EQ(State(), "Home/Home - Plexidex/Contacts_Page3b_Frm0");
+  // One that asks for a password which nobody gives.
+  const std::string secure = folder.File("secure.db");
+  In_Update([] {
+    std::string ann;
+    EXPECT_EQ(Add_User("Ann", true, ann), "");
+    Store_Setting("Secure", "1");
+  });
+  Choose("&Back Up...", choose(secure));
   Sign_In({});
   seams.Prompts.Expect_Error("Restore Backup", "Only an administrator may restore a backup.");
   Choose("&Restore Backup...");
+  Set_User_Key(Database_Owner());
+  question(secure, Answer_Yes);
+  seams.Prompts.Expect_Info("Restore Backup",
+                            "The backup has been restored. What was there before is kept in \"" +
+                                kept.substr(0, kept.size() - 3) + "-2.db\".");
+  const QSignalSpy closed(&*window, &Plexidex::TMain_Window::Closed);
+  std::optional<TModal_Driver> login;
+  Choose("&Restore Backup...", [&](QWidget* dialog) {
+    choose(secure)(dialog);
+    login.emplace([&](QWidget* form) {
+      EXPECT_EQ(form->objectName(), QStringLiteral("Login_Dialog"));
+      seams.Prompts.Verify();  // what is kept has been said
+      Cancel(form);
+    });
+  });
+  EXPECT_EQ(closed.count(), 1);
 }
 
 TEST_F(Main_Window, What_Another_Program_Has_Removed_Is_Neither_Shown_Nor_Written) {
