@@ -11,6 +11,7 @@
 #include "Kt_forms.h"
 #include "Kt_update.h"
 #include "Kt_util_01.h"
+#include "Login.h"
 
 namespace Plexidex {
 
@@ -26,6 +27,8 @@ struct TToday {
 
 std::vector<TToday> Entries_Of_Today() {
   std::vector<TToday> entries;
+  // Who was logged in may have been removed while nobody looked.
+  if (!Is_Known_User()) return entries;
   const Kt_util_01::TDateTime today = Kt_util_01::Today();
   for (const TBook& book : List_Books()) {
     TEventKey_List list;

@@ -51,7 +51,8 @@ void TMain_Window::Add_User_Commands(QMenu* file) {
 QString TMain_Window::Title_Of(const std::string& book) const {
   QString title = QStringLiteral("Plexidex");
   if (!book.empty()) title.prepend(To_Qt(book) + QStringLiteral(" - "));
-  if (DB_Permissions) title += QStringLiteral(" - ") + To_Qt(Get_UserName(Kt_util_01::User_Key()));
+  if (DB_Permissions && Has_User())
+    title += QStringLiteral(" - ") + To_Qt(Get_UserName(Kt_util_01::User_Key()));
   return title;
 }
 
@@ -70,6 +71,22 @@ void TMain_Window::Start_Session() {
   KTReminds::Remove_Abandoned_Events();
   session = Session();
   Refresh();
+  emit User_Changed();
+}
+
+// What the user was shown goes with the user.
+void TMain_Window::End_Session() {
+  if (!Has_User() && session == Session()) return;
+  if (!Close_Page()) return;
+  Kt_util_01::Set_User_Key({});
+  session = Session();
+  Forget_Found();
+  Refresh();
+  emit User_Changed();
+}
+
+bool TMain_Window::Has_User() {
+  return !DB_Permissions || !Kt_util_01::User_Key().empty();
 }
 
 bool TMain_Window::Is_Free() {
@@ -87,12 +104,12 @@ void TMain_Window::Log_In_As_Another() {
 
 void TMain_Window::Manage_Users() {
   Edit_Users(this);
-  Look_At_Session();
+  Look_At_Session(true);
 }
 
 void TMain_Window::Set_Up_Security() {
   Edit_Security(this);
-  Look_At_Session();
+  Look_At_Session(true);
 }
 
 void TMain_Window::Edit_Selected_Permissions() {
@@ -114,26 +131,30 @@ void TMain_Window::Edit_Selected_Permissions() {
   Reload_Tree();
 }
 
-void TMain_Window::Look_At_Session() {
-  if (!Rows_May_Change() || QApplication::activeModalWidget()) return;
+bool TMain_Window::Look_At_Session(bool in_front) {
+  if (!Rows_May_Change() || QApplication::activeModalWidget()) return Has_User();
   const auto known = Read("Main_Users:Look_At_Session [KT_Users/KT_Settings]", [] {
     // Another program may have restored a backup of somebody else's.
     if (!DB_Permissions && Kt_util_01::User_Key() != Database_Owner())
       Kt_util_01::Set_User_Key(Database_Owner());
     return Is_Known_User();
   });
-  if (!known) return;
-  if (session == Session() && *known) return;
-  // A page looks at what users may do when it is made.
-  if (!Close_Page()) return;
+  if (!known) return Has_User();
   if (*known) {
+    // A page looks at what users may do when it is made.
+    if (!in_front || session == Session() || !Close_Page()) return true;
     if (DB_Permissions && !session.Permissions)
       Read("Main_Users:Look_At_Session [KT_Settings]", Remember_User);
     session = Session();
-    return Refresh();
+    Refresh();
+    return true;
   }
+  End_Session();
+  if (!in_front) return false;
   Kt_util_01::Raise_Info("Users", "You are no longer a user of this database; say who you are.");
-  Begin_Session(this) ? Start_Session() : Quit();
+  const bool entered = Begin_Session(this);
+  entered ? Start_Session() : Quit();
+  return entered;
 }
 
 }  // namespace Plexidex

@@ -95,9 +95,7 @@ TMain_Window::TMain_Window()
   constexpr int every_msecs = 3'000;
   auto* look = new QTimer(this);
   connect(look, &QTimer::timeout, this, [this] {
-    if (!isActiveWindow()) return;
-    Look_At_Session();
-    Look_At_Rows(this);
+    if (Look_At_Session(isActiveWindow()) && isActiveWindow()) Look_At_Rows(this);
   });
   look->start(every_msecs);
   connect(tree, &TNavigation_Tree::Node_Selected, this, &TMain_Window::Node_Selected);
@@ -188,7 +186,8 @@ bool TMain_Window::Show_Page(const TNode& node) {
 }
 
 void TMain_Window::Show_Hint_Without_Page() {
-  no_page->setText(tree->Was_Read()
+  no_page->setText(!Has_User() ? tr("You are no longer a user of this database.")
+                   : tree->Was_Read()
                        ? tr("There is no book yet. Choose \"New Book...\" in the Book menu to make one.")
                        : tr("The books cannot be read. Choose \"Refresh\" in the View menu to try again."));
   no_page->setVisible(!page.Get());
@@ -345,11 +344,12 @@ void TMain_Window::Quit() {
   quitting = false;
 }
 
-void TMain_Window::Come_Forward() {
+bool TMain_Window::Come_Forward() {
   if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
   raise();
   activateWindow();
+  return Look_At_Session(true);
 }
 
 }  // namespace Plexidex

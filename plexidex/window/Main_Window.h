@@ -45,8 +45,12 @@ class TMain_Window : public QMainWindow {
   /// Opens the editor of an entry; of another user's private one with `hidden`.
   void Open_Entry(bool task, const std::string& key, const std::string& owner, const std::string& book,
                   bool hidden = false);
-  /// Shows the window in front, wherever it was.
-  void Come_Forward();
+  /// Shows the window in front, wherever it was, and asks who one is when the current user is gone. False
+  /// when the user leaves that, and with it the program.
+  bool Come_Forward();
+  /// Follows what has been changed about the users, by whomever. Only a window in front asks who one is when
+  /// the current user is gone; until then there is none, and nothing is shown. False without a user.
+  bool Look_At_Session(bool in_front);
   /// Says how many reminders wait for an answer.
   void Show_Waiting(int count);
   /// Closes the window, whether or not it may go on hidden.
@@ -58,6 +62,8 @@ class TMain_Window : public QMainWindow {
   void Reminders_Wanted();
   /// The window was closed for good.
   void Closed();
+  /// Another user is the current one, or nobody is.
+  void User_Changed();
 
  protected:
   bool event(QEvent* event) override;
@@ -118,14 +124,14 @@ class TMain_Window : public QMainWindow {
   bool Close_Page();
   /// Shows the database to a user who has just become the current one; no page is shown.
   void Start_Session();
+  void End_Session();
+  static bool Has_User();
   /// Whether no dialog is open anywhere, as one from a reminder may be; says so otherwise.
   static bool Is_Free();
   void Log_In_As_Another();
   void Edit_Selected_Permissions();
   void Manage_Users();
   void Set_Up_Security();
-  /// Follows what has been changed about the users, by whomever.
-  void Look_At_Session();
   void Preferences();
   void Restore_Backup();
   /// Does something to the files between closing the page and opening the database, if told to; what became

@@ -3,7 +3,9 @@
 #include "Login.h"
 #include "Login_Dialog.h"
 #include "Main_Window.h"
+#include "Navigation_Tree.h"
 #include "Permissions_Dialog.h"
+#include "Presence.h"
 #include "User_Dialogs.h"
 
 using namespace Plexidex;
@@ -264,6 +266,38 @@ TEST_F(User_Forms, The_Window_Follows_Who_Is_Logged_In_And_What_Others_Do_About_
   seams.Prompts.Expect_Info("Users", "You are no longer a user of this database; say who you are.");
   choose("&Users...");
   EXPECT_EQ(title() + Current(), "Home - Plexidex - Ann/+Ann") << "the only one that is left";
+}
+
+TEST_F(User_Forms, Without_A_Window_Nothing_Is_Shown_Of_A_User_Who_Is_Gone) {
+  Enter_As(Add_Users());
+  TNew_Event event = New_Event("Tea", Monday + 0.75);
+  event.Alarm.On = true;
+  event.Alarm.Offset = 0;
+  Write(event);
+  TMain_Window window;
+  TSingle_Instance instance;
+  TNotifications notifications;
+  TPresence presence(window, instance, notifications);
+  const auto seen = [&] {
+    presence.Alerts().Look();
+    emit presence.Tray().Menu().aboutToShow();
+    return std::to_string(presence.Alerts().Count()) + Seen(&window, "Waiting_Reminders") + "|" +
+           presence.Tray().Menu().actions().at(1)->text().toStdString() + "|" +
+           std::to_string(window.Tree().topLevelItemCount()) + window.windowTitle().toStdString();
+  };
+  EXPECT_EQ(seen(), "0hidden|6:00 PM Tea|1Home - Plexidex - Bert");
+  seams.Clock.Value = Monday + 0.75;
+  Show(window);
+  EXPECT_EQ(seen(), "11 reminder|6:00 PM Tea|1Home - Plexidex - Bert");
+  window.hide();
+  TDatabase other;
+  other.Open(database.Path(), TDatabase::TMode::Must_Exist);
+  other.Engine().Execute("DELETE FROM KT_Users WHERE Name = 'Bert'");
+  EXPECT_FALSE(window.Look_At_Session(false));
+  EXPECT_EQ(seen() + Current(), "0hidden|Nothing today|0Plexidex");
+  seams.Prompts.Expect_Info("Users", "You are no longer a user of this database; say who you are.");
+  With_Dialog(Cancel, [&] { emit presence.Tray().New_Event_Wanted(); });
+  EXPECT_EQ(Current(), "Ann") << "the only one that is left";
 }
 
 }  // namespace
