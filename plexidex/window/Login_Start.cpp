@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <stdexcept>
 
@@ -48,15 +49,21 @@ bool Starts_At_Login() {
   return true;
 }
 
+std::string Login_Start_Fault(bool start) {
+  if (start == Starts_At_Login()) return {};
+  if (start && !QDir().mkpath(Folder())) return "The folder \"" + From_Qt(Folder()) + "\" cannot be made.";
+  return QFileInfo(Folder()).isWritable() ? ""
+                                          : "The folder \"" + From_Qt(Folder()) + "\" cannot be written to.";
+}
+
 void Set_Start_At_Login(bool start) {
   if (start == Starts_At_Login()) return;
+  if (const std::string fault = Login_Start_Fault(start); !fault.empty()) throw std::runtime_error(fault);
   if (!start) {
     if (!QFile::remove(Entry_File()))
       throw std::runtime_error("\"" + From_Qt(Entry_File()) + "\" cannot be removed.");
     return;
   }
-  if (!QDir().mkpath(Folder()))
-    throw std::runtime_error("The folder \"" + From_Qt(Folder()) + "\" cannot be made.");
   Kt_data_01::TOutput_File file(From_Qt(Entry_File()));
   file.Stream() << "[Desktop Entry]\nType=Application\nName=Plexidex\nComment=Reminders of your calendar\n"
                 << "Exec=" << From_Qt(Quoted(QCoreApplication::applicationFilePath())) << " --tray\n"

@@ -24,6 +24,7 @@ class TPreferences : public THost_Dialog {
     tabs->addTab(Make_Calendar_Group(), tr("Calendar"));
     tabs->addTab(Make_Reminders_Group(), tr("Reminders"));
     tabs->addTab(Make_Look_Group(), tr("Look"));
+    // Last: its check opens another database, and may make or migrate it, which only all else may forbid.
     tabs->addTab(data, tr("Data"));
     Form()->addRow(tabs);
     setMinimumWidth(fontMetrics().averageCharWidth() * 95);
@@ -45,7 +46,9 @@ class TPreferences : public THost_Dialog {
     try {
       for (int i = 0; i < tabs->count(); ++i) Group(i)->Save();
     } catch (const std::exception& e) {
-      Kt_util_01::Raise_Error("User Preferences", e.what());
+      // Only the first one's first step can fail.
+      tabs->setCurrentIndex(0);
+      Kt_util_01::Raise_Error("User Preferences", e.what() + std::string(" No preferences have been saved."));
       return false;
     }
     Kt_util_01::Apply_User_Formats();

@@ -137,9 +137,16 @@ std::optional<TPreference_Group::TWrong> TData_Group::Check_Database() {
 }
 
 std::optional<TPreference_Group::TWrong> TData_Group::Check() {
-  const QFileInfo backups(To_Qt(Typed_Path(folder)));
-  if (!Typed_Path(folder).empty() && backups.exists() && !backups.isDir())
-    return TWrong{folder, "\"" + Typed_Path(folder) + "\" is no folder; backups need one."};
+  const std::string wanted = Typed_Path(folder);
+  // What is not mounted now stands in nobody's way.
+  if (!wanted.empty() && wanted != Kt_data_01::Chosen_Backup_Folder(current)) {
+    QFileInfo backups(To_Qt(wanted));
+    if (backups.exists() && !backups.isDir())
+      return TWrong{folder, "\"" + wanted + "\" is no folder; backups need one."};
+    while (!backups.exists() && !backups.isRoot()) backups.setFile(backups.path());
+    if (!backups.isDir() || !backups.isWritable())
+      return TWrong{folder, "Backups cannot be written to \"" + wanted + "\"."};
+  }
   return Check_Database();
 }
 

@@ -42,19 +42,31 @@ class TGeneral_Group : public TPreference_Group {
     start->setCurrentIndex(qMax(0, start->findData(To_Qt(Chosen_Start_Page()))));
     Form()->addRow(tr("&Start with:"), start);
     for (QCheckBox* box : {tray, login, sounds}) Form()->addRow(box);
+    // It starts in the notification area alone.
+    login->setEnabled(tray->isChecked());
+    login->setChecked(tray->isChecked() && Starts_At_Login());
+    connect(tray, &QCheckBox::toggled, this, [this](bool on) {
+      login->setEnabled(on);
+      if (!on) login->setChecked(false);
+    });
+  }
+  std::optional<TWrong> Check() override {
+    const std::string fault = Login_Start_Fault(login->isChecked());
+    return fault.empty() ? std::nullopt : std::optional<TWrong>({login->isEnabled() ? login : tray, fault});
   }
   void Save() override {
+    // First what can fail.
+    Set_Start_At_Login(login->isChecked());
     Choose_Start_Page(From_Qt(start->currentData().toString()));
     Write_Bool("General", "Tray", tray->isChecked());
     Write_Bool("Sounds", "Interface", sounds->isChecked());
-    Set_Start_At_Login(login->isChecked());
   }
 
  private:
   QComboBox* start = Named(new QComboBox, "Start_Page");
   QCheckBox* tray = Check_Box(tr("&Keep running in the notification area when the window is closed"), "Tray",
                               Read_Bool("General", "Tray", false));
-  QCheckBox* login = Check_Box(tr("Start there when I &log in"), "Login_Start", Starts_At_Login());
+  QCheckBox* login = Check_Box(tr("Start there when I &log in"), "Login_Start", false);
   QCheckBox* sounds =
       Check_Box(tr("&Interface sounds"), "Interface_Sounds", Read_Bool("Sounds", "Interface", true));
 };
