@@ -64,7 +64,7 @@ QLineEdit* New_Password_Input(const char* name) {
 
 TSecret Take_Secret(QLineEdit* input) {
   QString text = input->text();
-  input->clear();
+  input->setText({});  // which forgets, unlike clear(), what could be undone
   QByteArray bytes = text.toUtf8();
   TSecret secret(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
   Kt_data_01::Wipe(bytes.data(), static_cast<std::size_t>(bytes.size()));

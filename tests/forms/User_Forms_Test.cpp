@@ -162,6 +162,8 @@ TEST_F(User_Forms, A_Password_Is_Changed_By_Who_Knows_The_Old_One) {
       Confirm(form);
       seams.Prompts.Verify();
       EXPECT_EQ(Seen(form, "New_Password Again"), "|");
+      Control<QLineEdit>(form, "New_Password")->setEchoMode(QLineEdit::Normal);
+      EXPECT_FALSE(Control<QLineEdit>(form, "New_Password")->isUndoAvailable()) << "nothing is remembered";
     }
     seams.Clock.Value += 1;
     Confirm_With(std::string("Old_Password=") + Right +
