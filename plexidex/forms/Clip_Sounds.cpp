@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QMediaDevices>
 #include <QPointer>
+#include <QSet>
 #include <QSoundEffect>
 #include <QUrl>
 #include <QtEndian>
@@ -65,16 +66,19 @@ bool Play_Sound_File(const std::string& path) {
 }
 
 bool Play_Or(const std::string& path, const std::function<void()>& otherwise) {
-  if (!Is_Whole(To_Qt(path))) return false;
-  // A new one each time: one that has failed keeps silent about the same file.
   static QPointer<QSoundEffect> effect;
+  static QSet<QString> unplayable;  // which effects say of a file only once
+  const QString file = To_Qt(path);
+  if (unplayable.contains(file) || !Is_Whole(file)) return false;
   delete effect;
   effect = new QSoundEffect(qApp);
   // Only when the file has been loaded is it known whether it can be played.
-  QObject::connect(effect, &QSoundEffect::statusChanged, effect, [otherwise] {
-    if (effect->status() == QSoundEffect::Error) otherwise();
+  QObject::connect(effect, &QSoundEffect::statusChanged, effect, [file, otherwise] {
+    if (effect->status() != QSoundEffect::Error) return;
+    unplayable.insert(file);
+    otherwise();
   });
-  effect->setSource(QUrl::fromLocalFile(To_Qt(path)));
+  effect->setSource(QUrl::fromLocalFile(file));
   effect->play();
   return true;
 }

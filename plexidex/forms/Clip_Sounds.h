@@ -25,8 +25,8 @@ class TClip_Sounds : public Kt_util_01::TSounds {
 /// Whether there is anything to play sounds on.
 bool Has_Sound();
 
-/// Plays a .wav file instead of the one before. False when there is none or not the whole of one; calls
-/// `otherwise` later when it turns out that it cannot be played.
+/// Plays a .wav file instead of the one before. False when there is none or not the whole of one, or
+/// when it is known that it cannot be played; calls `otherwise` later when that turns out.
 bool Play_Or(const std::string& path, const std::function<void()>& otherwise);
 
 }  // namespace Kt_forms

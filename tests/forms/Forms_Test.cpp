@@ -173,10 +173,9 @@ TEST_F(Forms, A_Sound_That_Cannot_Be_Played_Is_Told_At_Once_Or_Later) {
   EXPECT_FALSE(play(std::string(whole.size(), 'x')));
   std::string foreign = whole;
   foreign[20] = 'U';  // its coding
-  for (const bool again : {false, true}) {
-    EXPECT_TRUE(play(foreign));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return told; })) << again;
-  }
+  EXPECT_TRUE(play(foreign));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return told; }));
+  EXPECT_FALSE(play(foreign)) << "it is known now";
 }
 
 TEST_F(Forms, Prompts_Are_Message_Boxes_With_Plain_Texts) {
