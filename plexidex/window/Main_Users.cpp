@@ -133,12 +133,22 @@ void TMain_Window::Edit_Selected_Permissions() {
 
 bool TMain_Window::Look_At_Session(bool in_front) {
   if (!Rows_May_Change() || QApplication::activeModalWidget()) return Has_User();
-  const auto known = Read("Main_Users:Look_At_Session [KT_Users/KT_Settings]", [] {
+  const auto look = [] {
     // Another program may have restored a backup of somebody else's.
     if (!DB_Permissions && Kt_util_01::User_Key() != Database_Owner())
       Kt_util_01::Set_User_Key(Database_Owner());
     return Is_Known_User();
-  });
+  };
+  std::optional<bool> known;
+  if (in_front) {
+    known = Read("Main_Users:Look_At_Session [KT_Users/KT_Settings]", look);
+  } else {
+    try {
+      known = look();
+    } catch (const std::exception&) {
+      // Nobody looks, and a dialog would take the keyboard. That reminders cannot be read is said besides.
+    }
+  }
   if (!known) return Has_User();
   if (*known) {
     // A page looks at what users may do when it is made.

@@ -295,6 +295,9 @@ TEST_F(User_Forms, Without_A_Window_Nothing_Is_Shown_Of_A_User_Who_Is_Gone) {
   TDatabase other;
   other.Open(database.Path(), TDatabase::TMode::Must_Exist);
   other.Engine().Execute("DELETE FROM KT_Users WHERE Name = 'Bert'");
+  other.Engine().Execute("ALTER TABLE KT_Users RENAME TO Elsewhere");
+  EXPECT_TRUE(window.Look_At_Session(false)) << "and no dialog says that it cannot be read";
+  other.Engine().Execute("ALTER TABLE Elsewhere RENAME TO KT_Users");
   EXPECT_FALSE(window.Look_At_Session(false));
   EXPECT_EQ(seen() + Current(), "0hidden|Nothing today|0Plexidex");
   seams.Prompts.Expect_Info("Users", "You are no longer a user of this database; say who you are.");
