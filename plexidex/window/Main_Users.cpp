@@ -104,12 +104,12 @@ void TMain_Window::Log_In_As_Another() {
 
 void TMain_Window::Manage_Users() {
   Edit_Users(this);
-  Look_At_Session(true);
+  Look_At_Session(true, true);
 }
 
 void TMain_Window::Set_Up_Security() {
   Edit_Security(this);
-  Look_At_Session(true);
+  Look_At_Session(true, true);
 }
 
 void TMain_Window::Edit_Selected_Permissions() {
@@ -131,7 +131,7 @@ void TMain_Window::Edit_Selected_Permissions() {
   Reload_Tree();
 }
 
-bool TMain_Window::Look_At_Session(bool in_front) {
+bool TMain_Window::Look_At_Session(bool in_front, bool own_change) {
   if (!Rows_May_Change() || QApplication::activeModalWidget()) return Has_User();
   const auto look = [] {
     // Another program may have restored a backup of somebody else's.
@@ -150,7 +150,10 @@ bool TMain_Window::Look_At_Session(bool in_front) {
     }
   }
   if (!known) return Has_User();
-  if (*known) {
+  // Whoever was here before somebody else asked for names or passwords has not said who it is.
+  const bool is_new_to_it = !own_change && ((DB_Permissions && !session.Permissions) ||
+                                            (DB_Secure && !session.Secure && DB_Permissions));
+  if (*known && !is_new_to_it) {
     // A page looks at what users may do when it is made.
     if (!in_front || session == Session() || !Close_Page()) return true;
     if (DB_Permissions && !session.Permissions)
@@ -161,7 +164,9 @@ bool TMain_Window::Look_At_Session(bool in_front) {
   }
   End_Session();
   if (!in_front) return false;
-  Kt_util_01::Raise_Info("Users", "You are no longer a user of this database; say who you are.");
+  Kt_util_01::Raise_Info(
+      "Users", DB_Secure ? "The users of this database, or its passwords, have changed; log in to go on."
+                         : "The users of this database have changed; say who you are.");
   const bool entered = Begin_Session(this);
   entered ? Start_Session() : Quit();
   return entered;

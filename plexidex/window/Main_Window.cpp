@@ -186,7 +186,7 @@ bool TMain_Window::Show_Page(const TNode& node) {
 }
 
 void TMain_Window::Show_Hint_Without_Page() {
-  no_page->setText(!Has_User() ? tr("You are no longer a user of this database.")
+  no_page->setText(!Has_User() ? tr("Nobody is logged in.")
                    : tree->Was_Read()
                        ? tr("There is no book yet. Choose \"New Book...\" in the Book menu to make one.")
                        : tr("The books cannot be read. Choose \"Refresh\" in the View menu to try again."));

@@ -48,9 +48,10 @@ class TMain_Window : public QMainWindow {
   /// Shows the window in front, wherever it was, and asks who one is when the current user is gone. False
   /// when the user leaves that, and with it the program.
   bool Come_Forward();
-  /// Follows what has been changed about the users, by whomever. Only a window in front asks who one is when
-  /// the current user is gone; until then there is none, and nothing is shown. False without a user.
-  bool Look_At_Session(bool in_front);
+  /// Follows what has been changed about the users, by whomever; `own_change` says by the current one. Only a
+  /// window in front asks who one is when the current user is gone, or has never been asked because there
+  /// were no users or passwords; until then there is none, and nothing is shown. False without a user.
+  bool Look_At_Session(bool in_front, bool own_change = false);
   /// Says how many reminders wait for an answer.
   void Show_Waiting(int count);
   /// Closes the window, whether or not it may go on hidden.

@@ -265,9 +265,17 @@ TEST_F(User_Forms, The_Window_Follows_Who_Is_Logged_In_And_What_Others_Do_About_
   other.Engine().Execute("DELETE FROM KT_Users WHERE Name = 'Bert'");
   seams.Prompts.Expect_Error("Users",
                              "Only an administrator may set up users and the security of the database.");
-  seams.Prompts.Expect_Info("Users", "You are no longer a user of this database; say who you are.");
+  seams.Prompts.Expect_Info("Users", "The users of this database have changed; say who you are.");
   choose("&Users...");
   EXPECT_EQ(title() + Current(), "Home - Plexidex - Ann/+Ann") << "the only one that is left";
+  other.Engine().Execute("INSERT OR REPLACE INTO KT_Settings (Name, Value) VALUES ('Secure', '1')");
+  EXPECT_FALSE(window.Look_At_Session(false)) << "without a password";
+  EXPECT_EQ(window.windowTitle().toStdString() + Current(), "Plexidex");
+  seams.Prompts.Expect_Info("Users",
+                            "The users of this database, or its passwords, have changed; log in to go on.");
+  EXPECT_TRUE(With_Dialog(Confirm_With(std::string("Name=Ann|Password=") + Right),
+                          [&] { return window.Look_At_Session(true); }));
+  EXPECT_EQ(title() + Current(), "Home - Plexidex - Ann/+Ann");
 }
 
 TEST_F(User_Forms, Without_A_Window_Nothing_Is_Shown_Of_A_User_Who_Is_Gone) {
@@ -300,7 +308,7 @@ TEST_F(User_Forms, Without_A_Window_Nothing_Is_Shown_Of_A_User_Who_Is_Gone) {
   other.Engine().Execute("ALTER TABLE Elsewhere RENAME TO KT_Users");
   EXPECT_FALSE(window.Look_At_Session(false));
   EXPECT_EQ(seen() + Current(), "0hidden|Nothing today|0Plexidex");
-  seams.Prompts.Expect_Info("Users", "You are no longer a user of this database; say who you are.");
+  seams.Prompts.Expect_Info("Users", "The users of this database have changed; say who you are.");
   With_Dialog(Cancel, [&] { emit presence.Tray().New_Event_Wanted(); });
   EXPECT_EQ(Current(), "Ann") << "the only one that is left";
 }
