@@ -166,7 +166,7 @@ void Rewrite_Set(benchmark::State& state) {
 }
 BENCHMARK(Rewrite_Set)->UseRealTime()->Unit(benchmark::kMillisecond);
 
-/// The same deletes and inserts as statements, two of them for all the deletes.
+/// The same deletes and inserts as statements, three of them for all the deletes.
 class TBare_Set {
  public:
   TBare_Set(const std::string& file, const std::string& first_key)
@@ -175,11 +175,17 @@ class TBare_Set {
     Bind(find, 1, first);
     if (sqlite3_step(find) == SQLITE_ROW) event = reinterpret_cast<const char*>(sqlite3_column_text(find, 0));
     sqlite3_finalize(find);
+    clear_alerts = Prepare(connection,
+                           "DELETE FROM KT_Alerts WHERE Occurrence IN (SELECT Key FROM KT_Events_Data WHERE "
+                           "Event = ? AND Key <> ?)");
     clear_alarms = Prepare(connection,
                            "DELETE FROM KT_Alarms WHERE Key IN (SELECT Key FROM KT_Events_Data WHERE Event = "
                            "? AND Key <> ?)");
     clear_dates = Prepare(connection, "DELETE FROM KT_Events_Data WHERE Event = ? AND Key <> ?");
     move_first = Prepare(connection, "UPDATE KT_Events_Data SET EventDate = ?, Actioned = 0 WHERE Key = ?");
+    move_alert = Prepare(connection,
+                         "UPDATE KT_Alerts SET Moment = ?1 - 15 / 1440.0, Due = ?1 - 15 / 1440.0 WHERE "
+                         "Occurrence = ?2");
     move_event = Prepare(connection, "UPDATE KT_Events SET FirstDate = ? WHERE Key = ?");
     add_date = Prepare(connection,
                        "INSERT INTO KT_Events_Data (Key, Contact, Book, Event, Actioned, EventDate) VALUES "
@@ -187,6 +193,9 @@ class TBare_Set {
     add_alarm = Prepare(connection,
                         "INSERT INTO KT_Alarms (Key, User, Offset, WAVFile, NextTime, Actioned) VALUES (?, "
                         "?, 15, '<Default Sound>', 0, 0)");
+    add_alert = Prepare(connection,
+                        "INSERT INTO KT_Alerts (Occurrence, User, Moment, NextTime, Due, Dismissed) VALUES "
+                        "(?1, ?2, ?3 - 15 / 1440.0, 0, ?3 - 15 / 1440.0, ?3 - 15 / 1440.0 <= ?4)");
   }
 
   static std::vector<std::string> New_Keys() {
@@ -197,13 +206,15 @@ class TBare_Set {
 
   void Rewrite(TDateTime time, const std::vector<std::string>& keys) {
     TDateTime date = First_Day + time;
+    const TDateTime now = Kt_util_01::Now();
     Execute(connection, "BEGIN IMMEDIATE");
-    for (sqlite3_stmt* clear : {clear_alarms, clear_dates}) {
+    for (sqlite3_stmt* clear : {clear_alerts, clear_alarms, clear_dates}) {
       Bind(clear, 1, event);
       Bind(clear, 2, first);
       Step(clear);
     }
-    for (const auto& [move, key] : {std::pair(move_first, &first), {move_event, &event}}) {
+    for (const auto& [move, key] :
+         {std::pair(move_first, &first), {move_alert, &first}, {move_event, &event}}) {
       sqlite3_bind_double(move, 1, date);
       Bind(move, 2, *key);
       Step(move);
@@ -218,6 +229,11 @@ class TBare_Set {
       Bind(add_alarm, 1, key);
       Bind(add_alarm, 2, user);
       Step(add_alarm);
+      Bind(add_alert, 1, key);
+      Bind(add_alert, 2, user);
+      sqlite3_bind_double(add_alert, 3, date);
+      sqlite3_bind_double(add_alert, 4, now);
+      Step(add_alert);
     }
     Execute(connection, "COMMIT");
   }
@@ -234,7 +250,8 @@ class TBare_Set {
   sqlite3* const connection;
   const std::string first, user;
   std::string event;
-  sqlite3_stmt *clear_alarms, *clear_dates, *move_first, *move_event, *add_date, *add_alarm;
+  sqlite3_stmt *clear_alerts, *clear_alarms, *clear_dates, *move_first, *move_alert, *move_event, *add_date,
+      *add_alarm, *add_alert;
 };
 
 TBare_Set& Bare_Set() {
@@ -261,8 +278,9 @@ std::string Fingerprint(const std::string& file) {
       Bare_Connection(file),
       "SELECT count(*) || '/' || round(sum(d.EventDate), 3) || '/' || sum(d.Actioned) || '/' || "
       "count(DISTINCT d.Key) || '/' || sum(a.Offset) || '/' || group_concat(DISTINCT a.WAVFile) || '/' || "
-      "min(e.FirstDate) || '/' || min(e.LastDate) || '/' || min(d.Contact) FROM KT_Events e JOIN "
-      "KT_Events_Data d ON d.Event = e.Key JOIN KT_Alarms a ON a.Key = d.Key WHERE e.Title = 'Daily round'");
+      "min(e.FirstDate) || '/' || min(e.LastDate) || '/' || min(d.Contact) || '/' || round(sum(k.Due), 3) || "
+      "'/' || sum(k.Dismissed) FROM KT_Events e JOIN KT_Events_Data d ON d.Event = e.Key JOIN KT_Alarms a ON "
+      "a.Key = d.Key JOIN KT_Alerts k ON k.Occurrence = d.Key WHERE e.Title = 'Daily round'");
   std::string fingerprint = "nothing";
   if (sqlite3_step(statement) == SQLITE_ROW && sqlite3_column_text(statement, 0))
     fingerprint = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));

@@ -227,12 +227,11 @@ void Take_Searches(TPictures& pictures, TMain_Window& window, const std::string&
   field->clear();
 }
 
-// In a database of their own: that of the user is not changed.
-// Reminders, as many as would go off in some weeks; and the menu of the icon.
+// Reminders, as many as would go off in some months; and the menu of the icon.
 void Take_Reminders(TPictures& pictures, const std::string& book) {
   const Kt_util_01::TDateTime today = Kt_util_01::Today();
   Kt_data_01::TEventKey_List list;
-  KTReminds::Build_Events_Data({}, book, list, today - 1, today + 60, true);
+  KTReminds::Build_Events_Data({}, book, list, today - 1, today + 120, true);
   std::vector<TAlert_Entry> entries;
   for (const auto& each : list) {
     TAlert_Entry entry;
@@ -261,6 +260,7 @@ void Take_Reminders(TPictures& pictures, const std::string& book) {
   tray.Menu().close();
 }
 
+// In a database of their own: that of the user is not changed.
 void Take_Users(TPictures& pictures, TMain_Window& window) {
   using namespace Kt_data_01;
   const std::string before = Shared_Database().Path(), user = Kt_util_01::User_Key();
