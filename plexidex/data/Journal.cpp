@@ -39,25 +39,6 @@ struct TLog {
   }
 };
 
-// What was noted of an entry that another user has made private says no more than that.
-void Hide_Private(std::vector<TJournal_Entry>& entries) {
-  const TSnapshot snapshot;
-  TTable occurrences(Events_Data, "Key", {"Event"}), events(Events_Table, "Key", {"Private", "User"});
-  const TField event = occurrences.Field("Event"), is_private = events.Field("Private"),
-               user = events.Field("User");
-  for (TTable* looked_up : {&occurrences, &events}) Set_Cache(*looked_up);
-  for (TJournal_Entry& entry : entries) {
-    if (entry.Occurrence.empty()) continue;
-    // It may have been made private after it was noted, and may be gone since.
-    if (occurrences.FindKey({entry.Occurrence}) && events.FindKey({occurrences.Text(event)}) &&
-        events.Boolean(is_private))
-      entry.Private_To = events.Text(user);
-    if (entry.Private_To.empty() || entry.Private_To == Kt_util_01::User_Key()) continue;
-    entry.Title = "Private";
-    entry.Text.clear();
-  }
-}
-
 }  // namespace
 
 std::string Journal_Type_Name(int type) {
@@ -90,9 +71,13 @@ std::vector<TJournal_Entry> List_Journal(std::string_view contact) {
   TLog log;
   Find_Row_Of(log.Table, contact, [&] {
     entries.push_back(log.Entry());
+    TJournal_Entry& entry = entries.back();
+    if (entry.Private_To.empty() || entry.Private_To == Kt_util_01::User_Key()) return false;
+    // No more than that it is private.
+    entry.Title = "Private";
+    entry.Text.clear();
     return false;
   });
-  Hide_Private(entries);
   std::reverse(entries.begin(), entries.end());
   std::stable_sort(entries.begin(), entries.end(),
                    [](const TJournal_Entry& a, const TJournal_Entry& b) { return a.Date > b.Date; });

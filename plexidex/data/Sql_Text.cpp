@@ -283,6 +283,13 @@ std::string Drop_Alert_Sql() {
       (SELECT "Key" FROM "KT_Alarms" WHERE row_id = ?1))";
 }
 
+std::string Keep_Private_Lines_Sql() {
+  return R"(UPDATE "KT_Log" SET "PrivateTo" =
+        (SELECT CASE WHEN "Private" THEN "User" ELSE '' END FROM "KT_Events" WHERE row_id = ?1)
+      WHERE "Occurrence" IN (SELECT o."Key" FROM "KT_Events_Data" o JOIN "KT_Events" e ON e."Key" = o."Event"
+        WHERE e.row_id = ?1))";
+}
+
 std::string Creation_Sql(TEngine& engine) {
   std::string sql;
   for (const TTable_Def& table : Schema()) {

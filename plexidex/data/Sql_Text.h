@@ -117,6 +117,8 @@ std::string Settle_Alert_Sql();
 std::string Wrong_Alerts_Sql();
 /// Deletes what Keep_Alert_Sql wrote for a row of alarms. Parameter: row ID.
 std::string Drop_Alert_Sql();
+/// Says for whom the journal's lines of an event are private, "" when it is not. Parameter: its row ID.
+std::string Keep_Private_Lines_Sql();
 
 /// The statements that create the schema.
 std::string Creation_Sql(TEngine& engine);

@@ -112,6 +112,7 @@ void TTable_Writer::Write_Edit() {
   if (table.Database.Engine().Rows_Changed() == 0)
     throw table.Error("write", "the row has been deleted meanwhile");
   alerts.Written(reader.Own_Row_Id(), set, false);
+  private_lines.Written(reader.Own_Row_Id(), set);
   bool may_lie_elsewhere = !range.Shape().Filter.empty();
   for (const int column : range.Shape().Columns)
     may_lie_elsewhere = may_lie_elsewhere || Is_Set(static_cast<std::size_t>(column));

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Alert_Rows.h"
+#include "Private_Lines.h"
 #include "Table_Reader.h"
 
 namespace Kt_data_01 {
@@ -13,7 +14,12 @@ namespace Kt_data_01 {
 class TTable_Writer {
  public:
   TTable_Writer(const TTable_Context& table, const TTable_Range& range, TTable_Reader& reader)
-      : table(table), range(range), reader(reader), values(table.Def.Columns.size()), alerts(table) {}
+      : table(table),
+        range(range),
+        reader(reader),
+        values(table.Def.Columns.size()),
+        alerts(table),
+        private_lines(table) {}
 
   void Insert();
   void Edit();
@@ -49,6 +55,7 @@ class TTable_Writer {
   std::map<TColumn_Set, TPrepared> inserters, updaters;
   TPrepared deleter;
   TAlert_Rows alerts;
+  TPrivate_Lines private_lines;
 };
 
 }  // namespace Kt_data_01

@@ -107,6 +107,16 @@ TEST_F(Journal, What_Another_User_Has_Made_Private_Is_Not_Told) {
     const TJournal_Entry entry = List_Journal(anna).back();
     EXPECT_EQ(entry.Title + "/" + entry.Text, told);
   }
+  TTable events(Events_Table, "Key");
+  ASSERT_TRUE(events.FindKey({"e"}));
+  for (const auto& [is_private, told] : {std::pair(false, "Secret"), {true, "Private"}}) {
+    In_Update([&] {
+      events.Edit();
+      events.Set(events.Field("Private"), is_private);
+      PostUpdate(events);
+    });
+    EXPECT_EQ(List_Journal(anna).back().Title, told) << "as the entry is made later on";
+  }
 }
 
 TEST_F(Journal, Categories_Are_Found_In_Any_Case_And_Their_Members_Kept) {
