@@ -63,4 +63,29 @@ bool Put_Off_Alert(const TAlert& alert, TDateTime until) {
   return Find_Unanswered(alerts, alert) && Write_Delay(alert, until);
 }
 
+std::optional<TWaiting_Alert> Find_Waiting_Alert(std::string_view occurrence) {
+  TTable alerts("KT_Alerts", "Occurrence");
+  if (!alerts.FindKey({occurrence}) || alerts.Boolean(alerts.Field("Dismissed"))) return {};
+  const TWaiting_Alert waiting{alerts.DateTime(alerts.Field("Moment")),
+                               alerts.DateTime(alerts.Field("NextTime"))};
+  if (waiting.Moment > Kt_util_01::Now()) return {};
+  return waiting;
+}
+
+void Keep_Waiting_Alert(std::string_view occurrence, const TWaiting_Alert& waiting) {
+  TTable alerts("KT_Alerts", "Occurrence"), alarms(Alarms_Table, "Key");
+  if (!alerts.FindKey({occurrence}) || alerts.DateTime(alerts.Field("Moment")) != waiting.Moment ||
+      !alarms.FindKey({occurrence}))
+    return;
+  if (waiting.NextTime != 0) {
+    alarms.Edit();
+    alarms.Set(alarms.Field("NextTime"), waiting.NextTime);
+    PostUpdate(alarms);
+    if (!alerts.FindKey({occurrence})) return;
+  }
+  alerts.Edit();
+  alerts.Set(alerts.Field("Dismissed"), false);
+  PostUpdate(alerts);
+}
+
 }  // namespace Kt_data_01

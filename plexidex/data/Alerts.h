@@ -31,4 +31,14 @@ void Dismiss_Alert(const TAlert& alert);
 /// Puts it off until a moment, which its alarm keeps. False when nothing was to be put off.
 bool Put_Off_Alert(const TAlert& alert, TDateTime until);
 
+/// What is still to be answered of an alarm whose row is about to be written anew.
+struct TWaiting_Alert {
+  TDateTime Moment = 0;    // as of its offset
+  TDateTime NextTime = 0;  // until when it was put off, or 0
+};
+/// Nothing for an alarm that is still to come, or has been answered.
+std::optional<TWaiting_Alert> Find_Waiting_Alert(std::string_view occurrence);
+/// Inside an update bracket: has a new alarm wait as the former one did, if it has the same moment.
+void Keep_Waiting_Alert(std::string_view occurrence, const TWaiting_Alert& waiting);
+
 }  // namespace Kt_data_01

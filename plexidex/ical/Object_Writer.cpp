@@ -133,11 +133,14 @@ void TObject_Writer::Remove_Event(TKnown& known, TReplaced& replaced) {
   if (!events.FindKey({event})) return;
   known.Contact = book.Calendar;
   known.User = events.Text(Event_Columns().User);
+  known.Private = events.Boolean(Event_Columns().Private);
   const std::int64_t completed = events.Integer(Event_Columns().Completed);
   const TOccurrence_Columns& column = Occurrence_Columns();
   occurrences.SetRange({event}, {event});
   for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
     known.Contact = occurrences.Text(column.Contact);
+    if (const auto waiting = Find_Waiting_Alert(occurrences.Text(column.Key)))
+      replaced.Waiting[To_Msecs(occurrences.DateTime(column.EventDate))] = *waiting;
     if (occurrences.Boolean(column.Actioned))
       replaced.Done[To_Msecs(occurrences.DateTime(column.EventDate))] = completed;
   }
@@ -155,6 +158,8 @@ TNew_Event TObject_Writer::Begin(const TPlanned_Event& planned, TDateTime date,
   if (const TKnown* known = replaced.Event_Of(planned.Part)) {
     event.Owner.Contact = known->Contact;
     event.Record.User = known->User;
+    // A file may make it private, and not public what somebody has made private here.
+    event.Record.Private = event.Record.Private || known->Private;
   }
   event.Record.FirstDate = date;
   event.Alarm = planned.Alarm;
@@ -168,6 +173,7 @@ void TObject_Writer::Create(const TPlanned_Object& object, int part, const TNew_
   import_events.Insert();
   import_events.SetFields({book.Key, object.UID, key, part});
   PostUpdate(import_events);
+  Keep_Waiting(key, replaced);
   // A contact's birthday is known by its key.
   if (replaced.Events.empty() || !cards.FindKey({event.Owner.Contact})) return;
   const std::string_view birthday = cards.Text(cards.Field("Birthday"));
@@ -177,6 +183,18 @@ void TObject_Writer::Create(const TPlanned_Object& object, int part, const TNew_
   cards.Edit();
   cards.Set(cards.Field("Birthday"), key);
   PostUpdate(cards);
+}
+
+// A reminder that has gone off and has no answer yet, or was put off, is still to be answered.
+void TObject_Writer::Keep_Waiting(const std::string& event, const TReplaced& replaced) {
+  if (replaced.Waiting.empty()) return;
+  const TOccurrence_Columns& column = Occurrence_Columns();
+  occurrences.SetRange({event}, {event});
+  for (occurrences.First(); !occurrences.Eof(); occurrences.Next()) {
+    const auto waiting = replaced.Waiting.find(To_Msecs(occurrences.DateTime(column.EventDate)));
+    if (waiting != replaced.Waiting.end()) Keep_Waiting_Alert(occurrences.Text(column.Key), waiting->second);
+  }
+  occurrences.CancelRange();
 }
 
 void TObject_Writer::Write_Single(const TPlanned_Object& object, const TPlanned_Event& planned,

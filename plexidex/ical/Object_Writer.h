@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "Alerts.h"
 #include "Books.h"
 #include "Event_Creation.h"
 #include "Planned.h"
@@ -33,10 +34,12 @@ class TObject_Writer {
     std::string Event;
     int Part = 0;
     std::string Contact{}, User{};  // whose it is
+    bool Private = false;
   };
   struct TReplaced {
     std::map<std::int64_t, std::int64_t> Done;  // by moment, with the day a task was completed on
     std::vector<TKnown> Events{};
+    std::map<std::int64_t, Kt_data_01::TWaiting_Alert> Waiting{};  // by moment of the occurrence
 
     // The event of a part; what a part that is new belongs to is told by the others. Null without any.
     const TKnown* Event_Of(int part) const;
@@ -46,6 +49,7 @@ class TObject_Writer {
   std::vector<TKnown> Known_Events(const std::string& uid);
   TReplaced Remove_Old(const std::string& uid);
   void Remove_Event(TKnown& known, TReplaced& replaced);
+  void Keep_Waiting(const std::string& event, const TReplaced& replaced);
   bool Is_Event_Of_Book(const std::string& event);
   void Write_Single(const TPlanned_Object& object, const TPlanned_Event& event, TDateTime date,
                     const TReplaced& replaced);

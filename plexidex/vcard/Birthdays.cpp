@@ -26,7 +26,8 @@ TDay Day_Of(const std::string& birthday) {
 }  // namespace
 
 std::string Create_Birthday(const KTReminds::TOwner& owner, const std::string& name,
-                            const std::string& birthday, TDateTime until, const std::string& user) {
+                            const std::string& birthday, TDateTime until, const std::string& user,
+                            bool is_private) {
   const TDay born = Day_Of(birthday);
   const int year = Decode_Date(Today()).Year;
   // A yearly set keeps its day; what has none in most years is moved there where there is one.
@@ -42,6 +43,7 @@ std::string Create_Birthday(const KTReminds::TOwner& owner, const std::string& n
   if (born.Year > 0)
     event.Record.Notes = "Born on " + FormatDateTime("ddddd", Encode_Date(born.Year, born.Month, born.Day));
   event.Record.User = user;
+  event.Record.Private = is_private;
   event.Record.AllDay = true;
   event.Record.FirstDate = first;
   event.Record.Pattern.Freq = KTReminds::TFrequency::Yearly;

@@ -217,15 +217,17 @@ class TImporter {
 
   bool Is_There(const std::string& event) { return !event.empty() && events.FindKey({event}); }
 
-  void Write_Birthday(const TContact_Texts& texts, TKept& now, const std::string& user) {
-    now.Birthday =
-        Create_Birthday({book.Key, now.Contact}, texts[Slot::Name], texts[Slot::Birthday], until, user);
+  void Write_Birthday(const TContact_Texts& texts, TKept& now, const std::string& user,
+                      bool is_private = false) {
+    now.Birthday = Create_Birthday({book.Key, now.Contact}, texts[Slot::Name], texts[Slot::Birthday], until,
+                                   user, is_private);
     ++report.Birthdays;
   }
 
   // It stays whose it was; what another has made private stays as it is.
   void Replace_Birthday(TContact_Texts texts, const std::string& birthday, TKept& now) {
     std::string user = User_Key();
+    bool is_private = false;
     if (Is_There(now.Birthday)) {
       if (KTReminds::Is_Hidden(events)) {
         report.Notes.push_back(
@@ -233,11 +235,12 @@ class TImporter {
         return;
       }
       user = events.Text(KTReminds::Event_Columns().User);
+      is_private = events.Boolean(KTReminds::Event_Columns().Private);
       KTReminds::Delete_Set(now.Birthday);
     }
     now.Birthday.clear();
     texts[Slot::Birthday] = birthday;
-    if (!birthday.empty()) Write_Birthday(texts, now, user);
+    if (!birthday.empty()) Write_Birthday(texts, now, user, is_private);
   }
 
   void Tell(const TCard_Plan& plan, const std::string& contact) {

@@ -1,3 +1,4 @@
+#include "Alerts.h"
 #include "Import_Fixture.h"
 
 namespace {
@@ -26,6 +27,28 @@ TEST_F(Importing, An_Event_Keeps_What_It_Says) {
   EXPECT_EQ(
       Query_Rows("Contact, Book, Actioned, User", "KT_Events_Data d JOIN KT_Events e ON e.Key = d.Event"),
       owner + ", " + owner);
+}
+
+TEST_F(Importing, What_Comes_Again_Keeps_What_Waits_For_An_Answer_And_What_Is_Private) {
+  const auto import = [&](const std::string& title) {
+    EXPECT_EQ(Import(Event("UID:1|SUMMARY:" + title +
+                           "|DTSTART:20240115T123000|BEGIN:VALARM|ACTION:DISPLAY|TRIGGER:-PT15M|END:VALARM"))
+                  .Replaced,
+              title == "New" ? 0 : 1);
+    return Query_Rows("Private, NextTime > 0", "KT_Events, KT_Alarms") + "/" +
+           std::to_string(Due_Alerts(Now()).size());
+  };
+  EXPECT_EQ(import("New"), "0|0/0");
+  Run_Sql("UPDATE KT_Events SET Private = 1");
+  database.Reopen();
+  seams.Clock.Value += 20.0 / 1440;
+  EXPECT_EQ(import("Waiting"), "1|0/1");
+  In_Update([] { Put_Off_Alert(Due_Alerts(Now()).at(0), Now() + 1.0 / 1440); });
+  EXPECT_EQ(import("Put off"), "1|1/0");
+  seams.Clock.Value += 5.0 / 1440;
+  EXPECT_EQ(import("Waiting again").substr(1), "|1/1");
+  In_Update([] { Dismiss_Alert(Due_Alerts(Now()).at(0)); });
+  EXPECT_EQ(import("Answered"), "1|0/0");
 }
 
 TEST_F(Importing, The_Book_Is_The_Named_One) {

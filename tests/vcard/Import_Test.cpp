@@ -138,6 +138,10 @@ TEST_F(Vcard_Import, A_Birthday_Is_A_Yearly_Event_Of_The_Contact) {
   database.Reopen();
   EXPECT_EQ(import("BDAY:--0110", "Eve"), "Birthday of Eve|1|4|11|45301.0|");
   EXPECT_EQ(Query_Text("SELECT User FROM KT_Events"), "ann");
+  Run_Sql("UPDATE KT_Events SET Private = 1, User = '" + User_Key() + "'");
+  database.Reopen();
+  EXPECT_EQ(import("BDAY:--0111", "Eve"), "Birthday of Eve|1|4|11|45302.0|");
+  EXPECT_EQ(Query_Number("SELECT Private FROM KT_Events"), 1) << "one's own stays private";
   EXPECT_EQ(import("BDAY;VALUE=text:in spring", "Eve"), "");
   EXPECT_EQ(import("BDAY:20000229", "Eve").substr(0, 28), "Birthday of Eve|1|4|10|45351");
   EXPECT_EQ(Query_Text("SELECT group_concat(EventDate, ' ') FROM KT_Events_Data WHERE EventDate < 47000 "),
