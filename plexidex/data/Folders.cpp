@@ -58,6 +58,14 @@ struct TPlace {
   int Type = 0;
 };
 
+std::vector<std::string> Directly_In(std::string_view folder) {
+  std::vector<std::string> content;
+  TTable table(Contacts_Table, "ParentandGroup", {"Key"});
+  table.SetRange({folder}, {folder});
+  for (table.First(); !table.Eof(); table.Next()) content.emplace_back(table.Text(table.Field("Key")));
+  return content;
+}
+
 std::optional<TPlace> Place_Of(std::string_view key) {
   TTable table(Contacts_Table, "Key", {"DisplayName", "Book", "Parent", "Type"});
   if (!table.FindKey({key})) return {};
@@ -136,13 +144,24 @@ bool Is_Folder_Name_Taken(std::string_view book, std::string_view parent, std::s
   });
 }
 
+bool May_Remove_Folder(std::string_view folder) {
+  const auto place = Folder_Place(folder);
+  if (!place || !Access_Allowed(folder, Access_Delete)) return false;
+  const std::vector<std::string> content = Directly_In(folder);
+  return content.empty() ||
+         (Access_Allowed(Folder_Place(place->Parent) ? place->Parent : place->Book, Access_Create) &&
+          std::all_of(content.begin(), content.end(), May_Be_Moved));
+}
+
+bool May_Be_Moved(std::string_view key) {
+  // Elsewhere others may see it, or do more with it.
+  return Access_Allowed(key, Access_Update) && Access_Allowed(key, Access_Delete);
+}
+
 bool Remove_Folder(std::string_view folder) {
   const auto place = Folder_Place(folder);
   if (!place) return false;
-  std::vector<std::string> content;
-  TTable table(Contacts_Table, "ParentandGroup", {"Key"});
-  table.SetRange({folder}, {folder});
-  for (table.First(); !table.Eof(); table.Next()) content.emplace_back(table.Text(table.Field("Key")));
+  const std::vector<std::string> content = Directly_In(folder);
   // A damaged one may lie in itself.
   const std::string_view parent = place->Parent == folder ? std::string_view() : place->Parent;
   for (const std::string& key : content) Set_Parent(key, parent);

@@ -24,6 +24,10 @@ TFolder_Content Content_Of_Folder(std::string_view folder);
 /// Whether another folder in `parent`, or at the top, has this name, whatever the case.
 bool Is_Folder_Name_Taken(std::string_view book, std::string_view parent, std::string_view name,
                           std::string_view own_key);
+/// Whether the user may take a contact or folder away from where it lies.
+bool May_Be_Moved(std::string_view key);
+/// Whether the user may delete the folder, and move all that lies directly in it to where it lies.
+bool May_Remove_Folder(std::string_view folder);
 /// What lies in it moves to where it lay. False when there is no such folder.
 bool Remove_Folder(std::string_view folder);
 

@@ -140,25 +140,34 @@ bool Edit_Folder(QWidget* window, const std::string& folder) {
 
 bool Delete_Folder_After_Asking(const std::string& folder) {
   const auto place = Read_Place(folder, "Remove Folder");
-  if (!place || !May(folder, Access_Delete)) return false;
+  if (!place) return false;
   TFolder_Content content;
   TFolder above;
+  bool may = false, sees_above = false;
   if (!Read("Folder_Dialogs:Delete_Folder [KT_Contacts]", [&] {
+        may = May_Remove_Folder(folder);
         content = Content_Of_Folder(folder);
         above = Find_Folder(place->Book, place->Folder.Parent).value_or(TFolder{});
+        sees_above = Access_Allowed(above.Key, Access_See);
       }))
     return false;
-  const std::string heir = Owner_Of(place->Book, above.Key);
-  if (content.Contacts + content.Folders > 0 && !May(heir, Access_Create)) return false;
-  std::string question = "Remove the folder " + In_Quotes(place->Name) + "?";
-  if (content.Contacts + content.Folders > 0)
-    question += " Its contacts and folders are kept and move to " +
-                (above.Key.empty()                  ? "the top of the book"
-                 : Access_Allowed(heir, Access_See) ? "the folder " + In_Quotes(above.Name)
-                                                    : "the folder above it") +
-                ".";
-  if (Kt_util_01::Raise_Question("Remove Folder", question) != Kt_util_01::Answer_Yes) return false;
-  return Update_Host("Folder_Dialogs:Delete_Folder [KT_Contacts]", [&] { Remove_Folder(folder); });
+  if (may) {
+    std::string question = "Remove the folder " + In_Quotes(place->Name) + "?";
+    if (content.Contacts + content.Folders > 0)
+      question += " Its contacts and folders are kept and move to " +
+                  (above.Key.empty() ? "the top of the book"
+                   : sees_above      ? "the folder " + In_Quotes(above.Name)
+                                     : "the folder above it") +
+                  ".";
+    if (Kt_util_01::Raise_Question("Remove Folder", question) != Kt_util_01::Answer_Yes) return false;
+    if (!Update_Host("Folder_Dialogs:Delete_Folder [KT_Contacts]", [&] {
+          may = May_Remove_Folder(folder);
+          if (may) Remove_Folder(folder);
+        }))
+      return false;
+  }
+  if (!may) Kt_util_01::Sound(5);
+  return may;
 }
 
 bool Move_Contacts(const std::string& book, const std::vector<std::string>& keys, const std::string& folder) {
@@ -167,10 +176,7 @@ bool Move_Contacts(const std::string& book, const std::vector<std::string>& keys
   const bool saved = Update_Host("Folder_Dialogs:Move [KT_Contacts]", [&] {
     // All are looked at first, so that nothing is written when one stays.
     allowed = Access_Allowed(Owner_Of(book, folder), Access_Create) &&
-              std::all_of(keys.begin(), keys.end(), [](const std::string& key) {
-                // Elsewhere others may see it, or do more with it.
-                return Access_Allowed(key, Access_Update) && Access_Allowed(key, Access_Delete);
-              });
+              std::all_of(keys.begin(), keys.end(), May_Be_Moved);
     if (!allowed) return;
     for (const std::string& key : keys) {
       const auto place = Place_Of(key);
