@@ -21,7 +21,7 @@ using namespace Kt_forms;
 
 namespace {
 
-// A database is known by its owner's key, wherever its file is moved.
+// Who it was last in this database, wherever its file is moved.
 std::string Remembered_User() {
   return Kt_util_01::Read_String("Users", Database_Identity(), "");
 }

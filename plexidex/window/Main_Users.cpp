@@ -132,7 +132,7 @@ void TMain_Window::Edit_Selected_Permissions() {
 }
 
 bool TMain_Window::Look_At_Session(bool in_front, bool own_change) {
-  if (!Rows_May_Change() || QApplication::activeModalWidget()) return Has_User();
+  if (!Rows_May_Change()) return Has_User();
   const auto look = [] {
     // Another program may have restored a backup of somebody else's.
     if (!DB_Permissions && Kt_util_01::User_Key() != Database_Owner())
@@ -150,9 +150,8 @@ bool TMain_Window::Look_At_Session(bool in_front, bool own_change) {
     }
   }
   if (!known) return Has_User();
-  // Whoever was here before somebody else asked for names or passwords has not said who it is.
-  const bool is_new_to_it = !own_change && ((DB_Permissions && !session.Permissions) ||
-                                            (DB_Secure && !session.Secure && DB_Permissions));
+  // Whoever was here before somebody else asked for passwords has given none.
+  const bool is_new_to_it = !own_change && DB_Secure && !session.Secure;
   if (*known && !is_new_to_it) {
     // A page looks at what users may do when it is made.
     if (!in_front || session == Session() || !Close_Page()) return true;
@@ -162,12 +161,18 @@ bool TMain_Window::Look_At_Session(bool in_front, bool own_change) {
     Refresh();
     return true;
   }
+  const bool was_somebody = Has_User();
   End_Session();
-  if (!in_front) return false;
+  if (!in_front) {
+    if (was_somebody && !Has_User())
+      Kt_util_01::Raise_Notice(
+          "The users of this database have changed: no reminder goes off until you say who you are.");
+    return false;
+  }
   Kt_util_01::Raise_Info(
       "Users", DB_Secure ? "The users of this database, or its passwords, have changed; log in to go on."
                          : "The users of this database have changed; say who you are.");
-  const bool entered = Begin_Session(this);
+  const bool entered = Log_In_Again(this);
   entered ? Start_Session() : Quit();
   return entered;
 }

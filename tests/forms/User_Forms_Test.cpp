@@ -266,7 +266,7 @@ TEST_F(User_Forms, The_Window_Follows_Who_Is_Logged_In_And_What_Others_Do_About_
   seams.Prompts.Expect_Error("Users",
                              "Only an administrator may set up users and the security of the database.");
   seams.Prompts.Expect_Info("Users", "The users of this database have changed; say who you are.");
-  choose("&Users...");
+  With_Dialog(Confirm, [&] { choose("&Users..."); });
   EXPECT_EQ(title() + Current(), "Home - Plexidex - Ann/+Ann") << "the only one that is left";
   other.Engine().Execute("INSERT OR REPLACE INTO KT_Settings (Name, Value) VALUES ('Secure', '1')");
   EXPECT_FALSE(window.Look_At_Session(false)) << "without a password";
@@ -309,8 +309,10 @@ TEST_F(User_Forms, Without_A_Window_Nothing_Is_Shown_Of_A_User_Who_Is_Gone) {
   EXPECT_FALSE(window.Look_At_Session(false));
   EXPECT_EQ(seen() + Current(), "0hidden|Nothing today|0Plexidex");
   seams.Prompts.Expect_Info("Users", "The users of this database have changed; say who you are.");
-  With_Dialog(Cancel, [&] { emit presence.Tray().New_Event_Wanted(); });
+  EXPECT_EQ(seams.Prompts.Notices.size(), 1U) << "that no reminder goes off until then";
+  With_Dialog(Confirm, [&] { EXPECT_TRUE(window.Come_Forward()); });
   EXPECT_EQ(Current(), "Ann") << "the only one that is left";
+  With_Dialog(Cancel, [&] { emit presence.Tray().New_Event_Wanted(); });
 }
 
 }  // namespace
