@@ -21,9 +21,7 @@ using namespace KTReminds;
 namespace {
 
 bool May_Change(const TTable& events, const TTable& occurrences) {
-  const TEvent_Columns& column = Event_Columns();
-  return Access_Allowed(occurrences.Text(Occurrence_Columns().Contact), Access_Update) &&
-         !(events.Boolean(column.Private) && events.Text(column.User) != Kt_util_01::User_Key());
+  return Access_Allowed(occurrences.Text(Occurrence_Columns().Contact), Access_Update) && !Is_Hidden(events);
 }
 
 }  // namespace
@@ -133,7 +131,7 @@ bool TAlert_Watch::Mark_Done(const TAlert_Entry& entry) {
   }));
   if (!may)
     Kt_util_01::Raise_Notice("\"" + entry.Title + "\" cannot be marked as done: you may not change it.");
-  return kept && may && (end == TMarking::TEnd::Marked || end == TMarking::TEnd::Gone);
+  return kept && (!may || end == TMarking::TEnd::Marked || end == TMarking::TEnd::Gone);
 }
 
 }  // namespace Plexidex

@@ -47,7 +47,8 @@ class TAlert_Watch {
   /// Answers. Each is one update, reported when it fails; false when it was refused or failed.
   static bool Dismiss(const std::vector<TAlert_Entry>& entries);
   static bool Put_Off(const std::vector<TAlert_Entry>& entries, int minutes);
-  /// One that is gone meanwhile counts as done; refused when it may not be changed any more.
+  /// One that is gone meanwhile counts as done. A notice tells of one that may not be changed any more, which
+  /// is true too, as there is nothing to try again.
   static bool Mark_Done(const TAlert_Entry& entry);
 
  private:

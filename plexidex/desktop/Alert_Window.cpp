@@ -207,7 +207,8 @@ void TAlert_Window::Snooze() {
 
 void TAlert_Window::Mark_Done() {
   const auto chosen = Selected();
-  Show_Failure(std::all_of(chosen.begin(), chosen.end(), TAlert_Watch::Mark_Done));
+  Show_Failure(std::count_if(chosen.begin(), chosen.end(), TAlert_Watch::Mark_Done) ==
+               static_cast<std::ptrdiff_t>(chosen.size()));
   emit Answered();
 }
 
