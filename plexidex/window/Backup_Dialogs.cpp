@@ -64,15 +64,25 @@ std::string Ask_What_To_Restore(QWidget* window) {
 }
 
 TDaily_Backups::TDaily_Backups(QMainWindow* window)
-    : QObject(window), failed(new QLabel(tr("The daily backup failed"))) {
+    : QObject(window), window(window), failed(new QLabel(tr("The daily backup failed"))) {
   failed->setObjectName(QStringLiteral("Backup_Failed"));
   failed->setTextFormat(Qt::PlainText);
   failed->hide();
   window->statusBar()->addPermanentWidget(failed);
   connect(&timer, &QTimer::timeout, this, &TDaily_Backups::Look);
+  Start_Anew();
+}
+
+void TDaily_Backups::Start_Anew() {
   // Not at once: the window comes first.
   constexpr int first_msecs = 60'000;
   timer.start(first_msecs);
+  Forget_Failure();
+}
+
+void TDaily_Backups::Forget_Failure() {
+  told.clear();
+  failed->hide();
 }
 
 void TDaily_Backups::Look() {
@@ -81,9 +91,10 @@ void TDaily_Backups::Look() {
   if (Database_File().empty() || Kt_data_01::Update_Is_Open()) return;
   try {
     const std::string file = Kt_data_01::Back_Up_Daily(Database_File());
-    if (!file.empty()) Kt_util_01::Raise_Notice("Backup made: " + file);
-    told.clear();
-    failed->hide();
+    // That all is well is not worth a notification.
+    constexpr int shown_msecs = 15'000;
+    if (!file.empty()) window->statusBar()->showMessage(tr("Backup made: %1").arg(To_Qt(file)), shown_msecs);
+    Forget_Failure();
   } catch (const std::exception& e) {
     timer.start(after_failure_msecs);
     failed->setToolTip(KTReminds::As_Plain_Tip(To_Qt(e.what())));

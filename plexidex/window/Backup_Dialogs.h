@@ -27,8 +27,13 @@ class TDaily_Backups : public QObject {
   void Look();
   /// The same when the last one has failed, as what it failed of may be another now.
   void Try_Again();
+  /// Another database is used from now on.
+  void Start_Anew();
 
  private:
+  void Forget_Failure();
+
+  QMainWindow* window;
   QLabel* failed;
   QTimer timer;
   std::string told;  // the fault that was told last, as far as it is always the same

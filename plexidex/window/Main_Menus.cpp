@@ -207,6 +207,7 @@ bool TMain_Window::Switch_Database(const std::string& file, const char* caption,
     if (!done.empty()) Kt_util_01::Raise_Info(caption, std::exchange(done, {}));
     if (Begin_Session(this)) {
       Start_Session();
+      backups->Start_Anew();
       return true;
     }
     // It is the same file: whoever does not log in has no other to go back to.

@@ -526,8 +526,9 @@ TEST_F(Main_Window, A_Daily_Backup_That_Fails_Is_Told_Once_And_Shown_Until_One_I
   for (const auto& [place, times] : {std::pair(folder.File("file"), 1), {"/proc/self", 2}})
     for (const bool again : {false, true})
       EXPECT_EQ(look(place), std::to_string(times) + "The daily backup failed") << place << again;
-  EXPECT_EQ(look(folder.File("backups")), "3hidden");
-  EXPECT_EQ(look(folder.File("backups")), "3hidden");
+  EXPECT_EQ(look(folder.File("backups")), "2hidden");
+  EXPECT_TRUE(window->statusBar()->currentMessage().startsWith(QStringLiteral("Backup made: ")));
+  EXPECT_EQ(look(folder.File("backups")), "2hidden");
 }
 
 TEST_F(Main_Window, A_Backup_Is_Made_And_Restored) {
