@@ -67,15 +67,16 @@ bool Play_Sound_File(const std::string& path) {
 
 bool Play_Or(const std::string& path, const std::function<void()>& otherwise) {
   static QPointer<QSoundEffect> effect;
-  static QSet<QString> unplayable;  // which effects say of a file only once
+  static QMap<QString, QDateTime> unplayable;  // which effects say of a file only once
   const QString file = To_Qt(path);
-  if (unplayable.contains(file) || !Is_Whole(file)) return false;
+  const QDateTime written = QFileInfo(file).lastModified();
+  if ((unplayable.contains(file) && unplayable[file] == written) || !Is_Whole(file)) return false;
   delete effect;
   effect = new QSoundEffect(qApp);
   // Only when the file has been loaded is it known whether it can be played.
-  QObject::connect(effect, &QSoundEffect::statusChanged, effect, [file, otherwise] {
+  QObject::connect(effect, &QSoundEffect::statusChanged, effect, [file, written, otherwise] {
     if (effect->status() != QSoundEffect::Error) return;
-    unplayable.insert(file);
+    unplayable[file] = written;
     otherwise();
   });
   effect->setSource(QUrl::fromLocalFile(file));
