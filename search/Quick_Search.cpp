@@ -265,12 +265,13 @@ class TQuick_Search::TImpl {
 
   // Of very many events those made last are looked at; whether the user may see the others is not known.
   void Look_Up_Next() {
-    constexpr std::size_t most_looked_up = 400;
+    constexpr std::size_t most_counted = 400, most_looked_up = 4'000;
     for (const TGroup group : {Events, Tasks}) {
       const auto& rows = hits[group];
       const std::size_t done = looked_up[group];
-      found[group].Is_Least = done == most_looked_up && rows.size() > most_looked_up;
-      if (done == std::min(rows.size(), most_looked_up)) continue;
+      if (done == rows.size()) continue;
+      found[group].Is_Least = found[group].Count == most_counted || done == most_looked_up;
+      if (found[group].Is_Least) continue;
       ++looked_up[group];
       const std::size_t master = rows[rows.size() - 1 - done];
       Look_Up(found[group], masters.Keys[master], masters.Line(master), kinds[master].Timeless);

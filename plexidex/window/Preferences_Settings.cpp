@@ -120,16 +120,18 @@ class TReminders_Group : public TPreference_Group {
     for (std::string text : KTReminds::Alarm_Offset_Items())
       reminder->addItem(To_Qt(text), KTReminds::Convert_Alarm_ItemText(text));
     const int minutes = KTReminds::Read_New_Reminder();
-    if (reminder->findData(minutes) < 0) reminder->addItem(tr("%1 minutes").arg(minutes), minutes);
+    if (reminder->findData(minutes) < 0)
+      reminder->addItem(To_Qt(KTReminds::Convert_Offset_to_ItemText(minutes)), minutes);
     reminder->setCurrentIndex(reminder->findData(minutes));
     // The list's first text stands for the user's default, which this is.
     sounds = KTReminds::Build_WAV_List(KTReminds::Read_Default_Sound());
     for (std::size_t i = 1; i < sounds.Items.size(); ++i)
       default_sound->addItem(To_Qt(sounds.Items[i]), static_cast<int>(i));
     // It may only be away for the moment, as on a disk that is not there.
-    if (sounds.Selected < 1)
-      default_sound->addItem(tr("%1 (not found)").arg(To_Qt(KTReminds::Read_Default_Sound())), 0);
-    default_sound->setCurrentIndex(default_sound->findData(qMax(0, sounds.Selected)));
+    const std::string stored = KTReminds::Read_Default_Sound();
+    if (sounds.Selected < 1 && !stored.empty() && stored != KTReminds::Default_Sound_Text)
+      default_sound->addItem(tr("%1 (not found)").arg(To_Qt(stored)), 0);
+    default_sound->setCurrentIndex(qMax(0, default_sound->findData(sounds.Selected)));
     Form()->addRow(tr("&New events have:"), reminder);
     Form()->addRow(tr("&Default alarm sound:"), default_sound);
   }

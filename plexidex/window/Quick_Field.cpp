@@ -147,7 +147,8 @@ void TQuick_Field::Add_Group(TQuick_Search::TGroup group) {
     item->setData(0, Owner_Role, To_Qt(row.Owner));
   }
   if (const std::size_t more = found.Count - std::min(found.Count, found.Rows.size()); more > 0)
-    add((found.Is_Least ? tr("Over %1 more...") : tr("%1 more...")).arg(QLocale().toString(qulonglong(more))),
+    add((found.Is_Least ? tr("At least %1 more...") : tr("%1 more..."))
+            .arg(QLocale().toString(qulonglong(more))),
         found.Rows.front());
 }
 
