@@ -167,7 +167,8 @@ bool Log_In_Again(QWidget* window) {
   return Read("Login_Dialog:Log_In_Again [KT_Users/KT_Settings]",
               [&] {
                 Follow_Users();
-                return Ask(window, Kt_util_01::User_Key(), QObject::tr("Cancel"));
+                const std::string& user = Kt_util_01::User_Key();
+                return Ask(window, user.empty() ? Remembered_User() : user, QObject::tr("Cancel"));
               })
       .value_or(false);
 }
