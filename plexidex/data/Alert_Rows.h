@@ -11,8 +11,9 @@ class TAlert_Rows {
  public:
   explicit TAlert_Rows(const TTable_Context& table);
 
-  /// A row was inserted, or some columns of it were changed. An alarm whose moment has changed goes off anew,
-  /// if the new one is still to come, and is put off no longer; one that is done with needs no answer.
+  /// A row was inserted, or some columns of it were changed. An alarm whose moment has changed goes off anew
+  /// and is put off no longer, if the new one is still to come; else it stays put off. One that is done with
+  /// needs no answer.
   void Written(std::int64_t row_id, TColumn_Set columns, bool inserted);
   void Before_Delete(std::int64_t row_id);
 

@@ -261,7 +261,8 @@ std::string End_Delay_Sql(const TTable_Def& table) {
   return R"(UPDATE "KT_Alarms" SET "NextTime" = 0 WHERE row_id = (SELECT a.row_id)" + Alarms_With_Dates() +
          R"( JOIN "KT_Alerts" k ON k."Occurrence" = a."Key" WHERE )" + Is_Written_Row(table) +
          R"( AND a."NextTime" <> 0 AND a."NextTime" = k."NextTime" AND (k."Moment" <> )" + Alarm_Moment() +
-         R"( OR a."NextTime" <= ?2 AND (a."Actioned" OR k."Dismissed"))))";
+         R"( AND (a."NextTime" <= ?2 OR )" + Alarm_Moment() + R"( > ?2)
+      OR a."NextTime" <= ?2 AND (a."Actioned" OR k."Dismissed"))))";
 }
 
 std::string Settle_Alert_Sql() {

@@ -106,8 +106,9 @@ std::string Members_Sql();
 /// Writes when the alarm of a row of alarms, or of occurrences, is due, if it has one and that has changed.
 /// Dismisses what is not later than now or done with. Parameters: row ID, now.
 std::string Keep_Alert_Sql(const TTable_Def& table);
-/// Takes the delay from the alarm of such a row that is due at another moment than was kept, or that was put
-/// off until a time that is over and answered; to be followed by Keep_Alert_Sql. Parameters as before.
+/// Takes the delay from the alarm of such a row whose moment is another than was kept, if that is still to
+/// come or the delay is over, or that was put off until a time that is over and answered; to be followed by
+/// Keep_Alert_Sql. Parameters as before.
 std::string End_Delay_Sql(const TTable_Def& table);
 /// Dismisses the row of an alarm that is done with, or takes that back while it is still to come. Parameters
 /// as before.

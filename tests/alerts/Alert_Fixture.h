@@ -25,6 +25,19 @@ struct TAlert_Test : TDatabase_Test {
     event.Alarm.Offset = offset;
     return Write(event);
   }
+  /// Moves an occurrence to a time of Monday.
+  static void Move(const std::string& key, int hour, int minute) {
+    Change(Events_Data, key, Occurrence_Columns().EventDate, Monday + (hour * 60 + minute) * Minute);
+  }
+  static void Change(TTable& of, const std::string& key, TField field, const TValue& value) {
+    In_Update([&] {
+      TTable table(of, "Key");
+      ASSERT_TRUE(table.FindKey({key}));
+      table.Edit();
+      table.Set(field, value);
+      PostUpdate(table);
+    });
+  }
   /// What a program sees that looks: all that waits for an answer, and behind a bar what is new.
   std::string Look() { return Look(*watch); }
   static std::string Look(TAlert_Watch& at) {

@@ -64,16 +64,7 @@ TEST_F(Alert_Watch_Test, What_Happens_To_The_Event_Meanwhile_Counts) {
     Delete_Event(rows);
   });
   Mark_Occurrence(done, true);
-  const auto move = [](const std::string& key, int minutes) {
-    In_Update([&] {
-      TTable occurrences(Events_Data, "Key");
-      ASSERT_TRUE(occurrences.FindKey({key}));
-      occurrences.Edit();
-      occurrences.Set(Occurrence_Columns().EventDate, Monday + (9 * 60 + minutes) * Minute);
-      PostUpdate(occurrences);
-    });
-  };
-  move(moved, 30);
+  Move(moved, 9, 30);
   EXPECT_EQ(Look(), "Later, Kept | ");
   // An answer to what was shown before does not reach what it was moved to, and one to what is gone nobody.
   EXPECT_TRUE(TAlert_Watch::Dismiss(shown));
@@ -82,7 +73,7 @@ TEST_F(Alert_Watch_Test, What_Happens_To_The_Event_Meanwhile_Counts) {
   EXPECT_EQ(Look(), "Moved | Moved");
   EXPECT_TRUE(TAlert_Watch::Put_Off(Shown(), 60));
   const auto before = Shown();
-  move(moved, 45);
+  Move(moved, 9, 45);
   EXPECT_TRUE(TAlert_Watch::Put_Off(before, 5)) << "an answer to what is not due any more";
   EXPECT_EQ(Query_Text("SELECT count(*) FROM KT_Alarms WHERE NextTime <> 0"), "0");
   In_Update([&] {
@@ -91,18 +82,25 @@ TEST_F(Alert_Watch_Test, What_Happens_To_The_Event_Meanwhile_Counts) {
   At(9, 45);
   EXPECT_EQ(Look(), "Moved | Moved") << "what was put off and is moved goes off at its new time";
   EXPECT_TRUE(TAlert_Watch::Dismiss(Shown()));
-  move(moved, 40);
+  Move(moved, 9, 40);
   EXPECT_EQ(Look(), " | ") << "into the past";
+  // What was put off waits for that, though its event is moved or its alarm made earlier, all in the past.
+  const std::string soon = Add("Soon", 10, 5, 15);
+  At(9, 51);
+  EXPECT_EQ(Look(), "Soon | Soon");
+  EXPECT_TRUE(TAlert_Watch::Put_Off(Shown(), 10));
+  At(9, 52);
+  Move(soon, 10, 6);
+  Change(Alarms_Table, soon, Alarm_Columns().Offset, 60);
+  EXPECT_EQ(Look(), " | ");
+  At(10, 2);
+  EXPECT_EQ(Look(), "Soon | Soon");
+  Move(soon, 10, 7);
+  EXPECT_EQ(Look(), " | ") << "it was over";
   // A change that does not move it leaves the answer.
   Run_Sql("UPDATE KT_Alarms SET WAVFile = ''");
-  In_Update([&] {
-    TTable alarms(Alarms_Table, "Key");
-    ASSERT_TRUE(alarms.FindKey({later}));
-    alarms.Edit();
-    alarms.Set(Alarm_Columns().WAVFile, "x.wav");
-    alarms.Set(Alarm_Columns().Offset, 0);
-    PostUpdate(alarms);
-  });
+  Change(Alarms_Table, later, Alarm_Columns().WAVFile, "x.wav");
+  Change(Alarms_Table, later, Alarm_Columns().Offset, 0);
   EXPECT_EQ(Look(), " | ");
   seams.Clock.Value = Monday + 2 + 9 * 60 * Minute;
   EXPECT_EQ(Look(), "Kept, Kept | Kept, Kept") << "each date of a set by itself, also after days";
