@@ -2,6 +2,7 @@
 
 #include "Kt_data_01.h"
 #include "Kt_util_01.h"
+#include "Sql_Text.h"
 
 namespace Kt_data_01 {
 
@@ -11,7 +12,7 @@ constexpr const char* By_Moment = "UserandDue";
 constexpr double Forever = 1e9;
 
 bool Find_Unanswered(TTable& alerts, const TAlert& alert) {
-  return alerts.FindKey({alert.Occurrence}) && !alerts.Boolean(alerts.Field("Dismissed")) &&
+  return alerts.FindKey({alert.Occurrence}) && alerts.Integer(alerts.Field("Dismissed")) == Alert_Open &&
          alerts.DateTime(alerts.Field("Due")) == alert.Due &&
          alerts.Text(alerts.Field("User")) == Kt_util_01::User_Key();
 }
@@ -32,7 +33,7 @@ std::vector<TAlert> Due_Alerts(TDateTime now) {
   const std::string& user = Kt_util_01::User_Key();
   TTable alerts("KT_Alerts", By_Moment);
   const TField occurrence = alerts.Field("Occurrence"), moment = alerts.Field("Due");
-  alerts.SetRange({user, false, -Forever}, {user, false, now});
+  alerts.SetRange({user, Alert_Open, -Forever}, {user, Alert_Open, now});
   for (alerts.First(); !alerts.Eof(); alerts.Next())
     due.push_back({std::string(alerts.Text(occurrence)), alerts.DateTime(moment)});
   return due;
@@ -42,7 +43,7 @@ std::optional<TDateTime> Next_Alert(TDateTime now) {
   const std::string& user = Kt_util_01::User_Key();
   TTable alerts("KT_Alerts", By_Moment);
   const TField moment = alerts.Field("Due");
-  alerts.SetRange({user, false, now}, {user, false, Forever});
+  alerts.SetRange({user, Alert_Open, now}, {user, Alert_Open, Forever});
   for (alerts.First(); !alerts.Eof(); alerts.Next()) {
     if (alerts.DateTime(moment) > now) return alerts.DateTime(moment);
   }
@@ -54,7 +55,7 @@ void Dismiss_Alert(const TAlert& alert) {
   if (!Find_Unanswered(alerts, alert)) return;
   if (alerts.DateTime(alerts.Field("NextTime")) != 0) Write_Delay(alert, 0);
   alerts.Edit();
-  alerts.Set(alerts.Field("Dismissed"), true);
+  alerts.Set(alerts.Field("Dismissed"), Alert_Answered);
   PostUpdate(alerts);
 }
 

@@ -241,10 +241,10 @@ std::vector<TTable_Def> Make_Schema() {
       {"KT_Alerts",
        {{"Occurrence", Text},
         {"User", Text},
-        {"Moment", DateTime},    // the event's date less the alarm's offset
-        {"NextTime", DateTime},  // the alarm's, when the row was written
-        {"Due", DateTime},       // the one of the two that counts
-        {"Dismissed", Boolean}},
+        {"Moment", DateTime},     // the event's date less the alarm's offset
+        {"NextTime", DateTime},   // the alarm's, when the row was written
+        {"Due", DateTime},        // the one of the two that counts
+        {"Dismissed", Integer}},  // Alert_Open and its like
        {{"Occurrence", {"Occurrence"}, true}, {"UserandDue", {"User", "Dismissed", "Due"}}}},
       {"KT_Open_Editors", {{"User", Text}, {"Event", Text}}, {{"UserandEvent", {"User", "Event"}, true}}},
   };

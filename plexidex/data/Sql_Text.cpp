@@ -91,7 +91,13 @@ std::string Alarm_Moment() {
 }
 
 std::string Alarm_Due() {
-  return R"(CASE WHEN a."NextTime" = 0 THEN )" + Alarm_Moment() + R"( ELSE a."NextTime" END)";
+  return R"((CASE WHEN a."NextTime" = 0 THEN )" + Alarm_Moment() + R"( ELSE a."NextTime" END))";
+}
+
+/// What an alert says that is due then. Parameter 2: now.
+std::string Answer_Sql(const std::string& due, const std::string& done) {
+  return "CASE WHEN " + due + " <= ?2 THEN " + std::to_string(Alert_Answered) + " WHEN " + done + " THEN " +
+         std::to_string(Alert_Done_Before) + " ELSE " + std::to_string(Alert_Open) + " END";
 }
 
 std::string Is_Written_Row(const TTable_Def& table) {
@@ -249,8 +255,9 @@ std::string Members_Sql() {
 std::string Keep_Alert_Sql(const TTable_Def& table) {
   return R"(INSERT INTO "KT_Alerts" ("Occurrence", "User", "Moment", "NextTime", "Due", "Dismissed")
       SELECT a."Key", a."User", )" +
-         Alarm_Moment() + R"(, a."NextTime", )" + Alarm_Due() + ", " + Alarm_Due() +
-         R"( <= ?2 OR a."Actioned")" + Alarms_With_Dates() + " WHERE " + Is_Written_Row(table) + R"(
+         Alarm_Moment() + R"(, a."NextTime", )" + Alarm_Due() + ", " +
+         Answer_Sql(Alarm_Due(), R"(a."Actioned")") + Alarms_With_Dates() + " WHERE " +
+         Is_Written_Row(table) + R"(
       ON CONFLICT ("Occurrence") DO UPDATE SET "User" = excluded."User", "Moment" = excluded."Moment",
         "NextTime" = excluded."NextTime", "Due" = excluded."Due", "Dismissed" = excluded."Dismissed"
       WHERE "KT_Alerts"."User" <> excluded."User" OR "KT_Alerts"."Moment" <> excluded."Moment"
@@ -266,9 +273,10 @@ std::string End_Delay_Sql(const TTable_Def& table) {
 }
 
 std::string Settle_Alert_Sql() {
-  return R"(UPDATE "KT_Alerts" SET "Dismissed" = "Due" <= ?2 OR
-        (SELECT "Actioned" FROM "KT_Alarms" WHERE row_id = ?1) WHERE "Occurrence" =
-        (SELECT "Key" FROM "KT_Alarms" WHERE row_id = ?1) AND NOT ("Dismissed" AND "Due" <= ?2))";
+  return R"(UPDATE "KT_Alerts" SET "Dismissed" = )" +
+         Answer_Sql(R"("Due")", R"((SELECT "Actioned" FROM "KT_Alarms" WHERE row_id = ?1))") +
+         R"( WHERE "Occurrence" = (SELECT "Key" FROM "KT_Alarms" WHERE row_id = ?1) AND "Dismissed" <> )" +
+         std::to_string(Alert_Answered);
 }
 
 std::string Wrong_Alerts_Sql() {

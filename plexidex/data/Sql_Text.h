@@ -103,6 +103,10 @@ std::string Contact_Rows_Sql(const std::vector<std::string>& details, std::strin
 /// The contacts of a category. Parameter: its key.
 std::string Members_Sql();
 
+/// What KT_Alerts.Dismissed says: that an alert waits for its moment or an answer, that it was answered or
+/// past when it was written, which a clock that is set back does not change, or that what it is for was done
+/// before it was due, which can be taken back.
+constexpr std::int64_t Alert_Open = 0, Alert_Answered = 1, Alert_Done_Before = 2;
 /// Writes when the alarm of a row of alarms, or of occurrences, is due, if it has one and that has changed.
 /// Dismisses what is not later than now or done with. Parameters: row ID, now.
 std::string Keep_Alert_Sql(const TTable_Def& table);
@@ -110,8 +114,8 @@ std::string Keep_Alert_Sql(const TTable_Def& table);
 /// come or the delay is over, or that was put off until a time that is over and answered; to be followed by
 /// Keep_Alert_Sql. Parameters as before.
 std::string End_Delay_Sql(const TTable_Def& table);
-/// Dismisses the row of an alarm that is done with, or takes that back while it is still to come. Parameters
-/// as before.
+/// Settles the row of an alarm that is done with and has no answer, or takes that back while it is still to
+/// come. Parameters as before.
 std::string Settle_Alert_Sql();
 /// The keys of alarms for which Keep_Alert_Sql would write something else than there is: 0 nothing is there,
 /// 1 it is for another user, 2 for another time. Without alarms that have no occurrence.

@@ -115,8 +115,7 @@ TEST_F(Alert_Watch_Test, What_Happens_To_The_Event_Meanwhile_Counts) {
 }
 
 TEST_F(Alert_Watch_Test, A_Clock_That_Is_Changed_Neither_Loses_Nor_Repeats) {
-  Add("Early", 9, 0, 0);
-  Add("Late", 12, 0, 0);
+  const std::string early = Add("Early", 9, 0, 0), late = Add("Late", 12, 0, 0);
   At(13, 0);
   EXPECT_EQ(Look(), "Early, Late | Early, Late");
   EXPECT_TRUE(TAlert_Watch::Dismiss({Shown()[0]}));
@@ -130,6 +129,7 @@ TEST_F(Alert_Watch_Test, A_Clock_That_Is_Changed_Neither_Loses_Nor_Repeats) {
   At(-13, 1);
   EXPECT_EQ(Look(), "Late | ") << "the longest journey to the west";
   At(-14, 0);
+  for (const std::string& key : {early, late}) Mark_Occurrence(key, true), Mark_Occurrence(key, false);
   EXPECT_EQ(Look(), " | ") << "not due after all";
   At(9, 0);
   EXPECT_EQ(Look(), "-") << "was answered";
