@@ -42,7 +42,8 @@ struct Alert_Window_Test : TEditor_Fixture {
     return entry;
   }
 
-  TNotifications notifications;
+  // Over no bus, so that nothing is shown on the desktop of who runs this.
+  TNotifications notifications{QStringLiteral("none")};
   TAlert_Service service{notifications};
   TAlert_Window& window = service.Window();
 };

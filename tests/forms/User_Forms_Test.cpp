@@ -286,7 +286,7 @@ TEST_F(User_Forms, Without_A_Window_Nothing_Is_Shown_Of_A_User_Who_Is_Gone) {
   Write(event);
   TMain_Window window;
   TSingle_Instance instance;
-  TNotifications notifications;
+  TNotifications notifications(QStringLiteral("none"));
   TPresence presence(window, instance, notifications);
   const auto seen = [&] {
     presence.Alerts().Look();
