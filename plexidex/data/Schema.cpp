@@ -313,18 +313,23 @@ const std::vector<TMigration>& Migrations() {
           "User" TEXT NOT NULL DEFAULT '', "Moment" REAL NOT NULL DEFAULT 0,
           "NextTime" REAL NOT NULL DEFAULT 0, "Due" REAL NOT NULL DEFAULT 0,
           "Dismissed" INTEGER NOT NULL DEFAULT 0, row_id INTEGER PRIMARY KEY);
-        INSERT INTO "KT_Alerts" ("Occurrence", "User", "Moment", "NextTime", "Due", "Dismissed")
-          SELECT a."Key", a."User", o."EventDate" - a."Offset" / 1440.0, a."NextTime",
-            CASE WHEN a."NextTime" = 0 THEN o."EventDate" - a."Offset" / 1440.0 ELSE a."NextTime" END, 0
-          FROM "KT_Alarms" a JOIN "KT_Events_Data" o ON o."Key" = a."Key";
-        UPDATE "KT_Alerts" SET "Dismissed" = 1 WHERE "Due" <= $NOW;
         CREATE UNIQUE INDEX "KT_Alerts_Occurrence" ON "KT_Alerts" ("Occurrence");
         CREATE INDEX "KT_Alerts_UserandDue" ON "KT_Alerts" ("User", "Dismissed", "Due");)"},
       {6, R"(
         ALTER TABLE "KT_Log" ADD COLUMN "PrivateTo" TEXT NOT NULL DEFAULT '';
         UPDATE "KT_Log" SET "PrivateTo" = coalesce((SELECT e."User" FROM "KT_Events_Data" o
           JOIN "KT_Events" e ON e."Key" = o."Event" WHERE o."Key" = "Occurrence" AND e."Private"), '')
-          WHERE "Occurrence" <> '';)"}};
+          WHERE "Occurrence" <> '';
+        DELETE FROM "KT_Alerts" WHERE "Occurrence" NOT IN (SELECT "Key" FROM "KT_Alarms");
+        INSERT INTO "KT_Alerts" ("Occurrence", "User", "Moment", "NextTime", "Due", "Dismissed")
+          SELECT *, "Due" <= $NOW FROM (SELECT a."Key", a."User", o."EventDate" - a."Offset" / 1440.0,
+            a."NextTime",
+            CASE WHEN a."NextTime" = 0 THEN o."EventDate" - a."Offset" / 1440.0 ELSE a."NextTime" END AS "Due"
+            FROM "KT_Alarms" a JOIN "KT_Events_Data" o ON o."Key" = a."Key") WHERE 1
+          ON CONFLICT ("Occurrence") DO UPDATE SET "User" = excluded."User", "Moment" = excluded."Moment",
+            "NextTime" = excluded."NextTime", "Due" = excluded."Due";
+        UPDATE "KT_Alerts" SET "Dismissed" = 2 WHERE "Due" > $NOW
+          AND "Occurrence" IN (SELECT "Key" FROM "KT_Alarms" WHERE "Actioned");)"}};
   return migrations;
 }
 

@@ -144,8 +144,8 @@ TEST_F(Open, A_Database_Of_Every_Version_Becomes_Like_A_New_One_And_Keeps_What_I
         "UPDATE KT_Events SET Private = 1, User = 'zoe';"
         "INSERT INTO KT_Log (Contact, Occurrence) SELECT 'anna', Key FROM KT_Events_Data" +
         (version < 5 ? ""
-                     : ";INSERT INTO KT_Alerts SELECT Key, 'zoe', EventDate - 60 / 1440.0, 0, "
-                       "EventDate - 60 / 1440.0, 1, 1 FROM KT_Events_Data"));
+                     : ";INSERT INTO KT_Alerts SELECT Key, 'anna', EventDate, 1, EventDate, 1, 1 FROM "
+                       "KT_Events_Data; INSERT INTO KT_Alerts (Occurrence) VALUES ('gone')"));
     EXPECT_EQ(layout(), made) << version;
     Open_Database(file, TDatabase::TMode::Must_Exist);
     EXPECT_EQ(Check_Store(), std::vector<std::string>()) << version;
