@@ -13,7 +13,7 @@ class TAlert_Rows {
 
   /// A row was inserted, or some columns of it were changed. An alarm whose moment has changed goes off anew
   /// and is put off no longer, if the new one is still to come; else it stays put off. One that is done with
-  /// needs no answer.
+  /// needs no answer, and is put off no longer.
   void Written(std::int64_t row_id, TColumn_Set columns, bool inserted);
   void Before_Delete(std::int64_t row_id);
 

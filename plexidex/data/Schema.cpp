@@ -320,6 +320,7 @@ const std::vector<TMigration>& Migrations() {
         UPDATE "KT_Log" SET "PrivateTo" = coalesce((SELECT e."User" FROM "KT_Events_Data" o
           JOIN "KT_Events" e ON e."Key" = o."Event" WHERE o."Key" = "Occurrence" AND e."Private"), '')
           WHERE "Occurrence" <> '';
+        UPDATE "KT_Alarms" SET "NextTime" = 0 WHERE "Actioned";
         DELETE FROM "KT_Alerts" WHERE "Occurrence" NOT IN (SELECT "Key" FROM "KT_Alarms");
         INSERT INTO "KT_Alerts" ("Occurrence", "User", "Moment", "NextTime", "Due", "Dismissed")
           SELECT *, "Due" <= $NOW FROM (SELECT a."Key", a."User", o."EventDate" - a."Offset" / 1440.0,

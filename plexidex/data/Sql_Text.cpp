@@ -269,7 +269,7 @@ std::string End_Delay_Sql(const TTable_Def& table) {
          R"( JOIN "KT_Alerts" k ON k."Occurrence" = a."Key" WHERE )" + Is_Written_Row(table) +
          R"( AND a."NextTime" <> 0 AND a."NextTime" = k."NextTime" AND (k."Moment" <> )" + Alarm_Moment() +
          R"( AND (a."NextTime" <= ?2 OR )" + Alarm_Moment() + R"( > ?2)
-      OR a."NextTime" <= ?2 AND (a."Actioned" OR k."Dismissed"))))";
+      OR a."Actioned" OR a."NextTime" <= ?2 AND k."Dismissed")))";
 }
 
 std::string Settle_Alert_Sql() {

@@ -110,9 +110,9 @@ constexpr std::int64_t Alert_Open = 0, Alert_Answered = 1, Alert_Done_Before = 2
 /// Writes when the alarm of a row of alarms, or of occurrences, is due, if it has one and that has changed.
 /// Dismisses what is not later than now or done with. Parameters: row ID, now.
 std::string Keep_Alert_Sql(const TTable_Def& table);
-/// Takes the delay from the alarm of such a row whose moment is another than was kept, if that is still to
-/// come or the delay is over, or that was put off until a time that is over and answered; to be followed by
-/// Keep_Alert_Sql. Parameters as before.
+/// Takes the delay from the alarm of such a row whose entry is done, whose moment is another than was kept,
+/// if that is still to come or the delay is over, or that was put off until a time that is over and answered;
+/// to be followed by Keep_Alert_Sql. Parameters as before.
 std::string End_Delay_Sql(const TTable_Def& table);
 /// Settles the row of an alarm that is done with and has no answer, or takes that back while it is still to
 /// come. Parameters as before.

@@ -44,7 +44,13 @@ TEST_F(Alert_Watch_Test, Each_Goes_Off_At_Its_Moment_Until_It_Is_Answered) {
   Mark_Occurrence(
       Query_Text("SELECT Key FROM KT_Events_Data WHERE EventDate = " + std::to_string(Monday + 1)), false);
   EXPECT_EQ(Look(), " | ") << "an answer holds";
-  const std::string early = Add("Early", 11, 0, 0);
+  const std::string early = Add("Early", 11, 0, 0), snoozed = Add("Snoozed", 10, 30, 0);
+  At(10, 30);
+  EXPECT_EQ(Look(), "Snoozed | Snoozed");
+  EXPECT_TRUE(TAlert_Watch::Put_Off(Shown(), 20));
+  Mark_Occurrence(snoozed, true);
+  EXPECT_EQ(Query_Text("SELECT count(*) FROM KT_Alarms WHERE NextTime > 0"), "0");
+  Mark_Occurrence(snoozed, false);
   Mark_Occurrence(early, true);
   At(11, 0);
   EXPECT_EQ(Look(), " | ") << "done before it was due";

@@ -140,7 +140,8 @@ TEST_F(Open, A_Database_Of_Every_Version_Becomes_Like_A_New_One_And_Keeps_What_I
         "PRAGMA foreign_keys = OFF;" +
         File_Content(KT_DATA_TEST_DATA "/schema_" + std::to_string(version) + ".sql") +
         ";UPDATE KT_Events SET Type = 3;"
-        "INSERT INTO KT_Alarms (Key, User, Offset) SELECT Key, 'zoe', 60 FROM KT_Events_Data;"
+        "INSERT INTO KT_Alarms (Key, User, Offset, NextTime, Actioned) SELECT Key, 'zoe', 60, 99999, 1 FROM "
+        "KT_Events_Data;"
         "UPDATE KT_Events SET Private = 1, User = 'zoe';"
         "INSERT INTO KT_Log (Contact, Occurrence) SELECT 'anna', Key FROM KT_Events_Data" +
         (version < 5 ? ""
