@@ -2,10 +2,11 @@
 
 #include <QApplication>
 #include <QAudioDevice>
-#include <QFile>
+#include <QDateTime>
+#include <QFileInfo>
+#include <QMap>
 #include <QMediaDevices>
 #include <QPointer>
-#include <QSet>
 #include <QSoundEffect>
 #include <QUrl>
 #include <QtEndian>

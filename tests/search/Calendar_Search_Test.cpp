@@ -1,5 +1,7 @@
 #include "Calendar_Search.h"
 
+#include <gmock/gmock.h>
+
 #include "Current_Search.h"
 #include "Result_Order.h"
 #include "Test_Events.h"
