@@ -25,6 +25,58 @@ TEST_F(Rights, A_Database_Without_Users_Allows_Everything_Until_Another_Connecti
   EXPECT_EQ(Of(book, "anna"), "1234");
 }
 
+TEST_F(Rights, Each_Level_Reaches_What_Lies_Below_Its_Place_Until_A_Nearer_One_Says_Otherwise) {
+  const std::string book = database.Book().Key;
+  std::string anna, outer, inner, contact;
+  In_Update([&] {
+    Create_User("Boss", true);
+    anna = Create_User("Anna", false);
+    outer = Create_Contact(book, "Outer", {}, Contact_Type_Folder);
+    inner = Create_Contact(book, "Inner", outer, Contact_Type_Folder);
+    contact = Create_Contact(book, "Contact", inner);
+  });
+  Set_User_Key(anna);
+  const std::vector<std::string> places{contact, inner, outer, book, std::string(Whole_Database)};
+  const std::pair<bool TRights::*, const char*> levels[] = {
+      {&TRights::Create, "1"}, {&TRights::Update, "2"}, {&TRights::Delete, "3"}, {&TRights::See, "4"}};
+  const auto all = [&] {
+    std::string allowed;
+    for (const std::string& place : places) allowed += Of(place) + "|";
+    return allowed;
+  };
+  for (const char* secure : {"", "1"}) {
+    for (const std::string& user : {anna, std::string(Global_User)}) {
+      for (std::size_t at = 0; at < places.size(); ++at) {
+        for (const auto& [right, level] : levels) {
+          std::string expected, closed;
+          for (std::size_t i = 0; i < places.size(); ++i) {
+            expected += std::string(i <= at ? level : "") + "|";
+            closed += std::string(i == at ? level : "") + "|";
+          }
+          TRights rights;
+          rights.*right = true;
+          const auto set = [&](const std::string& place, const std::string& of, const TRights& given) {
+            In_Update([&] {
+              Store_Setting("Secure", secure);
+              Set_Rights(place, of, given);
+            });
+            return all();
+          };
+          Run_Sql("DELETE FROM KT_Rights");
+          EXPECT_EQ(set(places[at], user, rights), expected) << at << user << secure;
+          // Everybody's at a nearer place, and one's own at the same, go before what was set.
+          if (at > 0) {
+            EXPECT_EQ(set(places[at - 1], std::string(Global_User), {}), closed) << at << user;
+          }
+          if (user != anna) {
+            EXPECT_EQ(set(places[at], anna, {}), "|||||") << at;
+          }
+        }
+      }
+    }
+  }
+}
+
 TEST_F(Rights, Fall_Back_From_Contact_To_Folders_To_Book_And_Are_Separate) {
   const std::string book = database.Book().Key;
   std::string anna, boss, folder, inner, contact;
