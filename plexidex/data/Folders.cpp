@@ -104,6 +104,10 @@ std::vector<TFolder> List_Folders(std::string_view book) {
   return std::move(descent.Taken);
 }
 
+std::string Owner_Of_Place(std::string_view book, std::string_view folder) {
+  return std::string(folder.empty() ? book : folder);
+}
+
 std::optional<TFolder> Find_Folder(std::string_view book, std::string_view key) {
   const auto place = Folder_Place(key);
   if (!place || place->Book != book) return {};

@@ -12,6 +12,8 @@
 
 namespace Kt_data_01 {
 
+/// Whose rights a place in a book has: the book itself where there is no folder.
+std::string Owner_Of_Place(std::string_view book, std::string_view folder);
 /// A folder of the book, whoever may see it.
 std::optional<TFolder> Find_Folder(std::string_view book, std::string_view key);
 

@@ -94,7 +94,7 @@ class TContact_Dialog : public THost_Dialog {
         if (is_there) Change_Categories(written, categories->Keys());
       } else if (has_book) {
         const std::string place = Find_Folder(book, folder) ? folder : std::string();
-        may_create = Access_Allowed(place.empty() ? book : place, Access_Create);
+        may_create = Access_Allowed(Owner_Of_Place(book, place), Access_Create);
         if (!may_create) return;
         written = Create_Contact(book, text, place);
         is_there = Write_Contact_Details(written, details);
@@ -200,7 +200,7 @@ bool Edit_Contact(QWidget* window, const std::string& contact) {
 }
 
 std::string New_Contact(QWidget* window, const std::string& book, const std::string& folder) {
-  if (!May(folder.empty() ? book : folder, Access_Create)) return {};
+  if (!May(Owner_Of_Place(book, folder), Access_Create)) return {};
   TContact contact;
   contact.Folder = folder;
   contact.Book = book;

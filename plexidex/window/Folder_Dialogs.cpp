@@ -20,11 +20,6 @@ using namespace Kt_forms;
 
 namespace {
 
-// Whose rights a place in a book has.
-std::string Owner_Of(const std::string& book, const std::string& folder) {
-  return folder.empty() ? book : folder;
-}
-
 void Say_Removed(const std::string& caption) {
   Kt_util_01::Raise_Error(caption, "The folder has been removed.");
 }
@@ -126,7 +121,7 @@ std::optional<TPlaced> Read_Place(const std::string& key, const std::string& cap
 std::string New_Folder(QWidget* window, const std::string& book, const std::string& parent) {
   std::string key;
   Read("Folder_Dialogs:New_Folder [KT_Contacts]", [&] {
-    if (!May(Owner_Of(book, parent), Access_Create)) return;
+    if (!May(Owner_Of_Place(book, parent), Access_Create)) return;
     key = Enter(book, {{}, {}, parent}, window);
   });
   return key;
@@ -175,7 +170,7 @@ bool Move_Contacts(const std::string& book, const std::vector<std::string>& keys
   bool allowed = true;
   const bool saved = Update_Host("Folder_Dialogs:Move [KT_Contacts]", [&] {
     // All are looked at first, so that nothing is written when one stays.
-    allowed = Access_Allowed(Owner_Of(book, folder), Access_Create) &&
+    allowed = Access_Allowed(Owner_Of_Place(book, folder), Access_Create) &&
               std::all_of(keys.begin(), keys.end(), May_Be_Moved);
     if (!allowed) return;
     for (const std::string& key : keys) {
