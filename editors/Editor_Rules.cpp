@@ -99,7 +99,7 @@ bool TEditor_Rules::Find_Rows() {
 
 void TEditor_Rules::Load_Common(const TOccurrence_Rows& rows) {
   TEvent_Record event = Read_Event(rows.Event);
-  const bool hidden = event.Private && event.User != User_Key();
+  const bool hidden = Is_Hidden(rows.Event);
   if (hidden) Cover(event);
   const TOccurrence occurrence = Read_Occurrence(rows.Occurrence);
   owner = occurrence.Owner;

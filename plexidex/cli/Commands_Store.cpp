@@ -121,7 +121,7 @@ int Run_Mark(const TConsole& console, const std::string& typed, bool done) {
   const KTReminds::TEvent_Record event = KTReminds::Read_Event(rows->Event);
   if (!Access_Allowed(occurrence.Owner.Contact, Access_See))
     throw ECommand_Error("There is no entry \"" + typed + "\".");
-  if ((event.Private && event.User != User_Key()) || !Access_Allowed(occurrence.Owner.Contact, Access_Update))
+  if (KTReminds::Is_Hidden(rows->Event) || !Access_Allowed(occurrence.Owner.Contact, Access_Update))
     throw ECommand_Error("You may not change this entry.");
 
   using TEnd = KTReminds::TMarking::TEnd;

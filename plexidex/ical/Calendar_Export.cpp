@@ -37,9 +37,8 @@ class TEvent_Reader {
 
   // Nothing when there is nothing of it that the user may see.
   std::optional<TStored_Event> Read(const std::string& key) {
-    if (!events.FindKey({key})) return std::nullopt;
+    if (!events.FindKey({key}) || KTReminds::Is_Hidden(events)) return std::nullopt;
     TStored_Event event{UID_Of(key), KTReminds::Read_Event(events), {}};
-    if (event.Record.Private && event.Record.User != User_Key()) return std::nullopt;
     event.Record.FirstDate = Written(event.Record.FirstDate, event.Record.AllDay);
     Read_Occurrences(event);
     if (event.Occurrences.empty()) return std::nullopt;
