@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -228,7 +229,7 @@ void Take_Searches(TPictures& pictures, TMain_Window& window, const std::string&
 }
 
 // Reminders, as many as would go off in some months; and the menu of the icon.
-void Take_Reminders(TPictures& pictures, const std::string& book) {
+void Take_Reminders(TPictures& pictures, TMain_Window& main_window, const std::string& book) {
   const Kt_util_01::TDateTime today = Kt_util_01::Today();
   Kt_data_01::TEventKey_List list;
   KTReminds::Build_Events_Data({}, book, list, today - 1, today + 120, true);
@@ -252,6 +253,13 @@ void Take_Reminders(TPictures& pictures, const std::string& book) {
     QApplication::processEvents();
     pictures.Take(&window, QStringLiteral("reminders_%1").arg(count));
   }
+  // And what the main window says of them and of a backup that failed.
+  auto* failed = main_window.findChild<QLabel*>(QStringLiteral("Backup_Failed"));
+  main_window.Show_Waiting(3);
+  failed->show();
+  pictures.Take(&main_window, QStringLiteral("status_bar"));
+  main_window.Show_Waiting(0);
+  failed->hide();
   TTray tray;
   tray.Set_Count(2);
   tray.Menu().popup({});
@@ -266,12 +274,13 @@ void Take_Users(TPictures& pictures, TMain_Window& window) {
   const std::string before = Shared_Database().Path(), user = Kt_util_01::User_Key();
   const QTemporaryDir folder;
   Open_Database(From_Qt(folder.filePath(QStringLiteral("users.db"))), TDatabase::TMode::Create_If_Missing);
-  std::string key, book, friends;
+  std::string key, book, friends, contact;
   Update_Host("Window_Pictures:Take_Users", [&] {
     for (const char* name : {"Anna", "Bert", "Carla"}) Add_User(name, false, key);
     Store_Password(Kt_util_01::User_Key(), "no hash");
     book = Create_Book("Work").Key;
     friends = Create_Contact(book, "Friends", {}, Contact_Type_Folder);
+    contact = Create_Contact(book, "Jonas Weber", friends);
     Set_Rights(book, Global_User, {.Create = true, .See = true});
     Set_Rights(friends, key, {.Create = true, .Update = true, .See = true});
   });
@@ -287,6 +296,8 @@ void Take_Users(TPictures& pictures, TMain_Window& window) {
   pictures.Take_Dialog(QStringLiteral("users"), [&] { Edit_Users(&window); });
   pictures.Take_Dialog(QStringLiteral("permissions"),
                        [&] { Edit_Permissions(&window, book, friends, KTAccess::Kind_Folder); });
+  pictures.Take_Dialog(QStringLiteral("permissions_contact"),
+                       [&] { Edit_Permissions(&window, book, contact, KTAccess::Kind_Contact); });
   take_inner("user", "Edit_User");
   take_inner("user_removed", "Remove_User");
   pictures.Take_Dialog(QStringLiteral("security"), [&] { Edit_Security(&window); });
@@ -313,7 +324,7 @@ int Write_Pictures(TMain_Window& main_window, const std::string& target) {
   const std::string book = books.empty() ? std::string() : books.front().Key;
   Take_Pages(pictures, main_window, book);
   Take_Searches(pictures, main_window, book);
-  Take_Reminders(pictures, book);
+  Take_Reminders(pictures, main_window, book);
   pictures.Take_Dialog(QStringLiteral("new_event"),
                        [&] { KTReminds::Reminder_Properties({}, {}, book, {}, false); });
   pictures.Take_Dialog(QStringLiteral("new_task"),
