@@ -46,7 +46,7 @@ inline constexpr std::int64_t Most_Backups_Kept = 1000;
 void Choose_Backups(bool daily, const std::string& folder, std::size_t kept);
 
 /// Makes today's backup, if it is wanted and not there, and removes old dated ones of this database in its
-/// folder, first those of a day that has a later one, and no other file: a database is known by its owner.
+/// folder, first those of a day that has a later one, and no other file: a database is known by its identity.
 /// The file that was made, or "". Throws EBackup_Error.
 std::string Back_Up_Daily(const std::string& database);
 

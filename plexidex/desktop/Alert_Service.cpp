@@ -71,14 +71,14 @@ void TAlert_Service::Look() {
 void TAlert_Service::Notify() {
   constexpr std::size_t most = 3;
   QStringList lines;
-  TNotified told;
+  TNotified news;
   for (const TAlert_Entry& entry : watch.News()) {
-    if (told.Alerts.size() < most) lines << To_Qt(Alert_Text(entry, Kt_util_01::Now()));
-    told.Alerts.push_back(entry.Alert);
+    if (news.Alerts.size() < most) lines << To_Qt(Alert_Text(entry, Kt_util_01::Now()));
+    news.Alerts.push_back(entry.Alert);
   }
-  if (told.Alerts.size() > most) lines << tr("%1 more...").arg(told.Alerts.size() - most);
-  told.Number = notifications.Show(tr("Reminder"), lines.join(QLatin1Char('\n')), [this] { Show_Window(); });
-  notified.push_back(std::move(told));
+  if (news.Alerts.size() > most) lines << tr("%1 more...").arg(news.Alerts.size() - most);
+  news.Number = notifications.Show(tr("Reminder"), lines.join(QLatin1Char('\n')), [this] { Show_Window(); });
+  notified.push_back(std::move(news));
 }
 
 void TAlert_Service::Close_Answered() {
