@@ -25,8 +25,6 @@ class TAlert_Rows {
   bool Run(TPrepared& statement, TText text, std::int64_t row_id, std::size_t changed);
 
   const TTable_Context& table;
-  const std::size_t alarms = Table_Number(Table_Def("KT_Alarms")),
-                    alerts = Table_Number(Table_Def("KT_Alerts"));
   TFollows follows = TFollows::Nothing;
   TColumn_Set moving = 0, done = 0;  // columns that say when an alarm is due, and that it needs no answer
   TPrepared ender, keeper, settler, dropper;
